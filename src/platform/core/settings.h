@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QString>
+
+namespace quilla {
+
+/// Per-user storage of texts, addressed by application, section and key.
+class SettingsStore {
+public:
+    virtual ~SettingsStore() = default;
+    /// The stored text, or `fallback` when the key is missing.
+    virtual QString get(const QString& application, const QString& section, const QString& key,
+        const QString& fallback) const
+        = 0;
+    /// Stores the text for good. Throws `Error` when it could not be written.
+    virtual void set(const QString& application, const QString& section, const QString& key, const QString& value)
+        = 0;
+};
+
+/// One ini file an application below `folder` ("<folder>/<application>/settings.ini"), readable by its
+/// owner alone, since the stored connection text holds a password. Another process's change is seen at
+/// the next read.
+class FileSettings final : public SettingsStore {
+public:
+    /// The user's own configuration folder when `folder` is empty.
+    explicit FileSettings(QString folder = {});
+
+    QString get(const QString& application, const QString& section, const QString& key,
+        const QString& fallback) const override;
+    void set(const QString& application, const QString& section, const QString& key,
+        const QString& value) override;
+
+    QString fileOf(const QString& application) const;
+
+private:
+    QString m_folder;
+};
+
+} // namespace quilla

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+namespace quilla {
+
+using namespace Qt::StringLiterals;
+
+/// Doubles every single quote, so that the text can stand between single quotes in a statement.
+QString doubled(QStringView text);
+
+/// Whether two codes or states are the same to the database: without regard to case and to blanks at
+/// the end. "abc" and "ABC  " are one reader.
+bool sameText(QStringView left, QStringView right);
+
+/// Orders two texts as the database does: case folded, blanks at the end left out. Below, equal or
+/// above 0.
+int compareText(QStringView left, QStringView right);
+
+} // namespace quilla

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "platform/core/error.h"
+#include "platform/db/recordset.h"
+
+#include <functional>
+#include <memory>
+
+namespace quilla {
+
+/// One logical connection: what an operation opens, works on and drops.
+///
+/// It is lent from the factory's pool and goes back when the object ends or is assigned anew; a
+/// transaction that was left open is rolled back then. A connection that was never opened throws
+/// `ErrorNumber::NotOpen` at each use.
+class Connection {
+public:
+    class Lease; ///< what the factory lends
+
+    Connection();
+    explicit Connection(std::unique_ptr<Lease> lease);
+    ~Connection();
+    Connection(Connection&&) noexcept;
+    Connection& operator=(Connection&&) noexcept;
+
+    bool isOpen() const;
+    void close();
+
+    /// Sends a statement of the dialect and drops the rows it may bring. The number of rows affected.
+    int execute(QStringView tsql);
+    /// Sends a select; see `Recordset`.
+    Recordset open(QStringView tsql, CursorType cursor = CursorType::Keyset);
+
+    /// Takes the write lock at once where the engine has one for the whole database.
+    void begin();
+    void commit();
+    void rollback();
+
+private:
+    std::unique_ptr<Lease> m_lease;
+};
+
+/// Makes connections from a stored connection text.
+class ConnectionFactory {
+public:
+    virtual ~ConnectionFactory() = default;
+    /// Throws `Error` (its text fit for the operator) when the database can't be opened.
+    virtual Connection open(const QString& connectionText) = 0;
+};
+
+/// Called with each statement before it is sent, also with "begin", "commit" and "rollback"; what it
+/// throws is the statement's failure. For fault tests and traces.
+using StatementHook = std::function<void(QStringView)>;
+
+} // namespace quilla

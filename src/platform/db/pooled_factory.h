@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/core/dates.h"
+#include "platform/db/connection.h"
+#include "platform/sql/schema.h"
+
+namespace quilla {
+
+/// The factory of the program: chooses the driver from the text, keeps a pool of physical connections a
+/// text, lends clean ones.
+class PooledFactory final : public ConnectionFactory {
+public:
+    /// `schema` and `clock` must outlive the factory. The clock is what the embedded database answers to
+    /// `getdate()`; a server has its own.
+    PooledFactory(const sql::Schema& schema, const Clock& clock);
+    ~PooledFactory() override;
+
+    Connection open(const QString& connectionText) override;
+
+    void setHook(StatementHook hook);
+    /// Closes the connections that are not lent.
+    void drain();
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace quilla

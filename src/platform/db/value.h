@@ -1,0 +1,60 @@
+#pragma once
+
+#include "platform/core/text.h"
+#include "platform/sql/schema.h"
+
+#include <QDateTime>
+
+#include <variant>
+
+namespace quilla {
+
+/// A decimal as the database wrote it, digit for digit: money is never a binary fraction on its way.
+struct DecimalText {
+    QString digits;
+};
+
+/// One field of a row.
+class Value {
+public:
+    Value() = default;
+    explicit Value(QString text)
+        : m_held(std::move(text))
+    {
+    }
+    explicit Value(qint64 number)
+        : m_held(number)
+    {
+    }
+    explicit Value(bool bit)
+        : m_held(bit)
+    {
+    }
+    explicit Value(DecimalText number)
+        : m_held(std::move(number))
+    {
+    }
+    explicit Value(QDateTime moment)
+        : m_held(std::move(moment))
+    {
+    }
+
+    bool isNull() const { return std::holds_alternative<std::monostate>(m_held); }
+    sql::Kind kind() const;
+
+    /// As a grid or a box shows it: null is empty, a bit "True" or "False", a date its locale text.
+    QString text() const;
+    /// Whole number; a decimal is rounded, a bit is 0 or 1. Nothing for null and for a text that is none.
+    std::optional<qint64> integer() const;
+    /// Nothing for null and for a text that is no number.
+    std::optional<double> number() const;
+    /// Null is false; a number is true when it is not 0.
+    bool isTrue() const;
+    /// Invalid for null and for a text that is no date.
+    QDateTime moment() const;
+
+private:
+    std::variant<std::monostate, QString, qint64, bool, DecimalText, QDateTime> m_held;
+};
+
+} // namespace quilla

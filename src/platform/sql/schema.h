@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+namespace quilla::sql {
+
+/// What a column or an expression holds, as far as the dialects differ over it.
+enum class Kind { Unknown, Text, Integer, Decimal, Bit, Date };
+
+struct Column {
+    QString name;
+    Kind kind = Kind::Unknown;
+    int width = 0; ///< characters of a text, digits of a decimal; 0 where it does not matter
+    int scale = 0; ///< digits behind the point of a decimal
+    bool identity = false; ///< numbered by the database, never twice the same
+    bool nullable = true;
+    QString fallback; ///< the default, as T-SQL text; empty for none
+};
+
+/// A table or a view; names compare without case.
+struct Table {
+    QString name;
+    std::vector<Column> columns;
+    bool view = false;
+
+    const Column* column(QStringView name) const;
+};
+
+/// The kinds of all columns, read from the T-SQL that creates the tables. The translator asks it.
+class Schema {
+public:
+    void add(Table table);
+    const Table* table(QStringView name) const;
+    const std::vector<Table>& tables() const { return m_tables; }
+
+private:
+    std::vector<Table> m_tables;
+    QHash<QString, std::size_t> m_byName; ///< lower case
+};
+
+/// Reads `create table`, `create view` and `create index` statements, separated by lines "go".
+/// Throws `Error` with place and word where the text is not understood.
+Schema readSchema(const QString& tsql);
+
+} // namespace quilla::sql

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/sql/schema.h"
+
+#include <memory>
+
+namespace quilla::sql {
+
+enum class Engine { Sqlite, Postgres, SqlServer };
+
+/// One literal that was taken out of a statement.
+struct Literal {
+    QStringView text; ///< as written: of a quoted one what stands between the quotes, still doubled
+    bool quoted = false;
+    bool hasDoubledQuote = false; ///< `text` holds "''" that must be undoubled before use
+};
+
+/// How a literal becomes a parameter of the engine's statement.
+struct Parameter {
+    int literal = 0; ///< index into the literals of the statement
+    Kind kind = Kind::Text; ///< what the engine must be given; a literal that is none of it is an error
+};
+
+/// A statement in the engine's dialect. Shared by all statements of one shape; lives as long as its
+/// translator.
+struct Translation {
+    QByteArray text; ///< UTF-8
+    std::vector<Parameter> parameters; ///< in the order of the placeholders
+    std::vector<Kind> columns; ///< of the result, as far as known; empty for a statement without rows
+    bool returnsRows = false;
+    bool writes = false;
+    int id = 0; ///< dense number of this translation, an index for the drivers' prepared statements
+};
+
+/// Turns the T-SQL of the program into an engine's own dialect.
+///
+/// A statement's shape is its text with the literals taken out; each shape is lexed, parsed and printed
+/// once. Literals that must stay where they are (the number of `top`, the width and style of `convert`)
+/// belong to the shape. Not thread safe; one a factory.
+class Translator {
+public:
+    Translator(Engine engine, const Schema& schema);
+    ~Translator();
+
+    /// The translation of `tsql`; `literals` receives what its parameters point to, as views into
+    /// `tsql`. Throws `Error` (NotUnderstood) that names the word and its place when the statement is
+    /// outside the dialect, never a guess.
+    const Translation& translate(QStringView tsql, std::vector<Literal>& literals);
+
+    Engine engine() const;
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace quilla::sql
