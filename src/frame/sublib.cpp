@@ -67,13 +67,6 @@ int CloseDbConnection(Session& session, Connection& conn)
 
 QString SqlText(QStringView text) { return doubled(text.trimmed()); }
 
-void ShowOperationFailure(FailureView& view, const QString& headline, const QString& detail)
-{
-    if (detail.isEmpty()) return;
-    const QString head = headline.isEmpty() ? u"操作失败，详细信息如下："_s : headline;
-    view.showFailure(head + u"\n\n   "_s + detail);
-}
-
 Recordset openOrEmpty(Session& session, Connection& conn, const QString& tsql, CursorType cursor)
 {
     Recordset rows;

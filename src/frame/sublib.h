@@ -45,16 +45,6 @@ int CloseDbConnection(Session& session, Connection& conn);
 /// `text` without blanks around it and with every single quote doubled.
 QString SqlText(QStringView text);
 
-/// Where a failure with details is shown: the help form of the screens, a double in tests.
-class FailureView {
-public:
-    virtual ~FailureView() = default;
-    virtual void showFailure(const QString& text) = 0;
-};
-
-/// Shows `headline` (or a fixed one when empty) and below it `detail`. Nothing when there is no detail.
-void ShowOperationFailure(FailureView& view, const QString& headline, const QString& detail);
-
 /// A select in resume mode: one that fails leaves its error behind and counts as one without rows.
 Recordset openOrEmpty(
     Session& session, Connection& conn, const QString& tsql, CursorType cursor = CursorType::Keyset);

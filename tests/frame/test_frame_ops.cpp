@@ -66,7 +66,7 @@ private Q_SLOTS:
 
     void overdueQuestionLooksAtDatesAlone();
     void openingReportsItsError();
-    void detailsOfAFailure();
+    void textForStatements();
 
 private:
     std::unique_ptr<TestLibrary> m;
@@ -376,19 +376,7 @@ void TestFrameOps::openingReportsItsError()
     QVERIFY(!m->session.error.isSet());
 }
 
-void TestFrameOps::detailsOfAFailure()
-{
-    class View final : public FailureView {
-    public:
-        void showFailure(const QString& text) override { shown.append(text); }
-        QStringList shown;
-    } view;
-    ShowOperationFailure(view, u"头"_s, {});
-    ShowOperationFailure(view, u"头"_s, u"细"_s);
-    ShowOperationFailure(view, {}, u"细"_s);
-    QCOMPARE(view.shown, (QStringList {u"头\n\n   细"_s, u"操作失败，详细信息如下：\n\n   细"_s}));
-    QCOMPARE(SqlText(u"  a'b  "_s), u"a''b"_s);
-}
+void TestFrameOps::textForStatements() { QCOMPARE(SqlText(u"  a'b  "_s), u"a''b"_s); }
 
 QTEST_GUILESS_MAIN(TestFrameOps)
 #include "test_frame_ops.moc"

@@ -39,10 +39,7 @@ TestLibrary::TestLibrary()
     , session {settings, prompt, clock, factory, editor}
 {
     const QString file = folder.filePath(u"library.db"_s);
-    {
-        Connection conn = createEmbedded(file, schema, clock);
-        createLibrary(conn);
-    }
+    createEmbedded(file, schema, clock, createLibrary);
     connectionText = u"PROVIDER=MSDASQL;DSN=%1;UID=desk;PWD=;Database=%2;"_s.arg(BuiltInDataSource, file);
     storeConnectionText(session, connectionText);
     session.OperatorName = u"王馆员"_s;
@@ -147,7 +144,10 @@ void TestLibrary::failAt(const QString& part)
 QString TestLibrary::broken()
 {
     Connection conn = factory.open(connectionText);
-    return checkLibrary(conn).join(u'\n');
+    QStringList lines;
+    for (const Finding& finding : checkLibrary(conn))
+        lines.append(finding.rule + u": "_s + finding.rows.join(u"; "_s));
+    return lines.join(u'\n');
 }
 
 } // namespace quilla
