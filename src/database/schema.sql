@@ -263,8 +263,7 @@ create table LibUse (
 )
 go
 
--- 杂项. type 为 holiday 的行: code 是起止日期 "2003-10-01 2003-10-07", memo 是假期名称;
--- type 为 schema 的一行: code 是本结构的版本号
+-- 杂项. type 为 holiday 的行: code 是起止日期 "2003-10-01 2003-10-07", memo 是假期名称
 create table Global (
     type varchar(50),
     code varchar(100),
