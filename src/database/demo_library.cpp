@@ -5,18 +5,11 @@
 #include "database/demo/readers.h"
 #include "database/demo/titles.h"
 #include "database/demo/write.h"
-#include "platform/core/text.h"
+#include "database/library_schema.h"
 
 namespace quilla {
 
 namespace {
-
-void refuseFilled(Connection& connection)
-{
-    for (const QStringView table : {u"zsk", u"sck", u"dzk", u"jycs"})
-        if (!connection.open(u"select top 1 * from %1"_s.arg(table)).eof())
-            throw Error(58, u"demo"_s, u"数据库中已有数据，不能再装入演示数据。"_s);
-}
 
 demo::Library inventLibrary(const DemoOptions& options)
 {
@@ -35,7 +28,7 @@ demo::Library inventLibrary(const DemoOptions& options)
 
 void fillDemoLibrary(Connection& connection, const DemoOptions& options)
 {
-    refuseFilled(connection);
+    refuseFilledLibrary(connection);
     demo::writeLibrary(connection, inventLibrary(options));
 }
 

@@ -37,4 +37,11 @@ void insertInitialRows(Connection& connection, const QString& operatorName)
         doubled(operatorName)));
 }
 
+void refuseFilledLibrary(Connection& connection)
+{
+    for (const QStringView table : {u"zsk", u"sck", u"dzk", u"jycs"})
+        if (!connection.open(u"select top 1 * from %1"_s.arg(table)).eof())
+            throw Error(58, u"database"_s, u"数据库中已有数据，不能再装入演示数据。"_s);
+}
+
 } // namespace quilla

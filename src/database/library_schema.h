@@ -16,4 +16,8 @@ void createLibrary(Connection& connection);
 /// the field dictionary and one operator of this name, without a password, with the right to use the desk.
 void insertInitialRows(Connection& connection, const QString& operatorName);
 
+/// Throws `Error` when titles, copies, readers or parameters are there already: invented data must never
+/// come among real ones.
+void refuseFilledLibrary(Connection& connection);
+
 } // namespace quilla

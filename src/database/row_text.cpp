@@ -33,7 +33,7 @@ RowText& RowText::money(qint64 hundredths)
     separate();
     m_statement += QString::number(hundredths / 100);
     m_statement += u'.';
-    m_statement += u"%1"_s.arg(hundredths % 100, 2, 10, u'0');
+    m_statement += u"%1"_s.arg(hundredths % 100, 2, 10, QChar(u'0'));
     return *this;
 }
 

@@ -11,7 +11,7 @@ namespace quilla::demo {
 namespace {
 
 constexpr int Years = 3;
-constexpr int ReadersALoan = 22; ///< so many readers for each loan of a day
+constexpr int ReadersALoan = 12; ///< so many readers for each loan of a day
 constexpr int DaysOfHolds = 8; ///< copies that came back in these last days may be set aside
 constexpr int DaysOfLostReports = 400; ///< a settled report stays in the register so long
 constexpr std::array<QStringView, 4> Operators = {u"admin", u"演示", u"王芳", u"刘敏"};

@@ -33,7 +33,7 @@ QString IsbnCounter::next(const QString& publisher, int year, int step)
     int& last = m_last[publisher];
     last += step;
     const int width = GroupAndPublisherAndTitle - 1 - int(publisher.size());
-    const QString title = u"%1"_s.arg(last, width, 10, u'0');
+    const QString title = u"%1"_s.arg(last, width, 10, QChar(u'0'));
     const QString digits = u'7' + publisher + title;
     const QString parts = u"7-"_s + publisher + u'-' + title + u'-';
     if (year < FirstYearOfThirteen) return parts + isbn10CheckDigit(digits);

@@ -30,7 +30,7 @@ constexpr std::array<QStringView, 10> Departments = {u"中文系", u"历史系",
     u"生物系", u"外语系", u"计算机系", u"经济管理系", u"法律系"};
 constexpr std::array<QStringView, 6> Offices
     = {u"图书馆", u"教务处", u"学生处", u"后勤处", u"财务处", u"校医院"};
-constexpr int StudentYears = 6; ///< four at the college, two that have left
+constexpr int StudentYears = 5; ///< four at the college, one that has left
 
 /// The year in which this year's first-year students came.
 int latestEntry(const QDate& today)
@@ -107,7 +107,7 @@ void ReaderMaker::makeStudent(Reader& reader, int number)
 {
     const int entry = latestEntry(m_today) - m_random.below(StudentYears);
     reader.readerclass = Student;
-    reader.code = u"S%1%2"_s.arg(entry % 100, 2, 10, u'0').arg(number, 4, 10, u'0');
+    reader.code = u"S%1%2"_s.arg(entry % 100, 2, 10, QChar(u'0')).arg(number, 4, 10, QChar(u'0'));
     reader.unit = studentUnit(m_random.pick(Departments), entry);
     reader.paperdate = QDate(entry, 9, 1).addDays(m_random.below(15));
     reader.term = QDate(entry + 4, 6, 30);
@@ -125,7 +125,7 @@ void ReaderMaker::makeEmployee(Reader& reader, ClassIndex kind, int number)
     reader.code = (kind == Teacher           ? u"T"_s
                           : kind == Graduate ? u"G"_s
                                              : u"Z"_s)
-        + u"%1"_s.arg(number, 4, 10, u'0');
+        + u"%1"_s.arg(number, 4, 10, QChar(u'0'));
     reader.unit = (kind == Staff ? m_random.pick(Offices) : m_random.pick(Departments)).toString();
     const int years = kind == Graduate ? 2 : 12;
     reader.paperdate = m_today.addDays(-m_random.between(30, years * 365));
@@ -139,7 +139,7 @@ void ReaderMaker::makeEmployee(Reader& reader, ClassIndex kind, int number)
 void ReaderMaker::makeOutsider(Reader& reader, int number)
 {
     reader.readerclass = Outsider;
-    reader.code = u"W%1"_s.arg(number, 4, 10, u'0');
+    reader.code = u"W%1"_s.arg(number, 4, 10, QChar(u'0'));
     reader.unit = u"校外"_s;
     reader.paperdate = m_today.addDays(-m_random.between(20, 340));
     reader.term = reader.paperdate.addYears(1);

@@ -143,7 +143,7 @@ void TitleMaker::addSecondEditions(int count)
     std::vector<Title> editions;
     for (const Title& first : m_titles) {
         if (int(editions.size()) == count) break;
-        const bool revised = first.terms.contains(u"教材"_s) && m_random.chance(250);
+        const bool revised = first.terms.contains(u"教材"_s) && m_random.chance(700);
         if (!revised || first.catalogued > m_today.addDays(-800)) continue;
         Title second = first;
         second.fzqfh = u"=2"_s;

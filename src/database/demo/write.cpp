@@ -104,7 +104,7 @@ void writeReaders(Connection& connection, const Library& library)
         card.money(rule.defile).money(rule.lost).bit(rule.wuzheng).text(reader.status).date(reader.term);
         card.date(reader.paperdate).text(u"").text(reader.memo).send();
         details.text(reader.code).text(reader.documentKind).text(reader.code).text(reader.address);
-        details.date(reader.birthday).text(reader.code.toLower() + u"@library.example").send();
+        details.date(reader.birthday).text(reader.code.toLower() + u"@library.example"_s).send();
     }
 }
 
