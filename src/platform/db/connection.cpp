@@ -24,14 +24,35 @@ Connection::~Connection() = default;
 Connection::Connection(Connection&&) noexcept = default;
 Connection& Connection::operator=(Connection&&) noexcept = default;
 
-bool Connection::isOpen() const { return m_lease != nullptr; }
-void Connection::close() { m_lease.reset(); }
+bool Connection::isOpen() const
+{
+    return m_lease != nullptr;
+}
+void Connection::close()
+{
+    m_lease.reset();
+}
 
-int Connection::execute(QStringView tsql) { return opened(m_lease).execute(tsql); }
-Recordset Connection::open(QStringView tsql, CursorType cursor) { return opened(m_lease).open(tsql, cursor); }
+int Connection::execute(QStringView tsql)
+{
+    return opened(m_lease).execute(tsql);
+}
+Recordset Connection::open(QStringView tsql, CursorType cursor)
+{
+    return opened(m_lease).open(tsql, cursor);
+}
 
-void Connection::begin() { opened(m_lease).begin(); }
-void Connection::commit() { opened(m_lease).commit(); }
-void Connection::rollback() { opened(m_lease).rollback(); }
+void Connection::begin()
+{
+    opened(m_lease).begin();
+}
+void Connection::commit()
+{
+    opened(m_lease).commit();
+}
+void Connection::rollback()
+{
+    opened(m_lease).rollback();
+}
 
 } // namespace quilla

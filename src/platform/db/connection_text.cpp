@@ -17,7 +17,8 @@ ConnectionItems::ConnectionItems(const QString& text)
     for (const QStringView piece : pieces) {
         const qsizetype sign = piece.indexOf(u'=');
         if (sign < 0) continue;
-        items.emplace_back(piece.first(sign).trimmed().toString(), piece.sliced(sign + 1).trimmed().toString());
+        items.emplace_back(
+            piece.first(sign).trimmed().toString(), piece.sliced(sign + 1).trimmed().toString());
     }
 }
 
@@ -60,8 +61,8 @@ public:
         SQLSMALLINT descriptionLength = 0;
         const SQLRETURN result = m_handle == SQL_NULL_HENV
             ? SQLRETURN(SQL_NO_DATA)
-            : SQLDataSources(m_handle, first ? SQL_FETCH_FIRST : SQL_FETCH_NEXT, name, sizeof name, &nameLength,
-                description, sizeof description, &descriptionLength);
+            : SQLDataSources(m_handle, first ? SQL_FETCH_FIRST : SQL_FETCH_NEXT, name, sizeof name,
+                &nameLength, description, sizeof description, &descriptionLength);
         if (!SQL_SUCCEEDED(result)) return {};
         return QString::fromUtf8(reinterpret_cast<const char*>(name));
     }

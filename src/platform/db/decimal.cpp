@@ -10,7 +10,10 @@ namespace quilla {
 
 namespace {
 
-constexpr bool isDigit(QChar c) { return c >= u'0' && c <= u'9'; }
+constexpr bool isDigit(QChar c)
+{
+    return c >= u'0' && c <= u'9';
+}
 
 /// "[+-]digits[.digits]" taken apart; false for all else, an exponent included.
 bool splitDecimal(QStringView text, bool& negative, QStringView& whole, QStringView& fraction)

@@ -18,6 +18,7 @@ std::optional<qint64> roundedDecimal(QStringView text);
 /// A binary fraction as the decimal that was meant: 15 digits, no more than needed, never an exponent.
 /// 0.1+0.2 is "0.3".
 struct DecimalDigits {
+    DecimalDigits() { }
     explicit DecimalDigits(double number);
     std::string_view view() const { return {text, length}; }
 

@@ -11,8 +11,8 @@ namespace {
 
 Error cannotConvert(const sql::Literal& literal, QStringView to)
 {
-    return Error(
-        ErrorNumber::CannotConvert, u"Connection"_s, u"“%1”不是%2。"_s.arg(literal.text.toString(), to.toString()));
+    return Error(ErrorNumber::CannotConvert, u"Connection"_s,
+        u"“%1”不是%2。"_s.arg(literal.text.toString(), to.toString()));
 }
 
 /// Sign and up to 18 digits, nothing else.

@@ -24,7 +24,10 @@ double numberOf(const sql::Literal& literal);
 Moment momentOf(const sql::Literal& literal);
 
 /// The longest UTF-8 form of the literal, in bytes.
-inline std::size_t utf8Bound(const sql::Literal& literal) { return std::size_t(literal.text.size()) * 3; }
+inline std::size_t utf8Bound(const sql::Literal& literal)
+{
+    return std::size_t(literal.text.size()) * 3;
+}
 /// Writes the text of the literal, its quotes undoubled, as UTF-8 to `out` (room for `utf8Bound`). The end.
 char* writeUtf8(const sql::Literal& literal, char* out);
 

@@ -26,7 +26,8 @@ template <typename Char> QTime quickTime(const Char* at, std::size_t length)
         return QTime();
     if (length == 12 && at[8] != '.') return QTime();
     const int milliseconds = length == 12 ? digits(at + 9, 3) : 0;
-    return QTime(digits(at, hourDigits), digits(at + hourDigits + 1, 2), digits(at + hourDigits + 4, 2), milliseconds);
+    return QTime(
+        digits(at, hourDigits), digits(at + hourDigits + 1, 2), digits(at + hourDigits + 4, 2), milliseconds);
 }
 
 template <typename Char> std::optional<Moment> quickMoment(const Char* at, std::size_t length)

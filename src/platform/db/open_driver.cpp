@@ -17,7 +17,8 @@ std::unique_ptr<Driver> openServer(const ConnectionItems& items)
     const auto known = odbcDataSources();
     if (!name.isEmpty() && std::find(known.begin(), known.end(), name) == known.end())
         throw Error(ErrorNumber::CannotOpen, u"ODBC"_s, u"本机没有名为“%1”的数据源。"_s.arg(name));
-    throw Error(ErrorNumber::CannotOpen, u"ODBC"_s, u"尚不支持数据库服务器，请选择数据源“%1”。"_s.arg(BuiltInDataSource));
+    throw Error(ErrorNumber::CannotOpen, u"ODBC"_s,
+        u"尚不支持数据库服务器，请选择数据源“%1”。"_s.arg(BuiltInDataSource));
 }
 
 } // namespace

@@ -9,7 +9,10 @@ namespace quilla {
 
 namespace {
 
-bool isFree(const std::shared_ptr<Physical>& physical) { return !physical->transaction && physical->cursors == 0; }
+bool isFree(const std::shared_ptr<Physical>& physical)
+{
+    return !physical->transaction && physical->cursors == 0;
+}
 
 } // namespace
 
@@ -53,8 +56,8 @@ Pool::Shared Pool::shared()
 
 Pool::Shared Pool::undisturbed()
 {
-    const auto found = std::find_if(
-        m_physicals.begin(), m_physicals.end(), [](const Shared& physical) { return physical->cursors == 0; });
+    const auto found = std::find_if(m_physicals.begin(), m_physicals.end(),
+        [](const Shared& physical) { return physical->cursors == 0; });
     return found != m_physicals.end() ? *found : add();
 }
 
@@ -77,7 +80,8 @@ Pool::Shared Pool::forWriting(const Shared& current)
 Pool::Shared Pool::forTransaction(const Shared& current)
 {
     if (current->driver->hasOneWriter() && openTransaction())
-        throw Error(ErrorNumber::CannotOpen, u"Connection"_s, u"本程序的另一个操作还没有结束它的事务，请稍后再试。"_s);
+        throw Error(ErrorNumber::CannotOpen, u"Connection"_s,
+            u"本程序的另一个操作还没有结束它的事务，请稍后再试。"_s);
     return forWriting(current);
 }
 
@@ -142,15 +146,14 @@ Recordset Connection::Lease::openForward(const sql::Translation& statement)
 {
     auto rows = m_physical->driver->query(statement, m_pool->m_literals);
     ++m_physical->cursors;
-    return Recordset(std::make_unique<ForwardSource>(
-        std::move(rows), [physical = m_physical] { --physical->cursors; }));
+    return Recordset(
+        std::make_unique<ForwardSource>(std::move(rows), [physical = m_physical] { --physical->cursors; }));
 }
 
 void Connection::Lease::begin()
 {
     announce(u"begin");
-    if (inTransaction())
-        throw Error(ErrorNumber::CannotOpen, u"Connection"_s, u"本连接上已经有一个事务。"_s);
+    if (inTransaction()) throw Error(ErrorNumber::CannotOpen, u"Connection"_s, u"本连接上已经有一个事务。"_s);
     moveTo(m_pool->forTransaction(m_physical));
     m_physical->driver->begin();
     m_physical->transaction = this;
@@ -158,8 +161,7 @@ void Connection::Lease::begin()
 
 void Connection::Lease::commit()
 {
-    if (!inTransaction())
-        throw Error(ErrorNumber::NotOpen, u"Connection"_s, u"没有要提交的事务。"_s);
+    if (!inTransaction()) throw Error(ErrorNumber::NotOpen, u"Connection"_s, u"没有要提交的事务。"_s);
     try {
         announce(u"commit");
         m_physical->driver->commit();

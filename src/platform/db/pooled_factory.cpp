@@ -54,9 +54,15 @@ PooledFactory::PooledFactory(const sql::Schema& schema, const Clock& clock)
 
 PooledFactory::~PooledFactory() = default;
 
-Connection PooledFactory::open(const QString& connectionText) { return Connection(d->poolOf(connectionText).lend()); }
+Connection PooledFactory::open(const QString& connectionText)
+{
+    return Connection(d->poolOf(connectionText).lend());
+}
 
-void PooledFactory::setHook(StatementHook hook) { d->hook = std::move(hook); }
+void PooledFactory::setHook(StatementHook hook)
+{
+    d->hook = std::move(hook);
+}
 
 void PooledFactory::drain()
 {

@@ -13,9 +13,15 @@ Recordset::~Recordset() = default;
 Recordset::Recordset(Recordset&&) noexcept = default;
 Recordset& Recordset::operator=(Recordset&&) noexcept = default;
 
-qsizetype Recordset::recordCount() const { return m_source ? m_source->recordCount() : 0; }
+qsizetype Recordset::recordCount() const
+{
+    return m_source ? m_source->recordCount() : 0;
+}
 
-bool Recordset::eof() const { return !m_source || m_source->eof(); }
+bool Recordset::eof() const
+{
+    return !m_source || m_source->eof();
+}
 
 void Recordset::next()
 {
@@ -28,7 +34,10 @@ void Recordset::first()
     if (m_source) m_source->first();
 }
 
-int Recordset::fieldCount() const { return m_source ? int(m_source->fields().size()) : 0; }
+int Recordset::fieldCount() const
+{
+    return m_source ? int(m_source->fields().size()) : 0;
+}
 
 namespace {
 
@@ -60,7 +69,8 @@ const Value& Recordset::field(int index) const
 const Value& Recordset::field(QStringView name) const
 {
     for (int index = 0; index < fieldCount(); ++index)
-        if (name.compare(m_source->fields()[std::size_t(index)].name, Qt::CaseInsensitive) == 0) return field(index);
+        if (name.compare(m_source->fields()[std::size_t(index)].name, Qt::CaseInsensitive) == 0)
+            return field(index);
     if (!m_source) return field(0);
     throwNoSuchField(name.toString());
 }

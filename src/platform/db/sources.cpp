@@ -6,9 +6,15 @@ namespace quilla {
 
 namespace {
 
-Error noCurrentRow() { return Error(ErrorNumber::NoCurrentRow, u"Recordset"_s, u"没有当前记录。"_s); }
+Error noCurrentRow()
+{
+    return Error(ErrorNumber::NoCurrentRow, u"Recordset"_s, u"没有当前记录。"_s);
+}
 
-QString textOf(const Cell& cell) { return QString::fromUtf8(cell.text.data(), qsizetype(cell.text.size())); }
+QString textOf(const Cell& cell)
+{
+    return QString::fromUtf8(cell.text.data(), qsizetype(cell.text.size()));
+}
 
 Moment momentOf(qint64 milliseconds)
 {
@@ -44,7 +50,10 @@ Recordset::Source::Source(Fields fields)
 {
 }
 
-void Recordset::Source::forgetRow() { m_known.assign(m_known.size(), false); }
+void Recordset::Source::forgetRow()
+{
+    m_known.assign(m_known.size(), false);
+}
 
 void Recordset::Source::next()
 {
@@ -106,7 +115,10 @@ ForwardSource::ForwardSource(std::unique_ptr<Cursor> cursor, std::function<void(
     moveNext();
 }
 
-ForwardSource::~ForwardSource() { release(); }
+ForwardSource::~ForwardSource()
+{
+    release();
+}
 
 void ForwardSource::release()
 {

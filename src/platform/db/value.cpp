@@ -64,7 +64,8 @@ std::optional<double> Value::number() const
 
 bool Value::isTrue() const
 {
-    if (kind() == sql::Kind::Text && std::get<QString>(m_held).compare(u"True", Qt::CaseInsensitive) == 0) return true;
+    if (kind() == sql::Kind::Text && std::get<QString>(m_held).compare(u"True", Qt::CaseInsensitive) == 0)
+        return true;
     return number().value_or(0) != 0;
 }
 
@@ -76,7 +77,8 @@ QDateTime Value::moment() const
 
 std::optional<Moment> Value::plainMoment() const
 {
-    if (const auto* moment = std::get_if<Moment>(&m_held)) return moment->date.isValid() ? std::optional(*moment) : std::nullopt;
+    if (const auto* moment = std::get_if<Moment>(&m_held))
+        return moment->date.isValid() ? std::optional(*moment) : std::nullopt;
     if (const auto* text = std::get_if<QString>(&m_held)) return readMoment(*text);
     return {};
 }

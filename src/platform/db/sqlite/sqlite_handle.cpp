@@ -34,7 +34,8 @@ QString sentenceFor(int code, const QString& path)
 {
     for (const Sentence& sentence : sentences)
         if (sentence.code == (code & 0xff))
-            return sentence.text.toString() + (sentence.namesFile ? QDir::toNativeSeparators(path) : QString());
+            return sentence.text.toString()
+                + (sentence.namesFile ? QDir::toNativeSeparators(path) : QString());
     return u"数据库执行语句时出错。"_s;
 }
 
@@ -51,11 +52,13 @@ SqliteHandle::SqliteHandle(const QString& path, Mode mode)
     const QFileInfo file(path);
     if (path.isEmpty()) throw Error(ErrorNumber::CannotOpen, u"SQLite"_s, u"没有指定数据库文件。"_s);
     if (mode != Mode::Create && !file.exists())
-        throw Error(ErrorNumber::CannotOpen, u"SQLite"_s,
-            u"数据库文件不存在："_s + QDir::toNativeSeparators(path));
+        throw Error(
+            ErrorNumber::CannotOpen, u"SQLite"_s, u"数据库文件不存在："_s + QDir::toNativeSeparators(path));
     if (file.exists() && !file.isFile())
-        throw Error(ErrorNumber::CannotOpen, u"SQLite"_s, u"这不是一个文件："_s + QDir::toNativeSeparators(path));
-    constexpr int flags[] {SQLITE_OPEN_READWRITE, SQLITE_OPEN_READONLY, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE};
+        throw Error(
+            ErrorNumber::CannotOpen, u"SQLite"_s, u"这不是一个文件："_s + QDir::toNativeSeparators(path));
+    constexpr int flags[] {
+        SQLITE_OPEN_READWRITE, SQLITE_OPEN_READONLY, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE};
     open(flags[int(mode)] | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE);
 }
 
@@ -68,7 +71,10 @@ void SqliteHandle::open(int flags)
     throw sqliteError(code, words, m_path);
 }
 
-SqliteHandle::~SqliteHandle() { sqlite3_close_v2(m_database); }
+SqliteHandle::~SqliteHandle()
+{
+    sqlite3_close_v2(m_database);
+}
 
 void SqliteHandle::fail(int code) const
 {

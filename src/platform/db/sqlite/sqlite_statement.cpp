@@ -37,11 +37,14 @@ SqliteStatement::SqliteStatement(const SqliteHandle& handle, const QByteArray& t
     , m_handle(handle)
 {
     const unsigned flags = life == Life::Kept ? SQLITE_PREPARE_PERSISTENT : 0;
-    m_handle.check(sqlite3_prepare_v3(
-        handle.get(), text.constData(), int(text.size()), flags, &m_statement, nullptr));
+    m_handle.check(
+        sqlite3_prepare_v3(handle.get(), text.constData(), int(text.size()), flags, &m_statement, nullptr));
 }
 
-SqliteStatement::~SqliteStatement() { sqlite3_finalize(m_statement); }
+SqliteStatement::~SqliteStatement()
+{
+    sqlite3_finalize(m_statement);
+}
 
 void SqliteStatement::bind(const sql::Translation& statement, const std::vector<sql::Literal>& literals)
 {
@@ -107,7 +110,8 @@ const Fields& SqliteStatement::fields(const sql::Translation& statement)
         Field& field = fields[i];
         field.name = QString::fromUtf8(sqlite3_column_name(m_statement, int(i)));
         if (statement.columns.size() == count) field.kind = statement.columns[i];
-        if (field.kind == sql::Kind::Unknown) field.kind = declaredKind(sqlite3_column_decltype(m_statement, int(i)));
+        if (field.kind == sql::Kind::Unknown)
+            field.kind = declaredKind(sqlite3_column_decltype(m_statement, int(i)));
     }
     m_fields = std::make_shared<const std::vector<Field>>(std::move(fields));
     return m_fields;
@@ -136,7 +140,8 @@ SqliteStatementLoan SqliteStatementCache::lend(const sql::Translation& statement
     }
     SqliteStatement* kept = m_kept[id].get();
     if (kept->lent)
-        return SqliteStatementLoan(new SqliteStatement(m_handle, statement.text, SqliteStatement::Life::OneUse));
+        return SqliteStatementLoan(
+            new SqliteStatement(m_handle, statement.text, SqliteStatement::Life::OneUse));
     kept->lent = true;
     return SqliteStatementLoan(kept);
 }

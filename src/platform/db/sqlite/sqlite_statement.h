@@ -81,7 +81,7 @@ private:
 
     SqliteStatementLoan m_statement;
     Fields m_fields;
-    DecimalDigits m_digits {0}; ///< of the number read last
+    DecimalDigits m_digits; ///< of the number read last
 };
 
 } // namespace quilla
