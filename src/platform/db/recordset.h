@@ -33,7 +33,8 @@ public:
     sql::Kind fieldKind(int index) const;
 
     /// Of the current row. Throws `NoCurrentRow` at the end, `NoSuchField` for an unknown field. Names
-    /// compare without case; of two fields of the same name the first.
+    /// compare without case; of two fields of the same name the first. What is returned holds until the
+    /// recordset moves.
     const Value& field(int index) const;
     const Value& field(QStringView name) const;
 

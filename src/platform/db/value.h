@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/core/text.h"
+#include "platform/db/moment.h"
 #include "platform/sql/schema.h"
 
 #include <QDateTime>
@@ -34,8 +35,12 @@ public:
         : m_held(std::move(number))
     {
     }
-    explicit Value(QDateTime moment)
-        : m_held(std::move(moment))
+    explicit Value(Moment moment)
+        : m_held(moment)
+    {
+    }
+    explicit Value(const QDateTime& moment)
+        : m_held(Moment::of(moment))
     {
     }
 
@@ -52,9 +57,11 @@ public:
     bool isTrue() const;
     /// Invalid for null and for a text that is no date.
     QDateTime moment() const;
+    /// The same without a time zone, cheaper; nothing for null and for a text that is no date.
+    std::optional<Moment> plainMoment() const;
 
 private:
-    std::variant<std::monostate, QString, qint64, bool, DecimalText, QDateTime> m_held;
+    std::variant<std::monostate, QString, qint64, bool, DecimalText, Moment> m_held;
 };
 
 } // namespace quilla

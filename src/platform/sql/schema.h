@@ -33,6 +33,7 @@ struct Table {
 /// The kinds of all columns, read from the T-SQL that creates the tables. The translator asks it.
 class Schema {
 public:
+    /// A table of the same name takes the place of the earlier one.
     void add(Table table);
     const Table* table(QStringView name) const;
     const std::vector<Table>& tables() const { return m_tables; }
@@ -42,8 +43,21 @@ private:
     QHash<QString, std::size_t> m_byName; ///< lower case
 };
 
+/// One statement of a script.
+struct ScriptPart {
+    QString text;
+    int line = 1; ///< where it begins in the script
+};
+
+/// The statements of a script, which are separated by lines "go". A part that holds nothing but blanks
+/// and comments is left out.
+std::vector<ScriptPart> splitScript(const QString& script);
+
 /// Reads `create table`, `create view` and `create index` statements, separated by lines "go".
 /// Throws `Error` with place and word where the text is not understood.
 Schema readSchema(const QString& tsql);
+
+/// As above, on top of what `known` holds already: the views of a base whose tables stand in another script.
+Schema readSchema(const QString& tsql, Schema known);
 
 } // namespace quilla::sql

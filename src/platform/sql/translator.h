@@ -16,13 +16,16 @@ struct Literal {
 };
 
 /// How a literal becomes a parameter of the engine's statement.
+///
+/// A Decimal must reach SQLite as a number, never as a text: an expression has no affinity that would turn
+/// the text into one.
 struct Parameter {
     int literal = 0; ///< index into the literals of the statement
     Kind kind = Kind::Text; ///< what the engine must be given; a literal that is none of it is an error
+    int scale = -1; ///< a Decimal on its way into a column is rounded to so many digits, a half away from 0
 };
 
-/// A statement in the engine's dialect. Shared by all statements of one shape; lives as long as its
-/// translator.
+/// A statement in the engine's dialect. Shared by all statements of one shape.
 struct Translation {
     QByteArray text; ///< UTF-8
     std::vector<Parameter> parameters; ///< in the order of the placeholders
@@ -30,6 +33,9 @@ struct Translation {
     bool returnsRows = false;
     bool writes = false;
     int id = 0; ///< dense number of this translation, an index for the drivers' prepared statements
+    /// Of an "exec": the name, without owner. On SQLite `text` is empty then, and `parameters` are the
+    /// arguments in their order.
+    QString procedure;
 };
 
 /// Turns the T-SQL of the program into an engine's own dialect.
@@ -39,15 +45,23 @@ struct Translation {
 /// belong to the shape. Not thread safe; one a factory.
 class Translator {
 public:
-    Translator(Engine engine, const Schema& schema);
+    /// `capacity`: how many translations stay at hand; twice as many are kept at most. `schema` must
+    /// outlive the translator.
+    Translator(Engine engine, const Schema& schema, int capacity = 2000);
     ~Translator();
 
     /// The translation of `tsql`; `literals` receives what its parameters point to, as views into
     /// `tsql`. Throws `Error` (NotUnderstood) that names the word and its place when the statement is
     /// outside the dialect, never a guess.
+    ///
+    /// The translation stays where it is until `capacity` other ones were made after it was last asked for.
     const Translation& translate(QStringView tsql, std::vector<Literal>& literals);
 
     Engine engine() const;
+
+    /// Rises when translations were dropped. Their ids never come again, so a driver may then drop all its
+    /// prepared statements, or just those that it has not used since.
+    int generation() const;
 
 private:
     struct Private;

@@ -1,0 +1,58 @@
+#include "platform/db/connection.h"
+
+#include "platform/core/text.h"
+#include "platform/db/pool.h"
+
+namespace quilla {
+
+namespace {
+
+Connection::Lease& opened(const std::unique_ptr<Connection::Lease>& lease)
+{
+    if (!lease) throw Error(ErrorNumber::NotOpen, u"Connection"_s, u"数据库连接没有打开。"_s);
+    return *lease;
+}
+
+} // namespace
+
+Connection::Connection() = default;
+Connection::Connection(std::unique_ptr<Lease> lease)
+    : m_lease(std::move(lease))
+{
+}
+Connection::~Connection() = default;
+Connection::Connection(Connection&&) noexcept = default;
+Connection& Connection::operator=(Connection&&) noexcept = default;
+
+bool Connection::isOpen() const
+{
+    return m_lease != nullptr;
+}
+void Connection::close()
+{
+    m_lease.reset();
+}
+
+int Connection::execute(QStringView tsql)
+{
+    return opened(m_lease).execute(tsql);
+}
+Recordset Connection::open(QStringView tsql, CursorType cursor)
+{
+    return opened(m_lease).open(tsql, cursor);
+}
+
+void Connection::begin()
+{
+    opened(m_lease).begin();
+}
+void Connection::commit()
+{
+    opened(m_lease).commit();
+}
+void Connection::rollback()
+{
+    opened(m_lease).rollback();
+}
+
+} // namespace quilla

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/sql/schema.h"
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace quilla {
+
+/// A column of a result.
+struct Field {
+    QString name;
+    sql::Kind kind = sql::Kind::Unknown;
+};
+
+/// The columns of a result; shared by all results of one prepared statement.
+using Fields = std::shared_ptr<const std::vector<Field>>;
+
+/// One value of a row as an engine hands it over.
+struct Cell {
+    enum class Form : quint8 { Null, Text, Integer, Bit, Decimal, Date };
+
+    Form form = Form::Null;
+    qint64 number = 0; ///< of Integer and Bit; of a Date the milliseconds since Julian day 0
+    std::string_view text; ///< UTF-8 of Text and Decimal; valid until the cursor moves or reads on
+};
+
+constexpr qint64 MillisecondsPerDay = 86'400'000;
+
+/// The rows of a select as they come from the engine, read once.
+class Cursor {
+public:
+    virtual ~Cursor() = default;
+    virtual Fields fields() const = 0;
+    /// Moves to the next row, at first to the first one. False at the end.
+    virtual bool step() = 0;
+    virtual Cell cell(int column) = 0;
+};
+
+} // namespace quilla

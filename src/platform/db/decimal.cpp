@@ -1,0 +1,80 @@
+#include "platform/db/decimal.h"
+
+#include <QString>
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace quilla {
+
+namespace {
+
+constexpr bool isDigit(QChar c)
+{
+    return c >= u'0' && c <= u'9';
+}
+
+/// "[+-]digits[.digits]" taken apart; false for all else, an exponent included.
+bool splitDecimal(QStringView text, bool& negative, QStringView& whole, QStringView& fraction)
+{
+    negative = text.startsWith(u'-');
+    if (negative || text.startsWith(u'+')) text = text.sliced(1);
+    const qsizetype point = text.indexOf(u'.');
+    whole = point < 0 ? text : text.first(point);
+    fraction = point < 0 ? QStringView() : text.sliced(point + 1);
+    return !(whole.isEmpty() && fraction.isEmpty()) && std::all_of(whole.begin(), whole.end(), isDigit)
+        && std::all_of(fraction.begin(), fraction.end(), isDigit);
+}
+
+std::optional<qint64> roundedDouble(std::optional<double> number)
+{
+    if (!number) return {};
+    const double rounded = std::round(*number);
+    if (!(std::abs(rounded) < 9.2e18)) return {};
+    return qint64(rounded);
+}
+
+} // namespace
+
+std::optional<double> readNumber(QStringView text)
+{
+    text = text.trimmed();
+    bool ok = false;
+    const double number = text.toDouble(&ok);
+    // "inf" and "nan" are no numbers to a database.
+    return ok && std::isfinite(number) ? std::optional(number) : std::nullopt;
+}
+
+std::optional<qint64> roundedDecimal(QStringView text)
+{
+    text = text.trimmed();
+    bool negative = false;
+    QStringView whole;
+    QStringView fraction;
+    if (!splitDecimal(text, negative, whole, fraction)) return roundedDouble(readNumber(text));
+    bool ok = true;
+    qint64 number = whole.isEmpty() ? 0 : whole.toLongLong(&ok);
+    if (!ok) return {};
+    const bool up = !fraction.isEmpty() && fraction.front() >= u'5';
+    if (up && number < std::numeric_limits<qint64>::max()) ++number;
+    return negative ? -number : number;
+}
+
+DecimalDigits::DecimalDigits(double number)
+{
+    char* const end = text + sizeof text;
+    if (number == 0) number = 0; // no "-0"
+    auto written = std::to_chars(text, end, number, std::chars_format::general, 15);
+    if (std::string_view(text, std::size_t(written.ptr - text)).find('e') != std::string_view::npos) {
+        const double magnitude = std::abs(number);
+        const int behind = magnitude >= 1 ? 0 : int(std::min(320.0, 14 - std::floor(std::log10(magnitude))));
+        written = std::to_chars(text, end, number, std::chars_format::fixed, behind);
+        if (behind)
+            while (written.ptr[-1] == '0')
+                --written.ptr;
+    }
+    length = std::size_t(written.ptr - text);
+}
+
+} // namespace quilla

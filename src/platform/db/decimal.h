@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QStringView>
+
+#include <optional>
+#include <string_view>
+
+namespace quilla {
+
+/// The number that a text holds, blanks around it ignored: sign, digits, point, exponent. Nothing for a
+/// text that is none, also for an empty one.
+std::optional<double> readNumber(QStringView text);
+
+/// The whole number nearest to a decimal text, an exact half away from zero, worked out on its digits.
+/// Nothing for a text that is no number or lies outside 64 bits.
+std::optional<qint64> roundedDecimal(QStringView text);
+
+/// A binary fraction as the decimal that was meant: 15 digits, no more than needed, never an exponent.
+/// 0.1+0.2 is "0.3".
+struct DecimalDigits {
+    DecimalDigits() { }
+    explicit DecimalDigits(double number);
+    std::string_view view() const { return {text, length}; }
+
+    char text[336]; ///< the largest double has 309 digits
+    std::size_t length = 0;
+};
+
+} // namespace quilla

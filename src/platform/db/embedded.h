@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/core/dates.h"
+#include "platform/db/connection.h"
+#include "platform/db/connection_text.h"
+#include "platform/sql/schema.h"
+
+#include <QStringList>
+
+#include <functional>
+#include <optional>
+
+namespace quilla {
+
+/// The version of the schema that this program reads and writes; the embedded database carries it.
+constexpr int EmbeddedSchemaVersion = 1;
+
+/// The file that a connection text leads to, when it leads to the embedded database: the built-in data
+/// source, or the Access driver entry of the connection dialog. A relative path is meant from the folder
+/// of `embeddedDatabaseFile()`. Nothing for a text that leads to a server.
+std::optional<QString> embeddedFileOf(const ConnectionItems& items);
+
+/// Creates the embedded database `path` (and its folder). `fill` makes tables, views and first rows; it
+/// runs inside one transaction, which also sets the version. The file stands under its name only when all
+/// of it succeeded. Throws `Error` when the file exists already, and passes on what `fill` throws.
+void createEmbedded(const QString& path, const sql::Schema& schema, const Clock& clock,
+    const std::function<void(Connection&)>& fill);
+
+/// Copies a database that may be in use to the new file `to`, as it stands at one moment. Throws `Error`
+/// when `to` exists already or the copy fails; no half copy stays behind.
+void backupEmbedded(const QString& from, const QString& to);
+
+/// What the engine finds wrong inside the file, a line a fault; empty when it is sound. Throws `Error`
+/// when the file can't be opened at all.
+QStringList checkEmbedded(const QString& path);
+
+} // namespace quilla

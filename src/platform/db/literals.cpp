@@ -1,0 +1,99 @@
+#include "platform/db/literals.h"
+
+#include "platform/core/text.h"
+#include "platform/db/decimal.h"
+
+#include <QStringEncoder>
+
+namespace quilla {
+
+namespace {
+
+Error cannotConvert(const sql::Literal& literal, QStringView to)
+{
+    return Error(ErrorNumber::CannotConvert, u"Connection"_s,
+        u"“%1”不是%2。"_s.arg(literal.text.toString(), to.toString()));
+}
+
+/// Sign and up to 18 digits, nothing else.
+std::optional<qint64> quickWhole(QStringView text)
+{
+    const bool negative = text.startsWith(u'-');
+    if (negative) text = text.sliced(1);
+    if (text.isEmpty() || text.size() > 18) return {};
+    qint64 number = 0;
+    for (const QChar c : text) {
+        if (c < u'0' || c > u'9') return {};
+        number = number * 10 + (c.unicode() - u'0');
+    }
+    return negative ? -number : number;
+}
+
+char* undoubleQuotes(char* begin, char* end)
+{
+    char* out = begin;
+    for (const char* in = begin; in != end; ++in) {
+        *out++ = *in;
+        if (*in == '\'' && in + 1 != end && in[1] == '\'') ++in;
+    }
+    return out;
+}
+
+} // namespace
+
+std::optional<qint64> exactWholeOf(const sql::Literal& literal)
+{
+    if (const auto number = quickWhole(literal.text)) return number;
+    const QStringView text = literal.text.trimmed();
+    if (literal.quoted && text.isEmpty()) return 0;
+    bool ok = false;
+    const qint64 number = text.toLongLong(&ok);
+    return ok ? std::optional(number) : std::nullopt;
+}
+
+std::optional<qint64> wholeNumberOf(const sql::Literal& literal)
+{
+    const auto number = exactWholeOf(literal);
+    if (!number && literal.quoted) throw cannotConvert(literal, u"整数");
+    return number;
+}
+
+bool bitOf(const sql::Literal& literal)
+{
+    const QStringView text = literal.text.trimmed();
+    if (text.compare(u"True", Qt::CaseInsensitive) == 0) return true;
+    if (text.compare(u"False", Qt::CaseInsensitive) == 0) return false;
+    const auto number = wholeNumberOf(literal);
+    return number ? *number != 0 : numberOf(literal) != 0;
+}
+
+double numberOf(const sql::Literal& literal)
+{
+    if (literal.quoted && literal.text.trimmed().isEmpty()) return 0;
+    const auto number = readNumber(literal.text);
+    if (!number) throw cannotConvert(literal, u"数字");
+    return *number;
+}
+
+Moment momentOf(const sql::Literal& literal)
+{
+    const auto moment = readMoment(literal.text);
+    if (!moment) throw cannotConvert(literal, u"日期");
+    return *moment;
+}
+
+char* writeUtf8(const sql::Literal& literal, char* out)
+{
+    char* at = out;
+    const char16_t* in = literal.text.utf16();
+    const char16_t* const end = in + literal.text.size();
+    for (; in != end && *in < 0x80; ++in)
+        *at++ = char(*in);
+    if (in != end) {
+        QStringEncoder encoder(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless);
+        at = encoder.appendToBuffer(at, QStringView(in, end));
+    }
+    return literal.hasDoubledQuote ? undoubleQuotes(out, at) : at;
+}
+
+} // namespace quilla

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/core/error.h"
+#include "platform/db/moment.h"
+#include "platform/sql/translator.h"
+
+#include <optional>
+
+namespace quilla {
+
+// How the literals of a statement become the values that their columns want. The readings of quoted
+// numbers are the server's: blanks around them are ignored, an empty text is 0.
+
+/// Nothing for an unquoted number with a fraction or beyond 64 bits. Throws `CannotConvert` for a quoted
+/// text that is no whole number.
+std::optional<qint64> wholeNumberOf(const sql::Literal& literal);
+/// The same, but nothing for any text that is no whole number.
+std::optional<qint64> exactWholeOf(const sql::Literal& literal);
+/// A whole number, "True" or "False". Throws `CannotConvert`.
+bool bitOf(const sql::Literal& literal);
+/// Throws `CannotConvert`.
+double numberOf(const sql::Literal& literal);
+/// Throws `CannotConvert`, also for an empty text.
+Moment momentOf(const sql::Literal& literal);
+
+/// The longest UTF-8 form of the literal, in bytes.
+inline std::size_t utf8Bound(const sql::Literal& literal)
+{
+    return std::size_t(literal.text.size()) * 3;
+}
+/// Writes the text of the literal, its quotes undoubled, as UTF-8 to `out` (room for `utf8Bound`). The end.
+char* writeUtf8(const sql::Literal& literal, char* out);
+
+} // namespace quilla

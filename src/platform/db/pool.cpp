@@ -1,0 +1,194 @@
+#include "platform/db/pool.h"
+
+#include "platform/core/text.h"
+#include "platform/db/sources.h"
+
+#include <algorithm>
+
+namespace quilla {
+
+namespace {
+
+bool isFree(const std::shared_ptr<Physical>& physical)
+{
+    return !physical->transaction && physical->cursors == 0;
+}
+
+} // namespace
+
+Pool::Pool(Open open, TranslatorOf translatorOf, const StatementHook& hook)
+    : m_open(std::move(open))
+    , m_translatorOf(std::move(translatorOf))
+    , m_hook(hook)
+{
+}
+
+std::unique_ptr<Connection::Lease> Pool::lend()
+{
+    return std::make_unique<Connection::Lease>(shared_from_this(), shared());
+}
+
+void Pool::drain()
+{
+    std::erase_if(m_physicals, [](const Shared& physical) { return physical->isIdle(); });
+}
+
+void Pool::dropDead()
+{
+    std::erase_if(m_physicals,
+        [](const Shared& physical) { return physical->isIdle() && !physical->driver->isAlive(); });
+}
+
+Pool::Shared Pool::add()
+{
+    auto physical = std::make_shared<Physical>();
+    physical->driver = m_open();
+    m_physicals.push_back(physical);
+    return physical;
+}
+
+/// What a new lease starts on.
+Pool::Shared Pool::shared()
+{
+    dropDead();
+    return undisturbed();
+}
+
+Pool::Shared Pool::undisturbed()
+{
+    const auto found = std::find_if(m_physicals.begin(), m_physicals.end(),
+        [](const Shared& physical) { return physical->cursors == 0; });
+    return found != m_physicals.end() ? *found : add();
+}
+
+const Pool::Shared* Pool::openTransaction() const
+{
+    const auto found = std::find_if(
+        m_physicals.begin(), m_physicals.end(), [](const Shared& physical) { return physical->transaction; });
+    return found != m_physicals.end() ? &*found : nullptr;
+}
+
+Pool::Shared Pool::forWriting(const Shared& current)
+{
+    const Shared* open = current->driver->hasOneWriter() ? openTransaction() : nullptr;
+    if (open) return *open;
+    if (isFree(current)) return current;
+    const auto found = std::find_if(m_physicals.begin(), m_physicals.end(), isFree);
+    return found != m_physicals.end() ? *found : add();
+}
+
+Pool::Shared Pool::forTransaction(const Shared& current)
+{
+    if (current->driver->hasOneWriter() && openTransaction())
+        throw Error(ErrorNumber::CannotOpen, u"Connection"_s,
+            u"本程序的另一个操作还没有结束它的事务，请稍后再试。"_s);
+    return forWriting(current);
+}
+
+Connection::Lease::Lease(std::shared_ptr<Pool> pool, std::shared_ptr<Physical> physical)
+    : m_pool(std::move(pool))
+    , m_physical(std::move(physical))
+{
+    ++m_physical->leases;
+}
+
+Connection::Lease::~Lease()
+{
+    giveUpTransaction();
+    --m_physical->leases;
+}
+
+void Connection::Lease::moveTo(const std::shared_ptr<Physical>& physical)
+{
+    if (physical == m_physical) return;
+    --m_physical->leases;
+    m_physical = physical;
+    ++m_physical->leases;
+}
+
+void Connection::Lease::announce(QStringView statement) const
+{
+    if (m_pool->m_hook) m_pool->m_hook(statement);
+}
+
+const sql::Translation& Connection::Lease::prepare(QStringView tsql)
+{
+    announce(tsql);
+    const auto& statement
+        = m_pool->m_translatorOf(m_physical->driver->engine()).translate(tsql, m_pool->m_literals);
+    if (inTransaction()) return statement;
+    if (statement.writes)
+        moveTo(m_pool->forWriting(m_physical));
+    else if (m_physical->cursors)
+        moveTo(m_pool->undisturbed());
+    return statement;
+}
+
+int Connection::Lease::execute(QStringView tsql)
+{
+    const auto& statement = prepare(tsql);
+    return m_physical->driver->execute(statement, m_pool->m_literals);
+}
+
+Recordset Connection::Lease::open(QStringView tsql, CursorType cursor)
+{
+    const auto& statement = prepare(tsql);
+    if (!statement.returnsRows) {
+        m_physical->driver->execute(statement, m_pool->m_literals);
+        return Recordset();
+    }
+    if (cursor == CursorType::Forward) return openForward(statement);
+    const auto rows = m_physical->driver->query(statement, m_pool->m_literals);
+    return Recordset(std::make_unique<KeysetSource>(*rows));
+}
+
+Recordset Connection::Lease::openForward(const sql::Translation& statement)
+{
+    auto rows = m_physical->driver->query(statement, m_pool->m_literals);
+    ++m_physical->cursors;
+    return Recordset(
+        std::make_unique<ForwardSource>(std::move(rows), [physical = m_physical] { --physical->cursors; }));
+}
+
+void Connection::Lease::begin()
+{
+    announce(u"begin");
+    if (inTransaction()) throw Error(ErrorNumber::CannotOpen, u"Connection"_s, u"本连接上已经有一个事务。"_s);
+    moveTo(m_pool->forTransaction(m_physical));
+    m_physical->driver->begin();
+    m_physical->transaction = this;
+}
+
+void Connection::Lease::commit()
+{
+    if (!inTransaction()) throw Error(ErrorNumber::NotOpen, u"Connection"_s, u"没有要提交的事务。"_s);
+    try {
+        announce(u"commit");
+        m_physical->driver->commit();
+        m_physical->transaction = nullptr;
+    } catch (...) {
+        giveUpTransaction();
+        throw;
+    }
+}
+
+void Connection::Lease::rollback()
+{
+    if (!inTransaction()) return;
+    announce(u"rollback");
+    m_physical->transaction = nullptr;
+    m_physical->driver->rollback();
+}
+
+void Connection::Lease::giveUpTransaction() noexcept
+{
+    if (!inTransaction()) return;
+    m_physical->transaction = nullptr;
+    try {
+        m_physical->driver->rollback();
+    } catch (const Error&) {
+        // The connection is of no use any more; isAlive() says so when it is to be lent again.
+    }
+}
+
+} // namespace quilla

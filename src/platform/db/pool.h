@@ -1,0 +1,86 @@
+#pragma once
+
+#include "platform/db/connection.h"
+#include "platform/db/driver.h"
+
+#include <array>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace quilla {
+
+/// A physical connection in the pool, shared by the leases that read on it.
+struct Physical {
+    std::unique_ptr<Driver> driver;
+    const Connection::Lease* transaction = nullptr; ///< who has its transaction open on it
+    int leases = 0;
+    int cursors = 0; ///< forward recordsets being read: they hold one state of the database for all
+
+    bool isIdle() const { return leases == 0 && cursors == 0; }
+};
+
+/// The physical connections behind one connection text, and what their statements need. Not thread safe:
+/// the client works on one thread.
+///
+/// All leases read on one connection as long as they can; writes find their way by these rules:
+/// - Nothing but a lease's own transaction runs beside an open forward recordset, since every statement on
+///   that connection would see the database as it was when the recordset was opened.
+/// - Two transactions never meet on one connection. On an engine with one writer the second one is refused
+///   at once: on this thread nobody could end the first while the second waits.
+/// - There a single write of another lease joins the open transaction, where it could not get in either.
+class Pool : public std::enable_shared_from_this<Pool> {
+public:
+    using Open = std::function<std::unique_ptr<Driver>()>;
+    using TranslatorOf = std::function<sql::Translator&(sql::Engine)>;
+
+    Pool(Open open, TranslatorOf translatorOf, const StatementHook& hook);
+
+    std::unique_ptr<Connection::Lease> lend();
+    void drain();
+
+private:
+    friend class Connection::Lease;
+    using Shared = std::shared_ptr<Physical>;
+
+    Shared shared();
+    Shared undisturbed();
+    Shared forWriting(const Shared& current);
+    Shared forTransaction(const Shared& current);
+    const Shared* openTransaction() const;
+    Shared add();
+    void dropDead();
+
+    Open m_open;
+    TranslatorOf m_translatorOf;
+    const StatementHook& m_hook;
+    std::vector<Shared> m_physicals;
+    std::vector<sql::Literal> m_literals; ///< of the statement being sent
+};
+
+/// One logical connection on the pool.
+class Connection::Lease {
+public:
+    Lease(std::shared_ptr<Pool> pool, std::shared_ptr<Physical> physical);
+    ~Lease();
+    Q_DISABLE_COPY_MOVE(Lease)
+
+    int execute(QStringView tsql);
+    Recordset open(QStringView tsql, CursorType cursor);
+    void begin();
+    void commit();
+    void rollback();
+
+private:
+    bool inTransaction() const { return m_physical->transaction == this; }
+    const sql::Translation& prepare(QStringView tsql);
+    Recordset openForward(const sql::Translation& statement);
+    void announce(QStringView statement) const;
+    void moveTo(const std::shared_ptr<Physical>& physical);
+    void giveUpTransaction() noexcept;
+
+    std::shared_ptr<Pool> m_pool;
+    std::shared_ptr<Physical> m_physical;
+};
+
+} // namespace quilla

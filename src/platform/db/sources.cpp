@@ -1,0 +1,145 @@
+#include "platform/db/sources.h"
+
+#include "platform/core/error.h"
+
+namespace quilla {
+
+namespace {
+
+Error noCurrentRow()
+{
+    return Error(ErrorNumber::NoCurrentRow, u"Recordset"_s, u"没有当前记录。"_s);
+}
+
+QString textOf(const Cell& cell)
+{
+    return QString::fromUtf8(cell.text.data(), qsizetype(cell.text.size()));
+}
+
+Moment momentOf(qint64 milliseconds)
+{
+    return {QDate::fromJulianDay(milliseconds / MillisecondsPerDay),
+        QTime::fromMSecsSinceStartOfDay(int(milliseconds % MillisecondsPerDay))};
+}
+
+Value valueOf(const Cell& cell)
+{
+    switch (cell.form) {
+    case Cell::Form::Null:
+        return Value();
+    case Cell::Form::Text:
+        return Value(textOf(cell));
+    case Cell::Form::Integer:
+        return Value(cell.number);
+    case Cell::Form::Bit:
+        return Value(cell.number != 0);
+    case Cell::Form::Decimal:
+        return Value(DecimalText {textOf(cell)});
+    case Cell::Form::Date:
+        return Value(momentOf(cell.number));
+    }
+    return Value();
+}
+
+} // namespace
+
+Recordset::Source::Source(Fields fields)
+    : m_fields(std::move(fields))
+    , m_values(m_fields->size())
+    , m_known(m_fields->size(), false)
+{
+}
+
+void Recordset::Source::forgetRow()
+{
+    m_known.assign(m_known.size(), false);
+}
+
+void Recordset::Source::next()
+{
+    if (eof()) throw noCurrentRow();
+    forgetRow();
+    moveNext();
+}
+
+void Recordset::Source::first()
+{
+    forgetRow();
+    moveFirst();
+}
+
+const Value& Recordset::Source::field(int index)
+{
+    const auto at = std::size_t(index);
+    if (index < 0 || at >= m_values.size())
+        throw Error(ErrorNumber::NoSuchField, u"Recordset"_s, u"没有第 %1 个字段。"_s.arg(index));
+    if (eof()) throw noCurrentRow();
+    if (!m_known[at]) {
+        m_values[at] = valueOf(cell(index));
+        m_known[at] = true;
+    }
+    return m_values[at];
+}
+
+KeysetSource::KeysetSource(Cursor& cursor)
+    : Source(cursor.fields())
+{
+    const int columns = int(fields().size());
+    while (cursor.step()) {
+        for (int column = 0; column < columns; ++column)
+            keep(cursor.cell(column));
+        ++m_rows;
+    }
+}
+
+void KeysetSource::keep(const Cell& cell)
+{
+    const bool text = cell.form == Cell::Form::Text || cell.form == Cell::Form::Decimal;
+    m_cells.push_back({text ? qint64(m_text.size()) : cell.number, quint32(cell.text.size()), cell.form});
+    if (text) m_text += cell.text;
+}
+
+Cell KeysetSource::cell(int column)
+{
+    const Stored& stored = m_cells[std::size_t(m_row) * fields().size() + std::size_t(column)];
+    Cell cell {stored.form, stored.number, {}};
+    if (stored.length) cell.text = std::string_view(m_text).substr(std::size_t(stored.number), stored.length);
+    return cell;
+}
+
+ForwardSource::ForwardSource(std::unique_ptr<Cursor> cursor, std::function<void()> released)
+    : Source(cursor->fields())
+    , m_cursor(std::move(cursor))
+    , m_released(std::move(released))
+{
+    moveNext();
+}
+
+ForwardSource::~ForwardSource()
+{
+    release();
+}
+
+void ForwardSource::release()
+{
+    if (!m_cursor) return;
+    m_cursor.reset();
+    m_released();
+}
+
+void ForwardSource::moveNext()
+{
+    try {
+        if (!m_cursor->step()) release();
+    } catch (...) {
+        release();
+        throw;
+    }
+}
+
+void ForwardSource::moveFirst()
+{
+    throw Error(ErrorNumber::NoCurrentRow, u"Recordset"_s, u"只进记录集不能回到第一条记录。"_s);
+}
+
+} // namespace quilla

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "platform/db/cursor.h"
+#include "platform/db/recordset.h"
+
+#include <functional>
+#include <string>
+
+namespace quilla {
+
+/// What stands behind a recordset: the walk over the rows, and the fields of the current one, which
+/// become values when they are asked for.
+class Recordset::Source {
+public:
+    virtual ~Source() = default;
+
+    virtual qsizetype recordCount() const = 0;
+    virtual bool eof() const = 0;
+    void next();
+    void first();
+
+    const std::vector<Field>& fields() const { return *m_fields; }
+    const Value& field(int index);
+
+protected:
+    explicit Source(Fields fields);
+
+    virtual void moveNext() = 0;
+    virtual void moveFirst() = 0;
+    virtual Cell cell(int column) = 0;
+
+private:
+    void forgetRow();
+
+    Fields m_fields;
+    std::vector<Value> m_values; ///< of the current row, as far as `m_known` says
+    std::vector<bool> m_known;
+};
+
+/// All rows at once: sixteen bytes a field and one run of text for the whole result.
+class KeysetSource final : public Recordset::Source {
+public:
+    /// Reads the cursor to its end.
+    explicit KeysetSource(Cursor& cursor);
+
+    qsizetype recordCount() const override { return m_rows; }
+    bool eof() const override { return m_row >= m_rows; }
+
+private:
+    struct Stored {
+        qint64 number; ///< of a text its place in `m_text`
+        quint32 length;
+        Cell::Form form;
+    };
+
+    void keep(const Cell& cell);
+    void moveNext() override { ++m_row; }
+    void moveFirst() override { m_row = 0; }
+    Cell cell(int column) override;
+
+    std::vector<Stored> m_cells;
+    std::string m_text;
+    qsizetype m_rows = 0;
+    qsizetype m_row = 0;
+};
+
+/// One row at a time, straight from the engine.
+class ForwardSource final : public Recordset::Source {
+public:
+    /// `released` is called once, when the cursor is not needed any more.
+    ForwardSource(std::unique_ptr<Cursor> cursor, std::function<void()> released);
+    ~ForwardSource() override;
+    Q_DISABLE_COPY_MOVE(ForwardSource)
+
+    qsizetype recordCount() const override { return -1; }
+    bool eof() const override { return !m_cursor; }
+
+private:
+    void release();
+    void moveNext() override;
+    void moveFirst() override;
+    Cell cell(int column) override { return m_cursor->cell(column); }
+
+    std::unique_ptr<Cursor> m_cursor; ///< none at the end
+    std::function<void()> m_released;
+};
+
+} // namespace quilla

@@ -1,0 +1,146 @@
+#include "platform/db/sqlite/sqlite_driver.h"
+
+#include "platform/core/text.h"
+#include "platform/db/embedded.h"
+
+#include <QDir>
+
+namespace quilla {
+
+namespace {
+
+Error cannotOpen(const QString& why, const QString& path)
+{
+    return Error(ErrorNumber::CannotOpen, u"SQLite"_s, why + QDir::toNativeSeparators(path));
+}
+
+SqliteHandle::Mode modeFor(SqliteDriver::As as)
+{
+    return as == SqliteDriver::As::NewFile ? SqliteHandle::Mode::Create : SqliteHandle::Mode::Existing;
+}
+
+} // namespace
+
+SqliteDriver::SqliteDriver(const QString& path, const Clock& clock, As as, int busyMilliseconds)
+    : m_time(clock)
+    , m_handle(path, modeFor(as))
+{
+    setUp(as, busyMilliseconds);
+}
+
+void SqliteDriver::setUp(As as, int busyMilliseconds)
+{
+    sqlite3* const database = m_handle.get();
+    m_handle.check(sqlite3_busy_timeout(database, busyMilliseconds));
+    // A misspelt column must be an error, not a text of its own name.
+    m_handle.check(sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr));
+    m_handle.check(sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr));
+    registerFunctions(m_handle, m_time);
+    if (as == As::Library) refuseForeignFile();
+    m_handle.run("pragma foreign_keys=off; pragma synchronous=full; pragma temp_store=memory");
+    if (as != As::AnyFile && !sqlite3_db_readonly(database, "main")) m_handle.run("pragma journal_mode=wal");
+    const auto kept = SqliteStatement::Life::Kept;
+    m_begin = std::make_unique<SqliteStatement>(m_handle, "begin immediate", kept);
+    m_commit = std::make_unique<SqliteStatement>(m_handle, "commit", kept);
+    m_rollback = std::make_unique<SqliteStatement>(m_handle, "rollback", kept);
+}
+
+void SqliteDriver::refuseForeignFile() const
+{
+    const int application = m_handle.number("pragma application_id");
+    const int version = m_handle.number("pragma user_version");
+    if (application != LibraryApplicationId)
+        throw cannotOpen(u"文件里没有图书馆的数据表："_s, m_handle.path());
+    if (version > EmbeddedSchemaVersion)
+        throw cannotOpen(
+            u"数据库由更新版本的程序建立（结构版本 %1，本程序认识 %2），请先升级本程序："_s.arg(version).arg(
+                EmbeddedSchemaVersion),
+            m_handle.path());
+    if (version < EmbeddedSchemaVersion)
+        throw cannotOpen(u"数据库的结构版本（%1）比本程序的（%2）旧，请先升级数据库："_s.arg(version).arg(
+                             EmbeddedSchemaVersion),
+            m_handle.path());
+}
+
+/// Whether the file was moved away or replaced under its name: what is written now would be lost.
+bool SqliteDriver::wasMoved() const
+{
+    int moved = 0;
+    sqlite3_file_control(m_handle.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+    return moved;
+}
+
+bool SqliteDriver::isAlive()
+{
+    return !m_inTransaction && sqlite3_get_autocommit(m_handle.get()) && !wasMoved();
+}
+
+/// When the engine gave up the transaction by itself (a full disk), what follows must not stand alone.
+void SqliteDriver::refuseAfterLostTransaction() const
+{
+    if (m_inTransaction && sqlite3_get_autocommit(m_handle.get()))
+        throw sqliteError(SQLITE_ABORT_ROLLBACK, u"数据库已撤销当前事务。"_s, m_handle.path());
+}
+
+SqliteStatementLoan SqliteDriver::start(
+    const sql::Translation& statement, const std::vector<sql::Literal>& literals)
+{
+    refuseAfterLostTransaction();
+    m_time.startStatement();
+    auto prepared = m_statements.lend(statement);
+    prepared->bind(statement, literals);
+    return prepared;
+}
+
+int SqliteDriver::execute(const sql::Translation& statement, const std::vector<sql::Literal>& literals)
+{
+    const auto prepared = start(statement, literals);
+    // Unlike the count of the last statement this one does not move at a statement that changes no rows.
+    const int before = sqlite3_total_changes(m_handle.get());
+    while (prepared->step()) { }
+    return sqlite3_total_changes(m_handle.get()) - before;
+}
+
+std::unique_ptr<Cursor> SqliteDriver::query(
+    const sql::Translation& statement, const std::vector<sql::Literal>& literals)
+{
+    auto prepared = start(statement, literals);
+    Fields fields = prepared->fields(statement);
+    return std::make_unique<SqliteCursor>(std::move(prepared), std::move(fields));
+}
+
+void SqliteDriver::run(SqliteStatement& statement)
+{
+    struct Reset {
+        SqliteStatement& statement;
+        ~Reset() { statement.reset(); }
+    } reset {statement};
+    statement.step();
+}
+
+void SqliteDriver::begin()
+{
+    if (wasMoved()) throw cannotOpen(u"数据库文件已被移走或替换："_s, m_handle.path());
+    run(*m_begin);
+    m_inTransaction = true;
+}
+
+void SqliteDriver::commit()
+{
+    try {
+        refuseAfterLostTransaction();
+        run(*m_commit);
+        m_inTransaction = false;
+    } catch (const Error&) {
+        rollback();
+        throw;
+    }
+}
+
+void SqliteDriver::rollback()
+{
+    if (!std::exchange(m_inTransaction, false) || sqlite3_get_autocommit(m_handle.get())) return;
+    run(*m_rollback);
+}
+
+} // namespace quilla

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "platform/db/driver.h"
+#include "platform/db/sqlite/sqlite_functions.h"
+#include "platform/db/sqlite/sqlite_handle.h"
+#include "platform/db/sqlite/sqlite_statement.h"
+
+namespace quilla {
+
+/// A connection to an embedded database file.
+class SqliteDriver final : public Driver {
+public:
+    enum class As {
+        Library, ///< a finished library of this program's schema version, or an error says what it is
+        AnyFile, ///< whatever is in the file
+        NewFile, ///< makes the file
+    };
+
+    /// How long a statement waits for another desk's transaction.
+    static constexpr int BusyMilliseconds = 10'000;
+
+    /// `clock` must outlive the driver.
+    SqliteDriver(const QString& path, const Clock& clock, As as = As::Library,
+        int busyMilliseconds = BusyMilliseconds);
+
+    sql::Engine engine() const override { return sql::Engine::Sqlite; }
+    bool hasOneWriter() const override { return true; }
+    bool isAlive() override;
+
+    int execute(const sql::Translation& statement, const std::vector<sql::Literal>& literals) override;
+    std::unique_ptr<Cursor> query(
+        const sql::Translation& statement, const std::vector<sql::Literal>& literals) override;
+
+    void begin() override;
+    void commit() override;
+    void rollback() override;
+
+    const SqliteHandle& handle() const { return m_handle; }
+
+private:
+    void setUp(As as, int busyMilliseconds);
+    void refuseForeignFile() const;
+    SqliteStatementLoan start(const sql::Translation& statement, const std::vector<sql::Literal>& literals);
+    void refuseAfterLostTransaction() const;
+    void run(SqliteStatement& statement);
+    bool wasMoved() const;
+
+    StatementTime m_time;
+    SqliteHandle m_handle;
+    SqliteStatementCache m_statements {m_handle};
+    std::unique_ptr<SqliteStatement> m_begin;
+    std::unique_ptr<SqliteStatement> m_commit;
+    std::unique_ptr<SqliteStatement> m_rollback;
+    bool m_inTransaction = false; ///< as far as the caller knows
+};
+
+/// What marks the file of a library, in the file's own header.
+constexpr int LibraryApplicationId = 0x514a5144;
+
+} // namespace quilla

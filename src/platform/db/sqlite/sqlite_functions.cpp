@@ -1,0 +1,203 @@
+#include "platform/db/sqlite/sqlite_functions.h"
+
+#include "platform/core/text.h"
+#include "platform/db/decimal.h"
+#include "platform/db/sqlite/date_functions.h"
+#include "platform/db/sqlite/like_pattern.h"
+#include "platform/db/sqlite/text_collation.h"
+#include "platform/sql/functions.h"
+
+namespace quilla {
+
+namespace {
+
+/// The arguments of a call and the ways to answer it.
+class Call {
+public:
+    Call(sqlite3_context* context, sqlite3_value** arguments)
+        : m_context(context)
+        , m_arguments(arguments)
+    {
+    }
+
+    std::string_view text(int index) const
+    {
+        const auto* bytes = reinterpret_cast<const char*>(sqlite3_value_text(m_arguments[index]));
+        return {bytes, std::size_t(sqlite3_value_bytes(m_arguments[index]))};
+    }
+    qint64 number(int index) const { return sqlite3_value_int64(m_arguments[index]); }
+    double real(int index) const { return sqlite3_value_double(m_arguments[index]); }
+    int type(int index) const { return sqlite3_value_type(m_arguments[index]); }
+
+    /// Nothing after it has answered with an error.
+    std::optional<Moment> moment(int index) const
+    {
+        const auto moment = readMoment(text(index));
+        if (!moment)
+            fail(u"“%1”不是日期。"_s.arg(
+                QString::fromUtf8(text(index).data(), qsizetype(text(index).size()))));
+        return moment;
+    }
+
+    void answer(qint64 number) const { sqlite3_result_int64(m_context, number); }
+    void answer(std::string_view text) const
+    {
+        sqlite3_result_text(m_context, text.data(), int(text.size()), SQLITE_TRANSIENT);
+    }
+    void answer(const QByteArray& text) const
+    {
+        answer(std::string_view(text.constData(), std::size_t(text.size())));
+    }
+    void answer(const Moment& moment) const { answer(CanonicalMoment(moment).view()); }
+    void fail(const QString& words) const
+    {
+        const QByteArray utf8 = words.toUtf8();
+        sqlite3_result_error(m_context, utf8.constData(), int(utf8.size()));
+        sqlite3_result_error_code(m_context, SQLITE_MISMATCH);
+    }
+    void failUnknown(int index) const
+    {
+        fail(u"不支持的日期单位或格式，或日期超出范围："_s
+            + QString::fromUtf8(text(index).data(), qsizetype(text(index).size())));
+    }
+
+    /// The pattern of an argument, kept for the later rows of the statement while it is a constant there.
+    const LikePattern& pattern(int index) const
+    {
+        if (const void* known = sqlite3_get_auxdata(m_context, index))
+            return *static_cast<const LikePattern*>(known);
+        auto* made = new LikePattern(text(index));
+        sqlite3_set_auxdata(m_context, index, made, [](void* old) { delete static_cast<LikePattern*>(old); });
+        return *made;
+    }
+    StatementTime& time() const { return *static_cast<StatementTime*>(sqlite3_user_data(m_context)); }
+
+private:
+    sqlite3_context* m_context;
+    sqlite3_value** m_arguments;
+};
+
+void now(const Call& call)
+{
+    call.answer(call.time().now().view());
+}
+
+void like(const Call& call)
+{
+    call.answer(qint64(call.pattern(0).matches(call.text(1))));
+}
+
+/// An answer that the function may refuse for the word in argument 0.
+template <typename T> void answerOrFail(const Call& call, const std::optional<T>& result)
+{
+    if (result)
+        call.answer(*result);
+    else
+        call.failUnknown(0);
+}
+
+void difference(const Call& call)
+{
+    const auto from = call.moment(1);
+    const auto to = from ? call.moment(2) : std::nullopt;
+    if (to) answerOrFail(call, dateDifference(call.text(0), *from, *to));
+}
+
+void add(const Call& call)
+{
+    const auto moment = call.moment(2);
+    if (moment) answerOrFail(call, dateAdd(call.text(0), call.number(1), *moment));
+}
+
+void part(const Call& call)
+{
+    const auto moment = call.moment(1);
+    if (!moment) return;
+    const auto number = datePart(call.text(0), *moment);
+    answerOrFail(call, number ? std::optional(qint64(*number)) : std::nullopt);
+}
+
+void convertToDateText(const Call& call)
+{
+    const auto moment = call.moment(1);
+    if (moment) answerOrFail(call, convertDate(int(call.number(0)), *moment));
+}
+
+/// The first `width` characters of a text.
+std::string_view cut(std::string_view text, qint64 width)
+{
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    for (qint64 i = 0; i < width && at != end; ++i)
+        nextCodePoint(at, end);
+    return text.substr(0, std::size_t(at - text.data()));
+}
+
+void convertToText(const Call& call)
+{
+    const qint64 width = call.number(0);
+    const int type = call.type(1);
+    if (type != SQLITE_INTEGER && type != SQLITE_FLOAT) {
+        call.answer(cut(call.text(1), width));
+        return;
+    }
+    const DecimalDigits decimal(type == SQLITE_FLOAT ? call.real(1) : 0);
+    const std::string_view digits = type == SQLITE_FLOAT ? decimal.view() : call.text(1);
+    call.answer(qint64(digits.size()) > width ? std::string_view("*") : digits);
+}
+
+void toDate(const Call& call)
+{
+    if (const auto moment = call.moment(0)) call.answer(*moment);
+}
+
+using Body = void (*)(const Call&);
+
+/// Every function answers null when an argument is null.
+template <Body body> void answerNullForNull(sqlite3_context* context, int count, sqlite3_value** arguments)
+{
+    for (int i = 0; i < count; ++i)
+        if (sqlite3_value_type(arguments[i]) == SQLITE_NULL) return;
+    body(Call(context, arguments));
+}
+
+struct Function {
+    QStringView name;
+    int arguments;
+    int flags;
+    void (*call)(sqlite3_context*, int, sqlite3_value**);
+};
+
+constexpr int Pure = SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
+
+constexpr Function functions[] {
+    {sql::Function::Now, 0, SQLITE_INNOCUOUS, answerNullForNull<now>},
+    {sql::Function::Like, 2, Pure, answerNullForNull<like>},
+    {sql::Function::DateDifference, 3, Pure, answerNullForNull<difference>},
+    {sql::Function::DateAdd, 3, Pure, answerNullForNull<add>},
+    {sql::Function::ConvertDate, 2, Pure, answerNullForNull<convertToDateText>},
+    {sql::Function::ConvertText, 2, Pure, answerNullForNull<convertToText>},
+    {sql::Function::Date, 1, Pure, answerNullForNull<toDate>},
+    {sql::Function::Part, 2, Pure, answerNullForNull<part>},
+};
+
+int collate(void*, int leftSize, const void* left, int rightSize, const void* right)
+{
+    return compareUtf8({static_cast<const char*>(left), std::size_t(leftSize)},
+        {static_cast<const char*>(right), std::size_t(rightSize)});
+}
+
+} // namespace
+
+void registerFunctions(const SqliteHandle& handle, StatementTime& time)
+{
+    sqlite3* const database = handle.get();
+    for (const Function& function : functions)
+        handle.check(
+            sqlite3_create_function_v2(database, function.name.toUtf8().constData(), function.arguments,
+                SQLITE_UTF8 | function.flags, &time, function.call, nullptr, nullptr, nullptr));
+    handle.check(sqlite3_create_collation_v2(
+        database, sql::TextCollation.toUtf8().constData(), SQLITE_UTF8, nullptr, collate, nullptr));
+}
+
+} // namespace quilla

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/core/dates.h"
+#include "platform/db/moment.h"
+#include "platform/db/sqlite/sqlite_handle.h"
+
+#include <optional>
+
+namespace quilla {
+
+/// The time that `getdate()` answers: read once a statement.
+class StatementTime {
+public:
+    explicit StatementTime(const Clock& clock)
+        : m_clock(clock)
+    {
+    }
+    void startStatement() { m_now.reset(); }
+    const CanonicalMoment& now()
+    {
+        if (!m_now) m_now.emplace(Moment::of(m_clock.now()));
+        return *m_now;
+    }
+
+private:
+    const Clock& m_clock;
+    std::optional<CanonicalMoment> m_now;
+};
+
+/// Registers the collation and the functions that translated statements use (platform/sql/functions.h).
+/// `time` must outlive the connection. A date that can't be read makes the statement fail with
+/// SQLITE_MISMATCH and words for the operator.
+void registerFunctions(const SqliteHandle& handle, StatementTime& time);
+
+} // namespace quilla

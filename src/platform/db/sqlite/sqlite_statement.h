@@ -1,0 +1,87 @@
+#pragma once
+
+#include "platform/db/cursor.h"
+#include "platform/db/decimal.h"
+#include "platform/db/sqlite/sqlite_handle.h"
+#include "platform/sql/translator.h"
+
+#include <string>
+
+namespace quilla {
+
+/// One prepared statement.
+class SqliteStatement {
+public:
+    enum class Life { Kept, OneUse };
+
+    SqliteStatement(const SqliteHandle& handle, const QByteArray& text, Life life);
+    ~SqliteStatement();
+    Q_DISABLE_COPY_MOVE(SqliteStatement)
+
+    void bind(const sql::Translation& statement, const std::vector<sql::Literal>& literals);
+    /// True for a row, false at the end.
+    bool step();
+    void reset() noexcept { sqlite3_reset(m_statement); }
+
+    /// The columns of the result; kinds from the translation, else from the column's declaration.
+    const Fields& fields(const sql::Translation& statement);
+    sqlite3_stmt* get() const { return m_statement; }
+
+    const Life life;
+    bool lent = false;
+
+private:
+    char* bindOne(int place, const sql::Literal& literal, sql::Kind kind, char* room);
+    void bindNumber(int place, const sql::Literal& literal, sql::Kind kind);
+
+    const SqliteHandle& m_handle;
+    sqlite3_stmt* m_statement = nullptr;
+    std::string m_texts; ///< what the bound texts point to
+    Fields m_fields;
+};
+
+/// Ends one execution: a kept statement becomes ready for the next one.
+struct ReturnSqliteStatement {
+    void operator()(SqliteStatement* statement) const noexcept;
+};
+using SqliteStatementLoan = std::unique_ptr<SqliteStatement, ReturnSqliteStatement>;
+
+/// The prepared statements of one connection, by the number of their translation.
+class SqliteStatementCache {
+public:
+    explicit SqliteStatementCache(const SqliteHandle& handle)
+        : m_handle(handle)
+    {
+    }
+
+    /// A statement for one execution; a second one of its own while the kept one is still being read.
+    SqliteStatementLoan lend(const sql::Translation& statement);
+
+private:
+    void forgetIdle();
+
+    const SqliteHandle& m_handle;
+    std::vector<std::unique_ptr<SqliteStatement>> m_kept;
+    int m_count = 0;
+};
+
+/// The rows of a select on SQLite.
+class SqliteCursor final : public Cursor {
+public:
+    SqliteCursor(SqliteStatementLoan statement, Fields fields);
+
+    Fields fields() const override { return m_fields; }
+    bool step() override { return m_statement->step(); }
+    Cell cell(int column) override;
+
+private:
+    Cell wholeNumber(qint64 number, sql::Kind kind);
+    Cell fraction(double number, sql::Kind kind);
+    Cell text(int column, sql::Kind kind);
+
+    SqliteStatementLoan m_statement;
+    Fields m_fields;
+    DecimalDigits m_digits; ///< of the number read last
+};
+
+} // namespace quilla

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QStringView>
+
+namespace quilla::sql {
+
+/// What the SQLite driver must register on each connection, since SQLite has no like of its own. The
+/// translator writes these names, also into views, so none may be reserved for top-level statements; all
+/// but `getdate` are deterministic. Each answers null when an argument is null.
+///
+/// A date is its canonical text: "yyyy-mm-dd" at midnight, else "yyyy-mm-dd hh:mm:ss.zzz".
+namespace Function {
+
+/// getdate() -> date. The clock's date and time to the millisecond.
+inline constexpr QStringView Now = u"getdate";
+
+/// qj_like(pattern, text) -> 0 or 1. LIKE as the server has it: "%", "_", "[a-z]", "[^a]"; "\" is an
+/// ordinary character, case does not count.
+inline constexpr QStringView Like = u"qj_like";
+
+/// qj_datediff(part, from, to) -> integer. How many borders of `part` lie between the two dates.
+/// `part`: year, quarter, month, week, day, hour, minute, second, millisecond.
+inline constexpr QStringView DateDifference = u"qj_datediff";
+
+/// qj_dateadd(part, number, date) -> date. A month that is too short gives its last day. Parts as above.
+inline constexpr QStringView DateAdd = u"qj_dateadd";
+
+/// qj_convert_date(style, date) -> text. `style` is 0 ("Oct  1 2003 12:00AM"), 23 ("2003-10-01"),
+/// 111 ("2003/10/01"), 112 ("20031001"), 120 ("2003-10-01 00:00:00").
+inline constexpr QStringView ConvertDate = u"qj_convert_date";
+
+/// qj_convert_text(width, value) -> text. A text is cut to `width` characters; a number that needs more
+/// becomes "*".
+inline constexpr QStringView ConvertText = u"qj_convert_text";
+
+/// qj_date(text) -> date. Reads what `readDate` reads; error when the text is no date, also when empty.
+inline constexpr QStringView Date = u"qj_date";
+
+/// qj_part(part, date) -> integer. Parts as above and dayofyear, weekday (Sunday is 1).
+inline constexpr QStringView Part = u"qj_part";
+
+} // namespace Function
+
+/// The collation of every text column on SQLite: case does not count, nor do blanks at the end. Orders as
+/// `compareText` does.
+inline constexpr QStringView TextCollation = u"QUILLA";
+
+} // namespace quilla::sql
