@@ -290,7 +290,7 @@ void TestCharge::hostileInput()
     m->prompt.expect(NoSuchCopyText);
     QCOMPARE(charge(code, u"R1"_s), 4);
     QCOMPARE(m->everything(), all);
-    if (code.size() > 50 || code.trimmed().isEmpty() || code.contains(QChar(0)) || code[0].isSurrogate() != code.contains(u'📚'))
+    if (code.size() > 50 || code.trimmed().isEmpty() || code.contains(QChar(0)) || (code.size() == 1 && code[0].isSurrogate()))
         return;
     // The same text as a real code is found and written whole.
     m->reader(code);
