@@ -29,14 +29,17 @@ void draw(QWidget& window, const QString& name, QWidget* focus = nullptr)
     window.hide();
 }
 
-void drawMessage()
+void drawMessages()
 {
-    QTimer::singleShot(0, [] {
-        QWidget* box = QApplication::activeModalWidget();
-        renderPng(*box, folder + u"/message-100.png"_s);
-        box->close();
-    });
-    DialogPrompt().ask(u"你确定要删除读者:R2004001 吗？(Y/N)"_s, OperationTitle.toString(), Icon::Question, Answer::No);
+    for (const Icon icon : {Icon::Information, Icon::Warning, Icon::Critical, Icon::Question}) {
+        QTimer::singleShot(0, [icon] {
+            QWidget* box = QApplication::activeModalWidget();
+            renderPng(*box, u"%1/message%2-150.png"_s.arg(folder).arg(int(icon)), 1.5);
+            box->close();
+        });
+        DialogPrompt().ask(
+            u"你确定要删除读者:R2004001 吗？(Y/N)"_s, OperationTitle.toString(), icon, Answer::No);
+    }
 }
 
 void drawToolbar()
@@ -75,6 +78,6 @@ int main(int argc, char** argv)
     working.setTotal(50000);
     working.setDone(21000);
     draw(working, u"working"_s);
-    drawMessage();
+    drawMessages();
     drawToolbar();
 }

@@ -17,7 +17,7 @@ constexpr int WideCharacter = 180; // twips: the text of the design is 12 pixels
 constexpr int NarrowCharacter = 90;
 constexpr int CellPadding = 120;
 constexpr int MarkerWidth = 300;
-constexpr int CaptionMargin = 10; // pixels
+constexpr int CaptionMargin = 13; // pixels: what the style leaves beside a caption, and the line
 
 /// A caption's width as its designer saw it, where a blank is half as wide as a Chinese character. Today's
 /// fonts have narrower blanks, which would take back the room that the captions were given.
@@ -80,6 +80,7 @@ void FlexGrid::setCaptionHeight(int twips)
 
 void FlexGrid::measureLines()
 {
+    verticalHeader()->setMinimumSectionSize(0);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     horizontalHeader()->setFixedHeight(std::max(pixelsOf(m_captionHeight, *this), fontMetrics().height() + 6));
 }

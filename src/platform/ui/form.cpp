@@ -127,6 +127,11 @@ Piece columnOf(const std::vector<Piece>& pieces) { return boxOf(new QVBoxLayout,
 Piece group(QGroupBox& frame, const Piece& content)
 {
     setContent(frame, content);
+    if (auto* area = qobject_cast<QAbstractScrollArea*>(content.control)) {
+        // the group's frame is the grid's own
+        area->setFrameShape(QFrame::NoFrame);
+        frame.layout()->setContentsMargins(1, 1, 1, 1);
+    }
     nameRest(frame, frame.title());
     return frame;
 }

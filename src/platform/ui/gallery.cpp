@@ -11,8 +11,9 @@ QImage picture(QWidget& window, double scale)
     window.ensurePolished();
     if (window.layout()) window.layout()->activate();
     QCoreApplication::sendPostedEvents();
-    QImage image((QSizeF(window.size()) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
-    image.setDevicePixelRatio(scale);
+    const double pixels = window.devicePixelRatioF() * scale;
+    QImage image((QSizeF(window.size()) * pixels).toSize(), QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(pixels);
     image.fill(window.palette().color(QPalette::Window));
     window.render(&image);
     return image;

@@ -21,7 +21,7 @@ int widthOf(const ColumnShare& share, int unit, int rest)
 int sum(const std::vector<int>& numbers) { return std::accumulate(numbers.begin(), numbers.end(), 0); }
 
 /// Changes each width by its part of `amount`, in proportion to `weights`, to the last pixel.
-void share(std::vector<int>& widths, const std::vector<int>& weights, int amount)
+void share(std::vector<int>& widths, std::vector<int> weights, int amount)
 {
     int weightLeft = sum(weights);
     for (std::size_t i = 0; i < widths.size() && weightLeft > 0; ++i) {

@@ -153,6 +153,58 @@ void drawApplication(QPainter& painter, const Ink& ink)
         painter.drawLine(QPointF(5.5, cord), QPointF(26.5, cord));
 }
 
+void drawDisc(QPainter& painter, const QColor& colour)
+{
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(colour);
+    painter.drawEllipse(QPointF(16, 16), 13, 13);
+}
+
+void drawStem(QPainter& painter, QPointF from, QPointF to, QPointF dot)
+{
+    useLine(painter, Qt::white, 3);
+    painter.drawLine(from, to);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Qt::white);
+    painter.drawEllipse(dot, 1.9, 1.9);
+}
+
+void drawInformation(QPainter& painter, const Ink& ink)
+{
+    drawDisc(painter, ink.mark);
+    drawStem(painter, {16, 15}, {16, 22.5}, {16, 9.6});
+}
+
+void drawWarning(QPainter& painter, const Ink&)
+{
+    const QColor amber = Theme().warning;
+    painter.setPen(QPen(amber, 3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(amber);
+    painter.drawPolygon(QPolygonF {{16, 4.5}, {29, 27}, {3, 27}});
+    drawStem(painter, {16, 11.5}, {16, 18.5}, {16, 23.6});
+}
+
+void drawStop(QPainter& painter, const Ink&)
+{
+    drawDisc(painter, Theme().error);
+    useLine(painter, Qt::white, 3);
+    painter.drawLine(QPointF(11.5, 11.5), QPointF(20.5, 20.5));
+    painter.drawLine(QPointF(20.5, 11.5), QPointF(11.5, 20.5));
+}
+
+void drawQuestion(QPainter& painter, const Ink& ink)
+{
+    drawDisc(painter, ink.mark);
+    QPainterPath hook(QPointF(12, 12.5));
+    hook.cubicTo(12, 7, 20.5, 7, 20.5, 12.4);
+    hook.cubicTo(20.5, 15.4, 16, 15.6, 16, 18.6);
+    useLine(painter, Qt::white, 2.8);
+    painter.drawPath(hook);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Qt::white);
+    painter.drawEllipse(QPointF(16, 23.2), 1.9, 1.9);
+}
+
 class DrawnIcon final : public QIconEngine {
 public:
     explicit DrawnIcon(Drawing drawing)
@@ -212,6 +264,12 @@ QIcon toolbarIcon(const QString& key)
     for (const KeyedDrawing& each : ToolbarDrawings)
         if (each.key == key) return QIcon(new DrawnIcon(each.drawing));
     return {};
+}
+
+QIcon messageIcon(Sign sign)
+{
+    constexpr Drawing drawings[] {drawInformation, drawWarning, drawStop, drawQuestion};
+    return QIcon(new DrawnIcon(drawings[int(sign)]));
 }
 
 QIcon applicationIcon() { return QIcon(new DrawnIcon(drawApplication)); }

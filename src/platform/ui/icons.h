@@ -11,4 +11,8 @@ QIcon toolbarIcon(const QString& key);
 /// The picture of the program itself.
 QIcon applicationIcon();
 
+enum class Sign { Information, Warning, Stop, Question };
+/// The picture beside the text of a message box.
+QIcon messageIcon(Sign sign);
+
 } // namespace quilla

@@ -1,5 +1,7 @@
 #include "platform/ui/quilla_style.h"
 
+#include "platform/ui/icons.h"
+
 #include <QPainter>
 #include <QStyleFactory>
 #include <QStyleOption>
@@ -9,6 +11,7 @@ namespace quilla {
 namespace {
 
 constexpr qreal Corner = 3;
+constexpr int TitleGap = 3;
 
 bool has(const QStyleOption* option, QStyle::StateFlag flag) { return option->state.testFlag(flag); }
 
@@ -32,7 +35,9 @@ int QuillaStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, con
     case PM_LayoutVerticalSpacing:
         return 8;
     case PM_HeaderMargin:
-        return 4;
+        return 6;
+    case PM_FocusFrameHMargin: // beside the text of a grid's cell
+        return 5;
     case PM_ButtonShiftHorizontal:
     case PM_ButtonShiftVertical:
         return 0;
@@ -46,6 +51,7 @@ int QuillaStyle::styleHint(
 {
     // The access keys are part of the captions that operators know; they are always underlined.
     if (hint == SH_UnderlineShortcut) return 1;
+    if (hint == SH_Table_GridLineColor) return int(m_theme.line.rgb());
     return QProxyStyle::styleHint(hint, option, widget, data);
 }
 
@@ -114,6 +120,42 @@ void QuillaStyle::drawControl(
 {
     if (element == CE_HeaderSection) return drawHeaderSection(painter, option);
     QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+/// A group's title stands above its frame, flush with it.
+QRect QuillaStyle::subControlRect(
+    ComplexControl control, const QStyleOptionComplex* option, SubControl part, const QWidget* widget) const
+{
+    const auto* group = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
+    if (control != CC_GroupBox || !group || group->subControls.testFlag(SC_GroupBoxCheckBox))
+        return QProxyStyle::subControlRect(control, option, part, widget);
+    const int title = group->text.isEmpty() ? 0 : group->fontMetrics.height() + TitleGap;
+    const QRect frame = option->rect.adjusted(0, title, 0, 0);
+    if (part == SC_GroupBoxLabel) return QRect(option->rect.topLeft(), QSize(option->rect.width(), title - TitleGap));
+    if (part == SC_GroupBoxContents) return frame.adjusted(1, 1, -1, -1);
+    return frame;
+}
+
+QRect QuillaStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const
+{
+    const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+    return element == SE_LineEditContents ? rect.adjusted(3, 0, -3, 0) : rect;
+}
+
+QIcon QuillaStyle::standardIcon(StandardPixmap standard, const QStyleOption* option, const QWidget* widget) const
+{
+    switch (standard) {
+    case SP_MessageBoxInformation:
+        return messageIcon(Sign::Information);
+    case SP_MessageBoxWarning:
+        return messageIcon(Sign::Warning);
+    case SP_MessageBoxCritical:
+        return messageIcon(Sign::Stop);
+    case SP_MessageBoxQuestion:
+        return messageIcon(Sign::Question);
+    default:
+        return QProxyStyle::standardIcon(standard, option, widget);
+    }
 }
 
 QSize QuillaStyle::sizeFromContents(
