@@ -1,6 +1,7 @@
 #include "frame/odbc_form.h"
 
 #include "platform/ui/form.h"
+#include "platform/ui/theme.h"
 #include "platform/ui/wait_cursor.h"
 
 #include <QApplication>
