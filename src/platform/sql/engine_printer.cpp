@@ -1,0 +1,125 @@
+#include "platform/sql/engine_printer.h"
+
+#include "platform/core/dates.h"
+#include "platform/sql/refusal.h"
+#include "platform/sql/scan.h"
+#include "platform/sql/sqlite_printer.h"
+
+#include <algorithm>
+
+namespace quilla::sql {
+
+QString canonicalDate(const Expr& literal)
+{
+    const auto moment = readDate(literal.text);
+    if (!moment) refuse(literal.place, u"这不是日期"_s);
+    const bool midnight = moment->time().msecsSinceStartOfDay() == 0;
+    return moment->toString(midnight ? u"yyyy-MM-dd"_s : u"yyyy-MM-dd HH:mm:ss.zzz"_s);
+}
+
+EnginePrinter::EnginePrinter(
+    std::span<const FunctionTemplate> templates, std::span<const QStringView> keywords)
+    : m_templates(templates)
+    , m_keywords(keywords)
+{
+}
+
+QString EnginePrinter::print(const Statement& statement, const std::vector<int>& pinned)
+{
+    m_pinned = pinned;
+    m_parameters.clear();
+    return Printer::print(statement);
+}
+
+void EnginePrinter::literal(const Expr& expr)
+{
+    if (std::ranges::find(m_pinned, expr.literal) != m_pinned.end()) return inlineLiteral(expr);
+    m_parameters.push_back({expr.literal, expr.type.kind, expr.storedScale});
+    placeholder(expr);
+}
+
+void EnginePrinter::placeholder(const Expr&) { write(u"?"); }
+
+void EnginePrinter::inlineLiteral(const Expr& literal)
+{
+    switch (literal.type.kind) {
+    case Kind::Text:
+    case Kind::Unknown:
+        return write(u"'"_s + literal.text + u"'"_s);
+    case Kind::Date:
+        return write(u"'"_s + canonicalDate(literal) + u"'"_s);
+    case Kind::Integer:
+    case Kind::Decimal:
+    case Kind::Bit:
+        break;
+    }
+    bool isNumber = false;
+    literal.text.toDouble(&isNumber);
+    if (!isNumber) refuse(literal.place, u"这不是数字"_s);
+    write(literal.text.trimmed());
+}
+
+void EnginePrinter::top(const Select&) { }
+
+void EnginePrinter::limit(const Query& query)
+{
+    const ExprPtr& top = query.arms.front().top;
+    for (const Select& arm : query.arms)
+        if (query.arms.size() > 1 && arm.top) refuse(arm.top->place, u"union 里不能用 top"_s);
+    if (top) write(u" LIMIT "_s + top->text);
+}
+
+void EnginePrinter::function(const Expr& expr)
+{
+    for (const FunctionTemplate& each : m_templates) {
+        const bool fits = each.arguments < 0 || each.arguments == int(expr.parts.size());
+        if (fits && each.name == expr.name) return fill(each.text, expr);
+    }
+    refuse(expr.place, u"不认识的函数"_s);
+}
+
+void EnginePrinter::binary(const Expr& expr)
+{
+    const bool texts = expr.op == Op::Add && expr.type.kind == Kind::Text;
+    if (expr.op == Op::Divide) return divide(expr);
+    if (!texts) return Printer::binary(expr);
+    expression(*expr.parts[0], SumLevel);
+    write(u" || ");
+    expression(*expr.parts[1], ProductLevel);
+}
+
+void EnginePrinter::createTable(const CreateTable& table)
+{
+    write(u"CREATE TABLE "_s + name(table.name) + u" ("_s);
+    list(table.columns, [this](const ColumnDefinition& column) {
+        columnDefinition(column);
+        const QString check = columnCheck(column);
+        if (!check.isEmpty()) write(u" CHECK ("_s + check + u")"_s);
+    });
+    for (const TableConstraint& each : table.constraints) {
+        write(u", ");
+        constraint(each);
+    }
+    write(u")");
+}
+
+void EnginePrinter::drop(const Drop& drop)
+{
+    write(u"DROP "_s + drop.what.toUpper() + u" "_s + name(drop.name));
+}
+
+bool EnginePrinter::isPlainName(const QString& name) const
+{
+    const bool letters = startsWord(name[0].unicode()) && name[0] != u'@' && name[0] != u'#'
+        && std::all_of(name.begin(), name.end(),
+            [](QChar c) { return continuesWord(c.unicode()) && c != u'@' && c != u'#' && c != u'$'; });
+    return letters && std::ranges::find(m_keywords, QStringView(name.toLower())) == m_keywords.end();
+}
+
+std::unique_ptr<EnginePrinter> makePrinter(Engine engine)
+{
+    if (engine == Engine::Sqlite) return std::make_unique<SqlitePrinter>();
+    return nullptr;
+}
+
+} // namespace quilla::sql

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/sql/printer.h"
+
+#include <span>
+
+namespace quilla::sql {
+
+/// What the printers of the engines have in common: literals become parameters, `top` becomes a limit at
+/// the end, functions are written from a table of templates.
+class EnginePrinter : public Printer {
+public:
+    /// Writes the statement; the literals in `pinned` stay where they are.
+    QString print(const Statement& statement, const std::vector<int>& pinned);
+    const std::vector<Parameter>& parameters() const { return m_parameters; }
+
+protected:
+    /// `templates` in the order in which they are tried.
+    EnginePrinter(std::span<const FunctionTemplate> templates, std::span<const QStringView> keywords);
+
+    void literal(const Expr& expr) override;
+    void top(const Select& select) override;
+    void limit(const Query& query) override;
+    void function(const Expr& expr) override;
+    void binary(const Expr& expr) override;
+    void createTable(const CreateTable& table) override;
+    void drop(const Drop& drop) override;
+
+    /// How a parameter of this literal is written.
+    virtual void placeholder(const Expr& literal);
+    virtual void inlineLiteral(const Expr& literal);
+    virtual void divide(const Expr& expr) = 0;
+    /// Whether the name needs no quotes: ordinary letters, and no keyword of the engine.
+    bool isPlainName(const QString& name) const;
+
+    /// The check that keeps out what the column's type would not hold; empty for none.
+    virtual QString columnCheck(const ColumnDefinition& column) const = 0;
+
+private:
+    std::span<const FunctionTemplate> m_templates;
+    std::span<const QStringView> m_keywords;
+    std::vector<int> m_pinned;
+    std::vector<Parameter> m_parameters;
+};
+
+/// The printer of an engine; null for SQL Server, which takes the statements as they are.
+std::unique_ptr<EnginePrinter> makePrinter(Engine engine);
+
+/// A date literal in the form in which date columns hold it. Refuses a text that is no date.
+QString canonicalDate(const Expr& literal);
+
+} // namespace quilla::sql

@@ -1,0 +1,175 @@
+#include "platform/sql/scan.h"
+
+#include "platform/sql/refusal.h"
+
+#include <array>
+
+namespace quilla::sql {
+
+namespace {
+
+constexpr char16_t QuotedSign = 1;
+constexpr char16_t WholeSign = 2;
+constexpr char16_t FractionSign = 3;
+
+enum Class : quint8 { Plain, Word, Digit, Point, Quote, Name, Dash, Slash, Control };
+
+constexpr std::array<Class, 128> makeClasses()
+{
+    std::array<Class, 128> classes {};
+    for (int c = 0; c < 128; ++c) {
+        const bool letter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+        if (letter || c == '_' || c == '@' || c == '#' || c == '$') classes[c] = Word;
+        if (c >= '0' && c <= '9') classes[c] = Digit;
+        if (c < 32 && c != '\t' && c != '\n' && c != '\r') classes[c] = Control;
+    }
+    classes[127] = Control;
+    classes['.'] = Point;
+    classes['\''] = Quote;
+    classes['['] = classes['"'] = Name;
+    classes['-'] = Dash;
+    classes['/'] = Slash;
+    return classes;
+}
+
+constexpr std::array<Class, 128> Classes = makeClasses();
+
+Class classOf(char16_t c)
+{
+    if (c < 128) return Classes[c];
+    return continuesWord(c) ? Word : Plain;
+}
+
+} // namespace
+
+bool startsWord(char16_t c)
+{
+    if (c < 128) return Classes[c] == Word && c != u'$';
+    return QChar::isLetter(c);
+}
+
+bool continuesWord(char16_t c)
+{
+    if (c < 128) return Classes[c] == Word || Classes[c] == Digit;
+    return QChar::isLetterOrNumber(c);
+}
+
+qsizetype endOfNumber(QStringView text, qsizetype from, bool& whole)
+{
+    const auto digitAt = [&](qsizetype at) { return at < text.size() && isDigit(text[at].unicode()); };
+    const auto passDigits = [&](qsizetype at) {
+        while (digitAt(at))
+            ++at;
+        return at;
+    };
+    qsizetype end = passDigits(from);
+    whole = true;
+    if (end < text.size() && text[end] == u'.') {
+        whole = false;
+        end = passDigits(end + 1);
+    }
+    if (end < text.size() && (text[end] == u'e' || text[end] == u'E')) {
+        qsizetype exponent = end + 1;
+        if (exponent < text.size() && (text[exponent] == u'+' || text[exponent] == u'-')) ++exponent;
+        if (!digitAt(exponent)) return end;
+        whole = false;
+        end = passDigits(exponent);
+    }
+    return end;
+}
+
+qsizetype endOfQuoted(QStringView text, qsizetype from, bool& doubled)
+{
+    const QChar close = text[from] == u'[' ? QChar(u']') : text[from];
+    doubled = false;
+    qsizetype at = from + 1;
+    for (;;) {
+        at = text.indexOf(close, at);
+        if (at < 0) refuse(from, u"引号或方括号没有结束"_s);
+        if (at + 1 >= text.size() || text[at + 1] != close) return at + 1;
+        doubled = true;
+        at += 2;
+    }
+}
+
+qsizetype endOfComment(QStringView text, qsizetype from)
+{
+    const QStringView rest = text.sliced(from);
+    if (rest.startsWith(u"--")) {
+        const qsizetype end = text.indexOf(u'\n', from);
+        return end < 0 ? text.size() : end + 1;
+    }
+    if (!rest.startsWith(u"/*")) return from;
+    const qsizetype end = text.indexOf(u"*/", from + 2);
+    if (end < 0) refuse(from, u"注释没有结束"_s);
+    return end + 2;
+}
+
+void Shape::takeLiteral(char16_t sign, Literal literal, std::vector<Literal>& literals)
+{
+    m_key[m_length++] = sign;
+    literals.push_back(literal);
+}
+
+void Shape::read(QStringView tsql, std::vector<Literal>& literals)
+{
+    const qsizetype size = tsql.size();
+    const char16_t* text = tsql.utf16();
+    if (qsizetype(m_key.size()) < size) m_key.resize(size * 2);
+    literals.clear();
+    m_length = 0;
+    char16_t* key = m_key.data();
+    const auto copyTo = [&](qsizetype at, qsizetype end) {
+        std::copy(text + at, text + end, key + m_length);
+        m_length += end - at;
+        return end;
+    };
+    bool inWord = false; // a digit in a word, or behind a point that follows one, is part of a name
+    qsizetype at = 0;
+    while (at < size) {
+        const Class kind = classOf(text[at]);
+        bool flag = false;
+        switch (kind) {
+        case Plain:
+            key[m_length++] = text[at++];
+            break;
+        case Word:
+            do {
+                key[m_length++] = text[at++];
+            } while (at < size && continuesWord(text[at]));
+            break;
+        case Point:
+            if (inWord || at + 1 >= size || !isDigit(text[at + 1])) {
+                key[m_length++] = text[at++];
+                break;
+            }
+            [[fallthrough]];
+        case Digit: {
+            const qsizetype end = endOfNumber(tsql, at, flag);
+            takeLiteral(flag ? WholeSign : FractionSign, {tsql.sliced(at, end - at), false, false}, literals);
+            at = end;
+            break;
+        }
+        case Quote: {
+            const qsizetype end = endOfQuoted(tsql, at, flag);
+            takeLiteral(QuotedSign, {tsql.sliced(at + 1, end - at - 2), true, flag}, literals);
+            at = end;
+            break;
+        }
+        case Name:
+            at = copyTo(at, endOfQuoted(tsql, at, flag));
+            break;
+        case Dash:
+        case Slash: {
+            const qsizetype end = endOfComment(tsql, at);
+            at = copyTo(at, end > at ? end : at + 1);
+            break;
+        }
+        case Control:
+            refuse(at, u"控制字符"_s);
+        }
+        inWord = kind == Word || kind == Name;
+    }
+}
+
+} // namespace quilla::sql

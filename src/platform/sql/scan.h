@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/sql/translator.h"
+
+namespace quilla::sql {
+
+/// The lowest level of the dialect: where words, literals, names and comments end. The pass that finds a
+/// statement's shape and the lexer both stand on it, so that they count the same literals.
+
+bool startsWord(char16_t c);
+bool continuesWord(char16_t c);
+inline bool isDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
+
+/// The end of a number that begins at `from`, behind its fraction and exponent.
+qsizetype endOfNumber(QStringView text, qsizetype from, bool& whole);
+
+/// The end of what begins at `from` with a quote, "[" or a double quote, behind its closing sign.
+/// Refuses when that is missing. `doubled` tells whether the closing sign stands inside, doubled.
+qsizetype endOfQuoted(QStringView text, qsizetype from, bool& doubled);
+
+/// The end of the comment that begins at `from`, or `from` when none begins there.
+qsizetype endOfComment(QStringView text, qsizetype from);
+
+/// A statement with its literals taken out.
+class Shape {
+public:
+    /// Reads `tsql` in one pass. Throws `Refusal` for a quote without end and for control characters.
+    void read(QStringView tsql, std::vector<Literal>& literals);
+
+    /// The text with one sign for each literal, which also tells a quoted one, a whole number and a
+    /// number with a fraction apart.
+    QStringView key() const { return QStringView(m_key.data(), m_length); }
+
+private:
+    void takeLiteral(char16_t sign, Literal literal, std::vector<Literal>& literals);
+
+    std::vector<char16_t> m_key; ///< longer than the key, so that it is seldom sized anew
+    qsizetype m_length = 0;
+};
+
+} // namespace quilla::sql

@@ -1,0 +1,291 @@
+#include "platform/sql/sqlite_printer.h"
+
+#include "platform/core/text.h"
+#include "platform/sql/functions.h"
+
+#include <array>
+
+namespace quilla::sql {
+
+namespace {
+
+constexpr auto Templates = std::to_array<FunctionTemplate>({
+    {u"getdate", 0, u"getdate()"},
+    {u"year", 1, u"CAST(substr($1, 1, 4) AS INTEGER)"},
+    {u"month", 1, u"CAST(substr($1, 6, 2) AS INTEGER)"},
+    {u"day", 1, u"CAST(substr($1, 9, 2) AS INTEGER)"},
+    {u"datepart", 1, u"qj_part($p, $1)"},
+    {u"datediff", 2, u"qj_datediff($p, $1, $2)"},
+    {u"dateadd", 2, u"qj_dateadd($p, $1, $2)"},
+    {u"rtrim", 1, u"rtrim($1)"},
+    {u"ltrim", 1, u"ltrim($1)"},
+    {u"upper", 1, u"upper($1)"},
+    {u"lower", 1, u"lower($1)"},
+    {u"left", 2, u"substr($1, 1, $2)"},
+    {u"right", 2, u"substr($1, -($2), $2)"},
+    {u"substring", 3, u"substr($1, $2, $3)"},
+    {u"len", 1, u"length(rtrim($1))"},
+    {u"charindex", 2, u"instr(lower($2), lower($1))"},
+    {u"replace", 3, u"replace($1, $2, $3)"},
+    {u"str", 1, u"iif($1 IS NULL, NULL, printf('%10.0f', $1))"},
+    {u"str", 2, u"iif($1 IS NULL, NULL, printf('%*.0f', $2, $1))"},
+    {u"str", 3, u"iif($1 IS NULL, NULL, printf('%*.*f', $2, $3, $1))"},
+    {u"isnull", 2, u"coalesce($1, $2)"},
+    {u"coalesce", 1, u"$1"},
+    {u"coalesce", -1, u"coalesce($*)"},
+    {u"nullif", 2, u"CASE WHEN $1 = ($2) COLLATE QUILLA THEN NULL ELSE $1 END"},
+    {u"abs", 1, u"abs($1)"},
+    {u"round", 2, u"round($1, $2)"},
+});
+
+/// What SQLite does not take, or takes for something else, as a bare name.
+constexpr auto Keywords = std::to_array<QStringView>({u"abort", u"action", u"add", u"after", u"all", u"alter",
+    u"always", u"analyze", u"and", u"as", u"asc", u"attach", u"autoincrement", u"before", u"begin", u"between",
+    u"by", u"cascade", u"case", u"cast", u"check", u"collate", u"column", u"commit", u"conflict", u"constraint",
+    u"create", u"cross", u"current", u"current_date", u"current_time", u"current_timestamp", u"database",
+    u"default", u"deferrable", u"deferred", u"delete", u"desc", u"detach", u"distinct", u"do", u"drop", u"each",
+    u"else", u"end", u"escape", u"except", u"exclude", u"exclusive", u"exists", u"explain", u"fail", u"false",
+    u"filter", u"first", u"following", u"for", u"foreign", u"from", u"full", u"generated", u"glob", u"group",
+    u"groups", u"having", u"if", u"ignore", u"immediate", u"in", u"index", u"indexed", u"initially", u"inner",
+    u"insert", u"instead", u"intersect", u"into", u"is", u"isnull", u"join", u"key", u"last", u"left", u"like",
+    u"limit", u"match", u"materialized", u"natural", u"no", u"not", u"nothing", u"notnull", u"null", u"nulls",
+    u"of", u"offset", u"on", u"or", u"order", u"others", u"outer", u"over", u"partition", u"plan", u"pragma",
+    u"preceding", u"primary", u"query", u"raise", u"range", u"recursive", u"references", u"regexp", u"reindex",
+    u"release", u"rename", u"replace", u"restrict", u"returning", u"right", u"rollback", u"row", u"rows",
+    u"savepoint", u"select", u"set", u"table", u"temp", u"temporary", u"then", u"ties", u"to", u"transaction",
+    u"trigger", u"true", u"unbounded", u"union", u"unique", u"update", u"using", u"vacuum", u"values", u"view",
+    u"virtual", u"when", u"where", u"window", u"with", u"without"});
+
+bool losesCollation(const Expr& expr) { return expr.type.kind == Kind::Text && !expr.type.column; }
+
+constexpr std::size_t DeepestChain = 64;
+
+} // namespace
+
+SqlitePrinter::SqlitePrinter()
+    : EnginePrinter(Templates, Keywords)
+{
+}
+
+/// The procedures are run by the program itself here.
+void SqlitePrinter::execute(const Execute& call)
+{
+    expressions(call.arguments);
+    m_out.clear();
+}
+
+void SqlitePrinter::item(const SelectItem& item, const Select& select, bool inner)
+{
+    if (inner || select.distinct)
+        collated(*item.value, Lowest);
+    else
+        expression(*item.value);
+    if (!item.alias.isEmpty()) write(u" AS "_s + name(item.alias));
+}
+
+void SqlitePrinter::collated(const Expr& expr, Level around)
+{
+    if (!losesCollation(expr)) return expression(expr, around);
+    expression(expr, Highest);
+    write(u" COLLATE ");
+    write(TextCollation);
+}
+
+void SqlitePrinter::compare(const Expr& expr)
+{
+    const bool sides = expr.op != Op::Between && expr.op != Op::InList && expr.op != Op::InSelect;
+    const bool rightBrings = sides && expr.parts.size() == 2 && expr.parts[1]->type.column;
+    if (!rightBrings && expr.op != Op::IsNull) return Printer::compare(expr);
+    expression(*expr.parts[0], SumLevel);
+    if (expr.op == Op::IsNull) return write(expr.negated ? u" IS NOT NULL" : u" IS NULL");
+    write(signOf(expr.op));
+    expression(*expr.parts[1], SumLevel);
+}
+
+/// A long chain is written as a balanced tree, since the depth of an expression is limited.
+void SqlitePrinter::chain(const Expr& expr)
+{
+    if (expr.parts.size() <= DeepestChain) return Printer::chain(expr);
+    part(expr, 0, expr.parts.size());
+}
+
+void SqlitePrinter::part(const Expr& chain, std::size_t from, std::size_t to)
+{
+    if (to - from == 1) return expression(*chain.parts[from], Level(levelOf(chain) + 1));
+    const std::size_t middle = from + (to - from) / 2;
+    write(u"(");
+    part(chain, from, middle);
+    write(signOf(chain.op));
+    part(chain, middle, to);
+    write(u")");
+}
+
+void SqlitePrinter::like(const Expr& expr)
+{
+    if (expr.negated) write(u"NOT ");
+    write(Function::Like);
+    write(u"(");
+    expression(*expr.parts[1]);
+    write(u", ");
+    expression(*expr.parts[0]);
+    write(u")");
+}
+
+void SqlitePrinter::aggregate(const Expr& expr)
+{
+    const bool whole = expr.name == u"avg" && expr.type.kind == Kind::Integer;
+    if (whole) write(u"CAST(");
+    Printer::aggregate(expr);
+    if (whole) write(u" AS INTEGER)");
+}
+
+void SqlitePrinter::divide(const Expr& expr)
+{
+    if (expr.type.kind != Kind::Decimal) return Printer::binary(expr);
+    write(u"CAST(");
+    expression(*expr.parts[0]);
+    write(u" AS REAL) / ");
+    expression(*expr.parts[1], SignLevel);
+}
+
+void SqlitePrinter::call(QStringView function, const QString& first, const Expr& second)
+{
+    write(function);
+    write(u"("_s + first + u", "_s);
+    expression(second);
+    write(u")");
+}
+
+void SqlitePrinter::convert(const Expr& expr)
+{
+    const Expr& from = *expr.parts[0];
+    const Kind to = expr.type.kind;
+    if (to == Kind::Text) return toText(expr);
+    if (to == from.type.kind && to != Kind::Decimal) return expression(from, Highest);
+    if (to == Kind::Date) {
+        write(Function::Date);
+        write(u"(");
+        expression(from);
+        return write(u")");
+    }
+    if (to == Kind::Bit) {
+        write(u"(");
+        expression(from, SumLevel);
+        return write(u" <> 0)");
+    }
+    write(to == Kind::Integer ? u"CAST(" : u"round(CAST(");
+    expression(from);
+    write(to == Kind::Integer ? u" AS INTEGER)"_s : u" AS REAL), "_s + QString::number(expr.type.scale) + u")"_s);
+}
+
+void SqlitePrinter::toText(const Expr& expr)
+{
+    const Expr& from = *expr.parts[0];
+    const int width = expr.type.width;
+    const bool asDate = from.type.kind == Kind::Unknown && expr.style >= 0;
+    if (from.type.kind == Kind::Date || asDate) return dateToText(expr);
+    if (from.type.kind != Kind::Text) return numberToText(expr);
+    const bool fits = width == 0 || (from.type.width > 0 && from.type.width <= width && from.op != Op::Literal);
+    if (fits) return expression(from, Highest);
+    write(u"substr(");
+    expression(from);
+    write(u", 1, "_s + QString::number(width) + u")"_s);
+}
+
+void SqlitePrinter::dateToText(const Expr& expr)
+{
+    struct Style {
+        int style;
+        int as;
+        int width;
+    };
+    static constexpr Style Styles[]
+        = {{-1, 0, 19}, {0, 0, 19}, {100, 0, 19}, {20, 120, 19}, {120, 120, 19}, {23, 23, 10}, {111, 111, 10}, {112, 112, 8}};
+    for (const Style& style : Styles) {
+        if (style.style != expr.style) continue;
+        const bool cut = expr.type.width > 0 && expr.type.width < style.width;
+        if (cut) write(u"substr(");
+        call(Function::ConvertDate, QString::number(style.as), *expr.parts[0]);
+        if (cut) write(u", 1, "_s + QString::number(expr.type.width) + u")"_s);
+    }
+}
+
+void SqlitePrinter::numberToText(const Expr& expr)
+{
+    constexpr int WidestInteger = 20;
+    const Expr& from = *expr.parts[0];
+    const int width = expr.type.width;
+    const bool wide = width == 0 || width >= WidestInteger;
+    if (wide && from.type.kind == Kind::Decimal)
+        return fill(u"iif($1 IS NULL, NULL, printf('%."_s + QString::number(from.type.scale) + u"f', $1))"_s, expr);
+    if (wide) return fill(u"CAST($1 AS TEXT)", expr);
+    call(Function::ConvertText, QString::number(width), from);
+}
+
+QString SqlitePrinter::name(const QString& name) const
+{
+    return isPlainName(name) ? name : u"["_s + name + u"]"_s;
+}
+
+QString SqlitePrinter::typeName(const TypeName& type) const
+{
+    switch (kindOf(type)) {
+    case Kind::Text:
+        return (type.width ? Printer::typeName(type).toUpper() : u"TEXT"_s) + u" COLLATE "_s.append(TextCollation);
+    case Kind::Integer:
+        return u"INTEGER"_s;
+    case Kind::Bit:
+        return u"BIT"_s;
+    case Kind::Date:
+        return u"DATETIME TEXT"_s; // the second word gives text affinity: a date must never become a number
+    case Kind::Decimal:
+    case Kind::Unknown:
+        break;
+    }
+    const Type filled = typeOf(type, false);
+    return u"DECIMAL("_s + QString::number(filled.width) + u","_s + QString::number(filled.scale) + u")"_s;
+}
+
+void SqlitePrinter::columnDefinition(const ColumnDefinition& column)
+{
+    write(name(column.name) + u" "_s + typeName(column.type));
+    if (column.identity) return write(u" PRIMARY KEY AUTOINCREMENT");
+    if (column.notNull || column.primaryKey) write(u" NOT NULL");
+    if (column.primaryKey) write(u" PRIMARY KEY");
+    if (column.unique) write(u" UNIQUE");
+    if (column.fallback) {
+        write(u" DEFAULT (");
+        expression(*column.fallback);
+        write(u")");
+    }
+    if (column.check) {
+        write(u" CHECK (");
+        expression(*column.check);
+        write(u")");
+    }
+}
+
+QString SqlitePrinter::columnCheck(const ColumnDefinition& column) const
+{
+    if (column.identity) return {};
+    const Type type = typeOf(column.type, false);
+    const QString written = name(column.name);
+    switch (type.kind) {
+    case Kind::Text:
+        if (type.width == 0) return {};
+        return u"length(rtrim("_s + written + u")) <= "_s + QString::number(type.width);
+    case Kind::Bit:
+        return written + u" IN (0, 1)"_s;
+    case Kind::Integer:
+        return u"typeof("_s + written + u") IN ('integer', 'null')"_s;
+    case Kind::Decimal:
+        return u"typeof("_s + written + u") IN ('integer', 'real', 'null')"_s;
+    case Kind::Date:
+        return written + u" GLOB '[0-9][0-9][0-9][0-9]-[0-9][0-9]-[0-9][0-9]*'"_s;
+    case Kind::Unknown:
+        break;
+    }
+    return {};
+}
+
+} // namespace quilla::sql
