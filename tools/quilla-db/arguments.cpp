@@ -19,7 +19,10 @@ constexpr QStringView Help = u"青简文库的数据库工具。\n\n"
                              "  backup 文件   备份内置数据库，使用中也可以\n"
                              "  restore 文件  从备份恢复内置数据库；不覆盖已有的数据库";
 
-Error fault(const QString& text) { return Error(5, u"quilla-db"_s, text); }
+Error fault(const QString& text)
+{
+    return Error(5, u"quilla-db"_s, text);
+}
 
 int numberOf(const QCommandLineParser& parser, const QString& option)
 {
@@ -49,15 +52,15 @@ void addOptions(QCommandLineParser& parser)
 {
     const ScaleOptions scale;
     parser.addOptions({
-        { u"file"_s, u"内置数据库的文件；不指定时是用户自己的数据库"_s, u"文件"_s },
-        { u"connection"_s, u"数据库的连接文本"_s, u"文本"_s },
-        { u"operator"_s, u"create：第一个操作员的用户名"_s, u"用户名"_s, u"admin"_s },
-        { u"seed"_s, u"demo：随机种子，相同的种子和日期得到相同的数据"_s, u"数"_s, u"1"_s },
-        { u"today"_s, u"demo、scale：数据以哪一天为今天"_s, u"日期"_s },
-        { u"readers"_s, u"scale：读者数"_s, u"数"_s, QString::number(scale.readers) },
-        { u"copies"_s, u"scale：书册数"_s, u"数"_s, QString::number(scale.copies) },
-        { u"history"_s, u"scale：借还历史的行数"_s, u"数"_s, QString::number(scale.history) },
-        { u"loans"_s, u"scale：在借的册数"_s, u"数"_s, QString::number(scale.loans) },
+        {u"file"_s, u"内置数据库的文件；不指定时是用户自己的数据库"_s, u"文件"_s},
+        {u"connection"_s, u"数据库的连接文本"_s, u"文本"_s},
+        {u"operator"_s, u"create：第一个操作员的用户名"_s, u"用户名"_s, u"admin"_s},
+        {u"seed"_s, u"demo：随机种子，相同的种子和日期得到相同的数据"_s, u"数"_s, u"1"_s},
+        {u"today"_s, u"demo、scale：数据以哪一天为今天"_s, u"日期"_s},
+        {u"readers"_s, u"scale：读者数"_s, u"数"_s, QString::number(scale.readers)},
+        {u"copies"_s, u"scale：书册数"_s, u"数"_s, QString::number(scale.copies)},
+        {u"history"_s, u"scale：借还历史的行数"_s, u"数"_s, QString::number(scale.history)},
+        {u"loans"_s, u"scale：在借的册数"_s, u"数"_s, QString::number(scale.loans)},
     });
 }
 

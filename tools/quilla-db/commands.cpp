@@ -14,7 +14,10 @@ namespace {
 
 using Fill = std::function<void(Connection&)>;
 
-Error fault(const QString& text) { return Error(5, u"quilla-db"_s, text); }
+Error fault(const QString& text)
+{
+    return Error(5, u"quilla-db"_s, text);
+}
 
 void fillOpened(const Target& target, const sql::Schema& schema, const Fill& fill)
 {
@@ -35,15 +38,19 @@ void makeLibrary(const Arguments& arguments, const Fill& fill)
         insertInitialRows(connection, arguments.operatorName);
         if (fill) fill(connection);
     };
-    if (arguments.target.file) createEmbedded(*arguments.target.file, schema, SystemClock(), whole);
-    else fillOpened(arguments.target, schema, whole);
+    if (arguments.target.file)
+        createEmbedded(*arguments.target.file, schema, SystemClock(), whole);
+    else
+        fillOpened(arguments.target, schema, whole);
 }
 
 /// Data for an empty library; a file that is not there is created with it.
 void load(const Arguments& arguments, const Fill& fill)
 {
-    if (arguments.target.file && !arguments.target.exists()) makeLibrary(arguments, fill);
-    else fillOpened(arguments.target, librarySchema(), fill);
+    if (arguments.target.file && !arguments.target.exists())
+        makeLibrary(arguments, fill);
+    else
+        fillOpened(arguments.target, librarySchema(), fill);
 }
 
 Outcome create(const Arguments& arguments, QTextStream& out)
@@ -111,7 +118,7 @@ Outcome backup(const Arguments& arguments, QTextStream& out)
 /// A log left behind by another database of this name would be played into the restored one.
 void refuseRemains(const QString& file)
 {
-    for (const QStringView suffix : { u"", u"-wal", u"-journal" })
+    for (const QStringView suffix : {u"", u"-wal", u"-journal"})
         if (QFile::exists(file + suffix.toString()))
             throw fault(u"文件已经存在，请先移走：%1"_s.arg(file + suffix.toString()));
 }
@@ -136,8 +143,8 @@ Outcome runCommand(const Arguments& arguments, QTextStream& out)
     static constexpr struct {
         QStringView name;
         Outcome (*run)(const Arguments&, QTextStream&);
-    } Commands[] = { { u"create", create }, { u"demo", loadDemo }, { u"scale", loadScale }, { u"check", check },
-        { u"backup", backup }, { u"restore", restore } };
+    } Commands[] = {{u"create", create}, {u"demo", loadDemo}, {u"scale", loadScale}, {u"check", check},
+        {u"backup", backup}, {u"restore", restore}};
     for (const auto& command : Commands)
         if (command.name == arguments.command) return command.run(arguments, out);
     throw fault(u"没有这个命令：%1。用 --help 查看用法。"_s.arg(arguments.command));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/db/moment.h"
 #include "platform/sql/schema.h"
 
 #include <memory>
@@ -27,6 +28,12 @@ struct Cell {
 };
 
 constexpr qint64 MillisecondsPerDay = 86'400'000;
+
+inline Cell dateCell(const Moment& moment)
+{
+    return {Cell::Form::Date,
+        moment.date.toJulianDay() * MillisecondsPerDay + moment.time.msecsSinceStartOfDay(), {}};
+}
 
 /// The rows of a select as they come from the engine, read once.
 class Cursor {

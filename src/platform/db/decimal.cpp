@@ -1,7 +1,5 @@
 #include "platform/db/decimal.h"
 
-#include <QString>
-
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -25,6 +23,18 @@ bool splitDecimal(QStringView text, bool& negative, QStringView& whole, QStringV
     fraction = point < 0 ? QStringView() : text.sliced(point + 1);
     return !(whole.isEmpty() && fraction.isEmpty()) && std::all_of(whole.begin(), whole.end(), isDigit)
         && std::all_of(fraction.begin(), fraction.end(), isDigit);
+}
+
+/// Counts a row of digits up by one.
+void addOne(QString& digits)
+{
+    qsizetype at = digits.size();
+    while (at > 0 && digits[at - 1] == u'9')
+        digits[--at] = u'0';
+    if (at > 0)
+        digits[at - 1] = QChar(digits[at - 1].unicode() + 1);
+    else
+        digits.prepend(u'1');
 }
 
 std::optional<qint64> roundedDouble(std::optional<double> number)
@@ -59,6 +69,20 @@ std::optional<qint64> roundedDecimal(QStringView text)
     const bool up = !fraction.isEmpty() && fraction.front() >= u'5';
     if (up && number < std::numeric_limits<qint64>::max()) ++number;
     return negative ? -number : number;
+}
+
+QString roundedTo(QStringView text, int scale)
+{
+    text = text.trimmed();
+    bool negative = false;
+    QStringView whole;
+    QStringView fraction;
+    if (!splitDecimal(text, negative, whole, fraction) || fraction.size() <= scale) return text.toString();
+    QString digits = whole.toString() + fraction.first(scale).toString();
+    if (fraction[scale] >= u'5') addOne(digits);
+    digits.insert(digits.size() - scale, u'.');
+    if (negative) digits.prepend(u'-');
+    return scale ? digits : digits.chopped(1);
 }
 
 DecimalDigits::DecimalDigits(double number)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QStringView>
+#include <QString>
 
 #include <optional>
 #include <string_view>
@@ -14,6 +14,10 @@ std::optional<double> readNumber(QStringView text);
 /// The whole number nearest to a decimal text, an exact half away from zero, worked out on its digits.
 /// Nothing for a text that is no number or lies outside 64 bits.
 std::optional<qint64> roundedDecimal(QStringView text);
+
+/// A decimal text cut to `scale` digits behind the point, an exact half away from zero; a text that is no
+/// plain decimal comes back as it is.
+QString roundedTo(QStringView text, int scale);
 
 /// A binary fraction as the decimal that was meant: 15 digits, no more than needed, never an exponent.
 /// 0.1+0.2 is "0.3".

@@ -64,9 +64,8 @@ void fillLibrary(const QString& path, const sql::Schema& schema, const Clock& cl
     auto driver = std::make_unique<SqliteDriver>(path, clock, SqliteDriver::As::NewFile);
     const SqliteHandle& handle = driver->handle();
     sql::Translator translator(sql::Engine::Sqlite, schema);
-    const StatementHook noHook;
-    const auto pool = std::make_shared<Pool>([&] { return std::move(driver); },
-        [&](sql::Engine) -> sql::Translator& { return translator; }, noHook);
+    const PoolContext context {[&](sql::Engine) -> sql::Translator& { return translator; }, {}, {}};
+    const auto pool = std::make_shared<Pool>([&] { return std::move(driver); }, context);
     Connection connection(pool->lend());
     connection.begin();
     fill(connection);

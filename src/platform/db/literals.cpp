@@ -67,10 +67,10 @@ bool bitOf(const sql::Literal& literal)
     return number ? *number != 0 : numberOf(literal) != 0;
 }
 
-double numberOf(const sql::Literal& literal)
+double numberOf(const sql::Literal& literal, int scale)
 {
     if (literal.quoted && literal.text.trimmed().isEmpty()) return 0;
-    const auto number = readNumber(literal.text);
+    const auto number = scale < 0 ? readNumber(literal.text) : readNumber(roundedTo(literal.text, scale));
     if (!number) throw cannotConvert(literal, u"数字");
     return *number;
 }
@@ -80,6 +80,14 @@ Moment momentOf(const sql::Literal& literal)
     const auto moment = readMoment(literal.text);
     if (!moment) throw cannotConvert(literal, u"日期");
     return *moment;
+}
+
+Value valueOf(const sql::Literal& literal)
+{
+    if (const auto number = literal.quoted ? std::nullopt : exactWholeOf(literal)) return Value(*number);
+    QString text = literal.text.toString();
+    if (literal.hasDoubledQuote) text.replace(u"''"_s, u"'"_s);
+    return literal.quoted ? Value(std::move(text)) : Value(DecimalText {std::move(text)});
 }
 
 char* writeUtf8(const sql::Literal& literal, char* out)

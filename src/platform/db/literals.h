@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/core/error.h"
-#include "platform/db/moment.h"
+#include "platform/db/value.h"
 #include "platform/sql/translator.h"
 
 #include <optional>
@@ -18,10 +18,13 @@ std::optional<qint64> wholeNumberOf(const sql::Literal& literal);
 std::optional<qint64> exactWholeOf(const sql::Literal& literal);
 /// A whole number, "True" or "False". Throws `CannotConvert`.
 bool bitOf(const sql::Literal& literal);
-/// Throws `CannotConvert`.
-double numberOf(const sql::Literal& literal);
+/// Rounded to `scale` digits behind the point when that is not negative. Throws `CannotConvert`.
+double numberOf(const sql::Literal& literal, int scale = -1);
 /// Throws `CannotConvert`, also for an empty text.
 Moment momentOf(const sql::Literal& literal);
+
+/// The text, quotes undoubled, or the number as it is written.
+Value valueOf(const sql::Literal& literal);
 
 /// The longest UTF-8 form of the literal, in bytes.
 inline std::size_t utf8Bound(const sql::Literal& literal)

@@ -1,6 +1,7 @@
 #include "platform/db/pool.h"
 
 #include "platform/core/text.h"
+#include "platform/db/literals.h"
 #include "platform/db/sources.h"
 
 #include <algorithm>
@@ -16,10 +17,9 @@ bool isFree(const std::shared_ptr<Physical>& physical)
 
 } // namespace
 
-Pool::Pool(Open open, TranslatorOf translatorOf, const StatementHook& hook)
+Pool::Pool(Open open, const PoolContext& context)
     : m_open(std::move(open))
-    , m_translatorOf(std::move(translatorOf))
-    , m_hook(hook)
+    , m_context(context)
 {
 }
 
@@ -108,14 +108,14 @@ void Connection::Lease::moveTo(const std::shared_ptr<Physical>& physical)
 
 void Connection::Lease::announce(QStringView statement) const
 {
-    if (m_pool->m_hook) m_pool->m_hook(statement);
+    if (m_pool->m_context.hook) m_pool->m_context.hook(statement);
 }
 
 const sql::Translation& Connection::Lease::prepare(QStringView tsql)
 {
     announce(tsql);
     const auto& statement
-        = m_pool->m_translatorOf(m_physical->driver->engine()).translate(tsql, m_pool->m_literals);
+        = m_pool->m_context.translatorOf(m_physical->driver->engine()).translate(tsql, m_pool->m_literals);
     if (inTransaction()) return statement;
     if (statement.writes)
         moveTo(m_pool->forWriting(m_physical));
@@ -127,12 +127,15 @@ const sql::Translation& Connection::Lease::prepare(QStringView tsql)
 int Connection::Lease::execute(QStringView tsql)
 {
     const auto& statement = prepare(tsql);
-    return m_physical->driver->execute(statement, m_pool->m_literals);
+    if (!isProcedure(statement)) return m_physical->driver->execute(statement, m_pool->m_literals);
+    runProcedure(statement);
+    return 0;
 }
 
 Recordset Connection::Lease::open(QStringView tsql, CursorType cursor)
 {
     const auto& statement = prepare(tsql);
+    if (isProcedure(statement)) return runProcedure(statement);
     if (!statement.returnsRows) {
         m_physical->driver->execute(statement, m_pool->m_literals);
         return Recordset();
@@ -140,6 +143,25 @@ Recordset Connection::Lease::open(QStringView tsql, CursorType cursor)
     if (cursor == CursorType::Forward) return openForward(statement);
     const auto rows = m_physical->driver->query(statement, m_pool->m_literals);
     return Recordset(std::make_unique<KeysetSource>(*rows));
+}
+
+/// Whether it is an "exec" for which the engine has no text of its own.
+bool Connection::Lease::isProcedure(const sql::Translation& statement) const
+{
+    return statement.text.isEmpty() && !statement.procedure.isEmpty();
+}
+
+Recordset Connection::Lease::runProcedure(const sql::Translation& statement)
+{
+    if (!m_pool->m_context.procedures)
+        throw Error(
+            ErrorNumber::NotUnderstood, u"Connection"_s, u"没有存储过程 %1。"_s.arg(statement.procedure));
+    // What the procedure sends writes over the literals, so its arguments are copies.
+    std::vector<Value> arguments;
+    for (const sql::Parameter& parameter : statement.parameters)
+        arguments.push_back(valueOf(m_pool->m_literals[std::size_t(parameter.literal)]));
+    Connection connection(std::make_unique<Lease>(m_pool, m_physical));
+    return m_pool->m_context.procedures(connection, QString(statement.procedure), arguments);
 }
 
 Recordset Connection::Lease::openForward(const sql::Translation& statement)

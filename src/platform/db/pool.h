@@ -2,6 +2,7 @@
 
 #include "platform/db/connection.h"
 #include "platform/db/driver.h"
+#include "platform/db/procedures.h"
 
 #include <array>
 #include <functional>
@@ -20,6 +21,13 @@ struct Physical {
     bool isIdle() const { return leases == 0 && cursors == 0; }
 };
 
+/// What all pools of a factory share.
+struct PoolContext {
+    std::function<sql::Translator&(sql::Engine)> translatorOf;
+    StatementHook hook;
+    ProcedureRunner procedures;
+};
+
 /// The physical connections behind one connection text, and what their statements need. Not thread safe:
 /// the client works on one thread.
 ///
@@ -32,9 +40,9 @@ struct Physical {
 class Pool : public std::enable_shared_from_this<Pool> {
 public:
     using Open = std::function<std::unique_ptr<Driver>()>;
-    using TranslatorOf = std::function<sql::Translator&(sql::Engine)>;
 
-    Pool(Open open, TranslatorOf translatorOf, const StatementHook& hook);
+    /// `context` must outlive the pool and all that it lends.
+    Pool(Open open, const PoolContext& context);
 
     std::unique_ptr<Connection::Lease> lend();
     void drain();
@@ -52,8 +60,7 @@ private:
     void dropDead();
 
     Open m_open;
-    TranslatorOf m_translatorOf;
-    const StatementHook& m_hook;
+    const PoolContext& m_context;
     std::vector<Shared> m_physicals;
     std::vector<sql::Literal> m_literals; ///< of the statement being sent
 };
@@ -75,6 +82,8 @@ private:
     bool inTransaction() const { return m_physical->transaction == this; }
     const sql::Translation& prepare(QStringView tsql);
     Recordset openForward(const sql::Translation& statement);
+    bool isProcedure(const sql::Translation& statement) const;
+    Recordset runProcedure(const sql::Translation& statement);
     void announce(QStringView statement) const;
     void moveTo(const std::shared_ptr<Physical>& physical);
     void giveUpTransaction() noexcept;

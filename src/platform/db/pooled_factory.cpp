@@ -12,6 +12,7 @@ struct PooledFactory::Private {
     Private(const sql::Schema& schema_, const Clock& clock_)
         : schema(schema_)
         , clock(clock_)
+        , context {[this](sql::Engine engine) -> sql::Translator& { return translatorOf(engine); }, {}, {}}
     {
     }
 
@@ -20,7 +21,7 @@ struct PooledFactory::Private {
 
     const sql::Schema& schema;
     const Clock& clock;
-    StatementHook hook;
+    PoolContext context;
     std::array<std::unique_ptr<sql::Translator>, 3> translators; ///< by engine, made when needed
     QHash<QString, std::shared_ptr<Pool>> pools; ///< by connection text
     QString lastText; ///< nearly every opening is for the same text as the one before
@@ -33,8 +34,7 @@ Pool& PooledFactory::Private::poolOf(const QString& connectionText)
     auto& pool = pools[connectionText];
     if (!pool)
         pool = std::make_shared<Pool>(
-            [this, connectionText] { return openDriver(ConnectionItems(connectionText), clock); },
-            [this](sql::Engine engine) -> sql::Translator& { return translatorOf(engine); }, hook);
+            [this, connectionText] { return openDriver(ConnectionItems(connectionText), clock); }, context);
     lastText = connectionText;
     lastPool = pool.get();
     return *pool;
@@ -61,7 +61,12 @@ Connection PooledFactory::open(const QString& connectionText)
 
 void PooledFactory::setHook(StatementHook hook)
 {
-    d->hook = std::move(hook);
+    d->context.hook = std::move(hook);
+}
+
+void PooledFactory::setProcedures(ProcedureRunner procedures)
+{
+    d->context.procedures = std::move(procedures);
 }
 
 void PooledFactory::drain()

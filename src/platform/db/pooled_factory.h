@@ -1,13 +1,13 @@
 #pragma once
 
 #include "platform/core/dates.h"
-#include "platform/db/connection.h"
+#include "platform/db/procedures.h"
 #include "platform/sql/schema.h"
 
 namespace quilla {
 
 /// The factory of the program: chooses the driver from the text, keeps a pool of physical connections a
-/// text, lends clean ones.
+/// text, lends clean ones. What it lends must not outlive it. Not thread safe.
 class PooledFactory final : public ConnectionFactory {
 public:
     /// `schema` and `clock` must outlive the factory. The clock is what the embedded database answers to
@@ -18,6 +18,8 @@ public:
     Connection open(const QString& connectionText) override;
 
     void setHook(StatementHook hook);
+    /// What answers `exec` on the embedded database.
+    void setProcedures(ProcedureRunner procedures);
     /// Closes the connections that are not lent.
     void drain();
 

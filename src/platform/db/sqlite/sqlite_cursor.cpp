@@ -53,9 +53,7 @@ Cell SqliteCursor::text(int column, Kind kind)
     const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(m_statement->get(), column));
     const std::string_view text(bytes, std::size_t(sqlite3_column_bytes(m_statement->get(), column)));
     if (kind == Kind::Date)
-        if (const auto moment = readMoment(text))
-            return {Cell::Form::Date,
-                moment->date.toJulianDay() * MillisecondsPerDay + moment->time.msecsSinceStartOfDay(), {}};
+        if (const auto moment = readMoment(text)) return dateCell(*moment);
     return {Cell::Form::Text, 0, text};
 }
 

@@ -53,20 +53,21 @@ void SqliteStatement::bind(const sql::Translation& statement, const std::vector<
     char* at = m_texts.data();
     int place = 0;
     for (const sql::Parameter& parameter : statement.parameters)
-        at = bindOne(++place, literals[std::size_t(parameter.literal)], parameter.kind, at);
+        at = bindOne(++place, literals[std::size_t(parameter.literal)], parameter, at);
 }
 
 /// Texts are written to `room` and stay there; the end of what was written.
-char* SqliteStatement::bindOne(int place, const sql::Literal& literal, sql::Kind kind, char* room)
+char* SqliteStatement::bindOne(
+    int place, const sql::Literal& literal, const sql::Parameter& parameter, char* room)
 {
     char* end = room;
-    switch (kind) {
+    switch (parameter.kind) {
     case sql::Kind::Bit:
         m_handle.check(sqlite3_bind_int64(m_statement, place, bitOf(literal)));
         return end;
     case sql::Kind::Integer:
     case sql::Kind::Decimal:
-        bindNumber(place, literal, kind);
+        bindNumber(place, literal, parameter);
         return end;
     case sql::Kind::Date: {
         const CanonicalMoment moment(momentOf(literal));
@@ -75,7 +76,7 @@ char* SqliteStatement::bindOne(int place, const sql::Literal& literal, sql::Kind
     }
     case sql::Kind::Unknown:
         if (!literal.quoted) {
-            bindNumber(place, literal, kind);
+            bindNumber(place, literal, parameter);
             return end;
         }
         [[fallthrough]];
@@ -86,11 +87,11 @@ char* SqliteStatement::bindOne(int place, const sql::Literal& literal, sql::Kind
     return end;
 }
 
-void SqliteStatement::bindNumber(int place, const sql::Literal& literal, sql::Kind kind)
+void SqliteStatement::bindNumber(int place, const sql::Literal& literal, const sql::Parameter& parameter)
 {
-    const auto whole = kind == sql::Kind::Integer ? wholeNumberOf(literal) : exactWholeOf(literal);
+    const auto whole = parameter.kind == sql::Kind::Integer ? wholeNumberOf(literal) : exactWholeOf(literal);
     m_handle.check(whole ? sqlite3_bind_int64(m_statement, place, *whole)
-                         : sqlite3_bind_double(m_statement, place, numberOf(literal)));
+                         : sqlite3_bind_double(m_statement, place, numberOf(literal, parameter.scale)));
 }
 
 bool SqliteStatement::step()

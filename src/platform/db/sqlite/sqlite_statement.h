@@ -31,8 +31,8 @@ public:
     bool lent = false;
 
 private:
-    char* bindOne(int place, const sql::Literal& literal, sql::Kind kind, char* room);
-    void bindNumber(int place, const sql::Literal& literal, sql::Kind kind);
+    char* bindOne(int place, const sql::Literal& literal, const sql::Parameter& parameter, char* room);
+    void bindNumber(int place, const sql::Literal& literal, const sql::Parameter& parameter);
 
     const SqliteHandle& m_handle;
     sqlite3_stmt* m_statement = nullptr;
