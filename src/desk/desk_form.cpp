@@ -75,7 +75,7 @@ void TsjhFrm::layOut()
     large.setBold(true);
     tMsg.setFont(large);
     tMsg.setAccessibleName(u"操作结果"_s);
-    std::vector<Field> panel;
+    std::vector<FormField> panel;
     for (int index = 0; index < 10; ++index) {
         Label5[index].setTextFormat(Qt::PlainText);
         panel.emplace_back(Label3[index], Label5[index]);

@@ -38,8 +38,8 @@ private:
 class Readers final : public Recordset::Source {
 public:
     explicit Readers(int count)
-        : Source(std::make_shared<const std::vector<quilla::Field>>(
-            std::vector<quilla::Field> {{u"readercode"_s, sql::Kind::Text}, {u"bookcount"_s, sql::Kind::Integer},
+        : Source(std::make_shared<const std::vector<Field>>(
+            std::vector<Field> {{u"readercode"_s, sql::Kind::Text}, {u"bookcount"_s, sql::Kind::Integer},
                 {u"wuzheng"_s, sql::Kind::Bit}, {u"term"_s, sql::Kind::Date}}))
         , m_count(count)
     {

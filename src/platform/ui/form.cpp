@@ -158,21 +158,21 @@ Piece room(int pixels)
     return piece;
 }
 
-Field::Field(const QString& caption, const Piece& field)
+FormField::FormField(const QString& caption, const Piece& field)
     : label(caption)
     , piece(field)
 {
     nameBy(*static_cast<QLabel*>(label.control), firstInput(field));
 }
 
-Field::Field(QLabel& caption, const Piece& field)
+FormField::FormField(QLabel& caption, const Piece& field)
     : label(caption)
     , piece(field)
 {
     nameBy(caption, firstInput(field));
 }
 
-Piece fields(int perLine, const std::vector<Field>& list)
+Piece fields(int perLine, const std::vector<FormField>& list)
 {
     auto* grid = new QGridLayout;
     grid->setContentsMargins(0, 0, 0, 0);

@@ -59,16 +59,16 @@ Piece stretch();
 Piece room(int pixels);
 
 /// A label with its field, in the aligned columns of `fields`.
-struct Field {
-    Field(const QString& caption, const Piece& field);
-    Field(QLabel& label, const Piece& field);
+struct FormField {
+    FormField(const QString& caption, const Piece& field);
+    FormField(QLabel& label, const Piece& field);
 
     Piece label;
     Piece piece;
 };
 /// Labels and fields in aligned columns, `perLine` pairs side by side, filled line by line. Each label
 /// is the accessible name of its field and its access key leads there.
-Piece fields(int perLine, const std::vector<Field>& list);
+Piece fields(int perLine, const std::vector<FormField>& list);
 
 struct Page {
     QString caption;
