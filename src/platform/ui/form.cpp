@@ -207,6 +207,10 @@ void build(QWidget& form, const Piece& content)
         ControlKeys& keys = ControlKeys::of(*button);
         if (!keys.enter && !keys.enterIsTab) keys.enter = [button] { button->click(); };
     }
+    for (auto* lines : form.findChildren<QPlainTextEdit*>())
+        lines->setTabChangesFocus(true);
+    for (auto* lines : form.findChildren<QTextEdit*>())
+        lines->setTabChangesFocus(true);
     nameRest(form, form.windowTitle());
 }
 
