@@ -1,0 +1,47 @@
+#include "database/library_schema.h"
+
+#include "database/resource_text.h"
+#include "platform/core/text.h"
+
+namespace quilla {
+
+namespace {
+
+QString definitions()
+{
+    return resourceText(u"schema.sql"_s) + u"\ngo\n"_s + resourceText(u"views.sql"_s);
+}
+
+void executeAll(Connection& connection, const QString& tsql)
+{
+    for (const QString& statement : splitStatements(tsql))
+        connection.execute(statement);
+}
+
+} // namespace
+
+sql::Schema librarySchema()
+{
+    return sql::readSchema(definitions());
+}
+
+void createLibrary(Connection& connection)
+{
+    executeAll(connection, definitions());
+}
+
+void insertInitialRows(Connection& connection, const QString& operatorName)
+{
+    executeAll(connection, resourceText(u"initial.sql"_s));
+    connection.execute(u"insert into LibUse(userid,username,password,borrow) values(1,'%1','',1)"_s.arg(
+        doubled(operatorName)));
+}
+
+void refuseFilledLibrary(Connection& connection)
+{
+    for (const QStringView table : {u"zsk", u"sck", u"dzk", u"jycs"})
+        if (!connection.open(u"select top 1 * from %1"_s.arg(table)).eof())
+            throw Error(58, u"database"_s, u"数据库中已有数据，不能再装入演示数据。"_s);
+}
+
+} // namespace quilla

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QStringList>
+
+namespace quilla {
+
+/// The text of a file that is built into the program, `name` below "database/".
+QString resourceText(const QString& name);
+
+/// The statements of a T-SQL text, which stand apart by lines "go"; blank ones left out.
+QStringList splitStatements(const QString& tsql);
+
+} // namespace quilla

@@ -1,0 +1,104 @@
+#include "quilla-db/arguments.h"
+
+#include "platform/core/dates.h"
+#include "platform/core/error.h"
+#include "platform/core/text.h"
+
+#include <QCommandLineParser>
+
+namespace quilla {
+
+namespace {
+
+constexpr QStringView Help = u"青简文库的数据库工具。\n\n"
+                             "命令：\n"
+                             "  create        建立新的数据库：表、视图和第一个操作员（没有密码）\n"
+                             "  demo          建立演示数据库，或装入空的数据库\n"
+                             "  scale         建立测速用的大数据库，或装入空的数据库\n"
+                             "  check         核对数据，不作修改；有问题时返回 1\n"
+                             "  backup 文件   备份内置数据库，使用中也可以\n"
+                             "  restore 文件  从备份恢复内置数据库；不覆盖已有的数据库";
+
+Error fault(const QString& text)
+{
+    return Error(5, u"quilla-db"_s, text);
+}
+
+int numberOf(const QCommandLineParser& parser, const QString& option)
+{
+    bool ok = false;
+    const int number = parser.value(option).toInt(&ok);
+    if (!ok || number < 0) throw fault(u"--%1 需要一个不小于 0 的整数。"_s.arg(option));
+    return number;
+}
+
+QDate dayOf(const QCommandLineParser& parser)
+{
+    if (!parser.isSet(u"today"_s)) return QDate::currentDate();
+    const auto day = readDate(parser.value(u"today"_s));
+    if (!day) throw fault(u"--today 需要一个日期(例如:2003-01-01)。"_s);
+    return day->date();
+}
+
+Target targetOf(const QCommandLineParser& parser)
+{
+    if (parser.isSet(u"file"_s) && parser.isSet(u"connection"_s))
+        throw fault(u"--file 和 --connection 只能用一个。"_s);
+    if (parser.isSet(u"connection"_s)) return connectionTarget(parser.value(u"connection"_s));
+    return parser.isSet(u"file"_s) ? fileTarget(parser.value(u"file"_s)) : ownTarget();
+}
+
+void addOptions(QCommandLineParser& parser)
+{
+    const ScaleOptions scale;
+    parser.addOptions({
+        {u"file"_s, u"内置数据库的文件；不指定时是用户自己的数据库"_s, u"文件"_s},
+        {u"connection"_s, u"数据库的连接文本"_s, u"文本"_s},
+        {u"operator"_s, u"create：第一个操作员的用户名"_s, u"用户名"_s, u"admin"_s},
+        {u"seed"_s, u"demo：随机种子，相同的种子和日期得到相同的数据"_s, u"数"_s, u"1"_s},
+        {u"today"_s, u"demo、scale：数据以哪一天为今天"_s, u"日期"_s},
+        {u"readers"_s, u"scale：读者数"_s, u"数"_s, QString::number(scale.readers)},
+        {u"copies"_s, u"scale：书册数"_s, u"数"_s, QString::number(scale.copies)},
+        {u"history"_s, u"scale：借还历史的行数"_s, u"数"_s, QString::number(scale.history)},
+        {u"loans"_s, u"scale：在借的册数"_s, u"数"_s, QString::number(scale.loans)},
+    });
+}
+
+void readPositions(const QCommandLineParser& parser, Arguments& arguments)
+{
+    const QStringList positions = parser.positionalArguments();
+    if (positions.isEmpty()) throw fault(u"缺少命令。用 --help 查看用法。"_s);
+    arguments.command = positions[0];
+    const bool takesFile = arguments.command == u"backup"_s || arguments.command == u"restore"_s;
+    if (positions.size() != (takesFile ? 2 : 1))
+        throw fault(takesFile ? u"%1 需要一个文件名。"_s.arg(arguments.command)
+                              : u"%1 之后的参数太多。"_s.arg(arguments.command));
+    if (takesFile) arguments.file = positions[1];
+}
+
+} // namespace
+
+Arguments readArguments(const QStringList& line)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(Help.toString());
+    parser.addHelpOption();
+    parser.addPositionalArgument(u"命令"_s, u"见上"_s);
+    addOptions(parser);
+    if (!parser.parse(line)) throw fault(parser.errorText());
+    if (parser.isSet(u"help"_s)) parser.showHelp(0);
+    Arguments arguments;
+    readPositions(parser, arguments);
+    arguments.target = targetOf(parser);
+    arguments.operatorName = parser.value(u"operator"_s);
+    arguments.demo.today = dayOf(parser);
+    arguments.demo.seed = quint64(numberOf(parser, u"seed"_s));
+    arguments.scale.today = arguments.demo.today;
+    arguments.scale.readers = numberOf(parser, u"readers"_s);
+    arguments.scale.copies = numberOf(parser, u"copies"_s);
+    arguments.scale.history = numberOf(parser, u"history"_s);
+    arguments.scale.loans = numberOf(parser, u"loans"_s);
+    return arguments;
+}
+
+} // namespace quilla

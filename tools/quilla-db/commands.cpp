@@ -1,0 +1,153 @@
+#include "quilla-db/commands.h"
+
+#include "database/check.h"
+#include "database/library_schema.h"
+#include "platform/core/text.h"
+#include "platform/db/embedded.h"
+#include "platform/db/pooled_factory.h"
+
+#include <QFile>
+
+namespace quilla {
+
+namespace {
+
+using Fill = std::function<void(Connection&)>;
+
+Error fault(const QString& text)
+{
+    return Error(5, u"quilla-db"_s, text);
+}
+
+void fillOpened(const Target& target, const sql::Schema& schema, const Fill& fill)
+{
+    const SystemClock clock;
+    PooledFactory factory(schema, clock);
+    Connection connection = factory.open(target.connectionText);
+    connection.begin();
+    fill(connection);
+    connection.commit();
+}
+
+/// A new database with its first rows and what `fill` adds, all of it or nothing.
+void makeLibrary(const Arguments& arguments, const Fill& fill)
+{
+    const sql::Schema schema = librarySchema();
+    const Fill whole = [&](Connection& connection) {
+        createLibrary(connection);
+        insertInitialRows(connection, arguments.operatorName);
+        if (fill) fill(connection);
+    };
+    if (arguments.target.file)
+        createEmbedded(*arguments.target.file, schema, SystemClock(), whole);
+    else
+        fillOpened(arguments.target, schema, whole);
+}
+
+/// Data for an empty library; a file that is not there is created with it.
+void load(const Arguments& arguments, const Fill& fill)
+{
+    if (arguments.target.file && !arguments.target.exists())
+        makeLibrary(arguments, fill);
+    else
+        fillOpened(arguments.target, librarySchema(), fill);
+}
+
+Outcome create(const Arguments& arguments, QTextStream& out)
+{
+    makeLibrary(arguments, {});
+    out << u"已建立数据库：" << arguments.target.name() << u"\n操作员 " << arguments.operatorName
+        << u" 还没有密码，请登录后立即修改。\n";
+    return Outcome::Done;
+}
+
+Outcome loadDemo(const Arguments& arguments, QTextStream& out)
+{
+    load(arguments, [&](Connection& connection) { fillDemoLibrary(connection, arguments.demo); });
+    out << u"已装入演示数据：" << arguments.target.name() << u"\n操作员 演示 登录不需要密码。\n";
+    return Outcome::Done;
+}
+
+Outcome loadScale(const Arguments& arguments, QTextStream& out)
+{
+    load(arguments, [&](Connection& connection) { fillScaleData(connection, arguments.scale); });
+    out << u"已装入测速数据：" << arguments.target.name() << u"\n";
+    return Outcome::Done;
+}
+
+void tell(QTextStream& out, const QString& what, const QStringList& rows)
+{
+    out << what << u"（" << rows.size() << u"）\n";
+    for (const QString& row : rows)
+        out << u"    " << row << u"\n";
+}
+
+Outcome check(const Arguments& arguments, QTextStream& out)
+{
+    bool sound = true;
+    if (arguments.target.file) {
+        const QStringList faults = checkEmbedded(*arguments.target.file);
+        if (!faults.isEmpty()) tell(out, u"数据库文件已损坏"_s, faults);
+        sound = faults.isEmpty();
+    }
+    const SystemClock clock;
+    const sql::Schema schema = librarySchema();
+    PooledFactory factory(schema, clock);
+    Connection connection = factory.open(arguments.target.connectionText);
+    const std::vector<Finding> findings = checkLibrary(connection);
+    for (const Finding& finding : findings)
+        tell(out, finding.what, finding.rows);
+    sound = sound && findings.empty();
+    if (sound) out << u"没有发现问题：" << arguments.target.name() << u"\n";
+    return sound ? Outcome::Done : Outcome::Findings;
+}
+
+const QString& embeddedFile(const Arguments& arguments)
+{
+    if (!arguments.target.file) throw fault(u"数据库服务器请用它自己的备份工具。"_s);
+    return *arguments.target.file;
+}
+
+Outcome backup(const Arguments& arguments, QTextStream& out)
+{
+    backupEmbedded(embeddedFile(arguments), arguments.file);
+    out << u"已备份到：" << arguments.file << u"\n";
+    return Outcome::Done;
+}
+
+/// A log left behind by another database of this name would be played into the restored one.
+void refuseRemains(const QString& file)
+{
+    for (const QStringView suffix : {u"", u"-wal", u"-journal"})
+        if (QFile::exists(file + suffix.toString()))
+            throw fault(u"文件已经存在，请先移走：%1"_s.arg(file + suffix.toString()));
+}
+
+Outcome restore(const Arguments& arguments, QTextStream& out)
+{
+    const QString& file = embeddedFile(arguments);
+    refuseRemains(file);
+    if (const QStringList faults = checkEmbedded(arguments.file); !faults.isEmpty()) {
+        tell(out, u"备份文件已损坏，没有恢复"_s, faults);
+        return Outcome::Failed;
+    }
+    backupEmbedded(arguments.file, file);
+    out << u"已恢复：" << arguments.target.name() << u"\n";
+    return Outcome::Done;
+}
+
+} // namespace
+
+Outcome runCommand(const Arguments& arguments, QTextStream& out)
+{
+    static constexpr struct {
+        QStringView name;
+        Outcome (*run)(const Arguments&, QTextStream&);
+    } Commands[] = {{u"create", create}, {u"demo", loadDemo}, {u"scale", loadScale}, {u"check", check},
+        {u"backup", backup}, {u"restore", restore}};
+    for (const auto& command : Commands)
+        if (command.name == arguments.command) return command.run(arguments, out);
+    throw fault(u"没有这个命令：%1。用 --help 查看用法。"_s.arg(arguments.command));
+}
+
+} // namespace quilla

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+namespace quilla {
+
+/// The database that a command works on.
+struct Target {
+    QString connectionText; ///< holds a password at times: never print it
+    std::optional<QString> file; ///< of an embedded database
+
+    /// What an operator may be told: the file, or that it is a server's.
+    QString name() const;
+    bool exists() const;
+};
+
+/// The user's own embedded database.
+Target ownTarget();
+Target fileTarget(const QString& path);
+Target connectionTarget(const QString& text);
+
+} // namespace quilla
