@@ -24,8 +24,7 @@ namespace quilla {
 class FlexGrid;
 
 /// A piece of a form: a control, a caption, a layout, or room.
-class Piece {
-public:
+struct Piece {
     /// A control that is a member of the form; it may be declared before or behind its frame.
     Piece(QWidget& control); // NOLINT: conversions are the point
     Piece(QLayout* layout); // NOLINT

@@ -10,12 +10,12 @@ namespace quilla {
 
 /// How a screen shows a result set in its grid.
 struct GridFill {
-    QString format; ///< put back after the data is bound, so it replaces the field names
-    std::vector<int> yesNo; ///< columns shown as 是 and 否
-    std::vector<int> widths; ///< in twips, empty where captions or `gridFix` decide
+    QString format {}; ///< put back after the data is bound, so it replaces the field names
+    std::vector<int> yesNo {}; ///< columns shown as 是 and 否
+    std::vector<int> widths {}; ///< in twips, empty where captions or `gridFix` decide
     QLabel* count = nullptr; ///< the count label
     bool countHasCaption = false; ///< the label shows the number alone, its caption stands beside it
-    QString key; ///< the line to select, by its first column
+    QString key {}; ///< the line to select, by its first column
     int line = 1; ///< the line to select where the key is empty or not found
 };
 
