@@ -7,7 +7,10 @@
 
 namespace quilla::test {
 
-QString Case::place() const { return QFileInfo(file).fileName() + u":"_s + QString::number(line); }
+QString Case::place() const
+{
+    return QFileInfo(file).fileName() + u":"_s + QString::number(line);
+}
 
 QString readText(const QString& file)
 {
@@ -18,8 +21,8 @@ QString readText(const QString& file)
 
 std::vector<Case> readCases(const QString& file)
 {
-    static const QStringList Keys = {u"sqlite"_s, u"postgres"_s, u"params"_s, u"columns"_s, u"rows"_s,
-        u"refused"_s, u"fails"_s};
+    static const QStringList Keys
+        = {u"sqlite"_s, u"postgres"_s, u"params"_s, u"columns"_s, u"rows"_s, u"refused"_s, u"fails"_s};
     std::vector<Case> cases;
     bool open = false;
     int number = 0;

@@ -31,7 +31,8 @@ void answer(sqlite3_context* context, const QString& text)
 
 bool anyNull(int count, sqlite3_value** values)
 {
-    return std::any_of(values, values + count, [](auto* each) { return sqlite3_value_type(each) == SQLITE_NULL; });
+    return std::any_of(
+        values, values + count, [](auto* each) { return sqlite3_value_type(each) == SQLITE_NULL; });
 }
 
 QString patternOf(const QString& like)
@@ -59,7 +60,10 @@ void like(sqlite3_context* context, int count, sqlite3_value** values)
     sqlite3_result_int(context, pattern.match(textOf(values[1])).hasMatch());
 }
 
-void now(sqlite3_context* context, int, sqlite3_value**) { answer(context, u"2004-03-09 08:05:03.000"_s); }
+void now(sqlite3_context* context, int, sqlite3_value**)
+{
+    answer(context, u"2004-03-09 08:05:03.000"_s);
+}
 
 void dateDifference(sqlite3_context* context, int count, sqlite3_value** values)
 {
@@ -68,9 +72,10 @@ void dateDifference(sqlite3_context* context, int count, sqlite3_value** values)
     const QDate to = readDate(textOf(values[2]))->date();
     const QString part = textOf(values[0]);
     const int months = (to.year() - from.year()) * 12 + to.month() - from.month();
-    sqlite3_result_int64(context, part == u"year" ? to.year() - from.year()
-            : part == u"month"                    ? months
-                                                  : from.daysTo(to));
+    sqlite3_result_int64(context,
+        part == u"year"        ? to.year() - from.year()
+            : part == u"month" ? months
+                               : from.daysTo(to));
 }
 
 void dateAdd(sqlite3_context* context, int count, sqlite3_value** values)
@@ -115,9 +120,8 @@ void part(sqlite3_context* context, int count, sqlite3_value** values)
 
 int collate(void*, int leftSize, const void* left, int rightSize, const void* right)
 {
-    const auto view = [](const void* text, int size) {
-        return QString::fromUtf8(static_cast<const char*>(text), size);
-    };
+    const auto view
+        = [](const void* text, int size) { return QString::fromUtf8(static_cast<const char*>(text), size); };
     return compareText(view(left, leftSize), view(right, rightSize));
 }
 
@@ -161,9 +165,10 @@ SqliteBase::SqliteBase()
 {
     sqlite3_open(":memory:", &m_base);
     sqlite3_create_collation(m_base, "QUILLA", SQLITE_UTF8, nullptr, collate);
-    const auto add = [this](const char* name, int count, void (*function)(sqlite3_context*, int, sqlite3_value**)) {
-        sqlite3_create_function(m_base, name, count, SQLITE_UTF8, nullptr, function, nullptr, nullptr);
-    };
+    const auto add
+        = [this](const char* name, int count, void (*function)(sqlite3_context*, int, sqlite3_value**)) {
+              sqlite3_create_function(m_base, name, count, SQLITE_UTF8, nullptr, function, nullptr, nullptr);
+          };
     add("getdate", 0, now);
     add("qj_like", 2, like);
     add("qj_datediff", 3, dateDifference);
@@ -174,7 +179,10 @@ SqliteBase::SqliteBase()
     add("qj_part", 2, part);
 }
 
-SqliteBase::~SqliteBase() { sqlite3_close(m_base); }
+SqliteBase::~SqliteBase()
+{
+    sqlite3_close(m_base);
+}
 
 void SqliteBase::run(const QByteArray& text)
 {

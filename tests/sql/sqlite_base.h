@@ -14,7 +14,8 @@ public:
     SqliteBase(const SqliteBase&) = delete;
     SqliteBase& operator=(const SqliteBase&) = delete;
 
-    /// The rows as "a|b;c|d", null as "NULL". Throws `Error` when a literal is not of its kind or the engine fails.
+    /// The rows as "a|b;c|d", null as "NULL". Throws `Error` when a literal is not of its kind or the engine
+    /// fails.
     QString run(const sql::Translation& statement, const std::vector<sql::Literal>& literals = {});
     void run(const QByteArray& text);
 

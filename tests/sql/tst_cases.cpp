@@ -105,7 +105,8 @@ private Q_SLOTS:
             const QByteArray place = each.place().toUtf8();
             const auto same = [&](const QString& key, const QString& actual) {
                 if (!each.expected.contains(key)) return true;
-                return QTest::qCompare(actual, QString(each.expected[key]), key.toUtf8(), place.constData(), __FILE__, __LINE__);
+                return QTest::qCompare(
+                    actual, QString(each.expected[key]), key.toUtf8(), place.constData(), __FILE__, __LINE__);
             };
             std::vector<Literal> literals;
             try {

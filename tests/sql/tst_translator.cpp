@@ -9,9 +9,10 @@ using namespace quilla::sql;
 
 namespace {
 
-const QString Tables = u"create table t (id int identity(1,1) primary key, code varchar(20), number int, day datetime)\n"
-                       "go\n"
-                       "create view v as select code, number from t"_s;
+const QString Tables
+    = u"create table t (id int identity(1,1) primary key, code varchar(20), number int, day datetime)\n"
+      "go\n"
+      "create view v as select code, number from t"_s;
 
 QString messageOf(const std::function<void()>& step)
 {
@@ -58,16 +59,16 @@ private Q_SLOTS:
         QTest::addColumn<QString>("one");
         QTest::addColumn<QString>("other");
         QTest::newRow("pinned top") << u"select top 1 code from t"_s << u"select top 2 code from t"_s;
-        QTest::newRow("pinned width") << u"select convert(varchar(5),number) from t"_s
-                                      << u"select convert(varchar(6),number) from t"_s;
+        QTest::newRow("pinned width")
+            << u"select convert(varchar(5),number) from t"_s << u"select convert(varchar(6),number) from t"_s;
         QTest::newRow("pinned style") << u"select convert(varchar(10),day,111) from t"_s
                                       << u"select convert(varchar(10),day,120) from t"_s;
-        QTest::newRow("pinned position") << u"select code,number from t order by 1"_s
-                                         << u"select code,number from t order by 2"_s;
-        QTest::newRow("quoted or not") << u"select code from t where number='1'"_s
-                                       << u"select code from t where number=1"_s;
-        QTest::newRow("whole or not") << u"select code from t where number=1"_s
-                                      << u"select code from t where number=1.5"_s;
+        QTest::newRow("pinned position")
+            << u"select code,number from t order by 1"_s << u"select code,number from t order by 2"_s;
+        QTest::newRow("quoted or not")
+            << u"select code from t where number='1'"_s << u"select code from t where number=1"_s;
+        QTest::newRow("whole or not")
+            << u"select code from t where number=1"_s << u"select code from t where number=1.5"_s;
         QTest::newRow("date part") << u"select datediff(dd,day,'2003-01-01') from t"_s
                                    << u"select datediff(mm,day,'2003-01-01') from t"_s;
         QTest::newRow("digits of a name") << u"select code as c1 from t"_s << u"select code as c2 from t"_s;
@@ -127,11 +128,15 @@ private Q_SLOTS:
         QTest::newRow("cut short") << u"select code from t where"_s << u"语句末尾"_s;
         QTest::newRow("empty") << QString() << u"语句末尾"_s;
         QTest::newRow("a second statement") << u"delete from t; delete from t"_s << u"“delete”"_s;
-        QTest::newRow("deep brackets") << u"select "_s + QString(5000, u'(') + u"1"_s + QString(5000, u')') << u"嵌套太深"_s;
-        QTest::newRow("deep selects") << u"select * from "_s + u"(select * from "_s.repeated(5000) << u"嵌套太深"_s;
-        QTest::newRow("deep cases") << u"select "_s + u"case when 1=1 then "_s.repeated(5000) << u"嵌套太深"_s;
+        QTest::newRow("deep brackets")
+            << u"select "_s + QString(5000, u'(') + u"1"_s + QString(5000, u')') << u"嵌套太深"_s;
+        QTest::newRow("deep selects")
+            << u"select * from "_s + u"(select * from "_s.repeated(5000) << u"嵌套太深"_s;
+        QTest::newRow("deep cases") << u"select "_s + u"case when 1=1 then "_s.repeated(5000)
+                                    << u"嵌套太深"_s;
         QTest::newRow("many signs") << u"select "_s + QString(50000, u'+') + u"1"_s << u"嵌套太深"_s;
-        QTest::newRow("many nots") << u"select 1 from t where "_s + u"not "_s.repeated(50000) << u"嵌套太深"_s;
+        QTest::newRow("many nots") << u"select 1 from t where "_s + u"not "_s.repeated(50000)
+                                   << u"嵌套太深"_s;
         QTest::newRow("long sum") << u"select 1"_s + u"+1"_s.repeated(5000) << u"算式太长"_s;
     }
 
@@ -193,12 +198,18 @@ private Q_SLOTS:
     void sqlServerTakesStatementsAsTheyStand()
     {
         Translator server(Engine::SqlServer, m_schema);
-        QCOMPARE(server.translate(u"Select  top 5 [code] from t where code=N'a''b' and day<'2003-1-1' and id>7"_s, m_literals).text,
+        QCOMPARE(
+            server
+                .translate(u"Select  top 5 [code] from t where code=N'a''b' and day<'2003-1-1' and id>7"_s,
+                    m_literals)
+                .text,
             "Select  top 5 [code] from t where code=? and day<? and id>?");
-        const Translation& shaped = server.translate(u" SHAPE {select 'x' as k}  AS a COMPUTE a BY 'k'"_s, m_literals);
+        const Translation& shaped
+            = server.translate(u" SHAPE {select 'x' as k}  AS a COMPUTE a BY 'k'"_s, m_literals);
         QCOMPARE(shaped.text, " SHAPE {select 'x' as k}  AS a COMPUTE a BY 'k'");
         QVERIFY(shaped.returnsRows && shaped.parameters.empty());
-        QVERIFY(server.translate(u" SHAPE {select 'y' as k}  AS a COMPUTE a BY 'k'"_s, m_literals).id != shaped.id);
+        QVERIFY(server.translate(u" SHAPE {select 'y' as k}  AS a COMPUTE a BY 'k'"_s, m_literals).id
+            != shaped.id);
     }
 
     void theSchemaKnowsColumns()
@@ -216,7 +227,9 @@ private Q_SLOTS:
         QCOMPARE(splitScript(script).size(), std::size_t(2));
         const QString message = messageOf([&] { readSchema(script); });
         QVERIFY2(message.contains(u"第 8 行第 5 列，“blob”"_s), qPrintable(message));
-        QVERIFY(messageOf([] { readSchema(u"create view v as select x from nowhere"_s); }).contains(u"类型不明"_s));
+        QVERIFY(messageOf([] {
+            readSchema(u"create view v as select x from nowhere"_s);
+        }).contains(u"类型不明"_s));
     }
 };
 

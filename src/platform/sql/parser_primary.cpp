@@ -20,7 +20,10 @@ bool takesDatePart(QStringView lower)
 }
 
 /// Day of year and day of week count days where borders between dates are counted.
-bool isWholeDay(QStringView part) { return part == u"dayofyear" || part == u"weekday"; }
+bool isWholeDay(QStringView part)
+{
+    return part == u"dayofyear" || part == u"weekday";
+}
 
 } // namespace
 
@@ -61,7 +64,10 @@ ExprPtr Parser::bracket()
     return inner;
 }
 
-ExprPtr Parser::exists() { return existsOrSubquery(Op::Exists, peek().place); }
+ExprPtr Parser::exists()
+{
+    return existsOrSubquery(Op::Exists, peek().place);
+}
 
 ExprPtr Parser::existsOrSubquery(Op op, qsizetype place)
 {
