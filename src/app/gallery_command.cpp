@@ -1,6 +1,7 @@
 #include "app/gallery_command.h"
 
 #include "app/desk_application.h"
+#include "app/gallery_ops.h"
 #include "desk/desk_form.h"
 #include "frame/about_form.h"
 #include "frame/login_form.h"
@@ -40,14 +41,6 @@ private:
     QStringList m_failed;
 };
 
-QString one(Session& session, const QString& tsql)
-{
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return {};
-    const Recordset row = openOrEmpty(session, conn, tsql);
-    return row.eof() ? QString() : row.field(0).text();
-}
-
 void pressEnter(QWidget& box)
 {
     QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, u"\r"_s);
@@ -82,8 +75,7 @@ int renderGallery(DeskApplication& desk, const QString& folder)
     window.openUp();
     window.openScreen(u"TsjhFrm"_s);
     auto* form = window.findChild<TsjhFrm*>();
-    form->TxtReaderCode.setText(
-        one(session, u"select top 1 readercode from dzk where readstatus='有效' order by orderbook desc"_s));
+    form->TxtReaderCode.setText(readerForPictures(session));
     pressEnter(form->TxtReaderCode);
     album.add(u"LtMainFrm"_s, window);
     album.add(u"TsjhFrm-0"_s, *form);

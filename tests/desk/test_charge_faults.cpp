@@ -85,7 +85,6 @@ void TestChargeFaults::eachStatement()
 
     QCOMPARE(library.prompt.takeComplaints(), QString());
     QCOMPARE(library.broken(), QString());
-    QVERIFY(!library.session.error.isSet());
     QCOMPARE(library.everything() != before, written);
     // The next charge works again.
     if (!written) {
