@@ -28,6 +28,7 @@ public:
 
     void add(const QString& name, QWidget& window)
     {
+        if (!window.testAttribute(Qt::WA_Resized)) window.adjustSize();
         for (const double scale : {1.0, 1.5, 2.0}) {
             const QString file = m_folder.filePath(u"%1@%2.png"_s.arg(name, QString::number(int(scale * 100))));
             if (!renderPng(window, file, scale)) m_failed.append(file);

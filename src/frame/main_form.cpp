@@ -13,6 +13,7 @@
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QStatusBar>
+#include <QStyle>
 #include <QToolBar>
 
 namespace quilla {
@@ -140,14 +141,26 @@ void LtMainFrm::openScreen(const QString& target, const QString& mode)
     modal->exec();
 }
 
+/// A window of the client area around the screen, which keeps the size that the screen gave itself.
+QMdiSubWindow* LtMainFrm::frameOf(QWidget* screen)
+{
+    if (!screen->testAttribute(Qt::WA_Resized)) screen->adjustSize();
+    const QSize wanted = screen->size();
+    QMdiSubWindow* window = Client.addSubWindow(screen);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->setWindowIcon(windowIcon());
+    const QMargins border = window->contentsMargins();
+    const int title = window->style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, window);
+    window->resize(wanted.grownBy({border.left(), title + border.bottom(), border.right(), border.bottom()}));
+    return window;
+}
+
 /// A screen that is already open comes to the front.
 void LtMainFrm::showBeside(const QString& key, QWidget* screen)
 {
     auto* window = qobject_cast<QMdiSubWindow*>(screen->parentWidget());
     if (!window) {
-        window = Client.addSubWindow(screen);
-        window->setAttribute(Qt::WA_DeleteOnClose);
-        window->setWindowIcon(windowIcon());
+        window = frameOf(screen);
         m_open.insert(key, screen);
     }
     window->show();

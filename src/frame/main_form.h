@@ -11,6 +11,7 @@
 #include <array>
 
 class QLabel;
+class QMdiSubWindow;
 
 namespace quilla {
 
@@ -51,6 +52,7 @@ private:
     QAction* makeAction(const MenuEntry& entry);
     void perform(const MenuEntry& entry);
     void act(const QString& action);
+    QMdiSubWindow* frameOf(QWidget* screen);
     void showBeside(const QString& key, QWidget* screen);
     void sendDelete();
     void chooseRegion();

@@ -1,0 +1,278 @@
+#include "app/screens.h"
+#include "desk/desk_form.h"
+#include "frame/about_form.h"
+#include "frame/login_form.h"
+#include "frame/main_form.h"
+#include "frame/odbc_form.h"
+#include "frame/password_form.h"
+#include "support/test_library.h"
+
+#include <QAbstractScrollArea>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QTest>
+#include <QToolBar>
+
+using namespace quilla;
+
+namespace {
+
+class NoHost final : public ScreenHost {
+public:
+    void openScreen(const QString& target, const QString&) override { opened.append(target); }
+    bool hasScreen(const QString& target) const override { return exists.contains(target); }
+    void registerChild(QWidget*) override {}
+    QStringList opened;
+    QStringList exists;
+};
+
+/// A control by its object name with its text, caption or title.
+QString captionOf(const QWidget& form, const QString& name)
+{
+    const auto* control = form.findChild<QWidget*>(name);
+    if (!control) return u"(missing)"_s;
+    for (const char* property : {"text", "title", "currentText"}) {
+        const QVariant value = control->property(property);
+        if (value.isValid()) return value.toString();
+    }
+    return {};
+}
+
+/// Shows a window with the focus, as it stands before the operator.
+void appear(QWidget& window)
+{
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+}
+
+} // namespace
+
+/// The forms as the operator knows them: controls, captions, keys.
+class TestScreens : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void controls_data();
+    void controls();
+    void everyInputHasAName();
+    void menuAndToolbar();
+    void screensAreReused();
+    void deleteGoesToTheRegisteredChild();
+    void connectionDialogFollowsTheDataSource();
+    void connectionDialogKeepsItsInputs();
+    void loginByKeys();
+    void passwordByKeys();
+
+private:
+    QWidget* form(const QString& name);
+
+    std::unique_ptr<TestLibrary> m;
+    NoHost m_host;
+    std::unique_ptr<QWidget> m_form;
+};
+
+void TestScreens::init() { m = std::make_unique<TestLibrary>(); }
+
+void TestScreens::cleanup()
+{
+    m_form.reset();
+    QCOMPARE(m->prompt.takeComplaints(), QString());
+}
+
+QWidget* TestScreens::form(const QString& name)
+{
+    if (name == u"frmODBC") m_form = std::make_unique<frmODBC>(m->session);
+    if (name == u"LtLoginFrm") m_form = std::make_unique<LtLoginFrm>(m->session);
+    if (name == u"EditPassFrm") m_form = std::make_unique<EditPassFrm>(m->session);
+    if (name == u"AboutFrm") m_form = std::make_unique<AboutFrm>();
+    if (name == u"TsjhFrm") m_form = std::make_unique<TsjhFrm>(m->session, m_host);
+    return m_form.get();
+}
+
+void TestScreens::controls_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QStringList>("captions"); // name=caption
+    QTest::newRow("frmODBC") << u"frmODBC"_s << u"请设置要连接的数据库信息"_s
+                             << QStringList {u"fraStep3=连接值"_s, u"cboDSNList=(None)"_s, u"txtUID="_s, u"txtPWD="_s,
+                                    u"cboDrivers=SQL Server"_s, u"txtServer="_s, u"txtDatabase="_s, u"cmdOK=保存(&D)"_s,
+                                    u"cmdCeshi=测试(&C)"_s, u"cmdCancel=取消(&Q)"_s};
+    QTest::newRow("LtLoginFrm") << u"LtLoginFrm"_s << u"Quilla 登录流通子系统"_s
+                                << QStringList {u"txtInName="_s, u"txtInPassword="_s, u"cmdLogin=进入(&G)"_s, u"cmdExit=退出(&Q)"_s};
+    QTest::newRow("EditPassFrm") << u"EditPassFrm"_s << u"修改口令"_s
+                                 << QStringList {u"Text1(0)="_s, u"Text1(1)="_s, u"Text1(2)="_s, u"CmdOk=&Y 确认"_s, u"CmdCancel=&C 取消"_s};
+    QTest::newRow("AboutFrm") << u"AboutFrm"_s << u"关于系统"_s << QStringList {};
+    QTest::newRow("TsjhFrm") << u"TsjhFrm"_s << u"图书借还-操作员：王馆员"_s
+                             << QStringList {u"cmdTuShuYuYue=&Y 图书预约"_s, u"cmdWuZhengJieShu=&W 无证借书"_s, u"CmdQuit=&E 安全退出"_s,
+                                    u"Frame1=读者信息"_s, u"Label1=输入读者证号："_s, u"Label2=输入图书条码号："_s, u"Frame2=借书信息"_s,
+                                    u"Label3(0)=读者证号："_s, u"Label3(2)=性    别："_s, u"Label3(9)=有效期限："_s, u"Label5(9)="_s,
+                                    u"Label8=输入图书条码号："_s, u"Check1=续 借(&A)"_s, u"Frame3=还书信息"_s, u"tMsg="_s};
+}
+
+void TestScreens::controls()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, title);
+    QFETCH(QStringList, captions);
+    const QWidget* shown = form(name);
+    QCOMPARE(shown->windowTitle(), title);
+    for (const QString& caption : captions) {
+        const QString control = caption.section(u'=', 0, 0);
+        QCOMPARE(control + u'=' + captionOf(*shown, control), caption);
+    }
+}
+
+void TestScreens::everyInputHasAName()
+{
+    for (const QString& name : {u"frmODBC"_s, u"LtLoginFrm"_s, u"EditPassFrm"_s, u"TsjhFrm"_s}) {
+        for (const QWidget* control : form(name)->findChildren<QWidget*>()) {
+            const bool input = qobject_cast<const QLineEdit*>(control) || qobject_cast<const QComboBox*>(control)
+                || qobject_cast<const FlexGrid*>(control);
+            const bool inside = qobject_cast<const QComboBox*>(control->parentWidget());
+            if (input && !inside)
+                QVERIFY2(!control->accessibleName().isEmpty(), qPrintable(name + u"."_s + control->objectName()));
+        }
+    }
+}
+
+void TestScreens::menuAndToolbar()
+{
+    const ScreenCatalog catalog = allScreens();
+    LtMainFrm window(m->session, catalog);
+    QCOMPARE(window.windowTitle(), u"Quilla青简总馆V4.1-----------------------青简台"_s);
+    QStringList menus;
+    int items = 0;
+    for (const QAction* menu : window.menuBar()->actions()) {
+        menus.append(menu->text());
+        for (const QAction* item : menu->menu() ? menu->menu()->actions() : QList<QAction*>()) {
+            ++items;
+            const MenuEntry* entry = menuEntry(item->text());
+            const bool works = catalog.contains(entry->target)
+                || QStringList {u"打印机设置"_s, u"区域设置"_s}.contains(entry->item);
+            QVERIFY2(item->isEnabled() == works, qPrintable(item->text()));
+        }
+    }
+    QCOMPARE(menus.join(u' '), u"《中图法》简表 基本资料（&M） 流通操作（&B） 统计报表（&T） 图书资料查询（&S） 系统管理（&X） 退出系统（&Q）"_s);
+    QCOMPARE(items, 34);
+    QStringList keys;
+    for (const QAction* tool : window.Toolbar1->actions()) {
+        keys.append(tool->objectName());
+        QVERIFY(!tool->icon().isNull());
+    }
+    QCOMPARE(keys.join(u' '), u"JHBook Reader Tj Fkcl BookOut Jycs Password Quit"_s);
+}
+
+void TestScreens::screensAreReused()
+{
+    const ScreenCatalog catalog = allScreens();
+    LtMainFrm window(m->session, catalog);
+    window.show();
+    window.openScreen(u"TsjhFrm"_s);
+    window.openScreen(u"EditPassFrm"_s);
+    auto* desk = window.findChild<TsjhFrm*>();
+    desk->TxtReaderCode.setText(u"kept"_s);
+    window.openScreen(u"TsjhFrm"_s);
+    QCOMPARE(window.findChildren<TsjhFrm*>().size(), 1);
+    QCOMPARE(window.Client.activeSubWindow()->widget(), desk);
+    QCOMPARE(desk->TxtReaderCode.text(), u"kept"_s);
+    desk->CmdQuit.click();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(window.findChildren<TsjhFrm*>().size(), 0);
+    window.openScreen(u"TsjhFrm"_s);
+    QCOMPARE(window.findChild<TsjhFrm*>()->TxtReaderCode.text(), QString());
+}
+
+void TestScreens::deleteGoesToTheRegisteredChild()
+{
+    class Child final : public QWidget, public MenuClient {
+    public:
+        void MenuClick(const QString& command) override { commands.append(command); }
+        QStringList commands;
+    } child;
+    const ScreenCatalog catalog;
+    LtMainFrm window(m->session, catalog);
+    window.registerChild(&child);
+    window.mnuDelete->trigger();
+    window.mnuDelete->trigger();
+    QCOMPARE(child.commands, QStringList {u"Delete"_s});
+}
+
+void TestScreens::connectionDialogFollowsTheDataSource()
+{
+    frmODBC dialog(m->session);
+    appear(dialog);
+    dialog.cboDSNList.setFocus();
+    dialog.txtDatabase.setText(u"left"_s);
+    dialog.cboDSNList.setCurrentIndex(1);
+    QVERIFY(!dialog.txtServer.isEnabled() && !dialog.cboDrivers.isEnabled() && !dialog.txtDatabase.isEnabled());
+    QVERIFY(dialog.txtUID.hasFocus());
+    m->prompt.expect(u"用户名不能为空!请重新输入!"_s);
+    dialog.cmdOK.click();
+    QTest::keyClicks(&dialog.txtUID, u"sa"_s);
+    dialog.cmdOK.click();
+    QVERIFY(m->session.ConnectionText.endsWith(u";UID=sa;PWD=;Database=left;"));
+    QVERIFY(!dialog.isVisible());
+    dialog.cboDSNList.setCurrentIndex(0);
+    QVERIFY(dialog.txtServer.isEnabled() && dialog.cboDrivers.isEnabled() && dialog.txtDatabase.isEnabled());
+}
+
+void TestScreens::connectionDialogKeepsItsInputs()
+{
+    frmODBC dialog(m->session);
+    appear(dialog);
+    for (QLineEdit* box : std::initializer_list<QLineEdit*> {&dialog.txtUID, &dialog.txtServer, &dialog.txtDatabase})
+        QTest::keyClicks(box, u"x"_s);
+    m->prompt.expectStart(u"连接失败，请重试！！详细信息如下：\n"_s);
+    dialog.cmdCeshi.click();
+    QCOMPARE(dialog.fraStep3.title(), u"连接值"_s);
+    QVERIFY(dialog.isVisible());
+    QCOMPARE(dialog.txtServer.text(), u"x"_s);
+    dialog.cmdCancel.click();
+    QCOMPARE(m->session.ConnectionText, m->connectionText);
+}
+
+void TestScreens::loginByKeys()
+{
+    m->operatorUser(u"ly"_s, u"geheim"_s);
+    LtLoginFrm login(m->session);
+    appear(login);
+    QTest::keyClicks(&login.txtInName, u"ly"_s);
+    QTest::keyClick(&login.txtInName, Qt::Key_Return);
+    QVERIFY(login.txtInPassword.hasFocus());
+    m->prompt.expect(u"用户名或用户密码输入错误，请核对后输入。"_s);
+    QTest::keyClicks(&login.txtInPassword, u"no"_s);
+    QTest::keyClick(&login.txtInPassword, Qt::Key_Return);
+    QVERIFY(login.isVisible() && login.txtInName.hasFocus());
+    QCOMPARE(login.txtInName.selectedText(), u"ly"_s);
+    login.Image3.click();
+    QCOMPARE(m->editor.calls, 1);
+    login.txtInPassword.setText(u"geheim"_s);
+    QTest::keyClick(&login.txtInPassword, Qt::Key_Return);
+    QCOMPARE(login.result(), int(QDialog::Accepted));
+}
+
+void TestScreens::passwordByKeys()
+{
+    m->operatorUser(u"王馆员"_s, u"alt"_s);
+    EditPassFrm dialog(m->session);
+    appear(dialog);
+    const QStringList typed {u"alt"_s, u"neu"_s, u"neu"_s};
+    for (int box = 0; box < 3; ++box) {
+        QTest::keyClicks(&dialog.Text1[box], typed[box]);
+        QTest::keyClick(&dialog.Text1[box], Qt::Key_Return);
+    }
+    QVERIFY(dialog.CmdOk.hasFocus());
+    m->prompt.expect(u"密码修改成功！请使用新密码！"_s);
+    QTest::keyClick(&dialog.CmdOk, Qt::Key_Return);
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(m->value(u"select password from LibUse"_s), u"neu"_s);
+}
+
+QTEST_MAIN(TestScreens)
+#include "test_screens.moc"
