@@ -7,6 +7,11 @@ if(QUILLA_CCACHE)
         CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${QUILLA_CCACHE})
 endif()
 
+find_program(QUILLA_MOLD mold)
+if(QUILLA_MOLD)
+    add_link_options(-fuse-ld=mold)
+endif()
+
 set(QUILLA_WARNINGS -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 set(QUILLA_DEFINES QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 

@@ -24,10 +24,10 @@ struct Session {
     ConnectionFactory& connections;
     ConnectionEditor& connectionEditor;
 
-    QString ConnectionText; ///< the stored connection text; holds a password, never show it
-    QString ServerName; ///< server part of the stored text
-    QString DatabaseName; ///< database part of the stored text
-    QString OperatorName; ///< user name as typed at login
+    QString ConnectionText {}; ///< the stored connection text; holds a password, never show it
+    QString ServerName {}; ///< server part of the stored text
+    QString DatabaseName {}; ///< database part of the stored text
+    QString OperatorName {}; ///< user name as typed at login
 
     LastError error {}; ///< the error that resume mode leaves behind
 };

@@ -4,6 +4,8 @@
 #include <QFile>
 #include <QTest>
 
+#include <sqlite3.h>
+
 using namespace quilla;
 
 class TestEmbedded : public QObject {
@@ -97,7 +99,7 @@ void TestEmbedded::checksOtherFiles()
     QVERIFY(other.open(QIODevice::WriteOnly));
     other.write(QByteArray("no database ").repeated(500));
     other.close();
-    QVERIFY(!checkEmbedded(other.fileName()).isEmpty());
+    QCOMPARE(errorOf([&] { checkEmbedded(other.fileName()); }), SQLITE_NOTADB);
     QVERIFY(errorOf([&] { checkEmbedded(file(u"none.db"_s)); }));
 }
 

@@ -256,6 +256,8 @@ void TestPool::replacedFileIsOpenedAnew()
     m_base->open().execute(u"insert into book(code) values('b')");
     QVERIFY(QFile::rename(m_base->path(), m_base->path() + u".old"_s));
     QVERIFY(errorOf([&] { m_base->open(); }));
+    for (const QStringView left : {u"-wal", u"-shm"})
+        QFile::remove(m_base->path() + left.toString());
     QVERIFY(QFile::rename(copy, m_base->path()));
     QCOMPARE(m_base->one(u"select count(*) from book"), u"1"_s);
     m_base->factory.drain();

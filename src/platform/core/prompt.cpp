@@ -2,17 +2,23 @@
 
 namespace quilla {
 
+namespace {
+
+QString kept(QStringView title) { return title.isNull() ? QString() : title.toString(); }
+
+} // namespace
+
 QString Message::shownTitle() const { return title.isNull() ? ApplicationTitle.toString() : title; }
 
-void Prompt::inform(const QString& text, const QString& title) { show({text, title, Icon::Information}); }
+void Prompt::inform(const QString& text, QStringView title) { show({text, kept(title), Icon::Information}); }
 
-void Prompt::warn(const QString& text, const QString& title) { show({text, title, Icon::Warning}); }
+void Prompt::warn(const QString& text, QStringView title) { show({text, kept(title), Icon::Warning}); }
 
-void Prompt::stop(const QString& text, const QString& title) { show({text, title, Icon::Critical}); }
+void Prompt::stop(const QString& text, QStringView title) { show({text, kept(title), Icon::Critical}); }
 
-bool Prompt::ask(const QString& text, const QString& title, Icon icon, Answer preset)
+bool Prompt::ask(const QString& text, QStringView title, Icon icon, Answer preset)
 {
-    return show({text, title, icon, true, preset}) == Answer::Yes;
+    return show({text, kept(title), icon, true, preset}) == Answer::Yes;
 }
 
 } // namespace quilla

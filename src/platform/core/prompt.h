@@ -8,6 +8,8 @@ namespace quilla {
 inline constexpr QStringView ApplicationTitle = u"青简台";
 /// The usual title of a failure or refusal.
 inline constexpr QStringView OperationTitle = u"操作提示";
+/// The shorter title of the desk's refusals.
+inline constexpr QStringView HintTitle = u"提示";
 
 enum class Icon { None, Information, Warning, Critical, Question };
 enum class Answer { Ok, Yes, No };
@@ -33,11 +35,11 @@ public:
     /// Shows the box and waits for its answer. A question that is closed without a button answers No.
     virtual Answer show(const Message& message) = 0;
 
-    void inform(const QString& text, const QString& title = {});
-    void warn(const QString& text, const QString& title = {});
-    void stop(const QString& text, const QString& title = {});
+    void inform(const QString& text, QStringView title = {});
+    void warn(const QString& text, QStringView title = {});
+    void stop(const QString& text, QStringView title = {});
     /// True for Yes.
-    bool ask(const QString& text, const QString& title = {}, Icon icon = Icon::Information,
+    bool ask(const QString& text, QStringView title = {}, Icon icon = Icon::Information,
         Answer preset = Answer::Yes);
 };
 

@@ -8,6 +8,10 @@
 #include <QSettings>
 #include <QStandardPaths>
 
+#include <array>
+
+#include <sys/stat.h>
+
 namespace quilla {
 
 namespace {
@@ -24,6 +28,16 @@ void makePrivate(const QString& path)
         throw Error(75, u"settings"_s, u"无法写入设置文件：%1"_s.arg(path));
 }
 
+/// What changes when another process writes the file; empty for a missing one.
+QByteArray lookOf(const QString& path)
+{
+    struct stat state {};
+    if (::stat(QFile::encodeName(path).constData(), &state) != 0) return {};
+    const std::array<qint64, 4> look {
+        qint64(state.st_ino), qint64(state.st_size), qint64(state.st_mtim.tv_sec), qint64(state.st_mtim.tv_nsec)};
+    return QByteArray(reinterpret_cast<const char*>(look.data()), sizeof look);
+}
+
 } // namespace
 
 FileSettings::FileSettings(QString folder)
@@ -37,13 +51,23 @@ QString FileSettings::fileOf(const QString& application) const
     return m_folder + u'/' + application + u"/settings.ini"_s;
 }
 
+const FileSettings::Snapshot& FileSettings::snapshotOf(const QString& application) const
+{
+    Snapshot& snapshot = m_snapshots[application];
+    const QString path = fileOf(application);
+    const QByteArray look = lookOf(path);
+    if (look == snapshot.look) return snapshot;
+    snapshot = {look, {}};
+    const QSettings file(path, QSettings::IniFormat);
+    for (const QString& key : file.allKeys())
+        snapshot.values.insert(key, file.value(key).toString());
+    return snapshot;
+}
+
 QString FileSettings::get(
     const QString& application, const QString& section, const QString& key, const QString& fallback) const
 {
-    const QString path = fileOf(application);
-    if (!QFile::exists(path)) return fallback;
-    const QSettings file(path, QSettings::IniFormat);
-    return file.value(section + u'/' + key, fallback).toString();
+    return snapshotOf(application).values.value(section + u'/' + key, fallback);
 }
 
 void FileSettings::set(

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QString>
 
 namespace quilla {
@@ -33,7 +34,16 @@ public:
     QString fileOf(const QString& application) const;
 
 private:
+    /// What the file held when it was last read, and how it looked then: each database operation asks
+    /// for the stored text several times, and a file that did not change is not read again.
+    struct Snapshot {
+        QByteArray look;
+        QHash<QString, QString> values;
+    };
+    const Snapshot& snapshotOf(const QString& application) const;
+
     QString m_folder;
+    mutable QHash<QString, Snapshot> m_snapshots;
 };
 
 } // namespace quilla

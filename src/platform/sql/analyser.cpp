@@ -7,7 +7,10 @@ namespace quilla::sql {
 
 namespace {
 
-Type typeOf(const Column& column) { return {column.kind, column.width, column.scale, true}; }
+Type typeOf(const Column& column)
+{
+    return {column.kind, column.width, column.scale, true};
+}
 
 Column columnOf(const QString& name, const Type& type)
 {
@@ -19,7 +22,10 @@ Column columnOf(const QString& name, const Type& type)
     return column;
 }
 
-bool same(const QString& left, const QString& right) { return left.compare(right, Qt::CaseInsensitive) == 0; }
+bool same(const QString& left, const QString& right)
+{
+    return left.compare(right, Qt::CaseInsensitive) == 0;
+}
 
 /// What a term of "order by" names by its alias, or null.
 const Expr* aliased(const Select& select, const Expr& term)
@@ -115,7 +121,8 @@ std::vector<Column> Analyser::itemColumns(const SelectItem& item, const Scope& s
 {
     if (item.value->op == Op::Star) return starColumns(*item.value, scope);
     const QString name = item.alias.isEmpty() ? item.value->name : item.alias;
-    return {columnOf(item.value->op == Op::Column || !item.alias.isEmpty() ? name : QString(), item.value->type)};
+    return {
+        columnOf(item.value->op == Op::Column || !item.alias.isEmpty() ? name : QString(), item.value->type)};
 }
 
 std::vector<Column> Analyser::starColumns(const Expr& star, const Scope& scope) const

@@ -126,7 +126,8 @@ Type Analyser::lookUp(const Expr& column, const Scope& scope) const
 {
     for (const Scope* each = &scope; each; each = each->outer) {
         for (const Relation& relation : each->relations) {
-            if (!column.qualifier.isEmpty() && column.qualifier.compare(relation.name, Qt::CaseInsensitive) != 0)
+            if (!column.qualifier.isEmpty()
+                && column.qualifier.compare(relation.name, Qt::CaseInsensitive) != 0)
                 continue;
             for (const Column& candidate : relation.columns)
                 if (column.name.compare(candidate.name, Qt::CaseInsensitive) == 0)
@@ -176,7 +177,10 @@ void Analyser::addDays(ExprPtr& expr)
     expr = std::move(call);
 }
 
-void Analyser::compare(Expr& expr) { unify(pointers(expr.parts)); }
+void Analyser::compare(Expr& expr)
+{
+    unify(pointers(expr.parts));
+}
 
 void Analyser::inSelect(Expr& expr, const Scope& scope)
 {
@@ -210,7 +214,8 @@ void Analyser::function(Expr& expr)
         all = unify(pointers(expr.parts));
     } else {
         for (int i = 0; i < count; ++i)
-            pass(expr.parts[i], kindOf(rule->arguments[std::min<qsizetype>(i, rule->arguments.size() - 1)].unicode()));
+            pass(expr.parts[i],
+                kindOf(rule->arguments[std::min<qsizetype>(i, rule->arguments.size() - 1)].unicode()));
     }
     const Type first = count ? expr.parts[0]->type : Type();
     const bool likeFirst = rule->result == u'1' && first.kind != Kind::Unknown;

@@ -48,7 +48,8 @@ void convert(ExprPtr& expr, const Type& target)
     const Kind from = expr->type.kind;
     const Kind to = target.kind;
     if (from == to || from == Kind::Unknown || to == Kind::Unknown || expr->op == Op::Null) return;
-    if (expr->op == Op::Literal && expr->quoted) { // whether its text holds that kind is seen when it is bound
+    if (expr->op == Op::Literal
+        && expr->quoted) { // whether its text holds that kind is seen when it is bound
         expr->type.kind = to;
         return;
     }
@@ -73,7 +74,10 @@ void assignLiteral(ExprPtr& expr, const Type& target)
 
 } // namespace
 
-bool isNumber(Kind kind) { return kind == Kind::Integer || kind == Kind::Decimal || kind == Kind::Bit; }
+bool isNumber(Kind kind)
+{
+    return kind == Kind::Integer || kind == Kind::Decimal || kind == Kind::Bit;
+}
 
 void assign(ExprPtr& expr, const Type& target)
 {

@@ -38,7 +38,10 @@ void EnginePrinter::literal(const Expr& expr)
     placeholder(expr);
 }
 
-void EnginePrinter::placeholder(const Expr&) { write(u"?"); }
+void EnginePrinter::placeholder(const Expr&)
+{
+    write(u"?");
+}
 
 void EnginePrinter::inlineLiteral(const Expr& literal)
 {

@@ -43,7 +43,7 @@ private:
     std::vector<Parameter> m_parameters;
 };
 
-/// The printer of an engine; null for SQL Server, which takes the statements as they are.
+/// The printer of an engine; null for one whose text is not written by a printer.
 std::unique_ptr<EnginePrinter> makePrinter(Engine engine);
 
 /// A date literal in the form in which date columns hold it. Refuses a text that is no date.

@@ -125,6 +125,9 @@ private:
 
 } // namespace
 
-std::vector<Token> lex(QStringView tsql) { return Lexer(tsql).run(); }
+std::vector<Token> lex(QStringView tsql)
+{
+    return Lexer(tsql).run();
+}
 
 } // namespace quilla::sql

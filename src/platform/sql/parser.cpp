@@ -14,20 +14,21 @@ constexpr int DeepestLevel = 150;
 
 /// Words that are no names unless they stand in brackets. "type", "name", "memo", "password" and "code"
 /// are columns and not among them.
-constexpr auto ReservedWords = std::to_array<QStringView>({u"add", u"all", u"alter", u"and", u"any", u"as", u"asc",
-    u"begin", u"between", u"by", u"case", u"check", u"collate", u"commit", u"compute", u"constraint", u"convert",
-    u"create", u"cross", u"declare", u"default", u"delete", u"desc", u"distinct", u"drop", u"else", u"end",
-    u"escape", u"except", u"exec", u"execute", u"exists", u"for", u"foreign", u"from", u"full", u"go", u"grant",
-    u"group", u"having", u"if", u"in", u"index", u"inner", u"insert", u"intersect", u"into", u"is", u"join",
-    u"key", u"left", u"like", u"not", u"null", u"on", u"option", u"or", u"order", u"outer", u"percent",
-    u"primary", u"proc", u"procedure", u"references", u"return", u"revoke", u"right", u"rollback", u"select",
-    u"set", u"some", u"table", u"then", u"to", u"top", u"tran", u"transaction", u"truncate", u"union",
-    u"unique", u"update", u"use", u"values", u"view", u"when", u"where", u"while", u"with"});
+constexpr auto ReservedWords = std::to_array<QStringView>(
+    {u"add", u"all", u"alter", u"and", u"any", u"as", u"asc", u"begin", u"between", u"by", u"case", u"check",
+        u"collate", u"commit", u"compute", u"constraint", u"convert", u"create", u"cross", u"declare",
+        u"default", u"delete", u"desc", u"distinct", u"drop", u"else", u"end", u"escape", u"except", u"exec",
+        u"execute", u"exists", u"for", u"foreign", u"from", u"full", u"go", u"grant", u"group", u"having",
+        u"if", u"in", u"index", u"inner", u"insert", u"intersect", u"into", u"is", u"join", u"key", u"left",
+        u"like", u"not", u"null", u"on", u"option", u"or", u"order", u"outer", u"percent", u"primary",
+        u"proc", u"procedure", u"references", u"return", u"revoke", u"right", u"rollback", u"select", u"set",
+        u"some", u"table", u"then", u"to", u"top", u"tran", u"transaction", u"truncate", u"union", u"unique",
+        u"update", u"use", u"values", u"view", u"when", u"where", u"while", u"with"});
 
 bool isReserved(QStringView word)
 {
-    return std::ranges::any_of(
-        ReservedWords, [&](QStringView reserved) { return reserved.compare(word, Qt::CaseInsensitive) == 0; });
+    return std::ranges::any_of(ReservedWords,
+        [&](QStringView reserved) { return reserved.compare(word, Qt::CaseInsensitive) == 0; });
 }
 
 } // namespace
@@ -70,7 +71,10 @@ bool isDefinition(const Statement& statement)
         || std::holds_alternative<CreateView>(statement) || std::holds_alternative<Drop>(statement);
 }
 
-Parsed parse(QStringView tsql) { return Parser(tsql).run(); }
+Parsed parse(QStringView tsql)
+{
+    return Parser(tsql).run();
+}
 
 Parser::Level::Level(Parser& parser)
     : m_parser(parser)
@@ -102,7 +106,10 @@ Parsed Parser::run()
     return result;
 }
 
-const Token& Parser::peek(int ahead) const { return m_tokens[std::min(m_at + ahead, m_tokens.size() - 1)]; }
+const Token& Parser::peek(int ahead) const
+{
+    return m_tokens[std::min(m_at + ahead, m_tokens.size() - 1)];
+}
 
 Token Parser::next()
 {
@@ -135,7 +142,10 @@ void Parser::expectSign(QStringView sign)
     if (!acceptSign(sign)) refuseHere(u"此处应为 "_s.append(sign));
 }
 
-void Parser::refuseHere(const QString& reason) const { refuse(peek().place, reason); }
+void Parser::refuseHere(const QString& reason) const
+{
+    refuse(peek().place, reason);
+}
 
 bool Parser::atName() const
 {

@@ -20,8 +20,8 @@ CreateTable Parser::createTable()
     expectSign(u"(");
     do {
         const Token& token = peek();
-        const bool constraint = token.isWord(u"constraint") || token.isWord(u"primary") || token.isWord(u"unique")
-            || token.isWord(u"check");
+        const bool constraint = token.isWord(u"constraint") || token.isWord(u"primary")
+            || token.isWord(u"unique") || token.isWord(u"check");
         if (constraint)
             result.constraints.push_back(tableConstraint());
         else

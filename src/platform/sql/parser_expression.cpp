@@ -46,9 +46,15 @@ ExprPtr Parser::expression()
     return conditionChain(&Parser::andTerm, u"or", Op::Or);
 }
 
-ExprPtr Parser::scalar() { return asValue(expression()); }
+ExprPtr Parser::scalar()
+{
+    return asValue(expression());
+}
 
-ExprPtr Parser::andTerm() { return conditionChain(&Parser::notTerm, u"and", Op::And); }
+ExprPtr Parser::andTerm()
+{
+    return conditionChain(&Parser::notTerm, u"and", Op::And);
+}
 
 ExprPtr Parser::notTerm()
 {
@@ -76,9 +82,9 @@ ExprPtr Parser::predicate()
 
 ExprPtr Parser::comparisonTail(ExprPtr left)
 {
-    static constexpr std::pair<QStringView, Op> Signs[] = {{u"=", Op::Equal}, {u"<>", Op::NotEqual},
-        {u"!=", Op::NotEqual}, {u"<", Op::Less}, {u"<=", Op::LessEqual}, {u">", Op::Greater},
-        {u">=", Op::GreaterEqual}};
+    static constexpr std::pair<QStringView, Op> Signs[]
+        = {{u"=", Op::Equal}, {u"<>", Op::NotEqual}, {u"!=", Op::NotEqual}, {u"<", Op::Less},
+            {u"<=", Op::LessEqual}, {u">", Op::Greater}, {u">=", Op::GreaterEqual}};
     for (const auto& [sign, op] : Signs)
         if (acceptSign(sign)) return joined(op, asValue(std::move(left)), asValue(sum()));
     return left;
@@ -135,8 +141,8 @@ ExprPtr Parser::chain(ExprPtr (Parser::*part)(), std::initializer_list<std::pair
 {
     ExprPtr result = (this->*part)();
     for (int length = 0;; ++length) {
-        const auto sign = std::find_if(
-            signs.begin(), signs.end(), [this](const auto& candidate) { return peek().isSign(candidate.first); });
+        const auto sign = std::find_if(signs.begin(), signs.end(),
+            [this](const auto& candidate) { return peek().isSign(candidate.first); });
         if (sign == signs.end()) return result;
         if (length >= LongestChain) refuseHere(u"算式太长"_s);
         next();
@@ -145,7 +151,10 @@ ExprPtr Parser::chain(ExprPtr (Parser::*part)(), std::initializer_list<std::pair
     }
 }
 
-ExprPtr Parser::sum() { return chain(&Parser::product, {{u"+", Op::Add}, {u"-", Op::Subtract}}); }
+ExprPtr Parser::sum()
+{
+    return chain(&Parser::product, {{u"+", Op::Add}, {u"-", Op::Subtract}});
+}
 
 ExprPtr Parser::product()
 {

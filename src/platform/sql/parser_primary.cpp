@@ -19,6 +19,12 @@ bool takesDatePart(QStringView lower)
     return lower == u"datediff" || lower == u"dateadd" || lower == u"datepart";
 }
 
+/// Day of year and day of week count days where borders between dates are counted.
+bool isWholeDay(QStringView part)
+{
+    return part == u"dayofyear" || part == u"weekday";
+}
+
 } // namespace
 
 ExprPtr Parser::primary()
@@ -58,7 +64,10 @@ ExprPtr Parser::bracket()
     return inner;
 }
 
-ExprPtr Parser::exists() { return existsOrSubquery(Op::Exists, peek().place); }
+ExprPtr Parser::exists()
+{
+    return existsOrSubquery(Op::Exists, peek().place);
+}
 
 ExprPtr Parser::existsOrSubquery(Op op, qsizetype place)
 {
@@ -90,6 +99,7 @@ ExprPtr Parser::call()
     if (takesDatePart(result->name)) {
         result->datePart = datePartOf(peek().text).toString();
         if (peek().form != Token::Form::Word || result->datePart.isEmpty()) refuseHere(u"不认识的日期部分"_s);
+        if (result->name != u"datepart" && isWholeDay(result->datePart)) result->datePart = u"day"_s;
         next();
         expectSign(u",");
     }

@@ -95,9 +95,9 @@ std::vector<OrderItem> Parser::orderBy()
 
 std::optional<JoinKind> Parser::joinAhead()
 {
-    static constexpr std::pair<QStringView, JoinKind> Kinds[] = {{u"inner", JoinKind::Inner},
-        {u"left", JoinKind::Left}, {u"right", JoinKind::Right}, {u"full", JoinKind::Full},
-        {u"cross", JoinKind::Cross}};
+    static constexpr std::pair<QStringView, JoinKind> Kinds[]
+        = {{u"inner", JoinKind::Inner}, {u"left", JoinKind::Left}, {u"right", JoinKind::Right},
+            {u"full", JoinKind::Full}, {u"cross", JoinKind::Cross}};
     if (acceptWord(u"join")) return JoinKind::Inner;
     for (const auto& [word, kind] : Kinds) {
         if (!acceptWord(word)) continue;

@@ -25,7 +25,17 @@ public:
 
 protected:
     /// How tightly an operator binds; a part that binds less gets brackets.
-    enum Level { Lowest, OrLevel, AndLevel, NotLevel, CompareLevel, SumLevel, ProductLevel, SignLevel, Highest };
+    enum Level {
+        Lowest,
+        OrLevel,
+        AndLevel,
+        NotLevel,
+        CompareLevel,
+        SumLevel,
+        ProductLevel,
+        SignLevel,
+        Highest
+    };
     static Level levelOf(const Expr& expr);
 
     // statements

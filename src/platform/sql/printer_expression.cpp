@@ -243,7 +243,10 @@ void Printer::caseOf(const Expr& expr)
     write(u" END");
 }
 
-void Printer::collated(const Expr& expr, Level around) { expression(expr, around); }
+void Printer::collated(const Expr& expr, Level around)
+{
+    expression(expr, around);
+}
 
 /// Writes a template with the call's arguments in their places.
 void Printer::fill(QStringView text, const Expr& call)

@@ -22,7 +22,10 @@ QStringView wordAt(QStringView text, qsizetype place)
 
 } // namespace
 
-void refuse(qsizetype place, const QString& reason) { throw Refusal {place, reason}; }
+void refuse(qsizetype place, const QString& reason)
+{
+    throw Refusal {place, reason};
+}
 
 Error errorOf(const Refusal& refusal, QStringView tsql, int firstLine)
 {

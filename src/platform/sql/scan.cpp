@@ -105,54 +105,51 @@ qsizetype endOfComment(QStringView text, qsizetype from)
     return end + 2;
 }
 
-void Shape::takeLiteral(char16_t sign, Literal literal, std::vector<Literal>& literals)
-{
-    m_key[m_length++] = sign;
-    literals.push_back(literal);
-}
-
 void Shape::read(QStringView tsql, std::vector<Literal>& literals)
 {
+    if (qsizetype(m_key.size()) < tsql.size()) m_key.resize(tsql.size() * 2);
+    literals.clear();
     const qsizetype size = tsql.size();
     const char16_t* text = tsql.utf16();
-    if (qsizetype(m_key.size()) < size) m_key.resize(size * 2);
-    literals.clear();
-    m_length = 0;
-    char16_t* key = m_key.data();
-    const auto copyTo = [&](qsizetype at, qsizetype end) {
-        std::copy(text + at, text + end, key + m_length);
-        m_length += end - at;
+    char16_t* key
+        = m_key.data(); // never ahead of what was read: a literal is longer than its sign or as long
+    const auto copyTo = [&](qsizetype from, qsizetype end) {
+        key = std::copy(text + from, text + end, key);
         return end;
     };
-    bool inWord = false; // a digit in a word, or behind a point that follows one, is part of a name
+    const auto takeLiteral = [&](char16_t sign, qsizetype from, qsizetype end, bool quoted, bool doubled) {
+        *key++ = sign;
+        literals.push_back({tsql.sliced(from, end - from), quoted, doubled});
+    };
+    bool inWord = false; // a digit behind a point that follows a name is part of a name
     qsizetype at = 0;
     while (at < size) {
         const Class kind = classOf(text[at]);
         bool flag = false;
         switch (kind) {
         case Plain:
-            key[m_length++] = text[at++];
+            *key++ = text[at++];
             break;
         case Word:
             do {
-                key[m_length++] = text[at++];
+                *key++ = text[at++];
             } while (at < size && continuesWord(text[at]));
             break;
         case Point:
             if (inWord || at + 1 >= size || !isDigit(text[at + 1])) {
-                key[m_length++] = text[at++];
+                *key++ = text[at++];
                 break;
             }
             [[fallthrough]];
         case Digit: {
             const qsizetype end = endOfNumber(tsql, at, flag);
-            takeLiteral(flag ? WholeSign : FractionSign, {tsql.sliced(at, end - at), false, false}, literals);
+            takeLiteral(flag ? WholeSign : FractionSign, at, end, false, false);
             at = end;
             break;
         }
         case Quote: {
             const qsizetype end = endOfQuoted(tsql, at, flag);
-            takeLiteral(QuotedSign, {tsql.sliced(at + 1, end - at - 2), true, flag}, literals);
+            takeLiteral(QuotedSign, at + 1, end - 1, true, flag);
             at = end;
             break;
         }
@@ -162,7 +159,7 @@ void Shape::read(QStringView tsql, std::vector<Literal>& literals)
         case Dash:
         case Slash: {
             const qsizetype end = endOfComment(tsql, at);
-            at = copyTo(at, end > at ? end : at + 1);
+            at = copyTo(at, std::max(end, at + 1));
             break;
         }
         case Control:
@@ -170,6 +167,7 @@ void Shape::read(QStringView tsql, std::vector<Literal>& literals)
         }
         inWord = kind == Word || kind == Name;
     }
+    m_length = key - m_key.data();
 }
 
 } // namespace quilla::sql

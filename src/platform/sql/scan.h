@@ -9,7 +9,10 @@ namespace quilla::sql {
 
 bool startsWord(char16_t c);
 bool continuesWord(char16_t c);
-inline bool isDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
+inline bool isDigit(char16_t c)
+{
+    return c >= u'0' && c <= u'9';
+}
 
 /// The end of a number that begins at `from`, behind its fraction and exponent.
 qsizetype endOfNumber(QStringView text, qsizetype from, bool& whole);
@@ -32,8 +35,6 @@ public:
     QStringView key() const { return QStringView(m_key.data(), m_length); }
 
 private:
-    void takeLiteral(char16_t sign, Literal literal, std::vector<Literal>& literals);
-
     std::vector<char16_t> m_key; ///< longer than the key, so that it is seldom sized anew
     qsizetype m_length = 0;
 };

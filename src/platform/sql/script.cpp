@@ -90,7 +90,10 @@ std::vector<ScriptPart> splitScript(const QString& script)
     return parts;
 }
 
-Schema readSchema(const QString& tsql) { return readSchema(tsql, {}); }
+Schema readSchema(const QString& tsql)
+{
+    return readSchema(tsql, {});
+}
 
 Schema readSchema(const QString& tsql, Schema known)
 {

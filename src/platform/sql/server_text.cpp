@@ -15,8 +15,8 @@ namespace {
 Kind kindOf(const Literal& literal)
 {
     if (literal.quoted) return Kind::Text;
-    const bool whole = std::all_of(
-        literal.text.begin(), literal.text.end(), [](QChar c) { return isDigit(c.unicode()); });
+    const bool whole
+        = std::all_of(literal.text.begin(), literal.text.end(), [](QChar c) { return isDigit(c.unicode()); });
     return whole ? Kind::Integer : Kind::Decimal;
 }
 
@@ -31,8 +31,8 @@ qsizetype beginOf(QStringView tsql, const Literal& literal)
     return national ? begin - 1 : begin;
 }
 
-void takeOutLiterals(
-    QStringView tsql, const std::vector<Literal>& literals, const std::vector<int>& pinned, Translation& result)
+void takeOutLiterals(QStringView tsql, const std::vector<Literal>& literals, const std::vector<int>& pinned,
+    Translation& result)
 {
     QString text;
     qsizetype at = 0;

@@ -40,23 +40,27 @@ constexpr auto Templates = std::to_array<FunctionTemplate>({
 
 /// What SQLite does not take, or takes for something else, as a bare name.
 constexpr auto Keywords = std::to_array<QStringView>({u"abort", u"action", u"add", u"after", u"all", u"alter",
-    u"always", u"analyze", u"and", u"as", u"asc", u"attach", u"autoincrement", u"before", u"begin", u"between",
-    u"by", u"cascade", u"case", u"cast", u"check", u"collate", u"column", u"commit", u"conflict", u"constraint",
-    u"create", u"cross", u"current", u"current_date", u"current_time", u"current_timestamp", u"database",
-    u"default", u"deferrable", u"deferred", u"delete", u"desc", u"detach", u"distinct", u"do", u"drop", u"each",
-    u"else", u"end", u"escape", u"except", u"exclude", u"exclusive", u"exists", u"explain", u"fail", u"false",
-    u"filter", u"first", u"following", u"for", u"foreign", u"from", u"full", u"generated", u"glob", u"group",
-    u"groups", u"having", u"if", u"ignore", u"immediate", u"in", u"index", u"indexed", u"initially", u"inner",
-    u"insert", u"instead", u"intersect", u"into", u"is", u"isnull", u"join", u"key", u"last", u"left", u"like",
-    u"limit", u"match", u"materialized", u"natural", u"no", u"not", u"nothing", u"notnull", u"null", u"nulls",
-    u"of", u"offset", u"on", u"or", u"order", u"others", u"outer", u"over", u"partition", u"plan", u"pragma",
-    u"preceding", u"primary", u"query", u"raise", u"range", u"recursive", u"references", u"regexp", u"reindex",
-    u"release", u"rename", u"replace", u"restrict", u"returning", u"right", u"rollback", u"row", u"rows",
-    u"savepoint", u"select", u"set", u"table", u"temp", u"temporary", u"then", u"ties", u"to", u"transaction",
-    u"trigger", u"true", u"unbounded", u"union", u"unique", u"update", u"using", u"vacuum", u"values", u"view",
-    u"virtual", u"when", u"where", u"window", u"with", u"without"});
+    u"always", u"analyze", u"and", u"as", u"asc", u"attach", u"autoincrement", u"before", u"begin",
+    u"between", u"by", u"cascade", u"case", u"cast", u"check", u"collate", u"column", u"commit", u"conflict",
+    u"constraint", u"create", u"cross", u"current", u"current_date", u"current_time", u"current_timestamp",
+    u"database", u"default", u"deferrable", u"deferred", u"delete", u"desc", u"detach", u"distinct", u"do",
+    u"drop", u"each", u"else", u"end", u"escape", u"except", u"exclude", u"exclusive", u"exists", u"explain",
+    u"fail", u"false", u"filter", u"first", u"following", u"for", u"foreign", u"from", u"full", u"generated",
+    u"glob", u"group", u"groups", u"having", u"if", u"ignore", u"immediate", u"in", u"index", u"indexed",
+    u"initially", u"inner", u"insert", u"instead", u"intersect", u"into", u"is", u"isnull", u"join", u"key",
+    u"last", u"left", u"like", u"limit", u"match", u"materialized", u"natural", u"no", u"not", u"nothing",
+    u"notnull", u"null", u"nulls", u"of", u"offset", u"on", u"or", u"order", u"others", u"outer", u"over",
+    u"partition", u"plan", u"pragma", u"preceding", u"primary", u"query", u"raise", u"range", u"recursive",
+    u"references", u"regexp", u"reindex", u"release", u"rename", u"replace", u"restrict", u"returning",
+    u"right", u"rollback", u"row", u"rows", u"savepoint", u"select", u"set", u"table", u"temp", u"temporary",
+    u"then", u"ties", u"to", u"transaction", u"trigger", u"true", u"unbounded", u"union", u"unique",
+    u"update", u"using", u"vacuum", u"values", u"view", u"virtual", u"when", u"where", u"window", u"with",
+    u"without"});
 
-bool losesCollation(const Expr& expr) { return expr.type.kind == Kind::Text && !expr.type.column; }
+bool losesCollation(const Expr& expr)
+{
+    return expr.type.kind == Kind::Text && !expr.type.column;
+}
 
 constexpr std::size_t DeepestChain = 64;
 
@@ -175,7 +179,8 @@ void SqlitePrinter::convert(const Expr& expr)
     }
     write(to == Kind::Integer ? u"CAST(" : u"round(CAST(");
     expression(from);
-    write(to == Kind::Integer ? u" AS INTEGER)"_s : u" AS REAL), "_s + QString::number(expr.type.scale) + u")"_s);
+    write(to == Kind::Integer ? u" AS INTEGER)"_s
+                              : u" AS REAL), "_s + QString::number(expr.type.scale) + u")"_s);
 }
 
 void SqlitePrinter::toText(const Expr& expr)
@@ -185,7 +190,8 @@ void SqlitePrinter::toText(const Expr& expr)
     const bool asDate = from.type.kind == Kind::Unknown && expr.style >= 0;
     if (from.type.kind == Kind::Date || asDate) return dateToText(expr);
     if (from.type.kind != Kind::Text) return numberToText(expr);
-    const bool fits = width == 0 || (from.type.width > 0 && from.type.width <= width && from.op != Op::Literal);
+    const bool fits
+        = width == 0 || (from.type.width > 0 && from.type.width <= width && from.op != Op::Literal);
     if (fits) return expression(from, Highest);
     write(u"substr(");
     expression(from);
@@ -199,8 +205,8 @@ void SqlitePrinter::dateToText(const Expr& expr)
         int as;
         int width;
     };
-    static constexpr Style Styles[]
-        = {{-1, 0, 19}, {0, 0, 19}, {100, 0, 19}, {20, 120, 19}, {120, 120, 19}, {23, 23, 10}, {111, 111, 10}, {112, 112, 8}};
+    static constexpr Style Styles[] = {{-1, 0, 19}, {0, 0, 19}, {100, 0, 19}, {20, 120, 19}, {120, 120, 19},
+        {23, 23, 10}, {111, 111, 10}, {112, 112, 8}};
     for (const Style& style : Styles) {
         if (style.style != expr.style) continue;
         const bool cut = expr.type.width > 0 && expr.type.width < style.width;
@@ -217,7 +223,8 @@ void SqlitePrinter::numberToText(const Expr& expr)
     const int width = expr.type.width;
     const bool wide = width == 0 || width >= WidestInteger;
     if (wide && from.type.kind == Kind::Decimal)
-        return fill(u"iif($1 IS NULL, NULL, printf('%."_s + QString::number(from.type.scale) + u"f', $1))"_s, expr);
+        return fill(
+            u"iif($1 IS NULL, NULL, printf('%."_s + QString::number(from.type.scale) + u"f', $1))"_s, expr);
     if (wide) return fill(u"CAST($1 AS TEXT)", expr);
     call(Function::ConvertText, QString::number(width), from);
 }
@@ -231,7 +238,8 @@ QString SqlitePrinter::typeName(const TypeName& type) const
 {
     switch (kindOf(type)) {
     case Kind::Text:
-        return (type.width ? Printer::typeName(type).toUpper() : u"TEXT"_s) + u" COLLATE "_s.append(TextCollation);
+        return (type.width ? Printer::typeName(type).toUpper() : u"TEXT"_s)
+            + u" COLLATE "_s.append(TextCollation);
     case Kind::Integer:
         return u"INTEGER"_s;
     case Kind::Bit:

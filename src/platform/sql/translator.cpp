@@ -88,9 +88,15 @@ Translator::Translator(Engine engine, const Schema& schema, int capacity)
 
 Translator::~Translator() = default;
 
-Engine Translator::engine() const { return d->engine; }
+Engine Translator::engine() const
+{
+    return d->engine;
+}
 
-int Translator::generation() const { return d->generation; }
+int Translator::generation() const
+{
+    return d->generation;
+}
 
 const Translation& Translator::translate(QStringView tsql, std::vector<Literal>& literals)
 {
@@ -143,6 +149,7 @@ const Translation& Translator::Private::make(QStringView tsql, const std::vector
 
 Translation Translator::Private::translated(Parsed& parsed) const
 {
+    if (!printer) refuse(0, u"这种数据库的语法尚未支持"_s);
     Translation result;
     result.returnsRows = returnsRows(parsed.statement);
     result.writes = !result.returnsRows;

@@ -1,0 +1,133 @@
+// One successful charge through ChargeBook against the same statements on bare sqlite3, on one file with
+// the same durability, the two interleaved in blocks. The ratio counts, not the microseconds.
+//
+//   bench_charge [--readers N] [--copies N] [--history N] [--rounds N] [--folder DIR]
+
+#include "bench/bare_charge.h"
+#include "database/library_schema.h"
+#include "database/scale.h"
+#include "desk/charge_ops.h"
+#include "frame/sublib.h"
+#include "platform/db/embedded.h"
+#include "platform/db/pooled_factory.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <QTextStream>
+
+#include <algorithm>
+
+using namespace quilla;
+
+namespace {
+
+class NoPrompt final : public Prompt {
+public:
+    Answer show(const Message& message) override
+    {
+        throw Error(1, u"bench"_s, u"unexpected message: "_s + message.text);
+    }
+};
+
+class NoEditor final : public ConnectionEditor {
+public:
+    void editConnection() override { throw Error(1, u"bench"_s, u"no settings"_s); }
+};
+
+class NoDesk final : public DeskView {
+public:
+    void focusReaderCode() override {}
+    void emptyReaderCode() override {}
+    void selectBarCode() override {}
+    void emptyAndFocusBarCode() override {}
+    void showPage(int) override {}
+    void clearReaderPanel() override {}
+    void fillReaderPanel(const ReaderPanel&) override {}
+    void showReaderStatus(const QString&) override {}
+    void setUpLoans() override {}
+    void bindLoans(Recordset&) override {}
+};
+
+double median(std::vector<double> values)
+{
+    std::nth_element(values.begin(), values.begin() + qsizetype(values.size() / 2), values.end());
+    return values[values.size() / 2];
+}
+
+int number(const QCommandLineParser& options, const QString& name) { return options.value(name).toInt(); }
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    QCommandLineParser options;
+    options.addOptions({{u"readers"_s, {}, u"N"_s, u"50000"_s}, {u"copies"_s, {}, u"N"_s, u"200000"_s},
+        {u"history"_s, {}, u"N"_s, u"2000000"_s}, {u"rounds"_s, {}, u"N"_s, u"2000"_s}, {u"folder"_s, {}, u"DIR"_s}});
+    options.process(application);
+    QTextStream out(stdout);
+
+    const QTemporaryDir folder((options.isSet(u"folder"_s) ? options.value(u"folder"_s) : u"."_s) + u"/bench-XXXXXX"_s);
+    const QString file = folder.filePath(u"bench.db"_s);
+    const SystemClock clock;
+    const sql::Schema schema = librarySchema();
+    ScaleOptions scale;
+    scale.readers = number(options, u"readers"_s);
+    scale.copies = number(options, u"copies"_s);
+    scale.history = number(options, u"history"_s);
+    scale.loans = scale.copies / 10;
+    scale.today = clock.now().date();
+    createEmbedded(file, schema, clock, [&](Connection& conn) {
+        createLibrary(conn);
+        insertInitialRows(conn, u"bench"_s);
+        fillScaleData(conn, scale);
+        conn.execute(u"update dzk set bookcount=1000,ifcanre=0");
+    });
+
+    FileSettings settings(folder.filePath(u"settings"_s));
+    NoPrompt prompt;
+    NoEditor editor;
+    NoDesk desk;
+    PooledFactory factory(schema, clock);
+    Session session {settings, prompt, clock, factory, editor};
+    storeConnectionText(session, u"PROVIDER=MSDASQL;DSN=%1;UID=bench;PWD=;Database=%2;"_s.arg(BuiltInDataSource, file));
+    session.OperatorName = u"bench"_s;
+    BareCharge bare(file.toStdString());
+
+    // Readers without an overdue loan come first; the copies behind the loans are free.
+    QStringList readers;
+    {
+        Connection conn = factory.open(session.ConnectionText);
+        for (Recordset row = conn.open(u"select readercode from dzk where readstatus='有效' and readercode not in (select readercode from jhsk where yhdate<getdate()) and (term is null or term>getdate())");
+             !row.eof(); row.next())
+            readers.append(row.field(0).text());
+    }
+    const int rounds = number(options, u"rounds"_s);
+    constexpr int block = 50;
+    int copy = scale.loans;
+    const auto nextCopy = [&] { return scaleBarcode(++copy); };
+    std::vector<double> ours;
+    std::vector<double> theirs;
+    QElapsedTimer timer;
+    for (int round = 0; round < rounds; ++round) {
+        const QString reader = readers[round % readers.size()];
+        const QString barcode = nextCopy();
+        if (round / block % 2 == 0) {
+            timer.start();
+            if (ChargeBook(session, desk, barcode, reader) != Charged) qFatal("a charge was refused");
+            ours.push_back(double(timer.nsecsElapsed()) / 1000);
+        } else {
+            const std::string bareReader = reader.toStdString();
+            const std::string bareBarcode = barcode.toStdString();
+            timer.start();
+            bare.charge(bareBarcode, bareReader);
+            theirs.push_back(double(timer.nsecsElapsed()) / 1000);
+        }
+    }
+    out << QStringLiteral("charge on SQLite, %1 readers, %2 copies, %3 history rows, %4 rounds: ours %5 us, bare %6 us, ratio %7\n")
+               .arg(scale.readers).arg(scale.copies).arg(scale.history).arg(rounds)
+               .arg(median(ours), 0, 'f', 1).arg(median(theirs), 0, 'f', 1).arg(median(ours) / median(theirs), 0, 'f', 3);
+    return 0;
+}

@@ -1,0 +1,40 @@
+#include "app/desk_application.h"
+
+#include "app/screens.h"
+#include "database/library_schema.h"
+#include "frame/login_form.h"
+#include "frame/main_form.h"
+#include "frame/start_ops.h"
+#include "platform/db/connection_text.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace quilla {
+
+DeskApplication::DeskApplication(Prompt& prompt)
+    : m_schema(librarySchema())
+    , m_connections(m_schema, m_clock)
+    , m_session {m_settings, prompt, m_clock, m_connections, m_editor}
+    , m_screens(allScreens())
+{
+    m_editor.serve(m_session);
+}
+
+int DeskApplication::run()
+{
+    const QString folder = QFileInfo(embeddedDatabaseFile()).path();
+    QDir().mkpath(folder);
+    LockFileGuard guard(folder);
+    if (!prepareStart(m_session, guard)) return 0;
+
+    LtLoginFrm login(m_session);
+    if (login.exec() != QDialog::Accepted) return 0;
+
+    LtMainFrm window(m_session, m_screens);
+    window.show();
+    QMetaObject::invokeMethod(&window, &LtMainFrm::openUp, Qt::QueuedConnection);
+    return QCoreApplication::exec();
+}
+
+} // namespace quilla

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "frame/odbc_form.h"
+#include "frame/screens.h"
+#include "platform/core/settings.h"
+#include "platform/db/pooled_factory.h"
+
+#include <QCoreApplication>
+
+namespace quilla {
+
+/// The program put together: settings, database and message boxes, the session on them, the screens.
+class DeskApplication {
+public:
+    /// `prompt` speaks to the operator.
+    explicit DeskApplication(Prompt& prompt);
+
+    Session& session() { return m_session; }
+    const ScreenCatalog& screens() const { return m_screens; }
+
+    /// Start procedure, login, main window; the exit status.
+    int run();
+
+private:
+    FileSettings m_settings;
+    SystemClock m_clock;
+    sql::Schema m_schema;
+    PooledFactory m_connections;
+    DialogConnectionEditor m_editor;
+    Session m_session;
+    ScreenCatalog m_screens;
+};
+
+} // namespace quilla

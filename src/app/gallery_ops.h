@@ -1,0 +1,11 @@
+#pragma once
+
+#include "frame/session.h"
+
+namespace quilla {
+
+/// A reader whose panel and loans make a good picture: a valid card with the most books out. Empty when
+/// there is none.
+QString readerForPictures(Session& session);
+
+} // namespace quilla

@@ -1,0 +1,25 @@
+#include "app/application.h"
+#include "app/desk_application.h"
+#include "app/gallery_command.h"
+#include "platform/ui/dialog_prompt.h"
+#include "platform/ui/icons.h"
+#include "platform/ui/theme.h"
+
+using namespace quilla;
+
+int main(int argc, char** argv)
+{
+    GuardedApplication application(argc, argv);
+    QCoreApplication::setApplicationName(u"quilla"_s);
+    QCoreApplication::setApplicationVersion(u"4.1"_s);
+    applyTheme(application);
+    QApplication::setWindowIcon(applicationIcon());
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() == 3 && arguments[1] == u"--gallery") {
+        SilentPrompt silent;
+        DeskApplication desk(silent);
+        return renderGallery(desk, arguments[2]);
+    }
+    DialogPrompt prompt;
+    return DeskApplication(prompt).run();
+}

@@ -1,0 +1,248 @@
+#include "desk/charge_ops.h"
+
+#include "desk/due_date_ops.h"
+#include "frame/sublib.h"
+
+#include <limits>
+
+namespace quilla {
+
+namespace {
+
+constexpr int DefaultDays = 30;
+
+struct Reader {
+    QString status;
+    QDateTime term; ///< invalid for none
+    std::optional<qint64> quota; ///< nothing: no limit
+    qint16 days = 0;
+    bool mayHoldOverdue = false;
+};
+
+struct Copy {
+    bool lendable = false;
+    QString status;
+};
+
+struct Hold {
+    QString readercode;
+    QString name;
+    QString readerclass;
+};
+
+/// What a charge does to the reservation that the copy is held for.
+enum class Reservation { None, Postponed, Fulfilled };
+
+struct Loan {
+    QString barcode; ///< quotes doubled
+    QString readercode; ///< quotes doubled
+    qint16 days = DefaultDays;
+    Reservation reservation = Reservation::None;
+};
+
+using Refusal = std::optional<ChargeResult>;
+
+/// The period as a small whole number; what is unreadable or too large for one counts as none.
+qint16 readDays(const Value& value)
+{
+    const qint64 days = value.integer().value_or(0);
+    const bool fits = days >= std::numeric_limits<qint16>::min() && days <= std::numeric_limits<qint16>::max();
+    return fits ? static_cast<qint16>(days) : 0;
+}
+
+std::optional<Reader> readReader(Session& session, Connection& conn, const QString& readercode)
+{
+    const Recordset row = openOrEmpty(session, conn,
+        u"select readstatus,term,bookcount,orderbook,daycount,ifcanre from DZK  where ReaderCode='%1'"_s.arg(
+            readercode));
+    if (row.eof()) return {};
+    Reader reader;
+    reader.status = row.field(u"readstatus").text();
+    reader.term = row.field(u"term").moment();
+    const auto most = row.field(u"bookcount").integer();
+    const auto held = row.field(u"orderbook").integer();
+    if (most && held) reader.quota = *most - *held;
+    reader.days = readDays(row.field(u"daycount"));
+    reader.mayHoldOverdue = row.field(u"ifcanre").isTrue();
+    return reader;
+}
+
+ChargeResult refuseUnknownReader(Session& session, DeskView& desk)
+{
+    session.prompt.warn(u"没有找到该读者的信息！请确定该读者是否办理了读者证！"_s, HintTitle);
+    desk.focusReaderCode();
+    return NoSuchReader;
+}
+
+/// Against the server's time of day: a card whose last day is today has expired.
+bool hasExpired(Session& session, const Reader& reader)
+{
+    const QDateTime now = GetServerDate(session);
+    return reader.term.isValid() && reader.term < now;
+}
+
+QString cardRefusal(Session& session, const Reader& reader)
+{
+    if (sameText(reader.status, u"挂失")) return u"该读者证在挂失中。。。"_s;
+    if (sameText(reader.status, u"无效")) return u"该读者证已注销！"_s;
+    return hasExpired(session, reader) ? u"该读者证已过期"_s : u"读者证过期或无效！"_s;
+}
+
+Refusal refuseInvalidCard(Session& session, const Reader& reader)
+{
+    const bool expired = hasExpired(session, reader);
+    if (sameText(reader.status, u"有效") && !expired) return {};
+    session.prompt.inform(cardRefusal(session, reader), HintTitle);
+    return NotAvailable;
+}
+
+/// The discharge page follows, where the reader can give a book back.
+Refusal refuseFullQuota(Session& session, DeskView& desk, const Reader& reader)
+{
+    constexpr int dischargePage = 1;
+    if (!reader.quota || *reader.quota > 0) return {};
+    session.prompt.warn(u"此读者借书额已满，不能再借新书！"_s);
+    desk.showPage(dischargePage);
+    return QuotaUsedUp;
+}
+
+Refusal refuseOverdue(
+    Session& session, DeskView& desk, Connection& conn, const Reader& reader, const QString& readercode)
+{
+    if (reader.mayHoldOverdue) return {};
+    const QString now = localeDateText(GetServerDate(session));
+    const Recordset row = openOrEmpty(session, conn,
+        u"Select count(jhskid) From jhsk Where readercode='%1' And yhdate<'%2'"_s.arg(readercode, now));
+    const qint64 count = row.eof() ? 0 : row.field(0).integer().value_or(0);
+    if (count <= 0) return {};
+    session.prompt.warn(
+        u"该读者存在%1册过期书刊。\n\r(该读者有过期书刊时不可继续借阅书刊)"_s.arg(count), OperationTitle);
+    desk.selectBarCode();
+    return HoldsOverdue;
+}
+
+/// Lost and withdrawn copies behave as unknown to the desk.
+std::optional<Copy> readCopy(Session& session, Connection& conn, const QString& barcode)
+{
+    const Recordset row = openOrEmpty(session, conn,
+        u"select borrowstatus,bookstatus from SCK  where bookstatus<>'丢失' and  bookstatus<>'注销' and barcode='%1'"_s
+            .arg(barcode));
+    if (row.eof()) return {};
+    return Copy {row.field(u"borrowstatus").isTrue(), row.field(u"bookstatus").text()};
+}
+
+ChargeResult refuseCopy(Session& session, DeskView& desk, ChargeResult result, const QString& text, QStringView title)
+{
+    session.prompt.inform(text, title);
+    desk.selectBarCode();
+    return result;
+}
+
+Refusal refuseUnlendable(Session& session, DeskView& desk, const Copy& copy)
+{
+    const QStringView own; // the application title
+    if (!copy.lendable) {
+        if (sameText(copy.status, u"借出")) return refuseCopy(session, desk, NotAvailable, u"此书当前已借出"_s, own);
+        if (sameText(copy.status, u"丢失")) return refuseCopy(session, desk, NotAvailable, u"此书已标记为丢失"_s, own);
+        if (sameText(copy.status, u"注销")) return refuseCopy(session, desk, NotAvailable, u"此书已标记为注销"_s, own);
+        return refuseCopy(session, desk, NotAvailable, u"此书当前不可借"_s, HintTitle);
+    }
+    if (sameText(copy.status, u"典藏")) return refuseCopy(session, desk, ReferenceCopy, u"此书是典藏书，不能外借"_s, HintTitle);
+    return {};
+}
+
+/// The hold on this copy, if its last day still lies ahead. Only the first reservation is looked at.
+std::optional<Hold> findLiveHold(Session& session, Connection& conn, const QString& barcode)
+{
+    const Recordset row = openOrEmpty(session, conn,
+        u"select barcode,oldtime,yyk.readercode,barcode,name,readerclass from yyk  join dzk on yyk.readercode=dzk.readercode where yyk.barcode='%1'"_s
+            .arg(barcode));
+    if (row.eof() || row.field(u"barcode").text().isEmpty()) return {};
+    const QDateTime lastDay = row.field(u"oldtime").moment();
+    if (!lastDay.isValid() || lastDay < GetServerDate(session)) return {};
+    return Hold {row.field(u"readercode").text(), row.field(u"name").text(), row.field(u"readerclass").text()};
+}
+
+bool lendInSpiteOf(Session& session, const Hold& hold)
+{
+    const QString question
+        = u"这本书已经有人预约了！预约读者资料如下：\n读者证号：%1\n读者姓名：%2\n读者类型：%3\n仍然要借出本书吗？(y/n)"_s.arg(
+            hold.readercode, hold.name, hold.readerclass);
+    return session.prompt.ask(question, {}, Icon::Information, Answer::No);
+}
+
+/// Loan, copy and reader, and the reservation where it ends. The number of copy rows that changed.
+int sendLoan(Session& session, Connection& conn, const Loan& loan)
+{
+    LastError& error = session.error;
+    if (loan.reservation == Reservation::Postponed)
+        error.attempt([&] {
+            conn.execute(u"update yyk set barcode='',orderstatus=0 where barcode='%1'"_s.arg(loan.barcode));
+        });
+    const QString today = isoDate(GetServerDate(session));
+    const QString due = isoDate(ComputeDueDate(session, loan.days));
+    error.attempt([&] {
+        conn.execute(
+            u"insert into JHSK(readercode,barcode,orderdate,yhdate,operater) Values('%1','%2','%3','%4','%5')"_s.arg(
+                loan.readercode, loan.barcode, today, due, session.OperatorName));
+    });
+    const auto changed = error.attempt([&] {
+        return conn.execute(
+            u"update SCK set borrowstatus=0,bookstatus='借出' where bookstatus<>'丢失' and  bookstatus<>'注销' and barcode='%1'"_s
+                .arg(loan.barcode));
+    });
+    const bool fulfilled = loan.reservation == Reservation::Fulfilled;
+    error.attempt([&] {
+        conn.execute(fulfilled
+                ? u"update DZK set orderbook=orderbook+1,yordercshu=yordercshu-1 where ReaderCode='%1'"_s.arg(loan.readercode)
+                : u"update DZK set orderbook=orderbook+1 where ReaderCode='%1'"_s.arg(loan.readercode));
+    });
+    if (fulfilled) error.attempt([&] { conn.execute(u"delete yyk where barCode='%1'"_s.arg(loan.barcode)); });
+    return changed.value_or(0);
+}
+
+/// A transaction that does not begin writes nothing, and one that does not end is no loan.
+ChargeResult writeLoan(Session& session, const Loan& loan)
+{
+    Connection conn;
+    if (OpenDbConnection(session, conn) != GoOn) return Charged;
+    LastError& error = session.error;
+    bool written = error.attempt([&] { conn.begin(); });
+    if (written) {
+        const int changed = sendLoan(session, conn, loan);
+        written = !error.isSet() && changed > 0 && error.attempt([&] { conn.commit(); });
+        if (!written) error.attempt([&] { conn.rollback(); });
+    }
+    error.clear();
+    return written ? Charged : NotCharged;
+}
+
+} // namespace
+
+ChargeResult ChargeBook(Session& session, DeskView& desk, const QString& barcode, const QString& readercode)
+{
+    if (readercode.isEmpty() || barcode.isEmpty()) return Incomplete;
+    Connection conn;
+    if (OpenDbConnection(session, conn) != GoOn) return Charged;
+
+    Loan loan {doubled(barcode), doubled(readercode)};
+    const auto reader = readReader(session, conn, loan.readercode);
+    if (!reader) return refuseUnknownReader(session, desk);
+    if (const auto refusal = refuseInvalidCard(session, *reader)) return *refusal;
+    if (const auto refusal = refuseFullQuota(session, desk, *reader)) return *refusal;
+    if (const auto refusal = refuseOverdue(session, desk, conn, *reader, loan.readercode)) return *refusal;
+    if (reader->days >= 1) loan.days = reader->days;
+
+    const auto copy = readCopy(session, conn, loan.barcode);
+    if (!copy) return refuseCopy(session, desk, NoSuchCopy, u"书库没有此书的记录"_s, HintTitle);
+    if (const auto refusal = refuseUnlendable(session, desk, *copy)) return *refusal;
+
+    if (const auto hold = findLiveHold(session, conn, loan.barcode)) {
+        const bool own = sameText(hold->readercode, readercode);
+        if (!own && !lendInSpiteOf(session, *hold)) return NotCharged;
+        loan.reservation = own ? Reservation::Fulfilled : Reservation::Postponed;
+    }
+    return writeLoan(session, loan);
+}
+
+} // namespace quilla

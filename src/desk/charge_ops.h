@@ -1,0 +1,26 @@
+#pragma once
+
+#include "desk/desk_view.h"
+#include "frame/session.h"
+
+namespace quilla {
+
+/// The outcomes of a charge. Above 0 a refusal that the operator has been told, below 0 a failure that
+/// the caller tells.
+enum ChargeResult : qint32 {
+    Charged = 0, ///< the loan was written; also when no connection could be had, of which the operator knows
+    Incomplete = 1, ///< reader code or barcode empty
+    NoSuchReader = 2,
+    QuotaUsedUp = 3,
+    NoSuchCopy = 4,
+    NotAvailable = 5, ///< card not valid, or copy not available
+    ReferenceCopy = 6,
+    HoldsOverdue = 100,
+    NotCharged = -1, ///< declined at the reservation question, or rolled back
+};
+
+/// Charges the copy to the reader: every check in order, then loan, copy and reader in one transaction.
+/// A failing statement does not stop the operation; what fails between begin and commit rolls it back.
+ChargeResult ChargeBook(Session& session, DeskView& desk, const QString& barcode, const QString& readercode);
+
+} // namespace quilla

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "desk/desk_view.h"
+#include "frame/screens.h"
+#include "platform/ui/flex_grid.h"
+#include "platform/ui/text_box.h"
+#include "platform/ui/tooltip.h"
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QTabWidget>
+
+namespace quilla {
+
+struct Piece;
+
+/// The desk: charging, discharging with renewal, and the loan query, each on a page of its own.
+class TsjhFrm final : public QWidget, private DeskView {
+    Q_OBJECT
+
+public:
+    TsjhFrm(Session& session, ScreenHost& host);
+
+    /// The blank turns to the discharge page and back to the charge page; any other key does nothing.
+    void ToggleDeskPage(int key);
+
+    QTabWidget SSTab1;
+    QPushButton cmdTuShuYuYue;
+    QPushButton cmdWuZhengJieShu;
+    QPushButton CmdQuit;
+    QLabel tMsg; ///< the outcome of the last operation on the first two pages
+
+    QGroupBox Frame1; ///< the reader panel
+    QLabel Label3[10];
+    QLabel Label5[10];
+    QLabel Label1;
+    TextBox TxtReaderCode;
+    QLabel Label2;
+    TextBox TxtBarCode;
+    QGroupBox Frame2;
+    FlexGrid Grid1; ///< the reader's open loans
+
+    QLabel Label8;
+    TextBox TxtRetBook;
+    QCheckBox Check1; ///< renew what is brought back
+    QGroupBox Frame3;
+    FlexGrid Grid2; ///< what the reader returned today
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    // What the operations do to this screen.
+    void focusReaderCode() override;
+    void emptyReaderCode() override;
+    void selectBarCode() override;
+    void emptyAndFocusBarCode() override;
+    void showPage(int page) override;
+    void clearReaderPanel() override;
+    void fillReaderPanel(const ReaderPanel& values) override;
+    void showReaderStatus(const QString& status) override;
+    void setUpLoans() override;
+    void bindLoans(Recordset& loans) override;
+
+    void layOut();
+    void wire();
+    void makeTips();
+    void setUpReturns();
+    void enterPage(int page);
+    void readReaderCard();
+    void scanForCharge();
+    void tell(const QString& text, bool good);
+    void showDetails(FlexGrid& grid, int barcodeColumn);
+
+    Session& m_session;
+    ScreenHost& m_host;
+    cTooltip m_tip;
+};
+
+} // namespace quilla

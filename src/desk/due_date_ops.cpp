@@ -1,0 +1,53 @@
+#include "desk/due_date_ops.h"
+
+#include "frame/sublib.h"
+
+namespace quilla {
+
+std::optional<Holiday> readHoliday(const QString& code)
+{
+    constexpr qsizetype width = 10;
+    const QStringView text(code);
+    if (text.size() < 2 * width + 1) return {};
+    const auto from = readDate(text.first(width));
+    const auto to = readDate(text.sliced(width + 1, width));
+    if (!from || !to) return {};
+    return Holiday {from->date(), to->date()};
+}
+
+QDate moveOverHolidays(QDate start, int days, const std::vector<Holiday>& holidays)
+{
+    QDate due = start.addDays(days);
+    for (const auto& [from, to] : holidays) {
+        if (from > due || to < start) continue;
+        const bool runsPastDue = to >= due;
+        if (from <= start) {
+            due = to.addDays(days);
+            if (!runsPastDue) start = to;
+        } else if (runsPastDue) {
+            due = to.addDays(days - start.daysTo(from) + 1);
+            start = from;
+        } else {
+            due = to.addDays(days - start.daysTo(to) + 1);
+            start = to;
+        }
+    }
+    return due;
+}
+
+QDateTime ComputeDueDate(Session& session, qint16 days)
+{
+    Connection conn;
+    if (OpenDbConnection(session, conn) != GoOn) return zeroDate().startOfDay();
+    Recordset rows = openOrEmpty(session, conn, u"Select code From Global Where type='holiday' Order by code"_s);
+    const QDateTime now = GetServerDate(session);
+    if (rows.eof()) return now.addDays(days);
+
+    std::vector<Holiday> holidays;
+    for (; !rows.eof(); rows.next()) {
+        if (const auto holiday = readHoliday(rows.field(0).text())) holidays.push_back(*holiday);
+    }
+    return moveOverHolidays(now.date(), days, holidays).startOfDay();
+}
+
+} // namespace quilla

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "desk/desk_view.h"
+#include "frame/session.h"
+
+namespace quilla {
+
+/// Fills the reader panel, and brings the card's state up to date with its term: "有效" becomes "超期"
+/// once the last day has begun, and comes back when the term was extended. No other state is touched.
+void ShowReader(Session& session, DeskView& desk, const QString& readercode);
+
+/// Fills the grid of the reader's open loans.
+void ShowLoans(Session& session, DeskView& desk, const QString& readercode);
+
+/// The title behind a copy, one line a field, for the tool tip of a grid. Empty for an unknown barcode.
+QString bookDetails(Session& session, const QString& barcode);
+
+} // namespace quilla

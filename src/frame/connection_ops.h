@@ -1,0 +1,38 @@
+#pragma once
+
+#include "frame/session.h"
+
+namespace quilla {
+
+/// What the connection dialog holds.
+struct ConnectionInput {
+    QString dataSource; ///< empty for "(None)"
+    QString user;
+    QString password;
+    QString driver;
+    QString server;
+    QString database;
+};
+
+/// The entry that stands for no data source.
+inline constexpr QStringView NoDataSource = u"(None)";
+
+/// The drivers offered beside the data sources.
+QStringList offeredDrivers();
+
+/// "(None)", the built-in data source, and every data source of the machine whose name is not blank.
+QStringList offeredDataSources();
+
+/// Tells what is missing. False when something is; the focus then belongs to the user box.
+bool checkConnectionInput(Session& session, const ConnectionInput& input);
+
+/// The stored form of the input. Values have their quotes doubled, as every program of the suite does.
+QString buildConnectionText(const ConnectionInput& input);
+
+/// Stores the input and makes it the session's. False when it could not be stored, which is told.
+bool saveConnection(Session& session, const ConnectionInput& input);
+
+/// Opens a connection with the input and tells how it went.
+void testConnection(Session& session, const ConnectionInput& input);
+
+} // namespace quilla

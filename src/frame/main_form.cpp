@@ -1,0 +1,187 @@
+#include "frame/main_form.h"
+
+#include "frame/look_form.h"
+#include "frame/main_ops.h"
+#include "frame/platform_panels.h"
+#include "platform/ui/form.h"
+#include "platform/ui/icons.h"
+#include "platform/ui/theme.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDialog>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QToolBar>
+
+namespace quilla {
+
+namespace {
+
+const QString ProgramTitle = u"Quilla青简总馆V4.1-----------------------青简台"_s;
+
+} // namespace
+
+LtMainFrm::LtMainFrm(Session& session, const ScreenCatalog& catalog)
+    : Toolbar1(new QToolBar)
+    , StatusBar1(statusBar())
+    , m_session(session)
+    , m_catalog(catalog)
+{
+    QUILLA_NAMES(Client, EditMenu);
+    Toolbar1->setObjectName(u"Toolbar1"_s);
+    StatusBar1->setObjectName(u"StatusBar1"_s);
+    setWindowTitle(ProgramTitle);
+    setCentralWidget(&Client);
+    Client.setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    Client.setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    Client.setBackground(palette().window());
+    makeMenu();
+    makeToolbar();
+    makeStatusBar();
+    makeEditMenu();
+    resize(pixelsOf(16200, *this), pixelsOf(10800, *this));
+}
+
+void LtMainFrm::makeMenu()
+{
+    QMenu* menu = nullptr;
+    for (const MenuEntry& entry : mainMenu()) {
+        QAction* action = makeAction(entry);
+        if (entry.item.isEmpty()) {
+            menuBar()->addAction(action);
+            continue;
+        }
+        if (!menu || menu->title() != entry.menu) menu = menuBar()->addMenu(entry.menu);
+        menu->addAction(action);
+    }
+}
+
+QAction* LtMainFrm::makeAction(const MenuEntry& entry)
+{
+    auto* action = new QAction(entry.item.isEmpty() ? entry.menu : entry.item, this);
+    if (!entry.objectName.isEmpty()) action->setObjectName(entry.objectName);
+    const bool works = entry.opening == Opening::Action ? m_catalog.contains(entry.target) || isOwnAction(entry.target)
+                                                        : hasScreen(entry.target);
+    action->setEnabled(works);
+    connect(action, &QAction::triggered, this, [this, &entry] { perform(entry); });
+    m_actions.insert(action->text(), action);
+    return action;
+}
+
+void LtMainFrm::makeToolbar()
+{
+    addToolBar(Toolbar1);
+    Toolbar1->setMovable(false);
+    Toolbar1->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    Toolbar1->setIconSize(QSize(32, 32));
+    for (const ToolEntry& tool : toolbar()) {
+        const MenuEntry* entry = menuEntry(tool.item);
+        const QAction* menuAction = m_actions.value(entry->item.isEmpty() ? entry->menu : entry->item);
+        QAction* action = Toolbar1->addAction(toolbarIcon(tool.key), tool.item);
+        action->setObjectName(tool.key);
+        action->setEnabled(menuAction->isEnabled());
+        connect(action, &QAction::triggered, this, [this, entry] { perform(*entry); });
+    }
+}
+
+void LtMainFrm::makeStatusBar()
+{
+    for (QLabel*& panel : m_panels) {
+        panel = new QLabel;
+        panel->setObjectName(u"Panel%1"_s.arg(&panel - m_panels.data() + 1));
+        panel->setTextFormat(Qt::PlainText);
+        StatusBar1->addWidget(panel, panel == m_panels.back() ? 1 : 0);
+    }
+}
+
+void LtMainFrm::makeEditMenu()
+{
+    mnuCopy = EditMenu.addAction(u"复制"_s);
+    mnuPaste = EditMenu.addAction(u"粘贴"_s);
+    mnuDelete = EditMenu.addAction(u"删除"_s);
+    connect(mnuDelete, &QAction::triggered, this, [this] { sendDelete(); });
+}
+
+void LtMainFrm::openUp()
+{
+    new frmLook(ProgramTitle, *Client.viewport());
+    const bool look = openingSteps(m_session, [this](const std::array<QString, 3>& texts) {
+        for (std::size_t panel = 0; panel < texts.size(); ++panel)
+            m_panels[panel]->setText(texts[panel]);
+    });
+    const MenuEntry* overdue = menuEntry(u"超期管理");
+    if (look && hasScreen(overdue->target)) perform(*overdue);
+}
+
+bool LtMainFrm::hasScreen(const QString& target) const { return m_catalog.contains(target); }
+
+void LtMainFrm::registerChild(QWidget* child) { m_child = child; }
+
+void LtMainFrm::perform(const MenuEntry& entry)
+{
+    if (entry.opening == Opening::Action)
+        act(entry.target);
+    else
+        openScreen(entry.target, entry.mode);
+}
+
+void LtMainFrm::openScreen(const QString& target, const QString& mode)
+{
+    const QString key = target + u'/' + mode;
+    if (QWidget* open = m_open.value(key)) return showBeside(key, open);
+    const auto maker = m_catalog.constFind(target);
+    if (maker == m_catalog.cend()) return;
+    QWidget* screen = (*maker)(m_session, *this, mode, this);
+    auto* dialog = qobject_cast<QDialog*>(screen);
+    if (!dialog) return showBeside(key, screen);
+    const std::unique_ptr<QDialog> modal(dialog);
+    modal->exec();
+}
+
+/// A screen that is already open comes to the front.
+void LtMainFrm::showBeside(const QString& key, QWidget* screen)
+{
+    auto* window = qobject_cast<QMdiSubWindow*>(screen->parentWidget());
+    if (!window) {
+        window = Client.addSubWindow(screen);
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        window->setWindowIcon(windowIcon());
+        m_open.insert(key, screen);
+    }
+    window->show();
+    window->raise();
+    Client.setActiveSubWindow(window);
+}
+
+void LtMainFrm::act(const QString& action)
+{
+    if (action == MenuAction::Quit) close();
+    else if (action == MenuAction::RegionalSettings) chooseRegion();
+    else if (action == MenuAction::PrinterSetup) choosePrinter();
+    else openScreen(action);
+}
+
+void LtMainFrm::chooseRegion()
+{
+    m_session.prompt.inform(u"请选择日期标签，将【短日期样式】修改为【yyyy-MM-dd】"_s, OperationTitle);
+    if (!startRegionalSettings()) m_session.prompt.inform(u"没有找到系统的区域设置面板，请在系统设置中修改。"_s, OperationTitle);
+}
+
+void LtMainFrm::choosePrinter() { showPrinterSetup(m_session.settings, this); }
+
+void LtMainFrm::sendDelete()
+{
+    if (auto* client = dynamic_cast<MenuClient*>(m_child.data())) client->MenuClick(u"Delete"_s);
+    m_child.clear();
+}
+
+void LtMainFrm::closeEvent(QCloseEvent* event)
+{
+    if (!confirmExit(m_session)) return event->ignore();
+    event->accept();
+    QCoreApplication::quit();
+}
+
+} // namespace quilla

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "frame/menu.h"
+#include "frame/screens.h"
+
+#include <QMainWindow>
+#include <QMdiArea>
+#include <QMenu>
+#include <QPointer>
+
+#include <array>
+
+class QLabel;
+
+namespace quilla {
+
+class frmLook;
+
+/// The main window: menu, toolbar, status bar, and the screens of the catalog in its client area. A
+/// screen is made at its first use and comes to the front when it is asked for again.
+class LtMainFrm final : public QMainWindow, public ScreenHost {
+    Q_OBJECT
+
+public:
+    LtMainFrm(Session& session, const ScreenCatalog& catalog);
+
+    /// What follows the first appearance: the status bar and the question about overdue loans.
+    void openUp();
+
+    void openScreen(const QString& target, const QString& mode = {}) override;
+    bool hasScreen(const QString& target) const override;
+    /// Where the hidden edit menu sends its next command.
+    void registerChild(QWidget* child) override;
+
+    QToolBar* Toolbar1;
+    QStatusBar* StatusBar1;
+    QMdiArea Client;
+    QMenu EditMenu;
+    QAction* mnuCopy;
+    QAction* mnuPaste;
+    QAction* mnuDelete;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void makeMenu();
+    void makeToolbar();
+    void makeStatusBar();
+    void makeEditMenu();
+    QAction* makeAction(const MenuEntry& entry);
+    void perform(const MenuEntry& entry);
+    void act(const QString& action);
+    void showBeside(const QString& key, QWidget* screen);
+    void sendDelete();
+    void chooseRegion();
+    void choosePrinter();
+
+    Session& m_session;
+    const ScreenCatalog& m_catalog;
+    QHash<QString, QPointer<QWidget>> m_open; ///< screens by target and mode
+    QHash<QString, QAction*> m_actions; ///< by menu caption
+    std::array<QLabel*, 3> m_panels {};
+    QPointer<QWidget> m_child;
+};
+
+} // namespace quilla

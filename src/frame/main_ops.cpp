@@ -1,0 +1,46 @@
+#include "frame/main_ops.h"
+
+#include "frame/sublib.h"
+
+namespace quilla {
+
+std::array<QString, 3> statusTexts(Session& session)
+{
+    return {
+        u"当前日期："_s + GetServerDate(session).toString(u"yyyy年MM月dd日HH时"),
+        u"操作员：  "_s + session.OperatorName,
+        u"当前数据库："_s + session.ServerName + u"上的【"_s + session.DatabaseName + u"】"_s,
+    };
+}
+
+bool overdueLoansExist(Session& session)
+{
+    Connection conn;
+    if (OpenDbConnection(session, conn) != GoOn) return false;
+    const QString today = isoDate(GetServerDate(session));
+    return !conn.open(u"Select Top 1 barcode From JHSK Where yhdate<'%1'"_s.arg(today)).eof();
+}
+
+bool openingSteps(Session& session, const std::function<void(const std::array<QString, 3>&)>& showStatus)
+{
+    bool look = false;
+    session.error.attempt([&] { showStatus(statusTexts(session)); });
+    session.error.attempt([&] {
+        look = overdueLoansExist(session)
+            && session.prompt.ask(
+                u"借还书库中存在超期书刊，是否查看？"_s, OperationTitle, Icon::Warning);
+    });
+    if (session.error.isSet()) {
+        session.prompt.inform(
+            u"出现意外错误！详细信息如下：\n"_s + session.error.text(), OperationTitle);
+        session.error.clear();
+    }
+    return look;
+}
+
+bool confirmExit(Session& session)
+{
+    return session.prompt.ask(u"是否确定退出青简台？（Y/N）"_s, OperationTitle);
+}
+
+} // namespace quilla

@@ -1,0 +1,50 @@
+#include "frame/platform_panels.h"
+
+#include "frame/menu.h"
+#include "frame/sublib.h"
+
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QProcess>
+#include <QStandardPaths>
+
+#include <array>
+
+namespace quilla {
+
+bool isOwnAction(const QString& action)
+{
+    return action == MenuAction::Quit || action == MenuAction::RegionalSettings || action == MenuAction::PrinterSetup;
+}
+
+bool startRegionalSettings()
+{
+    static const std::array<QStringList, 6> panels {
+        QStringList {u"control.exe"_s, u"intl.cpl"_s},
+        {u"gnome-control-center"_s, u"region"_s},
+        {u"systemsettings"_s, u"kcm_regionandlang"_s},
+        {u"systemsettings5"_s, u"kcm_regionandlang"_s},
+        {u"cinnamon-settings"_s, u"locale"_s},
+        {u"mate-control-center"_s},
+    };
+    for (const QStringList& panel : panels) {
+        const QString program = QStandardPaths::findExecutable(panel.front());
+        if (!program.isEmpty()) return QProcess::startDetached(program, panel.sliced(1));
+    }
+    return false;
+}
+
+void showPrinterSetup(SettingsStore& settings, QWidget* owner)
+{
+    const QString application = StoredText::Application.toString();
+    const QString section = StoredText::Section.toString();
+    const QString key = u"Printer"_s;
+    QPrinter printer;
+    const QString kept = settings.get(application, section, key, {});
+    if (!kept.isEmpty()) printer.setPrinterName(kept);
+    QPrintDialog dialog(&printer, owner);
+    dialog.setWindowTitle(u"打印机设置"_s);
+    if (dialog.exec() == QDialog::Accepted) settings.set(application, section, key, printer.printerName());
+}
+
+} // namespace quilla

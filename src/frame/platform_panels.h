@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/core/settings.h"
+
+QT_BEGIN_NAMESPACE
+class QWidget;
+QT_END_NAMESPACE
+
+namespace quilla {
+
+/// Whether the main window itself does that action, without a screen or a list behind it.
+bool isOwnAction(const QString& action);
+
+/// Starts the regional settings of this machine's desktop; false when none is found.
+bool startRegionalSettings();
+
+/// The system's printer dialog; the printer chosen there is kept for the reports.
+void showPrinterSetup(SettingsStore& settings, QWidget* owner);
+
+} // namespace quilla

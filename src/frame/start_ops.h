@@ -1,0 +1,37 @@
+#pragma once
+
+#include "frame/session.h"
+
+namespace quilla {
+
+/// Tells whether another instance of the program runs for this user.
+class InstanceGuard {
+public:
+    virtual ~InstanceGuard() = default;
+    /// Takes the place of the one instance; false when another holds it.
+    virtual bool claim() = 0;
+};
+
+/// The one instance of this user, held by a lock file until the process ends.
+class LockFileGuard final : public InstanceGuard {
+public:
+    /// `folder` must exist.
+    explicit LockFileGuard(const QString& folder);
+    ~LockFileGuard() override;
+    bool claim() override;
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+/// Takes `ServerName` and `DatabaseName` out of a connection text, item by item: an item with "Server="
+/// anywhere gives all but 7 of its characters, one with "Database=" all but 9, a later match overwrites
+/// an earlier one. A data source text sets neither.
+void readServerAndDatabase(Session& session);
+
+/// What happens before the login: refuses a second instance, reads the stored connection text, and sends
+/// the operator to the connection dialog when there is none. False when the process must end.
+bool prepareStart(Session& session, InstanceGuard& guard);
+
+} // namespace quilla

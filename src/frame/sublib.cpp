@@ -1,0 +1,77 @@
+#include "frame/sublib.h"
+
+namespace quilla {
+
+bool readConnectionText(Session& session)
+{
+    session.ConnectionText = session.settings.get(StoredText::Application.toString(),
+        StoredText::Section.toString(), StoredText::Key.toString(), StoredText::Missing.toString());
+    return session.ConnectionText != StoredText::Missing;
+}
+
+void storeConnectionText(Session& session, const QString& text)
+{
+    session.settings.set(StoredText::Application.toString(), StoredText::Section.toString(),
+        StoredText::Key.toString(), text);
+    session.ConnectionText = text;
+}
+
+bool offerConnectionSettings(Session& session)
+{
+    if (!session.prompt.ask(u"无法取得正确连接数据库的信息!现在输入吗?"_s, ConnectionTitle))
+        return false;
+    session.connectionEditor.editConnection();
+    return true;
+}
+
+int OpenDbConnection(Session& session, Connection& conn)
+{
+    session.error.clear();
+    if (!readConnectionText(session)) return offerConnectionSettings(session) ? -1 : 0;
+
+    conn = Connection();
+    if (session.error.attempt([&] { conn = session.connections.open(session.ConnectionText); })) return GoOn;
+
+    const QString question = u"对不起，连接数据库失败！错误原因如下：\n%1\n重新输入连接数据库的信息吗?"_s.arg(
+        session.error.text());
+    const bool enterAnew = session.prompt.ask(question, ConnectionTitle);
+    session.error.clear();
+    if (!enterAnew) return GoOn;
+    session.connectionEditor.editConnection();
+    return -1;
+}
+
+QDateTime GetServerDate(Session& session)
+{
+    session.error.clear();
+    QDateTime result = session.clock.now();
+    session.error.attempt([&] {
+        Connection conn = session.connections.open(session.ConnectionText);
+        const Recordset answer = conn.open(u"select getdate()");
+        if (answer.recordCount() > 0) result = answer.field(0).moment();
+    });
+    if (session.error.isSet())
+        session.prompt.inform(
+            u"获取服务器日期时出现错误！原因如下：\n"_s + session.error.text(), OperationTitle);
+    session.error.clear();
+    return result;
+}
+
+int CloseDbConnection(Session& session, Connection& conn)
+{
+    session.error.attempt([&] { conn.close(); });
+    const int number = session.error.number();
+    session.error.clear();
+    return number;
+}
+
+QString SqlText(QStringView text) { return doubled(text.trimmed()); }
+
+Recordset openOrEmpty(Session& session, Connection& conn, const QString& tsql, CursorType cursor)
+{
+    Recordset rows;
+    session.error.attempt([&] { rows = conn.open(tsql, cursor); });
+    return rows;
+}
+
+} // namespace quilla

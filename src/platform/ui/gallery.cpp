@@ -1,0 +1,24 @@
+#include "platform/ui/gallery.h"
+
+#include <QApplication>
+#include <QLayout>
+#include <QWidget>
+
+namespace quilla {
+
+QImage picture(QWidget& window, double scale)
+{
+    window.ensurePolished();
+    if (window.layout()) window.layout()->activate();
+    QCoreApplication::sendPostedEvents();
+    const double pixels = window.devicePixelRatioF() * scale;
+    QImage image((QSizeF(window.size()) * pixels).toSize(), QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(pixels);
+    image.fill(window.palette().color(QPalette::Window));
+    window.render(&image);
+    return image;
+}
+
+bool renderPng(QWidget& window, const QString& file, double scale) { return picture(window, scale).save(file, "PNG"); }
+
+} // namespace quilla

@@ -1,0 +1,51 @@
+#include "platform/ui/list_screen.h"
+
+#include "platform/ui/form.h"
+#include "platform/ui/theme.h"
+
+#include <QBoxLayout>
+
+namespace quilla {
+
+namespace {
+
+constexpr int ScreenWidth = 11530; // twips
+constexpr int ScreenHeight = 6570;
+
+} // namespace
+
+ListScreen::ListScreen(const QString& name, const QString& title, const WidthRule& rule)
+    : lCounts(u"记录数：0"_s)
+    , m_rule(rule)
+{
+    setObjectName(name);
+    setWindowTitle(title);
+    QUILLA_NAMES(Grid1, lCounts);
+}
+
+void ListScreen::arrange(const std::vector<std::reference_wrapper<QPushButton>>& buttons)
+{
+    std::vector<Piece> foot {lCounts, stretch()};
+    for (QPushButton& button : buttons)
+        foot.push_back(button);
+    build(*this, column(Piece(Grid1).grow(), rowOf(foot)));
+    layout()->setContentsMargins(8, 8, 8, 8);
+    resize(pixelsOf(ScreenWidth, *this), pixelsOf(ScreenHeight, *this));
+    move(0, 0);
+    Grid1.setFocus();
+}
+
+void ListScreen::gridFix()
+{
+    const GridExtent extent {twipsOf(Grid1.width(), *this), twipsOf(Grid1.height(), *this),
+        twipsOf(Grid1.rowHeight(0), *this), Grid1.Rows()};
+    Grid1.setColWidths(quilla::gridFix(m_rule, extent));
+}
+
+void ListScreen::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    gridFix();
+}
+
+} // namespace quilla

@@ -1,0 +1,170 @@
+#include "platform/ui/quilla_style.h"
+
+#include "platform/ui/icons.h"
+
+#include <QPainter>
+#include <QStyleFactory>
+#include <QStyleOption>
+
+namespace quilla {
+
+namespace {
+
+constexpr qreal Corner = 3;
+constexpr int TitleGap = 3;
+
+bool has(const QStyleOption* option, QStyle::StateFlag flag) { return option->state.testFlag(flag); }
+
+} // namespace
+
+QuillaStyle::QuillaStyle(Theme theme)
+    : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion")))
+    , m_theme(std::move(theme))
+{
+}
+
+int QuillaStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const
+{
+    switch (metric) {
+    case PM_LayoutLeftMargin:
+    case PM_LayoutRightMargin:
+    case PM_LayoutTopMargin:
+    case PM_LayoutBottomMargin:
+        return 12;
+    case PM_LayoutHorizontalSpacing:
+    case PM_LayoutVerticalSpacing:
+        return 8;
+    case PM_HeaderMargin:
+        return 6;
+    case PM_FocusFrameHMargin: // beside the text of a grid's cell
+        return 5;
+    case PM_ButtonShiftHorizontal:
+    case PM_ButtonShiftVertical:
+        return 0;
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+int QuillaStyle::styleHint(
+    StyleHint hint, const QStyleOption* option, const QWidget* widget, QStyleHintReturn* data) const
+{
+    // The access keys are part of the captions that operators know; they are always underlined.
+    if (hint == SH_UnderlineShortcut) return 1;
+    if (hint == SH_Table_GridLineColor) return int(m_theme.line.rgb());
+    return QProxyStyle::styleHint(hint, option, widget, data);
+}
+
+void QuillaStyle::drawBox(QPainter* painter, const QStyleOption* option, const QColor& face, bool ring) const
+{
+    const qreal width = ring ? 2 : 1;
+    const QRectF frame = QRectF(option->rect).adjusted(width / 2, width / 2, -width / 2, -width / 2);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(ring ? m_theme.accent : has(option, State_Enabled) ? m_theme.border : m_theme.line, width));
+    painter->setBrush(face);
+    painter->drawRoundedRect(frame, Corner, Corner);
+    painter->restore();
+}
+
+void QuillaStyle::drawButtonFace(QPainter* painter, const QStyleOption* option) const
+{
+    QColor face = option->palette.color(QPalette::Button);
+    if (has(option, State_Sunken) || has(option, State_On))
+        face = m_theme.restingSelection;
+    else if (has(option, State_MouseOver) && has(option, State_Enabled))
+        face = m_theme.header;
+    drawBox(painter, option, face, has(option, State_HasFocus));
+}
+
+void QuillaStyle::drawGroupFrame(QPainter* painter, const QStyleOption* option) const
+{
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(m_theme.line, 1));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), Corner, Corner);
+    painter->restore();
+}
+
+void QuillaStyle::drawHeaderSection(QPainter* painter, const QStyleOption* option) const
+{
+    const QRect rect = option->rect;
+    painter->fillRect(rect, m_theme.header);
+    painter->setPen(m_theme.border);
+    painter->drawLine(rect.bottomLeft(), rect.bottomRight());
+    painter->setPen(m_theme.line);
+    painter->drawLine(rect.topRight(), rect.bottomRight() - QPoint(0, 1));
+}
+
+void QuillaStyle::drawPrimitive(
+    PrimitiveElement element, const QStyleOption* option, QPainter* painter, const QWidget* widget) const
+{
+    switch (element) {
+    case PE_PanelButtonCommand:
+        return drawButtonFace(painter, option);
+    case PE_PanelLineEdit:
+        if (const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option); frame && frame->lineWidth > 0)
+            return drawBox(painter, option, option->palette.color(QPalette::Base),
+                has(option, State_HasFocus) && has(option, State_Enabled));
+        return painter->fillRect(option->rect, option->palette.brush(QPalette::Base));
+    case PE_FrameGroupBox:
+        return drawGroupFrame(painter, option);
+    default:
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+}
+
+void QuillaStyle::drawControl(
+    ControlElement element, const QStyleOption* option, QPainter* painter, const QWidget* widget) const
+{
+    if (element == CE_HeaderSection) return drawHeaderSection(painter, option);
+    QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+/// A group's title stands above its frame, flush with it.
+QRect QuillaStyle::subControlRect(
+    ComplexControl control, const QStyleOptionComplex* option, SubControl part, const QWidget* widget) const
+{
+    const auto* group = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
+    if (control != CC_GroupBox || !group || group->subControls.testFlag(SC_GroupBoxCheckBox))
+        return QProxyStyle::subControlRect(control, option, part, widget);
+    const int title = group->text.isEmpty() ? 0 : group->fontMetrics.height() + TitleGap;
+    const QRect frame = option->rect.adjusted(0, title, 0, 0);
+    if (part == SC_GroupBoxLabel) return QRect(option->rect.topLeft(), QSize(option->rect.width(), title - TitleGap));
+    if (part == SC_GroupBoxContents) return frame.adjusted(1, 1, -1, -1);
+    return frame;
+}
+
+QRect QuillaStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const
+{
+    const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+    return element == SE_LineEditContents ? rect.adjusted(3, 0, -3, 0) : rect;
+}
+
+QIcon QuillaStyle::standardIcon(StandardPixmap standard, const QStyleOption* option, const QWidget* widget) const
+{
+    switch (standard) {
+    case SP_MessageBoxInformation:
+        return messageIcon(Sign::Information);
+    case SP_MessageBoxWarning:
+        return messageIcon(Sign::Warning);
+    case SP_MessageBoxCritical:
+        return messageIcon(Sign::Stop);
+    case SP_MessageBoxQuestion:
+        return messageIcon(Sign::Question);
+    default:
+        return QProxyStyle::standardIcon(standard, option, widget);
+    }
+}
+
+QSize QuillaStyle::sizeFromContents(
+    ContentsType type, const QStyleOption* option, const QSize& size, const QWidget* widget) const
+{
+    QSize result = QProxyStyle::sizeFromContents(type, option, size, widget);
+    if (type == CT_PushButton) result = result.expandedTo(QSize(0, 30)) + QSize(8, 0);
+    if (type == CT_LineEdit || type == CT_ComboBox) result = result.expandedTo(QSize(0, 30));
+    return result;
+}
+
+} // namespace quilla

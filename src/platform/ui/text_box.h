@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QLineEdit>
+
+namespace quilla {
+
+/// A text box whose whole text is selected when it gets the focus, by key or by mouse, so that typing
+/// replaces the old value.
+class TextBox : public QLineEdit {
+    Q_OBJECT
+
+public:
+    explicit TextBox(QWidget* parent = nullptr);
+    explicit TextBox(const QString& text);
+
+    /// Whether the box takes the highlight colour while it has the focus.
+    void setHighlighted(bool highlighted) { m_highlighted = highlighted; }
+
+protected:
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    bool m_highlighted = false;
+    bool m_enteredByMouse = false;
+};
+
+/// A box with a date mask such as "####-##-##", where "#" takes a digit; without a mask a plain box.
+class MaskDateEdit : public TextBox {
+    Q_OBJECT
+
+public:
+    /// `blank` stands for each digit that is not typed yet.
+    explicit MaskDateEdit(const QString& mask = QStringLiteral("####-##-##"), QChar blank = u'_');
+
+    /// Empties the box.
+    void setMask(const QString& mask);
+    const QString& Mask() const { return m_mask; }
+    /// As it stands in the box, with the blanks of what is missing: empty is "____-__-__".
+    QString Text() const;
+    /// The text of the empty box.
+    QString emptyText() const;
+
+private:
+    QString m_mask;
+    QChar m_blank;
+};
+
+} // namespace quilla

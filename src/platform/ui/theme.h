@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QColor>
+#include <QFont>
+
+class QApplication;
+class QLabel;
+class QWidget;
+
+namespace quilla {
+
+/// The colours of the program by what they mean. A state is never told by its colour alone: the text
+/// beside it says the same.
+struct Theme {
+    QColor window {0xf2, 0xf5, 0xf6}; ///< behind the controls; also the face of a disabled box
+    QColor surface {0xff, 0xff, 0xff}; ///< boxes and grids
+    QColor zebra {0xf7, 0xfa, 0xfa}; ///< every other line of a grid
+    QColor header {0xe6, 0xed, 0xee}; ///< captions of a grid
+    QColor line {0xdd, 0xe4, 0xe6}; ///< between the cells of a grid
+    QColor border {0xb4, 0xc1, 0xc5}; ///< around boxes and buttons
+    QColor text {0x1d, 0x2a, 0x30};
+    QColor mutedText {0x5b, 0x6b, 0x72};
+    QColor disabledText {0x8a, 0x97, 0x9c};
+    QColor accent {0x14, 0x6c, 0x7a}; ///< selection, focus
+    QColor accentText {0xff, 0xff, 0xff};
+    QColor restingSelection {0xcf, 0xe4, 0xe7}; ///< the selected line of a grid without the focus
+    QColor highlight {0xff, 0xf6, 0xd8}; ///< the box that is being typed in, where a screen wants it
+    QColor ok {0x17, 0x6b, 0x3a};
+    QColor warning {0x8a, 0x5a, 0x00};
+    QColor error {0xb0, 0x20, 0x20};
+
+    QFont font() const; ///< a Chinese sans serif of 10.5 points
+};
+
+/// Sets style, palette and font of the whole program, and Qt's own texts to Chinese where they are
+/// installed.
+void applyTheme(QApplication& application);
+
+enum class Tone { Plain, Ok, Warning, Error };
+/// Colours a label that already says in words what happened.
+void setTone(QLabel& label, Tone tone);
+
+/// Screen measures are given in twips, 15 a pixel at the size of text they were drawn for (12 pixels);
+/// they grow with the font of the widget.
+int pixelsOf(int twips, const QWidget& widget);
+int twipsOf(int pixels, const QWidget& widget);
+
+} // namespace quilla

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "desk/desk_view.h"
+
+#include <QStringList>
+
+namespace quilla {
+
+/// A desk that writes down what an operation did to it.
+class DeskDouble final : public DeskView {
+public:
+    void focusReaderCode() override { done.append(u"focus reader"_s); }
+    void emptyReaderCode() override { done.append(u"empty reader"_s); }
+    void selectBarCode() override { done.append(u"select barcode"_s); }
+    void emptyAndFocusBarCode() override { done.append(u"empty barcode"_s); }
+    void showPage(int page) override { done.append(u"page %1"_s.arg(page)); }
+    void clearReaderPanel() override { panel = {}; }
+    void fillReaderPanel(const ReaderPanel& values) override { panel = values; }
+    void showReaderStatus(const QString& status) override { panel[PanelLabel::Status] = status; }
+    void setUpLoans() override { loans.clear(); }
+    void bindLoans(Recordset& rows) override
+    {
+        for (; !rows.eof(); rows.next())
+            loans.append(rows.field(u"barcode").text());
+    }
+
+    QString takeDone() { return std::exchange(done, {}).join(u", "); }
+
+    QStringList done;
+    QStringList loans;
+    ReaderPanel panel;
+};
+
+} // namespace quilla

@@ -1,0 +1,350 @@
+#include "platform/core/settings.h"
+#include "platform/db/sources.h"
+#include "platform/ui/caption.h"
+#include "platform/ui/list_screen.h"
+#include "platform/ui/theme.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <map>
+
+using namespace quilla;
+
+namespace {
+
+const QString Format = u"^条形码|<书     名|^读者证号"_s;
+
+class MemorySettings final : public SettingsStore {
+public:
+    QString get(const QString& application, const QString& section, const QString& key,
+        const QString& fallback) const override
+    {
+        const auto found = m_texts.find(application + u'/' + section + u'/' + key);
+        return found == m_texts.end() ? fallback : found->second;
+    }
+    void set(const QString& application, const QString& section, const QString& key, const QString& value) override
+    {
+        m_texts[application + u'/' + section + u'/' + key] = value;
+    }
+
+private:
+    std::map<QString, QString> m_texts;
+};
+
+/// Readers as a select would bring them: code, loan limit, right to lend without a card, end of term.
+class Readers final : public Recordset::Source {
+public:
+    explicit Readers(int count)
+        : Source(std::make_shared<const std::vector<Field>>(
+            std::vector<Field> {{u"readercode"_s, sql::Kind::Text}, {u"bookcount"_s, sql::Kind::Integer},
+                {u"wuzheng"_s, sql::Kind::Bit}, {u"term"_s, sql::Kind::Date}}))
+        , m_count(count)
+    {
+    }
+
+    qsizetype recordCount() const override { return m_count; }
+    bool eof() const override { return m_row >= m_count; }
+
+private:
+    void moveNext() override { ++m_row; }
+    void moveFirst() override { m_row = 0; }
+    Cell cell(int column) override
+    {
+        m_code = "R" + std::to_string(m_row + 1);
+        const qint64 day = QDate(2004, 3, 9).toJulianDay() + m_row;
+        constexpr qint64 afternoon = 14 * 3'600'000;
+        const Cell cells[] {{Cell::Form::Text, 0, m_code}, {Cell::Form::Integer, m_row, {}},
+            {m_row == 2 ? Cell::Form::Null : Cell::Form::Bit, m_row % 2, {}},
+            {m_row == 2 ? Cell::Form::Null : Cell::Form::Date, day * MillisecondsPerDay + afternoon, {}}};
+        return cells[column];
+    }
+
+    int m_count;
+    int m_row = 0;
+    std::string m_code;
+};
+
+Recordset readers(int count) { return Recordset(std::make_unique<Readers>(count)); }
+
+QStringList line(const FlexGrid& grid, int row)
+{
+    QStringList texts;
+    for (int col = 0; col < grid.Cols(); ++col)
+        texts << grid.TextMatrix(row, col);
+    return texts;
+}
+
+void fill(FlexGrid& grid, const QStringList& keys)
+{
+    grid.setUp(2, Format);
+    for (const QString& key : keys)
+        grid.cells().addRow({key, u"书"_s + key});
+    grid.setRow(1);
+}
+
+/// Drags the right edge of a column as the operator does.
+void drag(FlexGrid& grid, int col, int pixels)
+{
+    QHeaderView& header = *grid.horizontalHeader();
+    const QPoint edge(header.sectionViewportPosition(col) + header.sectionSize(col) - 1, header.height() / 2);
+    QTest::mousePress(header.viewport(), Qt::LeftButton, {}, edge);
+    QTest::mouseMove(header.viewport(), edge + QPoint(pixels, 0));
+    QTest::mouseRelease(header.viewport(), Qt::LeftButton, {}, edge + QPoint(pixels, 0));
+}
+
+class TwoColumnList : public ListScreen {
+public:
+    TwoColumnList()
+        : ListScreen(u"TwoColumnList"_s, u"假期"_s, holidayWidths())
+    {
+        Grid1.setFormatString(u"假期名称|假期期限"_s);
+        arrange({Command1});
+    }
+    QPushButton Command1 {u"&X 关闭"_s};
+};
+
+} // namespace
+
+class TestFlexGrid : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { applyTheme(*qApp); }
+
+    void fillsFromAResult()
+    {
+        FlexGrid grid;
+        QLabel count;
+        Recordset three = readers(3);
+        const GridFill fill {.format = u"^读者证号|可借|无证"_s, .yesNo = {2}, .count = &count, .key = u"r2 "_s};
+        QCOMPARE(fillGrid(grid, three, fill), 3);
+        QCOMPARE(line(grid, 0), QStringList({u"读者证号"_s, u"可借"_s, u"无证"_s, u"term"_s})); // surplus keeps its name
+        QCOMPARE(line(grid, 2), QStringList({u"R2"_s, u"1"_s, u"是"_s, u"2004-03-10"_s}));
+        QCOMPARE(line(grid, 3), QStringList({u"R3"_s, u"2"_s, u""_s, u""_s}));
+        QCOMPARE(count.text(), u"记录数：3");
+        QCOMPARE(grid.current(0), u"R2");
+        QCOMPARE(grid.Col(), 0);
+        QCOMPARE(grid.ColSel(), 3);
+        QCOMPARE(grid.cells().data(grid.cells().index(0, 0), Qt::TextAlignmentRole).value<Qt::Alignment>(), Qt::AlignCenter);
+    }
+
+    void leavesOneLineForAnEmptyResult()
+    {
+        FlexGrid grid;
+        QLabel count;
+        Recordset three = readers(3);
+        Recordset none = readers(0);
+        const GridFill fill {.format = u"^读者证号"_s, .count = &count, .countHasCaption = true, .key = u"R1"_s};
+        fillGrid(grid, three, fill);
+        QCOMPARE(fillGrid(grid, none, fill), 0);
+        QCOMPARE(grid.Rows(), 2);
+        QVERIFY(grid.cells().isEmptyList());
+        QCOMPARE(grid.current(0), QString());
+        QCOMPARE(grid.TextMatrix(0, 0), u"读者证号");
+        QCOMPARE(count.text(), u"0");
+        QVERIFY(!QGuiApplication::overrideCursor());
+    }
+
+    void keepsTheMarkerColumnFree()
+    {
+        FlexGrid grid;
+        Recordset two = readers(2);
+        fillGrid(grid, two, {.format = u"^|^证号|^数"_s, .key = u"R2"_s});
+        QCOMPARE(line(grid, 2).first(3), QStringList({u""_s, u"R2"_s, u"1"_s}));
+        QCOMPARE(grid.Row(), 2);
+        grid.setUp(3, u"甲|乙"_s); // the same grid without a marker again
+        QCOMPARE(grid.cells().FixedCols(), 0);
+    }
+
+    void selectsWholeLines()
+    {
+        FlexGrid grid;
+        fill(grid, {u"a"_s, u"b"_s, u"c"_s});
+        grid.setRow(2);
+        QCOMPARE(grid.selectionModel()->selectedIndexes().size(), 3);
+        grid.setRow(9);
+        QCOMPARE(grid.Row(), 2);
+        grid.selectKey(u"C "_s);
+        QCOMPARE(grid.Row(), 3);
+        grid.selectKey(u"gone"_s, 1);
+        QCOMPARE(grid.Row(), 1);
+        grid.selectKey(u""_s, 7); // no such line: the selection stays
+        QCOMPARE(grid.Row(), 1);
+        QTest::keyClick(&grid, Qt::Key_Down, Qt::ShiftModifier);
+        QCOMPARE(std::minmax(grid.Row(), grid.RowSel()), std::minmax(2, 1));
+    }
+
+    void keepsTheLineOverChanges()
+    {
+        FlexGrid grid;
+        fill(grid, {u"c"_s, u"a"_s, u"b"_s});
+        grid.setRow(2);
+        grid.setFormatString(u"一|二|三"_s);
+        QCOMPARE(grid.Row(), 2);
+        grid.sortRows(0, 2);
+        QCOMPARE(grid.Row(), 2);
+        QCOMPARE(grid.current(0), u"b");
+        grid.setUp(8, Format);
+        QCOMPARE(grid.Row(), 1);
+        QCOMPARE(grid.selectionModel()->selectedRows().size(), 1);
+    }
+
+    void answersKeys_data()
+    {
+        QTest::addColumn<Qt::Key>("key");
+        QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+        QTest::addColumn<QByteArray>("signal");
+        const auto row = [](Qt::Key key, const char* signal, Qt::KeyboardModifiers modifiers = {}) {
+            QTest::newRow(signal) << key << modifiers << QByteArray(signal);
+        };
+        row(Qt::Key_Return, SIGNAL(rowOpened(int)));
+        row(Qt::Key_Delete, SIGNAL(deletePressed()));
+        row(Qt::Key_Insert, SIGNAL(insertPressed()));
+        row(Qt::Key_Space, SIGNAL(blankPressed()));
+        row(Qt::Key_Escape, SIGNAL(escapePressed()));
+        row(Qt::Key_F, SIGNAL(findPressed()), Qt::ControlModifier);
+        row(Qt::Key_Down, SIGNAL(rowChanged(int)));
+    }
+
+    void answersKeys()
+    {
+        QFETCH(Qt::Key, key);
+        QFETCH(Qt::KeyboardModifiers, modifiers);
+        QFETCH(QByteArray, signal);
+        FlexGrid grid;
+        fill(grid, {u"a"_s, u"b"_s});
+        QSignalSpy spy(&grid, signal);
+        QTest::keyClick(&grid, key, modifiers);
+        QCOMPARE(spy.count(), 1);
+    }
+
+    void answersTheMouse()
+    {
+        FlexGrid grid;
+        fill(grid, {u"a"_s, u"b"_s});
+        grid.resize(400, 300);
+        grid.show();
+        QSignalSpy clicked(&grid, &FlexGrid::rowClicked);
+        QSignalSpy opened(&grid, &FlexGrid::rowOpened);
+        QSignalSpy released(&grid, &FlexGrid::rightReleased);
+        const QPoint second = grid.visualRect(grid.model()->index(1, 1)).center();
+        QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, second);
+        QCOMPARE(clicked.takeFirst().at(0).toInt(), 2);
+        QCOMPARE(grid.Col(), 1);
+        QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, second);
+        QCOMPARE(opened.takeFirst().at(0).toInt(), 2);
+        QTest::mouseClick(grid.viewport(), Qt::RightButton, {}, second);
+        QCOMPARE(released.takeFirst().at(0).toInt(), 2);
+        QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, {10, 280}); // below the last line
+        QTest::mouseClick(grid.viewport(), Qt::LeftButton, Qt::ControlModifier, second);
+        QCOMPARE(grid.selectionModel()->selectedRows().size(), 1);
+        grid.setFollowsPointer(true);
+        QTest::mouseMove(grid.viewport(), grid.visualRect(grid.model()->index(0, 0)).center());
+        QCOMPARE(grid.Row(), 1);
+    }
+
+    void jumpsToWhatIsTyped_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<int>("row");
+        QTest::newRow("first column") << u"b2"_s << 4;
+        QTest::newRow("once around") << u"a"_s << 1;
+        QTest::newRow("second column") << u"书c"_s << 5;
+        QTest::newRow("the same key walks on") << u"bb"_s << 4;
+        QTest::newRow("nothing found stays") << u"zz"_s << 2;
+    }
+
+    void jumpsToWhatIsTyped()
+    {
+        QFETCH(QString, typed);
+        FlexGrid grid;
+        fill(grid, {u"a1"_s, u"x"_s, u"B1"_s, u"b2"_s, u"c"_s});
+        grid.setRow(2);
+        for (QChar key : typed)
+            grid.keyboardSearch(key);
+        QTEST(grid.Row(), "row");
+    }
+
+    void widensByTheBlanksOfACaption()
+    {
+        FlexGrid grid;
+        grid.setFormatString(u"书名|书名        |价格"_s);
+        QCOMPARE(grid.ColWidth(1) - grid.ColWidth(0), 8 * 90);
+        grid.setColWidths({-1, 2000, 0});
+        QCOMPARE(grid.ColWidth(0), grid.ColWidth(0));
+        QCOMPARE(grid.ColWidth(1), 2000);
+        QVERIFY(grid.isColumnHidden(2));
+        grid.setColWidth(2, 850);
+        QVERIFY(!grid.isColumnHidden(2));
+    }
+
+    void keepsCaptionsWholeAndFillsTheGrid()
+    {
+        FlexGrid grid;
+        grid.resize(900, 300);
+        grid.show();
+        grid.setUp(8, u"^借书控制号|^图书条形码     |<书名"_s, {10, 1100, 2000});
+        QCOMPARE(grid.horizontalHeader()->length(), grid.viewport()->width());
+        QVERIFY(grid.columnWidth(0) > grid.fontMetrics().horizontalAdvance(u"借书控制号"_s));
+        QVERIFY(grid.columnWidth(2) > grid.columnWidth(1));
+    }
+
+    void remembersDraggedWidths()
+    {
+        MemorySettings settings;
+        int dragged = 0;
+        {
+            FlexGrid grid;
+            grid.resize(600, 300);
+            grid.show();
+            grid.rememberWidths(settings, u"DzglFrm.Grid1"_s);
+            grid.setUp(4, Format);
+            const int before = grid.columnWidth(1);
+            drag(grid, 1, 37);
+            dragged = grid.columnWidth(1);
+            QCOMPARE(dragged, before + 37);
+            grid.setUp(4, Format); // a new fill leaves the operator's widths alone
+            QVERIFY(qAbs(grid.columnWidth(1) - dragged) <= 1);
+        }
+        FlexGrid again;
+        again.resize(800, 300);
+        again.setUp(4, Format);
+        again.rememberWidths(settings, u"DzglFrm.Grid1"_s);
+        QVERIFY(qAbs(again.columnWidth(1) - dragged) <= 1);
+        again.setUp(4, u"别的|标题|三"_s); // other captions, other widths
+        QVERIFY(qAbs(again.columnWidth(1) - dragged) > 1);
+        FlexGrid other;
+        other.resize(800, 300);
+        other.setUp(4, Format);
+        other.rememberWidths(settings, u"BookOutFrm.Grid1"_s);
+        QVERIFY(qAbs(other.columnWidth(1) - dragged) > 1);
+    }
+
+    void sharesTheWidthOfAListScreen()
+    {
+        TwoColumnList screen;
+        screen.show();
+        QCOMPARE(screen.Grid1.ColWidth(0), 3000);
+        const int narrow = screen.Grid1.ColWidth(1);
+        screen.resize(screen.width() + 200, screen.height());
+        QVERIFY(qAbs(screen.Grid1.ColWidth(1) - narrow - twipsOf(200, screen)) <= 15);
+        QVERIFY(screen.Command1.mapTo(&screen, QPoint()).y() > screen.Grid1.geometry().bottom());
+    }
+
+    void shows100000Lines()
+    {
+        FlexGrid grid;
+        Recordset many = readers(100'000);
+        grid.resize(600, 400);
+        grid.show();
+        QCOMPARE(fillGrid(grid, many, {.format = u"^证号"_s, .key = u"R99999"_s}), 100'000);
+        QCOMPARE(grid.current(1), u"99998");
+        QVERIFY(grid.visualRect(grid.currentIndex()).intersects(grid.viewport()->rect()));
+    }
+};
+
+QTEST_MAIN(TestFlexGrid)
+#include "tst_flex_grid.moc"
