@@ -3,6 +3,8 @@
 #include "database/resource_text.h"
 #include "platform/core/text.h"
 
+#include <QRegularExpression>
+
 namespace quilla {
 
 namespace {
@@ -35,6 +37,18 @@ void insertInitialRows(Connection& connection, const QString& operatorName)
     executeAll(connection, resourceText(u"initial.sql"_s));
     connection.execute(u"insert into LibUse(userid,username,password,borrow) values(1,'%1','',1)"_s.arg(
         doubled(operatorName)));
+}
+
+void withoutIndexes(Connection& connection, QStringView table, const std::function<void()>& fill)
+{
+    const QRegularExpression index(
+        u"^create index (\\w+) on %1 "_s.arg(table), QRegularExpression::CaseInsensitiveOption);
+    const QStringList creations = splitStatements(resourceText(u"schema.sql"_s)).filter(index);
+    for (const QString& creation : creations)
+        connection.execute(u"drop index %1.%2"_s.arg(table, index.match(creation).captured(1)));
+    fill();
+    for (const QString& creation : creations)
+        connection.execute(creation);
 }
 
 void refuseFilledLibrary(Connection& connection)

@@ -16,6 +16,9 @@ void createLibrary(Connection& connection);
 /// the field dictionary and one operator of this name, without a password, with the right to use the desk.
 void insertInitialRows(Connection& connection, const QString& operatorName);
 
+/// Takes the indexes off a table while `fill` writes very many rows into it, and makes them anew.
+void withoutIndexes(Connection& connection, QStringView table, const std::function<void()>& fill);
+
 /// Throws `Error` when titles, copies, readers or parameters are there already: invented data must never
 /// come among real ones.
 void refuseFilledLibrary(Connection& connection);

@@ -145,7 +145,7 @@ void fillScaleData(Connection& connection, const ScaleOptions& asked)
     fillCopies(connection, options, first);
     fillReaders(connection, options);
     fillLoans(connection, options);
-    fillHistory(connection, options);
+    withoutIndexes(connection, u"jhslsk", [&] { fillHistory(connection, options); });
     fillHolds(connection, options, first);
     fillHolidays(connection, options);
 }

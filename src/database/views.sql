@@ -22,7 +22,7 @@ from jhsk j
 join dzk d on j.readercode=d.readercode
 join sck s on j.barcode=s.barcode and s.bookstatus<>'丢失' and s.bookstatus<>'注销'
 join zsk z on s.zskid=z.zskid
-where datediff(day,j.yhdate,getdate())>0
+where j.yhdate<convert(datetime,convert(varchar(8),getdate(),112))
 go
 
 -- 借还历史, 连同读者和书

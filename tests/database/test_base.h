@@ -44,7 +44,7 @@ struct TestBase {
     QString file = folder.filePath(u"library.db"_s);
     FixedClock clock;
     sql::Schema schema = librarySchema();
-    PooledFactory factory { schema, clock };
+    PooledFactory factory {schema, clock};
     Connection connection;
 };
 

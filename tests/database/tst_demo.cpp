@@ -13,7 +13,8 @@ namespace {
 std::function<void(Connection&)> demoOf(quint64 seed, const QDate& today = QDate(2003, 10, 1))
 {
     return [=](Connection& connection) {
-        fillDemoLibrary(connection, { .today = today, .seed = seed, .titles = 400, .copies = 700, .readers = 120 });
+        fillDemoLibrary(
+            connection, {.today = today, .seed = seed, .titles = 400, .copies = 700, .readers = 120});
     };
 }
 
@@ -26,7 +27,10 @@ QByteArray fingerprint(TestBase& base)
     return hash.result().toHex();
 }
 
-int countOf(TestBase& base, const QString& from) { return base.rows(u"select count(*) from "_s + from).toInt(); }
+int countOf(TestBase& base, const QString& from)
+{
+    return base.rows(u"select count(*) from "_s + from).toInt();
+}
 
 } // namespace
 
@@ -69,29 +73,32 @@ void TestDemo::keepsInvariants()
     for (const Finding& finding : checkLibrary(base.connection))
         QFAIL(qPrintable(finding.rule + u": "_s + finding.rows.join(u'\n')));
     const QString day = isoDate(today);
-    for (const QString& later : { u"jhsk where orderdate>'%1'"_s, u"jhslsk where backdate>'%1'"_s,
+    for (const QString& later : {u"jhsk where orderdate>'%1'"_s, u"jhslsk where backdate>'%1'"_s,
              u"fkk where opratedate>'%1'"_s, u"yyk where ordertime>'%1'"_s, u"zsk where catatime>'%1'"_s,
-             u"jhslsk where backdate<orderdate"_s, u"dzk where readstatus='有效' and term<='%1'"_s })
+             u"jhslsk where backdate<orderdate"_s, u"dzk where readstatus='有效' and term<='%1'"_s})
         QCOMPARE(countOf(base, later.contains(u"%1"_s) ? later.arg(day) : later), 0);
 }
 
 void TestDemo::holdsEverySituation_data()
 {
     QTest::addColumn<QString>("from");
-    for (const char* from : { "jhsk where yhdate>='2003-10-01'", "jhsk where yhdate<'2003-10-01'",
-             "jhsk where res>0", "yyk where barcode<>'' and oldtime>='2003-10-01'", "yyk where barcode is null",
-             "fkk where cause='超期'", "fkk where cause='丢失'", "fkk where sfmoney<yfmoney", "diushik",
-             "BookOut where cause='丢失'", "BookOut where cause='注销'", "sck where bookstatus='典藏'",
-             "dzk where readstatus='超期'", "dzk where readstatus='挂失'", "dzk where readstatus='无效'",
-             "LibUse where borrow=0", "LibUse where borrow=1 and password=''",
-             "Global where type='holiday' and code='2003-10-01 2003-10-07'", "jhslsk where year(backdate)=2000",
-             "dzk join jycs on dzk.readerclass=jycs.readerclass and dzk.daycount=jycs.daycount" })
+    for (const char* from :
+        {"jhsk where yhdate>='2003-10-01'", "jhsk where yhdate<'2003-10-01'", "jhsk where res>0",
+            "yyk where barcode<>'' and oldtime>='2003-10-01'", "yyk where barcode is null",
+            "fkk where cause='超期'", "fkk where cause='丢失'", "fkk where sfmoney<yfmoney", "diushik",
+            "BookOut where cause='丢失'", "BookOut where cause='注销'", "sck where bookstatus='典藏'",
+            "dzk where readstatus='超期'", "dzk where readstatus='挂失'", "dzk where readstatus='无效'",
+            "LibUse where borrow=0", "LibUse where borrow=1 and password=''",
+            "Global where type='holiday' and code='2003-10-01 2003-10-07'",
+            "jhslsk where year(backdate)=2000",
+            "dzk join jycs on dzk.readerclass=jycs.readerclass and dzk.daycount=jycs.daycount"})
         QTest::newRow(from) << QString::fromUtf8(from);
 }
 
 void TestDemo::holdsEverySituation()
 {
-    static TestBase base([](Connection& connection) { fillDemoLibrary(connection, { .today = QDate(2003, 10, 1) }); });
+    static TestBase base(
+        [](Connection& connection) { fillDemoLibrary(connection, {.today = QDate(2003, 10, 1)}); });
     QFETCH(QString, from);
     QVERIFY2(countOf(base, from) > 0, qPrintable(from));
 }
@@ -100,8 +107,10 @@ void TestDemo::holdsEverySituation()
 void TestDemo::neverLendsACopyTwice()
 {
     TestBase base(demoOf(5));
-    QCOMPARE(countOf(base, u"jhslsk a join jhslsk b on a.barcode=b.barcode and a.jhslsk<b.jhslsk "
-                           "where b.orderdate<a.backdate"_s), 0);
+    QCOMPARE(countOf(base,
+                 u"jhslsk a join jhslsk b on a.barcode=b.barcode and a.jhslsk<b.jhslsk "
+                 "where b.orderdate<a.backdate"_s),
+        0);
     QCOMPARE(countOf(base, u"jhslsk a join jhsk b on a.barcode=b.barcode where b.orderdate<a.backdate"_s), 0);
 }
 

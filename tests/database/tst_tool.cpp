@@ -34,40 +34,40 @@ private:
 void TestTool::createsOnce()
 {
     const QString file = folder.filePath(u"new/once.db"_s);
-    QCOMPARE(run({ u"create"_s, u"--file"_s, file, u"--operator"_s, u"O'Hara"_s }), 0);
+    QCOMPARE(run({u"create"_s, u"--file"_s, file, u"--operator"_s, u"O'Hara"_s}), 0);
     QVERIFY2(output.contains(file), qPrintable(output));
-    QCOMPARE(run({ u"create"_s, u"--file"_s, file }), 2);
+    QCOMPARE(run({u"create"_s, u"--file"_s, file}), 2);
     QVERIFY2(output.contains(file), qPrintable(output));
-    QCOMPARE(run({ u"check"_s, u"--file"_s, file }), 0);
-    QCOMPARE(run({ u"demo"_s, u"--file"_s, file, u"--today"_s, u"2003-10-01"_s }), 0);
-    QCOMPARE(run({ u"check"_s, u"--file"_s, file }), 0);
-    QCOMPARE(run({ u"demo"_s, u"--file"_s, file, u"--today"_s, u"2003-10-01"_s }), 2);
-    QCOMPARE(run({ u"check"_s, u"--file"_s, file }), 0);
+    QCOMPARE(run({u"check"_s, u"--file"_s, file}), 0);
+    QCOMPARE(run({u"demo"_s, u"--file"_s, file, u"--today"_s, u"2003-10-01"_s}), 0);
+    QCOMPARE(run({u"check"_s, u"--file"_s, file}), 0);
+    QCOMPARE(run({u"demo"_s, u"--file"_s, file, u"--today"_s, u"2003-10-01"_s}), 2);
+    QCOMPARE(run({u"check"_s, u"--file"_s, file}), 0);
 }
 
 /// A name that no text column takes makes the very last statement fail.
 void TestTool::leavesNothingBehind()
 {
     const QString file = folder.filePath(u"half.db"_s);
-    QCOMPARE(run({ u"create"_s, u"--file"_s, file, u"--operator"_s, QString(100, u'长') }), 2);
-    QCOMPARE(QDir(folder.path()).entryList({ u"half*"_s }), QStringList());
+    QCOMPARE(run({u"create"_s, u"--file"_s, file, u"--operator"_s, QString(100, u'长')}), 2);
+    QCOMPARE(QDir(folder.path()).entryList({u"half*"_s}), QStringList());
 }
 
 void TestTool::refusesWrongLines_data()
 {
     QTest::addColumn<QStringList>("line");
     QTest::newRow("no command") << QStringList();
-    QTest::newRow("unknown command") << QStringList { u"drop"_s };
-    QTest::newRow("unknown option") << QStringList { u"check"_s, u"--repair"_s };
-    QTest::newRow("two targets") << QStringList { u"check"_s, u"--file"_s, u"a"_s, u"--connection"_s, u"b"_s };
-    QTest::newRow("no day") << QStringList { u"demo"_s, u"--today"_s, u"2003-02-30"_s };
-    QTest::newRow("no number") << QStringList { u"scale"_s, u"--copies"_s, u"-5"_s };
-    QTest::newRow("backup without a file") << QStringList { u"backup"_s };
-    QTest::newRow("backup of a server") << QStringList { u"backup"_s, u"x"_s, u"--connection"_s,
-        u"DSN=elsewhere;UID=me;PWD=secret"_s };
-    QTest::newRow("unreachable server") << QStringList { u"check"_s, u"--connection"_s,
-        u"DSN=elsewhere;UID=me;PWD=secret"_s };
-    QTest::newRow("missing base") << QStringList { u"check"_s, u"--file"_s, u"/nowhere/at/all.db"_s };
+    QTest::newRow("unknown command") << QStringList {u"drop"_s};
+    QTest::newRow("unknown option") << QStringList {u"check"_s, u"--repair"_s};
+    QTest::newRow("two targets") << QStringList {u"check"_s, u"--file"_s, u"a"_s, u"--connection"_s, u"b"_s};
+    QTest::newRow("no day") << QStringList {u"demo"_s, u"--today"_s, u"2003-02-30"_s};
+    QTest::newRow("no number") << QStringList {u"scale"_s, u"--copies"_s, u"-5"_s};
+    QTest::newRow("backup without a file") << QStringList {u"backup"_s};
+    QTest::newRow("backup of a server")
+        << QStringList {u"backup"_s, u"x"_s, u"--connection"_s, u"DSN=elsewhere;UID=me;PWD=secret"_s};
+    QTest::newRow("unreachable server")
+        << QStringList {u"check"_s, u"--connection"_s, u"DSN=elsewhere;UID=me;PWD=secret"_s};
+    QTest::newRow("missing base") << QStringList {u"check"_s, u"--file"_s, u"/nowhere/at/all.db"_s};
 }
 
 void TestTool::refusesWrongLines()
@@ -83,22 +83,23 @@ void TestTool::findsDamage()
     TestBase base([](Connection& filled) {
         filled.execute(u"insert into dzk(readercode,name,orderbook) values('R1','张三',1)");
     });
-    QCOMPARE(run({ u"check"_s, u"--file"_s, base.file }), 1);
+    QCOMPARE(run({u"check"_s, u"--file"_s, base.file}), 1);
     QVERIFY2(output.contains(u"读者证号=R1"_s), qPrintable(output));
 }
 
 void TestTool::savesAndRestores()
 {
-    TestBase base([](Connection& filled) { filled.execute(u"insert into dzlx(readerclass) values('教师')"); });
+    TestBase base(
+        [](Connection& filled) { filled.execute(u"insert into dzlx(readerclass) values('教师')"); });
     base.connection.execute(u"insert into dzlx(readerclass) values('学生')");
     const QString copy = folder.filePath(u"copy.db"_s);
-    QCOMPARE(run({ u"backup"_s, copy, u"--file"_s, base.file }), 0);
-    QCOMPARE(run({ u"backup"_s, copy, u"--file"_s, base.file }), 2);
+    QCOMPARE(run({u"backup"_s, copy, u"--file"_s, base.file}), 0);
+    QCOMPARE(run({u"backup"_s, copy, u"--file"_s, base.file}), 2);
     base.connection.execute(u"delete from dzlx");
-    QCOMPARE(run({ u"restore"_s, copy, u"--file"_s, base.file }), 2);
+    QCOMPARE(run({u"restore"_s, copy, u"--file"_s, base.file}), 2);
 
     const QString restored = folder.filePath(u"restored.db"_s);
-    QCOMPARE(run({ u"restore"_s, copy, u"--file"_s, restored }), 0);
+    QCOMPARE(run({u"restore"_s, copy, u"--file"_s, restored}), 0);
     base.connection = base.factory.open(u"DSN=%1;Database=%2"_s.arg(BuiltInDataSource, restored));
     QCOMPARE(base.rows(u"select readerclass from dzlx order by dzlxid"), u"教师\n学生"_s);
 
@@ -106,7 +107,7 @@ void TestTool::savesAndRestores()
     QVERIFY(damaged.open(QIODevice::ReadWrite));
     QVERIFY(damaged.resize(damaged.size() / 2));
     damaged.close();
-    QCOMPARE(run({ u"restore"_s, copy, u"--file"_s, folder.filePath(u"bad.db"_s) }), 2);
+    QCOMPARE(run({u"restore"_s, copy, u"--file"_s, folder.filePath(u"bad.db"_s)}), 2);
     QVERIFY(!QFile::exists(folder.filePath(u"bad.db"_s)));
 }
 

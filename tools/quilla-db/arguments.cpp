@@ -10,14 +10,30 @@ namespace quilla {
 
 namespace {
 
-constexpr QStringView Help = u"青简文库的数据库工具。\n\n"
-                             "命令：\n"
-                             "  create        建立新的数据库：表、视图和第一个操作员（没有密码）\n"
-                             "  demo          建立演示数据库，或装入空的数据库\n"
-                             "  scale         建立测速用的大数据库，或装入空的数据库\n"
-                             "  check         核对数据，不作修改；有问题时返回 1\n"
-                             "  backup 文件   备份内置数据库，使用中也可以\n"
-                             "  restore 文件  从备份恢复内置数据库；不覆盖已有的数据库";
+constexpr QStringView Help = uR"(青简文库的数据库工具。
+用法：quilla-db [选项] 命令 [文件]
+
+命令：
+  create        建立新的数据库：表、视图和第一个操作员（没有密码）
+  demo          建立演示数据库，或装入空的数据库
+  scale         建立测速用的大数据库，或装入空的数据库
+  check         核对数据，不作修改
+  backup 文件   备份内置数据库，使用中也可以
+  restore 文件  从备份恢复内置数据库；不覆盖已有的数据库
+
+选项：
+  --file 文件        内置数据库的文件；不指定时是用户自己的数据库
+  --connection 文本  数据库的连接文本
+  --operator 用户名  create：第一个操作员，默认 admin
+  --seed 数          demo：随机种子；相同的种子和日期得到相同的数据
+  --today 日期       demo、scale：数据以哪一天为今天，默认是今天
+  --readers 数       scale：读者数，默认 10000
+  --copies 数        scale：书册数，默认 200000
+  --history 数       scale：借还历史的行数，默认 100000
+  --loans 数         scale：在借的册数，默认 20000
+
+返回值：0 成功，1 核对时发现问题，2 失败。
+)";
 
 Error fault(const QString& text)
 {
@@ -40,6 +56,13 @@ QDate dayOf(const QCommandLineParser& parser)
     return day->date();
 }
 
+/// The first option that is unknown or lacks its value.
+QString wrongOption(const QCommandLineParser& parser, const QStringList& line)
+{
+    const QStringList unknown = parser.unknownOptionNames();
+    return unknown.isEmpty() ? line.last() : unknown.first();
+}
+
 Target targetOf(const QCommandLineParser& parser)
 {
     if (parser.isSet(u"file"_s) && parser.isSet(u"connection"_s))
@@ -52,15 +75,16 @@ void addOptions(QCommandLineParser& parser)
 {
     const ScaleOptions scale;
     parser.addOptions({
-        {u"file"_s, u"内置数据库的文件；不指定时是用户自己的数据库"_s, u"文件"_s},
-        {u"connection"_s, u"数据库的连接文本"_s, u"文本"_s},
-        {u"operator"_s, u"create：第一个操作员的用户名"_s, u"用户名"_s, u"admin"_s},
-        {u"seed"_s, u"demo：随机种子，相同的种子和日期得到相同的数据"_s, u"数"_s, u"1"_s},
-        {u"today"_s, u"demo、scale：数据以哪一天为今天"_s, u"日期"_s},
-        {u"readers"_s, u"scale：读者数"_s, u"数"_s, QString::number(scale.readers)},
-        {u"copies"_s, u"scale：书册数"_s, u"数"_s, QString::number(scale.copies)},
-        {u"history"_s, u"scale：借还历史的行数"_s, u"数"_s, QString::number(scale.history)},
-        {u"loans"_s, u"scale：在借的册数"_s, u"数"_s, QString::number(scale.loans)},
+        {u"help"_s, {}},
+        {u"file"_s, {}, u"文件"_s},
+        {u"connection"_s, {}, u"文本"_s},
+        {u"operator"_s, {}, u"用户名"_s, u"admin"_s},
+        {u"seed"_s, {}, u"数"_s, u"1"_s},
+        {u"today"_s, {}, u"日期"_s},
+        {u"readers"_s, {}, u"数"_s, QString::number(scale.readers)},
+        {u"copies"_s, {}, u"数"_s, QString::number(scale.copies)},
+        {u"history"_s, {}, u"数"_s, QString::number(scale.history)},
+        {u"loans"_s, {}, u"数"_s, QString::number(scale.loans)},
     });
 }
 
@@ -78,16 +102,22 @@ void readPositions(const QCommandLineParser& parser, Arguments& arguments)
 
 } // namespace
 
+QString helpText()
+{
+    return Help.toString();
+}
+
 Arguments readArguments(const QStringList& line)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(Help.toString());
-    parser.addHelpOption();
-    parser.addPositionalArgument(u"命令"_s, u"见上"_s);
     addOptions(parser);
-    if (!parser.parse(line)) throw fault(parser.errorText());
-    if (parser.isSet(u"help"_s)) parser.showHelp(0);
+    if (!parser.parse(line))
+        throw fault(u"命令行有误：%1。用 --help 查看用法。"_s.arg(wrongOption(parser, line)));
     Arguments arguments;
+    if (parser.isSet(u"help"_s)) {
+        arguments.command = u"help"_s;
+        return arguments;
+    }
     readPositions(parser, arguments);
     arguments.target = targetOf(parser);
     arguments.operatorName = parser.value(u"operator"_s);

@@ -18,7 +18,9 @@ struct Arguments {
     ScaleOptions scale;
 };
 
-/// Ends the process by itself for --help. Throws `Error` that says what is wrong with the command line.
+QString helpText();
+
+/// The command is "help" for --help. Throws `Error` that says what is wrong with the command line.
 Arguments readArguments(const QStringList& line);
 
 } // namespace quilla

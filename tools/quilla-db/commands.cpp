@@ -53,33 +53,39 @@ void load(const Arguments& arguments, const Fill& fill)
         fillOpened(arguments.target, librarySchema(), fill);
 }
 
+Outcome help(const Arguments&, QTextStream& out)
+{
+    out << helpText();
+    return Outcome::Done;
+}
+
 Outcome create(const Arguments& arguments, QTextStream& out)
 {
     makeLibrary(arguments, {});
-    out << u"已建立数据库：" << arguments.target.name() << u"\n操作员 " << arguments.operatorName
-        << u" 还没有密码，请登录后立即修改。\n";
+    out << u"已建立数据库："_s << arguments.target.name() << u"\n操作员 "_s << arguments.operatorName
+        << u" 还没有密码，请登录后立即修改。\n"_s;
     return Outcome::Done;
 }
 
 Outcome loadDemo(const Arguments& arguments, QTextStream& out)
 {
     load(arguments, [&](Connection& connection) { fillDemoLibrary(connection, arguments.demo); });
-    out << u"已装入演示数据：" << arguments.target.name() << u"\n操作员 演示 登录不需要密码。\n";
+    out << u"已装入演示数据："_s << arguments.target.name() << u"\n操作员 演示 登录不需要密码。\n"_s;
     return Outcome::Done;
 }
 
 Outcome loadScale(const Arguments& arguments, QTextStream& out)
 {
     load(arguments, [&](Connection& connection) { fillScaleData(connection, arguments.scale); });
-    out << u"已装入测速数据：" << arguments.target.name() << u"\n";
+    out << u"已装入测速数据："_s << arguments.target.name() << u"\n"_s;
     return Outcome::Done;
 }
 
 void tell(QTextStream& out, const QString& what, const QStringList& rows)
 {
-    out << what << u"（" << rows.size() << u"）\n";
+    out << what << u"（"_s << rows.size() << u"）\n"_s;
     for (const QString& row : rows)
-        out << u"    " << row << u"\n";
+        out << u"    "_s << row << u"\n"_s;
 }
 
 Outcome check(const Arguments& arguments, QTextStream& out)
@@ -98,7 +104,7 @@ Outcome check(const Arguments& arguments, QTextStream& out)
     for (const Finding& finding : findings)
         tell(out, finding.what, finding.rows);
     sound = sound && findings.empty();
-    if (sound) out << u"没有发现问题：" << arguments.target.name() << u"\n";
+    if (sound) out << u"没有发现问题："_s << arguments.target.name() << u"\n"_s;
     return sound ? Outcome::Done : Outcome::Findings;
 }
 
@@ -111,7 +117,7 @@ const QString& embeddedFile(const Arguments& arguments)
 Outcome backup(const Arguments& arguments, QTextStream& out)
 {
     backupEmbedded(embeddedFile(arguments), arguments.file);
-    out << u"已备份到：" << arguments.file << u"\n";
+    out << u"已备份到："_s << arguments.file << u"\n"_s;
     return Outcome::Done;
 }
 
@@ -132,7 +138,7 @@ Outcome restore(const Arguments& arguments, QTextStream& out)
         return Outcome::Failed;
     }
     backupEmbedded(arguments.file, file);
-    out << u"已恢复：" << arguments.target.name() << u"\n";
+    out << u"已恢复："_s << arguments.target.name() << u"\n"_s;
     return Outcome::Done;
 }
 
@@ -143,8 +149,8 @@ Outcome runCommand(const Arguments& arguments, QTextStream& out)
     static constexpr struct {
         QStringView name;
         Outcome (*run)(const Arguments&, QTextStream&);
-    } Commands[] = {{u"create", create}, {u"demo", loadDemo}, {u"scale", loadScale}, {u"check", check},
-        {u"backup", backup}, {u"restore", restore}};
+    } Commands[] = {{u"help", help}, {u"create", create}, {u"demo", loadDemo}, {u"scale", loadScale},
+        {u"check", check}, {u"backup", backup}, {u"restore", restore}};
     for (const auto& command : Commands)
         if (command.name == arguments.command) return command.run(arguments, out);
     throw fault(u"没有这个命令：%1。用 --help 查看用法。"_s.arg(arguments.command));

@@ -1,6 +1,7 @@
 #include "database/demo/circulation.h"
 
 #include "database/demo/calendar.h"
+#include "database/demo/queue.h"
 #include "platform/core/text.h"
 
 #include <array>
@@ -34,7 +35,6 @@ private:
     void settleLate(Loan& loan, const QDate& day);
     void settleInTime(Loan& loan, const QDate& day);
     void finish(Loan& loan, const QDate& day);
-    void offer(const Loan& loan, const QDate& day, bool withDeadline);
 
     void lend(const QDate& day);
     void lendOne(const QDate& day);
@@ -44,30 +44,23 @@ private:
     void planReturn(Loan& loan);
 
     void withdraw(const QDate& day);
-    void reserveWhatIsOut();
     void registerLosses();
-    int reserver(int borrower);
-    QDate dayBefore(const QDate& day, const QDate& first);
     void fine(const Loan& loan, qint64 amount, const QString& cause, const QDate& day);
 
-    Copy& copyOf(const Loan& loan) { return m_library.copies[std::size_t(loan.copy)]; }
-    Title& titleOf(const Loan& loan) { return m_library.titles[std::size_t(copyOf(loan).title)]; }
-    const ReaderClass& rulesOf(int reader) const
-    {
-        return m_library.classes[std::size_t(m_library.readers[std::size_t(reader)].readerclass)];
-    }
     QString someOperator() { return m_random.pick(Operators).toString(); }
 
     Library& m_library;
     Random& m_random;
     Weighted m_readers;
     Weighted m_titles;
+    Queue m_queue;
     std::map<QDate, std::vector<std::size_t>> m_returns; ///< loans by the day on which they come back
 };
 
 Desk::Desk(Library& library, Random& random)
     : m_library(library)
     , m_random(random)
+    , m_queue(library, random)
 {
     for (const Reader& reader : library.readers)
         m_readers.add(reader.weight);
@@ -83,7 +76,7 @@ void Desk::run()
         if (m_random.chance(60)) withdraw(day);
         lend(day);
     }
-    reserveWhatIsOut();
+    m_queue.reserveWhatIsOut();
     registerLosses();
 }
 
@@ -118,20 +111,20 @@ void Desk::close(std::size_t at, const QDate& day)
 void Desk::finish(Loan& loan, const QDate& day)
 {
     m_library.history.push_back({loan.reader, loan.copy, loan.ordered, loan.due, day, someOperator()});
-    copyOf(loan).state = CopyState::In;
+    m_library.copyOf(loan).state = CopyState::In;
     std::vector<int>& open = m_library.readers[std::size_t(loan.reader)].openLoans;
     std::erase_if(open, [&](int other) { return m_library.loans[std::size_t(other)].copy == loan.copy; });
 }
 
 void Desk::settleLost(Loan& loan, const QDate& day)
 {
-    const ReaderClass& rules = rulesOf(loan.reader);
-    const qint64 amount = titleOf(loan).price * rules.lost / 100;
+    const ReaderClass& rules = m_library.rulesOf(loan.reader);
+    const qint64 amount = m_library.titleOf(loan).price * rules.lost / 100;
     if (loan.due < loan.reportedLost)
         fine(loan, loan.due.daysTo(loan.reportedLost) * rules.fine, u"超期"_s, day);
     fine(loan, amount, u"丢失"_s, day);
     finish(loan, day);
-    copyOf(loan).state = CopyState::Lost;
+    m_library.copyOf(loan).state = CopyState::Lost;
     m_library.withdrawals.push_back({loan.copy, u"丢失"_s, {}, day, someOperator()});
     if (day > m_library.today.addDays(-DaysOfLostReports))
         m_library.lostReports.push_back({loan.reader, loan.copy, amount, loan.reportedLost});
@@ -139,58 +132,22 @@ void Desk::settleLost(Loan& loan, const QDate& day)
 
 void Desk::settleLate(Loan& loan, const QDate& day)
 {
-    fine(loan, loan.due.daysTo(day) * rulesOf(loan.reader).fine, u"超期"_s, day);
+    fine(loan, loan.due.daysTo(day) * m_library.rulesOf(loan.reader).fine, u"超期"_s, day);
     finish(loan, day);
-    if (day >= m_library.today.addDays(-DaysOfHolds * 3)) offer(loan, day, false);
+    if (day >= m_library.today.addDays(-DaysOfHolds * 3)) m_queue.offer(loan, day, false);
 }
 
 void Desk::settleInTime(Loan& loan, const QDate& day)
 {
-    const ReaderClass& rules = rulesOf(loan.reader);
-    if (m_random.chance(6)) fine(loan, titleOf(loan).price * rules.defile / 100, u"污损"_s, day);
+    const ReaderClass& rules = m_library.rulesOf(loan.reader);
+    if (m_random.chance(6)) fine(loan, m_library.titleOf(loan).price * rules.defile / 100, u"污损"_s, day);
     finish(loan, day);
     const Reader& reader = m_library.readers[std::size_t(loan.reader)];
     const bool renews = loan.renewals < rules.recount && rules.reday > 0 && m_random.chance(70);
     if (renews && mayBorrow(reader, day))
         charge(loan.reader, loan.copy, day, loan.renewals + 1);
     else if (day >= m_library.today.addDays(-DaysOfHolds))
-        offer(loan, day, true);
-}
-
-/// Somebody had asked for the title while its only copy was out: the copy is set aside. The desk sets a
-/// deadline, the fine screen none.
-void Desk::offer(const Loan& loan, const QDate& day, bool withDeadline)
-{
-    const bool onlyCopy = titleOf(loan).copies.size() == 1;
-    if (!onlyCopy || loan.ordered >= day || !m_random.chance(400)) return;
-    const int reader = reserver(loan.reader);
-    if (reader < 0) return;
-    const QDate until = withDeadline ? day.addDays(rulesOf(reader).orderday) : QDate();
-    m_library.reservations.push_back(
-        {reader, copyOf(loan).title, loan.copy, dayBefore(day, loan.ordered), until});
-    copyOf(loan).held = true;
-}
-
-/// One of the last days before `day`, not before `first`.
-QDate Desk::dayBefore(const QDate& day, const QDate& first)
-{
-    constexpr int LongestWait = 60;
-    return day.addDays(-1 - m_random.below(std::min(LongestWait, int(first.daysTo(day)))));
-}
-
-/// A reader with a valid card and a reservation left; -1 when the tries fail.
-int Desk::reserver(int borrower)
-{
-    for (int tries = 0; tries < 20; ++tries) {
-        const int at = int(m_readers.pick(m_random));
-        Reader& reader = m_library.readers[std::size_t(at)];
-        if (at == borrower || reader.status != u"有效"_s || reader.paperdate > m_library.today.addDays(-100))
-            continue;
-        if (reader.reservations >= rulesOf(at).ordercount) continue;
-        ++reader.reservations;
-        return at;
-    }
-    return -1;
+        m_queue.offer(loan, day, true);
 }
 
 /// Weekends and vacations are quiet.
@@ -240,7 +197,7 @@ int Desk::freeCopy(const QDate& day)
 void Desk::charge(int reader, int copy, const QDate& day, int renewals)
 {
     constexpr int RenewalDays = 30;
-    const int days = renewals ? RenewalDays : rulesOf(reader).daycount;
+    const int days = renewals ? RenewalDays : m_library.rulesOf(reader).daycount;
     Loan loan {reader, copy, day, dueDate(m_library.holidays, day, days), {}, {}, renewals, someOperator()};
     planReturn(loan);
     m_library.copies[std::size_t(copy)].state = CopyState::Out;
@@ -276,33 +233,14 @@ void Desk::withdraw(const QDate& day)
         missing ? u"清点时未见"_s : u"破损严重，无法修补"_s, day, someOperator()});
 }
 
-/// Titles whose only copy is out; one in four has a second reader in the queue.
-void Desk::reserveWhatIsOut()
-{
-    for (const Loan& loan : m_library.loans) {
-        const int age = int(loan.ordered.daysTo(m_library.today));
-        if (!loan.open || titleOf(loan).copies.size() != 1 || age < 2 || !m_random.chance(150)) continue;
-        const int first = reserver(loan.reader);
-        if (first < 0) continue;
-        const QDate placed = dayBefore(m_library.today, loan.ordered);
-        m_library.reservations.push_back({first, copyOf(loan).title, -1, placed, {}});
-        if (!m_random.chance(250)) continue;
-        const int second = reserver(loan.reader);
-        if (second < 0) continue;
-        if (second == first)
-            --m_library.readers[std::size_t(second)].reservations;
-        else
-            m_library.reservations.push_back({second, copyOf(loan).title, -1, placed.addDays(1), {}});
-    }
-}
-
 /// Reported, but not settled yet.
 void Desk::registerLosses()
 {
     for (const Loan& loan : m_library.loans)
         if (loan.open && loan.reportedLost.isValid() && loan.reportedLost <= m_library.today)
             m_library.lostReports.push_back({loan.reader, loan.copy,
-                titleOf(loan).price * rulesOf(loan.reader).lost / 100, loan.reportedLost});
+                m_library.titleOf(loan).price * m_library.rulesOf(loan.reader).lost / 100,
+                loan.reportedLost});
 }
 
 void Desk::fine(const Loan& loan, qint64 amount, const QString& cause, const QDate& day)

@@ -155,6 +155,13 @@ struct Library {
     std::vector<LostReport> lostReports;
     std::vector<Withdrawal> withdrawals;
     std::vector<Reservation> reservations;
+
+    Copy& copyOf(const Loan& loan) { return copies[std::size_t(loan.copy)]; }
+    Title& titleOf(const Loan& loan) { return titles[std::size_t(copyOf(loan).title)]; }
+    const ReaderClass& rulesOf(int reader) const
+    {
+        return classes[std::size_t(readers[std::size_t(reader)].readerclass)];
+    }
 };
 
 } // namespace quilla::demo

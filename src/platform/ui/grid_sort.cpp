@@ -62,24 +62,37 @@ Ranks ranksOf(const std::vector<QString>& texts)
     return ranked(asSortKeys(texts));
 }
 
+/// Orders ties of `coarse` by `fine`.
+Ranks refined(const Ranks& coarse, const Ranks& fine)
+{
+    std::vector<std::pair<int, int>> keys;
+    keys.reserve(coarse.size());
+    for (std::size_t line = 0; line < coarse.size(); ++line)
+        keys.emplace_back(coarse[line], fine[line]);
+    return ranked(std::move(keys));
+}
+
+bool hasTies(const Ranks& ranks)
+{
+    return std::size_t(*std::max_element(ranks.begin(), ranks.end())) + 1 < ranks.size();
+}
+
 } // namespace
 
 void GridModel::sortRows(int first, int last)
 {
+    if (m_lines == 0) return;
     if (first > last) std::swap(first, last);
-    std::vector<Ranks> keys;
-    for (int col = std::max(first, 0); col <= std::min(last, Cols() - 1); ++col) {
+    Ranks ranks(std::size_t(m_lines), 0);
+    for (int col = std::max(first, 0); col <= std::min(last, Cols() - 1) && hasTies(ranks); ++col) {
         std::vector<QString> texts;
         for (int row = 1; row <= m_lines; ++row)
             texts.push_back(m_cells[cell(row, col)]);
-        keys.push_back(ranksOf(texts));
+        ranks = refined(ranks, ranksOf(texts));
     }
-    std::vector<int> order = zeroTo(std::size_t(m_lines));
-    std::stable_sort(order.begin(), order.end(), [&](int l, int r) {
-        for (const Ranks& ranks : keys)
-            if (ranks[std::size_t(l)] != ranks[std::size_t(r)]) return ranks[std::size_t(l)] < ranks[std::size_t(r)];
-        return false;
-    });
+    std::vector<int> order = zeroTo(ranks.size());
+    std::stable_sort(order.begin(), order.end(),
+        [&](int l, int r) { return ranks[std::size_t(l)] < ranks[std::size_t(r)]; });
     takeOrder(order);
 }
 
