@@ -6,6 +6,10 @@
 
 namespace quilla {
 
+/// Who signs in to look at the demo library: a name that any keyboard can type.
+inline constexpr QStringView DemoOperator = u"demo";
+inline constexpr QStringView DemoPassword = u"demo";
+
 /// What the demo library is to look like.
 struct DemoOptions {
     QDate today; ///< the last day of its history; all dates lie around it
@@ -19,7 +23,7 @@ struct DemoOptions {
 /// a college library's desk. Runs in the caller's transaction. Throws `Error` when titles or readers are
 /// there already.
 ///
-/// Operators: "admin" and "演示" without a password, "王芳" and "刘敏"; "编目" may not use the desk.
+/// Operators: `DemoOperator`, "admin" without a password, "王芳" and "刘敏"; "编目" may not use the desk.
 void fillDemoLibrary(Connection& connection, const DemoOptions& options);
 
 } // namespace quilla

@@ -20,6 +20,7 @@ constexpr QStringView Help = uR"(青简文库的数据库工具。
   check         核对数据，不作修改
   backup 文件   备份内置数据库，使用中也可以
   restore 文件  从备份恢复内置数据库；不覆盖已有的数据库
+  first-start   还没有连接设置时：建立演示数据库并设为连接
 
 选项：
   --file 文件        内置数据库的文件；不指定时是用户自己的数据库

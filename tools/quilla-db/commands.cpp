@@ -5,6 +5,7 @@
 #include "platform/core/text.h"
 #include "platform/db/embedded.h"
 #include "platform/db/pooled_factory.h"
+#include "quilla-db/first_start.h"
 
 #include <QFile>
 
@@ -70,7 +71,7 @@ Outcome create(const Arguments& arguments, QTextStream& out)
 Outcome loadDemo(const Arguments& arguments, QTextStream& out)
 {
     load(arguments, [&](Connection& connection) { fillDemoLibrary(connection, arguments.demo); });
-    out << u"已装入演示数据："_s << arguments.target.name() << u"\n操作员 演示 登录不需要密码。\n"_s;
+    out << u"已装入演示数据："_s << arguments.target.name() << u"\n操作员 "_s << DemoOperator << u"，密码 "_s << DemoPassword << u"\n"_s;
     return Outcome::Done;
 }
 
@@ -142,6 +143,17 @@ Outcome restore(const Arguments& arguments, QTextStream& out)
     return Outcome::Done;
 }
 
+/// For whoever starts the program without having set anything up. Touches nothing that is there already.
+Outcome firstStart(const Arguments& arguments, QTextStream& out)
+{
+    FileSettings settings;
+    if (hasStoredText(settings)) return Outcome::Done;
+    if (!arguments.target.exists()) loadDemo(arguments, out);
+    storeOwnDatabase(settings);
+    out << u"已设置连接：内置数据库\n"_s;
+    return Outcome::Done;
+}
+
 } // namespace
 
 Outcome runCommand(const Arguments& arguments, QTextStream& out)
@@ -150,7 +162,8 @@ Outcome runCommand(const Arguments& arguments, QTextStream& out)
         QStringView name;
         Outcome (*run)(const Arguments&, QTextStream&);
     } Commands[] = {{u"help", help}, {u"create", create}, {u"demo", loadDemo}, {u"scale", loadScale},
-        {u"check", check}, {u"backup", backup}, {u"restore", restore}};
+        {u"check", check}, {u"backup", backup}, {u"restore", restore},
+        {u"first-start", firstStart}};
     for (const auto& command : Commands)
         if (command.name == arguments.command) return command.run(arguments, out);
     throw fault(u"没有这个命令：%1。用 --help 查看用法。"_s.arg(arguments.command));

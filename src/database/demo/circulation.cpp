@@ -1,5 +1,6 @@
 #include "database/demo/circulation.h"
 
+#include "database/demo_library.h"
 #include "database/demo/calendar.h"
 #include "database/demo/queue.h"
 #include "platform/core/text.h"
@@ -15,7 +16,7 @@ constexpr int Years = 3;
 constexpr int ReadersALoan = 12; ///< so many readers for each loan of a day
 constexpr int DaysOfHolds = 8; ///< copies that came back in these last days may be set aside
 constexpr int DaysOfLostReports = 400; ///< a settled report stays in the register so long
-constexpr std::array<QStringView, 4> Operators = {u"admin", u"演示", u"王芳", u"刘敏"};
+constexpr std::array<QStringView, 4> Operators = {u"admin", DemoOperator, u"王芳", u"刘敏"};
 
 QString amountReason(const QDate& date, Random& random)
 {

@@ -1,5 +1,6 @@
 #include "database/demo/write.h"
 
+#include "database/demo_library.h"
 #include "database/row_text.h"
 #include "platform/core/dates.h"
 #include "platform/core/text.h"
@@ -201,7 +202,7 @@ void writeHolidays(Connection& connection, const Library& library)
 void writeOperators(Connection& connection)
 {
     RowText row(connection, u"LibUse", u"userid,username,password,borrow");
-    row.number(2).text(u"演示").text(u"").bit(true).send();
+    row.number(2).text(DemoOperator).text(DemoPassword).bit(true).send();
     row.number(3).text(u"王芳").text(u"wf2003").bit(true).send();
     row.number(4).text(u"刘敏").text(u"lm2003").bit(true).send();
     row.number(5).text(u"编目").text(u"bm2003").bit(false).send();
