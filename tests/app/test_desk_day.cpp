@@ -10,6 +10,7 @@
 #include "platform/db/embedded.h"
 #include "platform/ui/theme.h"
 #include "support/scripted_prompt.h"
+#include "support/window_steps.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -18,12 +19,6 @@
 using namespace quilla;
 
 namespace {
-
-void type(QWidget& box, const QString& text)
-{
-    QTest::keyClicks(&box, text);
-    QTest::keyClick(&box, Qt::Key_Return);
-}
 
 /// The window of that class that is on the screen.
 template <typename Window> Window* shown()

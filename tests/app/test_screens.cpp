@@ -5,7 +5,9 @@
 #include "frame/main_form.h"
 #include "frame/odbc_form.h"
 #include "frame/password_form.h"
+#include "support/screen_host.h"
 #include "support/test_library.h"
+#include "support/window_steps.h"
 
 #include <QAbstractScrollArea>
 #include <QComboBox>
@@ -19,15 +21,6 @@ using namespace quilla;
 
 namespace {
 
-class NoHost final : public ScreenHost {
-public:
-    void openScreen(const QString& target, const QString&) override { opened.append(target); }
-    bool hasScreen(const QString& target) const override { return exists.contains(target); }
-    void registerChild(QWidget*) override {}
-    QStringList opened;
-    QStringList exists;
-};
-
 /// A control by its object name with its text, caption or title.
 QString captionOf(const QWidget& form, const QString& name)
 {
@@ -38,14 +31,6 @@ QString captionOf(const QWidget& form, const QString& name)
         if (value.isValid()) return value.toString();
     }
     return {};
-}
-
-/// Shows a window with the focus, as it stands before the operator.
-void appear(QWidget& window)
-{
-    window.show();
-    window.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
 }
 
 } // namespace

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "frame/screens.h"
+
+#include <QStringList>
+
+namespace quilla {
+
+/// A main window that opens nothing and writes down what it was asked for.
+class NoHost final : public ScreenHost {
+public:
+    void openScreen(const QString& target, const QString&) override { opened.append(target); }
+    bool hasScreen(const QString& target) const override { return exists.contains(target); }
+    void registerChild(QWidget*) override {}
+    QStringList opened;
+    QStringList exists;
+};
+
+} // namespace quilla
