@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QTemporaryFile>
 #include <QTest>
 
 using namespace quilla;
@@ -23,6 +24,7 @@ private Q_SLOTS:
     void dates_data();
     void dates();
     void items();
+    void odbcSources();
     void embeddedFile_data();
     void embeddedFile();
 };
@@ -129,6 +131,19 @@ void TestValues::items()
     QCOMPARE(items.value(u"pwd"), u"x=y"_s);
     QVERIFY(!items.value(u"odd").has_value());
     QVERIFY(!items.value(u"Database").has_value());
+}
+
+void TestValues::odbcSources()
+{
+    QTemporaryFile file;
+    QVERIFY(file.open());
+    file.write("[ODBC Data Sources]\n馆藏=x\nSecond=x\n[馆藏]\nDriver=x\n[Second]\nDriver=x\n");
+    file.close();
+    qputenv("ODBCINI", file.fileName().toLocal8Bit());
+    const auto names = odbcDataSources();
+    qunsetenv("ODBCINI");
+    QVERIFY(std::find(names.begin(), names.end(), u"馆藏"_s) != names.end());
+    QVERIFY(std::find(names.begin(), names.end(), u"Second"_s) != names.end());
 }
 
 void TestValues::embeddedFile_data()

@@ -45,10 +45,27 @@ std::optional<qint64> roundedDouble(std::optional<double> number)
     return qint64(rounded);
 }
 
+/// A plain decimal of few digits.
+std::optional<double> quickNumber(QStringView text)
+{
+    char latin[32];
+    if (text.isEmpty() || text.size() > qsizetype(sizeof latin)) return {};
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t c = text[i].unicode();
+        if (!(c >= u'0' && c <= u'9') && c != u'.' && c != u'-') return {};
+        latin[i] = char(c);
+    }
+    double number = 0;
+    const char* const end = latin + text.size();
+    const auto read = std::from_chars(latin, end, number, std::chars_format::fixed);
+    return read.ec == std::errc() && read.ptr == end ? std::optional(number) : std::nullopt;
+}
+
 } // namespace
 
 std::optional<double> readNumber(QStringView text)
 {
+    if (const auto number = quickNumber(text)) return number;
     text = text.trimmed();
     bool ok = false;
     const double number = text.toDouble(&ok);

@@ -45,14 +45,14 @@ Value valueOf(const Cell& cell)
 
 Recordset::Source::Source(Fields fields)
     : m_fields(std::move(fields))
-    , m_values(m_fields->size())
-    , m_known(m_fields->size(), false)
+    , m_slots(m_fields->size())
 {
 }
 
 void Recordset::Source::forgetRow()
 {
-    m_known.assign(m_known.size(), false);
+    for (Slot& slot : m_slots)
+        slot.known = false;
 }
 
 void Recordset::Source::next()
@@ -71,20 +71,23 @@ void Recordset::Source::first()
 const Value& Recordset::Source::field(int index)
 {
     const auto at = std::size_t(index);
-    if (index < 0 || at >= m_values.size())
+    if (index < 0 || at >= m_slots.size())
         throw Error(ErrorNumber::NoSuchField, u"Recordset"_s, u"没有第 %1 个字段。"_s.arg(index));
     if (eof()) throw noCurrentRow();
-    if (!m_known[at]) {
-        m_values[at] = valueOf(cell(index));
-        m_known[at] = true;
+    Slot& slot = m_slots[at];
+    if (!slot.known) {
+        slot.value = valueOf(cell(index));
+        slot.known = true;
     }
-    return m_values[at];
+    return slot.value;
 }
 
 KeysetSource::KeysetSource(Cursor& cursor)
     : Source(cursor.fields())
 {
     const int columns = int(fields().size());
+    m_cells.reserve(std::size_t(columns)); // most selects of a desk bring one row
+    m_text.reserve(100);
     while (cursor.step()) {
         for (int column = 0; column < columns; ++column)
             keep(cursor.cell(column));

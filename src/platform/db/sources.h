@@ -32,9 +32,13 @@ protected:
 private:
     void forgetRow();
 
+    struct Slot {
+        Value value;
+        bool known = false;
+    };
+
     Fields m_fields;
-    std::vector<Value> m_values; ///< of the current row, as far as `m_known` says
-    std::vector<bool> m_known;
+    std::vector<Slot> m_slots; ///< the fields of the current row that were asked for
 };
 
 /// All rows at once: sixteen bytes a field and one run of text for the whole result.

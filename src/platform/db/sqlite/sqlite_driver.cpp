@@ -120,7 +120,6 @@ void SqliteDriver::run(SqliteStatement& statement)
 
 void SqliteDriver::begin()
 {
-    if (wasMoved()) throw cannotOpen(u"数据库文件已被移走或替换："_s, m_handle.path());
     run(*m_begin);
     m_inTransaction = true;
 }
