@@ -25,7 +25,8 @@ public:
         const auto found = m_texts.find(application + u'/' + section + u'/' + key);
         return found == m_texts.end() ? fallback : found->second;
     }
-    void set(const QString& application, const QString& section, const QString& key, const QString& value) override
+    void set(
+        const QString& application, const QString& section, const QString& key, const QString& value) override
     {
         m_texts[application + u'/' + section + u'/' + key] = value;
     }
@@ -67,7 +68,10 @@ private:
     std::string m_code;
 };
 
-Recordset readers(int count) { return Recordset(std::make_unique<Readers>(count)); }
+Recordset readers(int count)
+{
+    return Recordset(std::make_unique<Readers>(count));
+}
 
 QStringList line(const FlexGrid& grid, int row)
 {
@@ -119,16 +123,19 @@ private Q_SLOTS:
         FlexGrid grid;
         QLabel count;
         Recordset three = readers(3);
-        const GridFill fill {.format = u"^读者证号|可借|无证"_s, .yesNo = {2}, .count = &count, .key = u"r2 "_s};
+        const GridFill fill {
+            .format = u"^读者证号|可借|无证"_s, .yesNo = {2}, .count = &count, .key = u"r2 "_s};
         QCOMPARE(fillGrid(grid, three, fill), 3);
-        QCOMPARE(line(grid, 0), QStringList({u"读者证号"_s, u"可借"_s, u"无证"_s, u"term"_s})); // surplus keeps its name
+        QCOMPARE(line(grid, 0),
+            QStringList({u"读者证号"_s, u"可借"_s, u"无证"_s, u"term"_s})); // surplus keeps its name
         QCOMPARE(line(grid, 2), QStringList({u"R2"_s, u"1"_s, u"是"_s, u"2004-03-10"_s}));
         QCOMPARE(line(grid, 3), QStringList({u"R3"_s, u"2"_s, u""_s, u""_s}));
         QCOMPARE(count.text(), u"记录数：3");
         QCOMPARE(grid.current(0), u"R2");
         QCOMPARE(grid.Col(), 0);
         QCOMPARE(grid.ColSel(), 3);
-        QCOMPARE(grid.cells().data(grid.cells().index(0, 0), Qt::TextAlignmentRole).value<Qt::Alignment>(), Qt::AlignCenter);
+        QCOMPARE(grid.cells().data(grid.cells().index(0, 0), Qt::TextAlignmentRole).value<Qt::Alignment>(),
+            Qt::AlignCenter);
     }
 
     void leavesOneLineForAnEmptyResult()
@@ -137,7 +144,8 @@ private Q_SLOTS:
         QLabel count;
         Recordset three = readers(3);
         Recordset none = readers(0);
-        const GridFill fill {.format = u"^读者证号"_s, .count = &count, .countHasCaption = true, .key = u"R1"_s};
+        const GridFill fill {
+            .format = u"^读者证号"_s, .count = &count, .countHasCaption = true, .key = u"R1"_s};
         fillGrid(grid, three, fill);
         QCOMPARE(fillGrid(grid, none, fill), 0);
         QCOMPARE(grid.Rows(), 2);

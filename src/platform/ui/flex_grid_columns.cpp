@@ -82,7 +82,8 @@ void FlexGrid::measureLines()
 {
     verticalHeader()->setMinimumSectionSize(0);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
-    horizontalHeader()->setFixedHeight(std::max(pixelsOf(m_captionHeight, *this), fontMetrics().height() + 6));
+    horizontalHeader()->setFixedHeight(
+        std::max(pixelsOf(m_captionHeight, *this), fontMetrics().height() + 6));
 }
 
 int FlexGrid::captionPixels(int col) const
