@@ -1,11 +1,14 @@
 #include "platform/core/settings.h"
 #include "platform/db/sources.h"
 #include "platform/ui/caption.h"
+#include "platform/ui/list_chooser.h"
 #include "platform/ui/list_screen.h"
+#include "platform/ui/text_box.h"
 #include "platform/ui/theme.h"
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -340,6 +343,57 @@ private Q_SLOTS:
         screen.resize(screen.width() + 200, screen.height());
         QVERIFY(qAbs(screen.Grid1.ColWidth(1) - narrow - twipsOf(200, screen)) <= 15);
         QVERIFY(screen.Command1.mapTo(&screen, QPoint()).y() > screen.Grid1.geometry().bottom());
+    }
+
+    void choosesFromAListUnderABox_data()
+    {
+        QTest::addColumn<int>("key"); // 0 is a click on the second line
+        QTest::addColumn<QString>("taken");
+        QTest::newRow("click") << 0 << u"R2"_s;
+        QTest::newRow("Enter") << int(Qt::Key_Return) << u"R1"_s;
+        QTest::newRow("blank") << int(Qt::Key_Space) << u"R1"_s;
+        QTest::newRow("Esc") << int(Qt::Key_Escape) << u"before"_s;
+    }
+
+    void choosesFromAListUnderABox()
+    {
+        QFETCH(int, key);
+        QWidget form;
+        TextBox box(u"before"_s);
+        box.setParent(&form);
+        form.resize(400, 200);
+        form.show();
+        form.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        gListfrm list(box);
+        Recordset four = readers(4);
+        list.loadData(four);
+        list.popUp();
+        QCOMPARE(list.pos(), box.mapToGlobal(QPoint(0, box.height())));
+        const QPoint second = list.Grid1.visualRect(list.Grid1.model()->index(1, 0)).center();
+        if (key)
+            QTest::keyClick(&list.Grid1, Qt::Key(key));
+        else
+            QTest::mouseClick(list.Grid1.viewport(), Qt::LeftButton, {}, second);
+        QVERIFY(!list.isVisible());
+        QTEST(box.text(), "taken");
+    }
+
+    void showsThreeLinesOfALongPickList()
+    {
+        TextBox box;
+        gListfrm list(box);
+        const auto linesShown = [&](int count) {
+            Recordset some = readers(count);
+            list.loadData(some);
+            list.popUp();
+            return list.Grid1.viewport()->height() / list.Grid1.rowHeight(0);
+        };
+        QCOMPARE(linesShown(0), 1);
+        QCOMPARE(linesShown(3), 3);
+        QVERIFY(!list.Grid1.verticalScrollBar()->isVisible());
+        QCOMPARE(linesShown(9), 3);
+        QVERIFY(list.Grid1.verticalScrollBar()->isVisible());
     }
 
     void shows100000Lines()
