@@ -62,7 +62,8 @@ public:
         : ListScreen(u"OverdueList"_s, u"超期书刊管理"_s, overdueWidths())
     {
         QUILLA_NAMES(Command1);
-        setCaptions(Command1, {u"&S 简单排序"_s, u"&P 打印"_s, u"&X 关闭"_s, u"&F 查找"_s, u"&E 输出到excel"_s});
+        setCaptions(
+            Command1, {u"&S 简单排序"_s, u"&P 打印"_s, u"&X 关闭"_s, u"&F 查找"_s, u"&E 输出到excel"_s});
         arrange({Command1[0], Command1[1], Command1[3], Command1[4], Command1[2]});
         Grid1.setUp(2, Format);
         gridFix();
@@ -106,19 +107,23 @@ public:
     {
         setObjectName(u"DeskForm"_s);
         setWindowTitle(u"图书借还"_s);
-        QUILLA_NAMES(SSTab1, TxtReaderCode, TxtBarCode, Label1, Label2, tMsg, Grid1, MSHFlexGrid1, Check1, cmdQuit);
+        QUILLA_NAMES(
+            SSTab1, TxtReaderCode, TxtBarCode, Label1, Label2, tMsg, Grid1, MSHFlexGrid1, Check1, cmdQuit);
         setTone(tMsg, Tone::Ok);
         build(*this,
             column(row(stretch(), cmdQuit),
                 Piece(tabs(SSTab1,
-                    {{u"借  书"_s,
-                         column(row(Label1, TxtReaderCode, Label2, TxtBarCode),
-                             group(u"借书信息"_s, Grid1))},
-                        {u"还书、续借"_s, column(row(Check1, stretch()), dates, MSHFlexGrid1)}})).grow(),
+                          {{u"借  书"_s,
+                               column(row(Label1, TxtReaderCode, Label2, TxtBarCode),
+                                   group(u"借书信息"_s, Grid1))},
+                              {u"还书、续借"_s, column(row(Check1, stretch()), dates, MSHFlexGrid1)}}))
+                    .grow(),
                 tMsg));
-        Grid1.setUp(8, u"^借书控制号|^图书条形码     |<书名                  |<著者    |<借书日期  |<应还日期  |^操作员"_s,
+        Grid1.setUp(8,
+            u"^借书控制号|^图书条形码     |<书名                  |<著者    |<借书日期  |<应还日期  |^操作员"_s,
             {850, 1100, 2000, 1100, 1000, 1000, 900});
-        MSHFlexGrid1.setUp(5, u"^|^标志  |^图书条码         |^借书证    |^借阅日期     |^还书日期     |^操作员   "_s);
+        MSHFlexGrid1.setUp(
+            5, u"^|^标志  |^图书条码         |^借书证    |^借阅日期     |^还书日期     |^操作员   "_s);
         dates.Check1.setChecked(true);
         resize(pixelsOf(11000, *this), pixelsOf(6500, *this));
     }

@@ -1,11 +1,14 @@
 #include "platform/core/settings.h"
 #include "platform/db/sources.h"
 #include "platform/ui/caption.h"
+#include "platform/ui/list_chooser.h"
 #include "platform/ui/list_screen.h"
+#include "platform/ui/text_box.h"
 #include "platform/ui/theme.h"
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -25,7 +28,8 @@ public:
         const auto found = m_texts.find(application + u'/' + section + u'/' + key);
         return found == m_texts.end() ? fallback : found->second;
     }
-    void set(const QString& application, const QString& section, const QString& key, const QString& value) override
+    void set(
+        const QString& application, const QString& section, const QString& key, const QString& value) override
     {
         m_texts[application + u'/' + section + u'/' + key] = value;
     }
@@ -67,7 +71,10 @@ private:
     std::string m_code;
 };
 
-Recordset readers(int count) { return Recordset(std::make_unique<Readers>(count)); }
+Recordset readers(int count)
+{
+    return Recordset(std::make_unique<Readers>(count));
+}
 
 QStringList line(const FlexGrid& grid, int row)
 {
@@ -119,16 +126,19 @@ private Q_SLOTS:
         FlexGrid grid;
         QLabel count;
         Recordset three = readers(3);
-        const GridFill fill {.format = u"^读者证号|可借|无证"_s, .yesNo = {2}, .count = &count, .key = u"r2 "_s};
+        const GridFill fill {
+            .format = u"^读者证号|可借|无证"_s, .yesNo = {2}, .count = &count, .key = u"r2 "_s};
         QCOMPARE(fillGrid(grid, three, fill), 3);
-        QCOMPARE(line(grid, 0), QStringList({u"读者证号"_s, u"可借"_s, u"无证"_s, u"term"_s})); // surplus keeps its name
+        QCOMPARE(line(grid, 0),
+            QStringList({u"读者证号"_s, u"可借"_s, u"无证"_s, u"term"_s})); // surplus keeps its name
         QCOMPARE(line(grid, 2), QStringList({u"R2"_s, u"1"_s, u"是"_s, u"2004-03-10"_s}));
         QCOMPARE(line(grid, 3), QStringList({u"R3"_s, u"2"_s, u""_s, u""_s}));
         QCOMPARE(count.text(), u"记录数：3");
         QCOMPARE(grid.current(0), u"R2");
         QCOMPARE(grid.Col(), 0);
         QCOMPARE(grid.ColSel(), 3);
-        QCOMPARE(grid.cells().data(grid.cells().index(0, 0), Qt::TextAlignmentRole).value<Qt::Alignment>(), Qt::AlignCenter);
+        QCOMPARE(grid.cells().data(grid.cells().index(0, 0), Qt::TextAlignmentRole).value<Qt::Alignment>(),
+            Qt::AlignCenter);
     }
 
     void leavesOneLineForAnEmptyResult()
@@ -137,7 +147,8 @@ private Q_SLOTS:
         QLabel count;
         Recordset three = readers(3);
         Recordset none = readers(0);
-        const GridFill fill {.format = u"^读者证号"_s, .count = &count, .countHasCaption = true, .key = u"R1"_s};
+        const GridFill fill {
+            .format = u"^读者证号"_s, .count = &count, .countHasCaption = true, .key = u"R1"_s};
         fillGrid(grid, three, fill);
         QCOMPARE(fillGrid(grid, none, fill), 0);
         QCOMPARE(grid.Rows(), 2);
@@ -332,6 +343,57 @@ private Q_SLOTS:
         screen.resize(screen.width() + 200, screen.height());
         QVERIFY(qAbs(screen.Grid1.ColWidth(1) - narrow - twipsOf(200, screen)) <= 15);
         QVERIFY(screen.Command1.mapTo(&screen, QPoint()).y() > screen.Grid1.geometry().bottom());
+    }
+
+    void choosesFromAListUnderABox_data()
+    {
+        QTest::addColumn<int>("key"); // 0 is a click on the second line
+        QTest::addColumn<QString>("taken");
+        QTest::newRow("click") << 0 << u"R2"_s;
+        QTest::newRow("Enter") << int(Qt::Key_Return) << u"R1"_s;
+        QTest::newRow("blank") << int(Qt::Key_Space) << u"R1"_s;
+        QTest::newRow("Esc") << int(Qt::Key_Escape) << u"before"_s;
+    }
+
+    void choosesFromAListUnderABox()
+    {
+        QFETCH(int, key);
+        QWidget form;
+        TextBox box(u"before"_s);
+        box.setParent(&form);
+        form.resize(400, 200);
+        form.show();
+        form.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        gListfrm list(box);
+        Recordset four = readers(4);
+        list.loadData(four);
+        list.popUp();
+        QCOMPARE(list.pos(), box.mapToGlobal(QPoint(0, box.height())));
+        const QPoint second = list.Grid1.visualRect(list.Grid1.model()->index(1, 0)).center();
+        if (key)
+            QTest::keyClick(&list.Grid1, Qt::Key(key));
+        else
+            QTest::mouseClick(list.Grid1.viewport(), Qt::LeftButton, {}, second);
+        QVERIFY(!list.isVisible());
+        QTEST(box.text(), "taken");
+    }
+
+    void showsThreeLinesOfALongPickList()
+    {
+        TextBox box;
+        gListfrm list(box);
+        const auto linesShown = [&](int count) {
+            Recordset some = readers(count);
+            list.loadData(some);
+            list.popUp();
+            return list.Grid1.viewport()->height() / list.Grid1.rowHeight(0);
+        };
+        QCOMPARE(linesShown(0), 1);
+        QCOMPARE(linesShown(3), 3);
+        QVERIFY(!list.Grid1.verticalScrollBar()->isVisible());
+        QCOMPARE(linesShown(9), 3);
+        QVERIFY(list.Grid1.verticalScrollBar()->isVisible());
     }
 
     void shows100000Lines()

@@ -22,7 +22,10 @@ void enter(QWidget& form, QWidget& control)
     QCoreApplication::processEvents();
 }
 
-QString focusName() { return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : u"none"_s; }
+QString focusName()
+{
+    return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : u"none"_s;
+}
 
 /// A form that writes down what happens in it.
 class DiaryForm : public QDialog {
@@ -66,7 +69,8 @@ private Q_SLOTS:
             visited << focusName();
         }
         QCOMPARE(visited.join(u' '),
-            u"Text1(1) Combo1(0) Combo1(1) Text1(4) Text1(5) Text1(8) Text1(2) Text1(9) Text1(10) Check1(0) Check1(1) Text1(6)");
+            u"Text1(1) Combo1(0) Combo1(1) Text1(4) Text1(5) Text1(8) Text1(2) Text1(9) Text1(10) Check1(0) "
+            u"Check1(1) Text1(6)");
         QVERIFY(!form.isHidden());
     }
 
@@ -153,7 +157,8 @@ private Q_SLOTS:
         sample::OverdueList list;
         sample::DeskForm desk;
         for (QWidget* form : std::initializer_list<QWidget*> {&card, &list, &desk})
-            for (const QWidget* control : form->findChildren<QWidget*>(QRegularExpression(u"^(Text|Combo|Txt|Grid|MSH)"_s)))
+            for (const QWidget* control :
+                form->findChildren<QWidget*>(QRegularExpression(u"^(Text|Combo|Txt|Grid|MSH)"_s)))
                 QVERIFY2(!control->accessibleName().isEmpty(), qPrintable(control->objectName()));
         QCOMPARE(card.Text1[8].accessibleName(), u"可借天数(天)");
         QCOMPARE(desk.TxtBarCode.accessibleName(), u"输入图书条码号");
@@ -170,7 +175,10 @@ private Q_SLOTS:
             QGroupBox frame {u"框"_s};
             QTabWidget book;
             TextBox behind;
-            Frames() { build(*this, column(tabs(book, {{u"页"_s, column(group(frame, column(before, behind)))}}))); }
+            Frames()
+            {
+                build(*this, column(tabs(book, {{u"页"_s, column(group(frame, column(before, behind)))}})));
+            }
         };
         auto form = std::make_unique<Frames>();
         form->show();

@@ -14,8 +14,8 @@ QString marked(const GridFormat& format)
     QString text;
     for (const GridFormat::Column& column : format.columns)
         text += u"-<^>"_s[int(column.align == CellAlign::Default ? 0
-                           : column.align == CellAlign::Left     ? 1
-                           : column.align == CellAlign::Center   ? 2
+                        : column.align == CellAlign::Left        ? 1
+                        : column.align == CellAlign::Center      ? 2
                                                                  : 3)]
             + column.caption + u'/';
     return text;
@@ -46,9 +46,8 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("columns");
         QTest::addColumn<bool>("marker");
-        const auto row = [](const char* name, const QString& text, const QString& columns, bool marker = false) {
-            QTest::newRow(name) << text << columns << marker;
-        };
+        const auto row = [](const char* name, const QString& text, const QString& columns,
+                             bool marker = false) { QTest::newRow(name) << text << columns << marker; };
         row("no section", u""_s, u""_s);
         row("all marks", u"^条形码|<书     名|价格|>超期天数"_s, u"^条形码/<书     名/-价格/>超期天数/"_s);
         row("trailing blanks kept", u"<书名      |^操作员   "_s, u"<书名      /^操作员   /"_s);
@@ -78,7 +77,8 @@ private Q_SLOTS:
         grid.setCols(3);
         QCOMPARE(grid.TextMatrix(2, 1), u"x");
         grid.setFormatString(u"^一"_s); // fewer sections than columns
-        QCOMPARE(QStringList({grid.TextMatrix(0, 0), grid.TextMatrix(0, 1)}), QStringList({u"一"_s, u"乙"_s}));
+        QCOMPARE(
+            QStringList({grid.TextMatrix(0, 0), grid.TextMatrix(0, 1)}), QStringList({u"一"_s, u"乙"_s}));
         grid.setRows(2);
         grid.setRows(3);
         QCOMPARE(grid.TextMatrix(2, 1), QString());
@@ -149,8 +149,8 @@ private Q_SLOTS:
                                << QStringList {u"2003-12-31"_s, u"2004-03-01"_s};
         QTest::newRow("case does not count, order of equals stays")
             << QStringList {u"b"_s, u"A"_s, u"a"_s, u"B"_s} << QStringList {u"A"_s, u"a"_s, u"b"_s, u"B"_s};
-        QTest::newRow("nan is a text") << QStringList {u"nan"_s, u"2"_s, u"10"_s}
-                                       << QStringList {u"10"_s, u"2"_s, u"nan"_s};
+        QTest::newRow("nan is a text")
+            << QStringList {u"nan"_s, u"2"_s, u"10"_s} << QStringList {u"10"_s, u"2"_s, u"nan"_s};
     }
 
     void sortsLines()
@@ -209,9 +209,11 @@ private Q_SLOTS:
         // a grid 11000 wide whose height takes exactly ten lines of 300
         const auto few = 10;
         const auto full = 11;
-        QTest::newRow("parameters, small spare") << &circulationParameterWidths() << few
+        QTest::newRow("parameters, small spare")
+            << &circulationParameterWidths() << few
             << std::vector<int> {990, 840, 840, 840, 840, 840, 840, 840, 840, 840, 990, 990, 0, 0};
-        QTest::newRow("parameters, exactly full") << &circulationParameterWidths() << full
+        QTest::newRow("parameters, exactly full")
+            << &circulationParameterWidths() << full
             << std::vector<int> {973, 823, 823, 823, 823, 823, 823, 823, 823, 823, 973, 973, 0, 0};
         QTest::newRow("holidays know no spare") << &holidayWidths() << full << std::vector<int> {3000, 8000};
         QTest::newRow("overdue, small spare")
@@ -252,7 +254,8 @@ private Q_SLOTS:
             << Widths {50, 150, 100} << Widths {90, 60, 60} << 300 << Widths {90, 123, 87};
         QTest::newRow("too wide by design scrolls")
             << Widths {200, 200} << Widths {10, 10} << 300 << Widths {200, 200};
-        QTest::newRow("captions alone overflow") << Widths {50, 50} << Widths {90, 80} << 120 << Widths {90, 80};
+        QTest::newRow("captions alone overflow")
+            << Widths {50, 50} << Widths {90, 80} << 120 << Widths {90, 80};
     }
 
     void laysColumns()

@@ -288,11 +288,14 @@ private Q_SLOTS:
             QCOMPARE(box.textFormat(), Qt::PlainText);
             QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::ArrowCursor);
             const bool letter = key == Qt::Key_Y || key == Qt::Key_N;
-            if (key == Qt::Key_Return) QTest::keyClick(box.defaultButton(), Qt::Key_Space);
-            else if (key) QTest::keyClick(&box, Qt::Key(key)); // a letter answers without Alt
+            if (key == Qt::Key_Return)
+                QTest::keyClick(box.defaultButton(), Qt::Key_Space);
+            else if (key)
+                QTest::keyClick(&box, Qt::Key(key)); // a letter answers without Alt
             if (letter) QTRY_VERIFY(!box.isVisible());
         });
-        const Message message {u"请到<type>\n继续？(Y/N)"_s, OperationTitle.toString(), Icon::Question, true, Answer(preset)};
+        const Message message {
+            u"请到<type>\n继续？(Y/N)"_s, OperationTitle.toString(), Icon::Question, true, Answer(preset)};
         QCOMPARE(int(DialogPrompt().show(message)), answer);
         QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
     }
@@ -350,7 +353,8 @@ private Q_SLOTS:
                 const QImage image = toolbarIcon(key).pixmap(size).toImage();
                 QCOMPARE(image.size(), size);
                 QCOMPARE(qAlpha(image.pixel(0, 0)), 0);
-                pictures.insert(QByteArray(reinterpret_cast<const char*>(image.constBits()), image.sizeInBytes()));
+                pictures.insert(
+                    QByteArray(reinterpret_cast<const char*>(image.constBits()), image.sizeInBytes()));
             }
         QCOMPARE(pictures.size(), 24);
         QVERIFY(toolbarIcon(u"Nothing"_s).isNull());

@@ -48,7 +48,8 @@ void drawToolbar()
     bar.setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     bar.setIconSize({32, 32});
     bar.addAction(applicationIcon(), u"青简台"_s);
-    for (const QString& key : {u"JHBook"_s, u"Reader"_s, u"Tj"_s, u"Fkcl"_s, u"BookOut"_s, u"Jycs"_s, u"Password"_s, u"Quit"_s})
+    for (const QString& key :
+        {u"JHBook"_s, u"Reader"_s, u"Tj"_s, u"Fkcl"_s, u"BookOut"_s, u"Jycs"_s, u"Password"_s, u"Quit"_s})
         bar.addAction(toolbarIcon(key), key);
     bar.addAction(toolbarIcon(u"Reader"_s), u"off"_s)->setEnabled(false);
     draw(bar, u"toolbar"_s);

@@ -6,7 +6,10 @@ namespace quilla {
 
 namespace {
 
-bool spacedOut(QChar left, QChar right) { return left.unicode() > 0x2e7f && right.unicode() > 0x2e7f; }
+bool spacedOut(QChar left, QChar right)
+{
+    return left.unicode() > 0x2e7f && right.unicode() > 0x2e7f;
+}
 
 /// Drops the blanks between two Chinese characters, keeps those of a Latin text.
 QString closedUp(QStringView text)
@@ -40,6 +43,9 @@ QString captionName(QStringView caption)
     return closedUp(name);
 }
 
-QString recordCountText(qsizetype count) { return u"记录数：%1"_s.arg(count); }
+QString recordCountText(qsizetype count)
+{
+    return u"记录数：%1"_s.arg(count);
+}
 
 } // namespace quilla

@@ -21,7 +21,8 @@ bool isEnter(const QEvent& event)
 bool isOwnStep(const QEvent& event)
 {
     const Qt::FocusReason reason = static_cast<const QFocusEvent&>(event).reason();
-    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason;
+    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason
+        && reason != Qt::MenuBarFocusReason;
 }
 
 bool takesLines(const QWidget& control)
@@ -86,7 +87,8 @@ void ControlKeys::moveOn()
 /// the step runs as soon as that click has been served to its control, or before a command of the form.
 void ControlKeys::waitToLeave()
 {
-    QMetaObject::invokeMethod(this, [this] { left(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this] { left(); }, Qt::QueuedConnection);
 }
 
 } // namespace quilla

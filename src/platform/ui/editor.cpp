@@ -29,7 +29,8 @@ public:
     bool eventFilter(QObject*, QEvent* event) override
     {
         if (event->type() == QEvent::KeyPress) return refuses(static_cast<QKeyEvent*>(event)->text());
-        if (event->type() == QEvent::InputMethod) return refuses(static_cast<QInputMethodEvent*>(event)->commitString());
+        if (event->type() == QEvent::InputMethod)
+            return refuses(static_cast<QInputMethodEvent*>(event)->commitString());
         return false;
     }
 
@@ -38,7 +39,8 @@ private:
     bool refuses(const QString& typed)
     {
         for (QChar character : typed) {
-            if (character == u'\t' || character == u'\x7f' || passesFilter(m_filter, character, m_prompt)) continue;
+            if (character == u'\t' || character == u'\x7f' || passesFilter(m_filter, character, m_prompt))
+                continue;
             m_box.clear();
             m_box.setFocus();
             return true;
@@ -61,7 +63,10 @@ EditorMode SetDataMode(const QString& mode, QAbstractButton& cmdAdd, QAbstractBu
     return kept;
 }
 
-void filterDigits(QLineEdit& box, const DigitFilter& filter, Prompt& prompt) { new FilteredBox(box, filter, prompt); }
+void filterDigits(QLineEdit& box, const DigitFilter& filter, Prompt& prompt)
+{
+    new FilteredBox(box, filter, prompt);
+}
 
 void filterDigits(QComboBox& list, const DigitFilter& filter, Prompt& prompt)
 {

@@ -64,7 +64,10 @@ void FlexGrid::setFormatString(const QString& format)
     m_model.setFormatString(format);
 }
 
-int FlexGrid::Row() const { return currentIndex().isValid() ? currentIndex().row() + 1 : 0; }
+int FlexGrid::Row() const
+{
+    return currentIndex().isValid() ? currentIndex().row() + 1 : 0;
+}
 
 void FlexGrid::setRow(int row)
 {
@@ -74,7 +77,10 @@ void FlexGrid::setRow(int row)
     scrollTo(line);
 }
 
-int FlexGrid::Col() const { return currentIndex().isValid() ? currentIndex().column() : 0; }
+int FlexGrid::Col() const
+{
+    return currentIndex().isValid() ? currentIndex().column() : 0;
+}
 
 void FlexGrid::setCol(int col)
 {
@@ -151,7 +157,8 @@ void FlexGrid::mouseReleaseEvent(QMouseEvent* event)
     const QModelIndex under = indexAt(event->pos());
     if (!under.isValid()) return;
     if (event->button() == Qt::LeftButton) Q_EMIT rowClicked(under.row() + 1);
-    if (event->button() == Qt::RightButton) Q_EMIT rightReleased(under.row() + 1, event->globalPosition().toPoint());
+    if (event->button() == Qt::RightButton)
+        Q_EMIT rightReleased(under.row() + 1, event->globalPosition().toPoint());
 }
 
 void FlexGrid::mouseMoveEvent(QMouseEvent* event)
@@ -170,7 +177,8 @@ void FlexGrid::mouseDoubleClickEvent(QMouseEvent* event)
     if (under.isValid() && event->button() == Qt::LeftButton) Q_EMIT rowOpened(under.row() + 1);
 }
 
-QItemSelectionModel::SelectionFlags FlexGrid::selectionCommand(const QModelIndex& index, const QEvent* event) const
+QItemSelectionModel::SelectionFlags FlexGrid::selectionCommand(
+    const QModelIndex& index, const QEvent* event) const
 {
     // Ctrl never leaves the grid without a selected line
     const auto flags = QTableView::selectionCommand(index, event);

@@ -56,6 +56,8 @@ public:
     int ColWidth(int col) const;
     void setColWidth(int col, int twips);
     void setColWidths(const std::vector<int>& twips);
+    /// The width in twips that the texts of a column ask for, as far as a look at a thousand lines tells.
+    int contentTwips(int col) const;
     /// Height of the caption row in twips, 350 until set.
     void setCaptionHeight(int twips);
     /// Takes the operator's widths from the settings and keeps them there from now on; `name` tells the

@@ -72,6 +72,8 @@ void FlexGrid::setColWidths(const std::vector<int>& twips)
     layOutColumns();
 }
 
+int FlexGrid::contentTwips(int col) const { return twipsOf(sizeHintForColumn(col) + 1, *this); }
+
 void FlexGrid::setCaptionHeight(int twips)
 {
     m_captionHeight = twips;
@@ -82,7 +84,8 @@ void FlexGrid::measureLines()
 {
     verticalHeader()->setMinimumSectionSize(0);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
-    horizontalHeader()->setFixedHeight(std::max(pixelsOf(m_captionHeight, *this), fontMetrics().height() + 6));
+    horizontalHeader()->setFixedHeight(
+        std::max(pixelsOf(m_captionHeight, *this), fontMetrics().height() + 6));
 }
 
 int FlexGrid::captionPixels(int col) const

@@ -49,7 +49,8 @@ void FlexGrid::inputMethodEvent(QInputMethodEvent* event)
 void FlexGrid::keyboardSearch(const QString& text)
 {
     if (text.trimmed().isEmpty() && m_typed.isEmpty()) return;
-    const bool goesOn = m_sinceTyped.isValid() && m_sinceTyped.elapsed() < QApplication::keyboardInputInterval();
+    const bool goesOn
+        = m_sinceTyped.isValid() && m_sinceTyped.elapsed() < QApplication::keyboardInputInterval();
     m_typed = goesOn ? m_typed + text : text;
     m_sinceTyped.start();
     // The same key again walks through the lines that begin with it.

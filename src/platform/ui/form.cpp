@@ -120,9 +120,15 @@ Piece Piece::grow(int parts) const
     return grown;
 }
 
-Piece rowOf(const std::vector<Piece>& pieces) { return boxOf(new QHBoxLayout, pieces); }
+Piece rowOf(const std::vector<Piece>& pieces)
+{
+    return boxOf(new QHBoxLayout, pieces);
+}
 
-Piece columnOf(const std::vector<Piece>& pieces) { return boxOf(new QVBoxLayout, pieces); }
+Piece columnOf(const std::vector<Piece>& pieces)
+{
+    return boxOf(new QVBoxLayout, pieces);
+}
 
 Piece group(QGroupBox& frame, const Piece& content)
 {
@@ -222,11 +228,20 @@ void onClick(QAbstractButton& button, std::function<void()> step)
     });
 }
 
-void onEnter(QWidget& control, std::function<void()> step) { ControlKeys::of(control).enter = std::move(step); }
+void onEnter(QWidget& control, std::function<void()> step)
+{
+    ControlKeys::of(control).enter = std::move(step);
+}
 
-void onFocus(QWidget& control, std::function<void()> step) { ControlKeys::of(control).entered = std::move(step); }
+void onFocus(QWidget& control, std::function<void()> step)
+{
+    ControlKeys::of(control).entered = std::move(step);
+}
 
-void onLeave(QWidget& control, std::function<void()> step) { ControlKeys::of(control).left = std::move(step); }
+void onLeave(QWidget& control, std::function<void()> step)
+{
+    ControlKeys::of(control).left = std::move(step);
+}
 
 void onRow(FlexGrid& grid, std::function<void(int)> step)
 {

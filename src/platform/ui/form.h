@@ -84,8 +84,12 @@ void build(QWidget& form, const Piece& content);
 /// names the members Text1 and cmdQuit; the members of an array are called "Text1(0)", "Text1(1)" …
 #define QUILLA_NAMES(...) ::quilla::nameControls(QStringLiteral(#__VA_ARGS__), __VA_ARGS__)
 
-inline void nameControl(const QString& name, QObject& control) { control.setObjectName(name); }
-template <typename Control, std::size_t Count> void nameControl(const QString& name, Control (&controls)[Count])
+inline void nameControl(const QString& name, QObject& control)
+{
+    control.setObjectName(name);
+}
+template <typename Control, std::size_t Count>
+void nameControl(const QString& name, Control (&controls)[Count])
 {
     for (std::size_t i = 0; i < Count; ++i)
         controls[i].setObjectName(u"%1(%2)"_s.arg(name).arg(i));
@@ -107,7 +111,8 @@ void setCaptions(Control (&controls)[Count], const QStringList& captions)
 
 /// The step that a button does. Steps of boxes just left come first.
 void onClick(QAbstractButton& button, std::function<void()> step);
-template <std::size_t Count, typename Button> void onClick(Button (&buttons)[Count], std::function<void(int)> step)
+template <std::size_t Count, typename Button>
+void onClick(Button (&buttons)[Count], std::function<void(int)> step)
 {
     for (std::size_t i = 0; i < Count; ++i)
         onClick(buttons[i], [step, i] { step(int(i)); });
@@ -127,7 +132,8 @@ void onOpen(FlexGrid& grid, std::function<void(int row)> step);
 /// Enter in these controls moves to the next one, as Tab does, behind a step given by `onEnter`.
 void enterAsTab(const std::vector<std::reference_wrapper<QWidget>>& controls);
 
-template <std::size_t Count, typename Control> std::vector<std::reference_wrapper<QWidget>> allOf(Control (&controls)[Count])
+template <std::size_t Count, typename Control>
+std::vector<std::reference_wrapper<QWidget>> allOf(Control (&controls)[Count])
 {
     return {std::begin(controls), std::end(controls)};
 }

@@ -9,6 +9,7 @@ namespace quilla {
 QImage picture(QWidget& window, double scale)
 {
     window.ensurePolished();
+    if (!window.testAttribute(Qt::WA_Resized)) window.adjustSize();
     if (window.layout()) window.layout()->activate();
     QCoreApplication::sendPostedEvents();
     const double pixels = window.devicePixelRatioF() * scale;
@@ -19,6 +20,9 @@ QImage picture(QWidget& window, double scale)
     return image;
 }
 
-bool renderPng(QWidget& window, const QString& file, double scale) { return picture(window, scale).save(file, "PNG"); }
+bool renderPng(QWidget& window, const QString& file, double scale)
+{
+    return picture(window, scale).save(file, "PNG");
+}
 
 } // namespace quilla

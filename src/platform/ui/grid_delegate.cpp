@@ -19,7 +19,8 @@ void paintMarker(QPainter& painter, const QRect& cell, bool current)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(theme.accent);
-    painter.drawPolygon(QPolygonF {centre + QPointF(-3, -5), centre + QPointF(4, 0), centre + QPointF(-3, 5)});
+    painter.drawPolygon(
+        QPolygonF {centre + QPointF(-3, -5), centre + QPointF(4, 0), centre + QPointF(-3, 5)});
     painter.restore();
 }
 
@@ -37,7 +38,8 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
     option->state &= ~QStyle::State_HasFocus;
 }
 
-void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
+void GridDelegate::paint(
+    QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
     if (index.column() < m_grid.cells().FixedCols())
         return paintMarker(*painter, option.rect, index.row() + 1 == m_grid.Row());

@@ -14,7 +14,8 @@ class GridDelegate final : public QStyledItemDelegate {
 public:
     explicit GridDelegate(FlexGrid& grid);
 
-    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    void paint(
+        QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;

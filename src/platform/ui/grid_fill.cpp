@@ -6,7 +6,8 @@ namespace quilla {
 
 void showCount(const GridFill& fill, qsizetype count)
 {
-    if (fill.count) fill.count->setText(fill.countHasCaption ? QString::number(count) : recordCountText(count));
+    if (fill.count)
+        fill.count->setText(fill.countHasCaption ? QString::number(count) : recordCountText(count));
 }
 
 qsizetype fillGrid(FlexGrid& grid, Recordset& records, const GridFill& fill)

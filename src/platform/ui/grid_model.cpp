@@ -62,14 +62,18 @@ void GridModel::resizeColumns(int cols)
     const int kept = std::min(cols, Cols());
     for (int row = 1; row <= m_lines; ++row)
         for (int col = 0; col < kept; ++col)
-            cells[std::size_t(row - 1) * std::size_t(cols) + std::size_t(col)] = std::move(m_cells[cell(row, col)]);
+            cells[std::size_t(row - 1) * std::size_t(cols) + std::size_t(col)]
+                = std::move(m_cells[cell(row, col)]);
     m_cells = std::move(cells);
     m_captions.resize(std::size_t(cols));
     m_aligns.resize(std::size_t(cols), CellAlign::Default);
     m_kinds.resize(std::size_t(cols), sql::Kind::Unknown);
 }
 
-void GridModel::setFixedCols(int count) { m_fixedCols = std::max(count, 0); }
+void GridModel::setFixedCols(int count)
+{
+    m_fixedCols = std::max(count, 0);
+}
 
 QString GridModel::TextMatrix(int row, int col) const
 {
@@ -132,7 +136,10 @@ void GridModel::yesNo(int col)
     if (m_filling == 0 && m_lines > 0) Q_EMIT dataChanged(index(0, col), index(m_lines - 1, col));
 }
 
-bool GridModel::isEmptyList() const { return m_lines == 0 || TextMatrix(1, m_fixedCols).isEmpty(); }
+bool GridModel::isEmptyList() const
+{
+    return m_lines == 0 || TextMatrix(1, m_fixedCols).isEmpty();
+}
 
 int GridModel::addRow(const QStringList& cells)
 {
@@ -166,9 +173,15 @@ int GridModel::findRow(const QString& text, int col) const
     return 0;
 }
 
-int GridModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : m_lines; }
+int GridModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : m_lines;
+}
 
-int GridModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : Cols(); }
+int GridModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : Cols();
+}
 
 QVariant GridModel::data(const QModelIndex& index, int role) const
 {

@@ -22,7 +22,8 @@ std::vector<int> zeroTo(std::size_t count)
 template <typename Key> Ranks ranked(std::vector<Key> keys)
 {
     std::vector<int> order = zeroTo(keys.size());
-    std::sort(order.begin(), order.end(), [&](int l, int r) { return keys[std::size_t(l)] < keys[std::size_t(r)]; });
+    std::sort(order.begin(), order.end(),
+        [&](int l, int r) { return keys[std::size_t(l)] < keys[std::size_t(r)]; });
     Ranks ranks(keys.size());
     int rank = 0;
     for (std::size_t i = 0; i < order.size(); ++i) {
@@ -39,7 +40,8 @@ std::optional<std::vector<double>> asNumbers(const std::vector<QString>& texts)
     numbers.reserve(texts.size());
     for (const QString& text : texts) {
         bool isNumber = true;
-        numbers.push_back(text.isEmpty() ? -std::numeric_limits<double>::infinity() : text.toDouble(&isNumber));
+        numbers.push_back(
+            text.isEmpty() ? -std::numeric_limits<double>::infinity() : text.toDouble(&isNumber));
         if (!isNumber || std::isnan(numbers.back())) return {};
     }
     return numbers;

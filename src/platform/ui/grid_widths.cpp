@@ -18,7 +18,10 @@ int widthOf(const ColumnShare& share, int unit, int rest)
     return share.takesRest ? std::max(width + rest, LeastRest) : std::max(width, 0);
 }
 
-int sum(const std::vector<int>& numbers) { return std::accumulate(numbers.begin(), numbers.end(), 0); }
+int sum(const std::vector<int>& numbers)
+{
+    return std::accumulate(numbers.begin(), numbers.end(), 0);
+}
 
 /// Changes each width by its part of `amount`, in proportion to `weights`, to the last pixel.
 void share(std::vector<int>& widths, std::vector<int> weights, int amount)

@@ -272,6 +272,9 @@ QIcon messageIcon(Sign sign)
     return QIcon(new DrawnIcon(drawings[int(sign)]));
 }
 
-QIcon applicationIcon() { return QIcon(new DrawnIcon(drawApplication)); }
+QIcon applicationIcon()
+{
+    return QIcon(new DrawnIcon(drawApplication));
+}
 
 } // namespace quilla

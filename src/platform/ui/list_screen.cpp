@@ -30,9 +30,14 @@ void ListScreen::arrange(const std::vector<std::reference_wrapper<QPushButton>>&
         foot.push_back(button);
     build(*this, column(Piece(Grid1).grow(), rowOf(foot)));
     layout()->setContentsMargins(8, 8, 8, 8);
-    resize(pixelsOf(ScreenWidth, *this), pixelsOf(ScreenHeight, *this));
+    resize(sizeHint());
     move(0, 0);
     Grid1.setFocus();
+}
+
+QSize ListScreen::sizeHint() const
+{
+    return {pixelsOf(ScreenWidth, *this), pixelsOf(ScreenHeight, *this)};
 }
 
 void ListScreen::gridFix()

@@ -37,6 +37,8 @@ public:
     /// Shares the width among the columns; runs after every fill and on every resize.
     void gridFix();
 
+    QSize sizeHint() const override;
+
 protected:
     /// `rule` must outlive the screen.
     ListScreen(const QString& name, const QString& title, const WidthRule& rule);

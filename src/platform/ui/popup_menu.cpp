@@ -11,7 +11,10 @@ namespace {
 
 constexpr qsizetype LongestText = 255;
 
-bool isSeparator(const QString& item) { return item.trimmed() == u"-"; }
+bool isSeparator(const QString& item)
+{
+    return item.trimmed() == u"-";
+}
 
 } // namespace
 

@@ -1,6 +1,7 @@
 #include "platform/ui/quilla_style.h"
 
 #include "platform/ui/icons.h"
+#include "platform/ui/style_parts.h"
 
 #include <QPainter>
 #include <QStyleFactory>
@@ -13,7 +14,10 @@ namespace {
 constexpr qreal Corner = 3;
 constexpr int TitleGap = 3;
 
-bool has(const QStyleOption* option, QStyle::StateFlag flag) { return option->state.testFlag(flag); }
+bool has(const QStyleOption* option, QStyle::StateFlag flag)
+{
+    return option->state.testFlag(flag);
+}
 
 } // namespace
 
@@ -38,6 +42,12 @@ int QuillaStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, con
         return 6;
     case PM_FocusFrameHMargin: // beside the text of a grid's cell
         return 5;
+    case PM_TitleBarHeight:
+        return 28;
+    case PM_MdiSubWindowFrameWidth:
+        return 3;
+    case PM_ScrollBarExtent:
+        return 14;
     case PM_ButtonShiftHorizontal:
     case PM_ButtonShiftVertical:
         return 0;
@@ -61,7 +71,10 @@ void QuillaStyle::drawBox(QPainter* painter, const QStyleOption* option, const Q
     const QRectF frame = QRectF(option->rect).adjusted(width / 2, width / 2, -width / 2, -width / 2);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(ring ? m_theme.accent : has(option, State_Enabled) ? m_theme.border : m_theme.line, width));
+    painter->setPen(QPen(ring            ? m_theme.accent
+            : has(option, State_Enabled) ? m_theme.border
+                                         : m_theme.line,
+        width));
     painter->setBrush(face);
     painter->drawRoundedRect(frame, Corner, Corner);
     painter->restore();
@@ -104,12 +117,16 @@ void QuillaStyle::drawPrimitive(
     case PE_PanelButtonCommand:
         return drawButtonFace(painter, option);
     case PE_PanelLineEdit:
-        if (const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option); frame && frame->lineWidth > 0)
+        if (const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+            frame && frame->lineWidth > 0)
             return drawBox(painter, option, option->palette.color(QPalette::Base),
                 has(option, State_HasFocus) && has(option, State_Enabled));
         return painter->fillRect(option->rect, option->palette.brush(QPalette::Base));
     case PE_FrameGroupBox:
         return drawGroupFrame(painter, option);
+    case PE_FrameWindow:
+        painter->setPen(m_theme.border);
+        return painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
     default:
         QProxyStyle::drawPrimitive(element, option, painter, widget);
     }
@@ -119,21 +136,50 @@ void QuillaStyle::drawControl(
     ControlElement element, const QStyleOption* option, QPainter* painter, const QWidget* widget) const
 {
     if (element == CE_HeaderSection) return drawHeaderSection(painter, option);
+    if (element == CE_ToolBar) {
+        painter->fillRect(option->rect, m_theme.window);
+        painter->setPen(m_theme.line);
+        return painter->drawLine(option->rect.bottomLeft(), option->rect.bottomRight());
+    }
     QProxyStyle::drawControl(element, option, painter, widget);
 }
 
+void QuillaStyle::drawComplexControl(
+    ComplexControl control, const QStyleOptionComplex* option, QPainter* painter, const QWidget* widget) const
+{
+    if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+        bar && control == CC_ScrollBar)
+        return paintScrollBar(*painter, *bar, m_theme);
+    if (const auto* title = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
+        title && control == CC_TitleBar)
+        return paintTitleBar(*painter, *title, m_theme);
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
 /// A group's title stands above its frame, flush with it.
+QRect QuillaStyle::groupPart(const QStyleOptionGroupBox& group, SubControl part) const
+{
+    const int title = group.text.isEmpty() ? 0 : group.fontMetrics.height() + TitleGap;
+    const QRect frame = group.rect.adjusted(0, title, 0, 0);
+    if (part == SC_GroupBoxLabel)
+        return QRect(group.rect.topLeft(), QSize(group.rect.width(), title - TitleGap));
+    if (part == SC_GroupBoxContents) return frame.adjusted(1, 1, -1, -1);
+    return frame;
+}
+
 QRect QuillaStyle::subControlRect(
     ComplexControl control, const QStyleOptionComplex* option, SubControl part, const QWidget* widget) const
 {
-    const auto* group = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
-    if (control != CC_GroupBox || !group || group->subControls.testFlag(SC_GroupBoxCheckBox))
-        return QProxyStyle::subControlRect(control, option, part, widget);
-    const int title = group->text.isEmpty() ? 0 : group->fontMetrics.height() + TitleGap;
-    const QRect frame = option->rect.adjusted(0, title, 0, 0);
-    if (part == SC_GroupBoxLabel) return QRect(option->rect.topLeft(), QSize(option->rect.width(), title - TitleGap));
-    if (part == SC_GroupBoxContents) return frame.adjusted(1, 1, -1, -1);
-    return frame;
+    if (const auto* group = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
+        group && control == CC_GroupBox && !group->subControls.testFlag(SC_GroupBoxCheckBox))
+        return groupPart(*group, part);
+    if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+        bar && control == CC_ScrollBar)
+        return scrollBarPart(*bar, part);
+    if (const auto* title = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
+        title && control == CC_TitleBar)
+        return titleBarPart(*title, part);
+    return QProxyStyle::subControlRect(control, option, part, widget);
 }
 
 QRect QuillaStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const
@@ -142,7 +188,8 @@ QRect QuillaStyle::subElementRect(SubElement element, const QStyleOption* option
     return element == SE_LineEditContents ? rect.adjusted(3, 0, -3, 0) : rect;
 }
 
-QIcon QuillaStyle::standardIcon(StandardPixmap standard, const QStyleOption* option, const QWidget* widget) const
+QIcon QuillaStyle::standardIcon(
+    StandardPixmap standard, const QStyleOption* option, const QWidget* widget) const
 {
     switch (standard) {
     case SP_MessageBoxInformation:

@@ -21,9 +21,12 @@ public:
         const QWidget* widget) const override;
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
         const QWidget* widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+        const QWidget* widget) const override;
     QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
         const QWidget* widget) const override;
-    QRect subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const override;
+    QRect subElementRect(
+        SubElement element, const QStyleOption* option, const QWidget* widget) const override;
     QIcon standardIcon(
         StandardPixmap standard, const QStyleOption* option, const QWidget* widget) const override;
     QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
@@ -33,6 +36,7 @@ private:
     void drawBox(QPainter* painter, const QStyleOption* option, const QColor& face, bool ring) const;
     void drawButtonFace(QPainter* painter, const QStyleOption* option) const;
     void drawGroupFrame(QPainter* painter, const QStyleOption* option) const;
+    QRect groupPart(const QStyleOptionGroupBox& group, SubControl part) const;
     void drawHeaderSection(QPainter* painter, const QStyleOption* option) const;
 
     Theme m_theme;

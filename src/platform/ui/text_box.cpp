@@ -61,7 +61,10 @@ void MaskDateEdit::setMask(const QString& mask)
     setInputMask(digits.isEmpty() ? digits : digits + u';' + m_blank);
 }
 
-QString MaskDateEdit::Text() const { return m_mask.isEmpty() ? text() : displayText(); }
+QString MaskDateEdit::Text() const
+{
+    return m_mask.isEmpty() ? text() : displayText();
+}
 
 QString MaskDateEdit::emptyText() const
 {

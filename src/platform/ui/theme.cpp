@@ -96,8 +96,14 @@ void setTone(QLabel& label, Tone tone)
     label.setFont(font);
 }
 
-int pixelsOf(int twips, const QWidget& widget) { return qRound(twips * pixelsPerTwip(widget)); }
+int pixelsOf(int twips, const QWidget& widget)
+{
+    return qRound(twips * pixelsPerTwip(widget));
+}
 
-int twipsOf(int pixels, const QWidget& widget) { return qRound(pixels / pixelsPerTwip(widget)); }
+int twipsOf(int pixels, const QWidget& widget)
+{
+    return qRound(pixels / pixelsPerTwip(widget));
+}
 
 } // namespace quilla

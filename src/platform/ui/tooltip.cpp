@@ -43,12 +43,15 @@ bool cTooltip::Create(QWidget* parent)
 
 cTooltip::Tool* cTooltip::find(const QObject* control)
 {
-    const auto tool
-        = std::find_if(m_tools.begin(), m_tools.end(), [=](const Tool& each) { return each.control == control; });
+    const auto tool = std::find_if(
+        m_tools.begin(), m_tools.end(), [=](const Tool& each) { return each.control == control; });
     return tool == m_tools.end() ? nullptr : &*tool;
 }
 
-const cTooltip::Tool* cTooltip::find(const QObject* control) const { return const_cast<cTooltip*>(this)->find(control); }
+const cTooltip::Tool* cTooltip::find(const QObject* control) const
+{
+    return const_cast<cTooltip*>(this)->find(control);
+}
 
 QWidget* cTooltip::mouseTarget(QWidget& control)
 {
@@ -99,7 +102,10 @@ void cTooltip::setForeColor(const QColor& colour)
     dress();
 }
 
-int cTooltip::DelayTime(int kind) const { return m_delays[std::size_t(kind & 3)]; }
+int cTooltip::DelayTime(int kind) const
+{
+    return m_delays[std::size_t(kind & 3)];
+}
 
 void cTooltip::setDelayTime(int kind, int milliseconds)
 {
@@ -110,9 +116,15 @@ void cTooltip::setDelayTime(int kind, int milliseconds)
     m_delays[Autopop] = milliseconds * 10;
 }
 
-WId cTooltip::hwnd() const { return m_tip ? m_tip->winId() : 0; }
+WId cTooltip::hwnd() const
+{
+    return m_tip ? m_tip->winId() : 0;
+}
 
-int cTooltip::Margin(int side) const { return m_margins[std::size_t(side & 3)]; }
+int cTooltip::Margin(int side) const
+{
+    return m_margins[std::size_t(side & 3)];
+}
 
 void cTooltip::setMargin(int side, int pixels)
 {
