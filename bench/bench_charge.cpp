@@ -41,6 +41,10 @@ public:
     void focusReaderCode() override {}
     void emptyReaderCode() override {}
     void selectBarCode() override {}
+    void setReaderCode(const QString&) override {}
+    void untickRenewal() override {}
+    void setUpReturns() override {}
+    void bindReturns(Recordset&) override {}
     void emptyAndFocusBarCode() override {}
     void showPage(int) override {}
     void clearReaderPanel() override {}

@@ -1,5 +1,6 @@
 #include "desk/charge_ops.h"
 
+#include "desk/desk_transaction.h"
 #include "desk/due_date_ops.h"
 #include "frame/sublib.h"
 
@@ -10,6 +11,23 @@ namespace quilla {
 namespace {
 
 constexpr int DefaultDays = 30;
+
+/// Where a charge and the new charge of a renewal differ.
+struct Manner {
+    QString unknownReader;
+    QString copySelect; ///< "%1" is the barcode
+    std::optional<qint16> renewals; ///< the count on the loan; nothing for a first charge
+};
+
+const Manner FirstCharge {u"没有找到该读者的信息！请确定该读者是否办理了读者证！"_s,
+    u"select borrowstatus,bookstatus from SCK  where bookstatus<>'丢失' and  bookstatus<>'注销' and barcode='%1'"_s, {}};
+
+Manner renewalManner(qint16 count)
+{
+    return {u"请先输入读者"_s,
+        u"select sckid,borrowstatus,bookstatus from SCK where bookstatus<>'丢失' and  bookstatus<>'注销' and  barcode='%1'"_s,
+        count};
+}
 
 struct Reader {
     QString status;
@@ -38,6 +56,7 @@ struct Loan {
     QString readercode; ///< quotes doubled
     qint16 days = DefaultDays;
     Reservation reservation = Reservation::None;
+    std::optional<qint16> renewals; ///< nothing: the column's default
 };
 
 using Refusal = std::optional<ChargeResult>;
@@ -67,9 +86,9 @@ std::optional<Reader> readReader(Session& session, Connection& conn, const QStri
     return reader;
 }
 
-ChargeResult refuseUnknownReader(Session& session, DeskView& desk)
+ChargeResult refuseUnknownReader(Session& session, DeskView& desk, const Manner& manner)
 {
-    session.prompt.warn(u"没有找到该读者的信息！请确定该读者是否办理了读者证！"_s, HintTitle);
+    session.prompt.warn(manner.unknownReader, HintTitle);
     desk.focusReaderCode();
     return NoSuchReader;
 }
@@ -122,11 +141,9 @@ Refusal refuseOverdue(
 }
 
 /// Lost and withdrawn copies behave as unknown to the desk.
-std::optional<Copy> readCopy(Session& session, Connection& conn, const QString& barcode)
+std::optional<Copy> readCopy(Session& session, Connection& conn, const Manner& manner, const QString& barcode)
 {
-    const Recordset row = openOrEmpty(session, conn,
-        u"select borrowstatus,bookstatus from SCK  where bookstatus<>'丢失' and  bookstatus<>'注销' and barcode='%1'"_s
-            .arg(barcode));
+    const Recordset row = openOrEmpty(session, conn, manner.copySelect.arg(barcode));
     if (row.eof()) return {};
     return Copy {row.field(u"borrowstatus").isTrue(), row.field(u"bookstatus").text()};
 }
@@ -171,69 +188,63 @@ bool lendInSpiteOf(Session& session, const Hold& hold)
     return session.prompt.ask(question, {}, Icon::Information, Answer::No);
 }
 
+QString loanInsert(const Session& session, const Loan& loan, const QString& today, const QString& due)
+{
+    // A loan of a held copy starts its count of renewals anew.
+    if (!loan.renewals || loan.reservation != Reservation::None)
+        return u"insert into JHSK(readercode,barcode,orderdate,yhdate,operater) Values('%1','%2','%3','%4','%5')"_s.arg(
+            loan.readercode, loan.barcode, today, due, session.OperatorName);
+    return u"insert into JHSK(readercode,barcode,orderdate,yhdate,operater,res) Values('%1','%2','%3','%4','%5',%6)"_s.arg(
+        loan.readercode, loan.barcode, today, due, session.OperatorName, QString::number(*loan.renewals));
+}
+
 /// Loan, copy and reader, and the reservation where it ends. The number of copy rows that changed.
 int sendLoan(Session& session, Connection& conn, const Loan& loan)
 {
-    LastError& error = session.error;
+    const auto send = [&](const QString& tsql) { return session.error.attempt([&] { return conn.execute(tsql); }); };
     if (loan.reservation == Reservation::Postponed)
-        error.attempt([&] {
-            conn.execute(u"update yyk set barcode='',orderstatus=0 where barcode='%1'"_s.arg(loan.barcode));
-        });
+        send(u"update yyk set barcode='',orderstatus=0 where barcode='%1'"_s.arg(loan.barcode));
     const QString today = isoDate(GetServerDate(session));
     const QString due = isoDate(ComputeDueDate(session, loan.days));
-    error.attempt([&] {
-        conn.execute(
-            u"insert into JHSK(readercode,barcode,orderdate,yhdate,operater) Values('%1','%2','%3','%4','%5')"_s.arg(
-                loan.readercode, loan.barcode, today, due, session.OperatorName));
-    });
-    const auto changed = error.attempt([&] {
-        return conn.execute(
-            u"update SCK set borrowstatus=0,bookstatus='借出' where bookstatus<>'丢失' and  bookstatus<>'注销' and barcode='%1'"_s
-                .arg(loan.barcode));
-    });
+    send(loanInsert(session, loan, today, due));
+    const auto changed = send(
+        u"update SCK set borrowstatus=0,bookstatus='借出' where bookstatus<>'丢失' and  bookstatus<>'注销' and barcode='%1'"_s
+            .arg(loan.barcode));
     const bool fulfilled = loan.reservation == Reservation::Fulfilled;
-    error.attempt([&] {
-        conn.execute(fulfilled
-                ? u"update DZK set orderbook=orderbook+1,yordercshu=yordercshu-1 where ReaderCode='%1'"_s.arg(loan.readercode)
-                : u"update DZK set orderbook=orderbook+1 where ReaderCode='%1'"_s.arg(loan.readercode));
-    });
-    if (fulfilled) error.attempt([&] { conn.execute(u"delete yyk where barCode='%1'"_s.arg(loan.barcode)); });
+    send(fulfilled
+            ? u"update DZK set orderbook=orderbook+1,yordercshu=yordercshu-1 where ReaderCode='%1'"_s.arg(loan.readercode)
+            : u"update DZK set orderbook=orderbook+1 where ReaderCode='%1'"_s.arg(loan.readercode));
+    if (fulfilled) send(u"delete yyk where barCode='%1'"_s.arg(loan.barcode));
     return changed.value_or(0);
 }
 
-/// A transaction that does not begin writes nothing, and one that does not end is no loan.
 ChargeResult writeLoan(Session& session, const Loan& loan)
 {
     Connection conn;
     if (OpenDbConnection(session, conn) != GoOn) return Charged;
-    LastError& error = session.error;
-    bool written = error.attempt([&] { conn.begin(); });
-    if (written) {
-        const int changed = sendLoan(session, conn, loan);
-        written = !error.isSet() && changed > 0 && error.attempt([&] { conn.commit(); });
-        if (!written) error.attempt([&] { conn.rollback(); });
-    }
-    error.clear();
+    const bool written = inTransaction(session, conn, [&] { return sendLoan(session, conn, loan); });
     return written ? Charged : NotCharged;
 }
 
-} // namespace
-
-ChargeResult ChargeBook(Session& session, DeskView& desk, const QString& barcode, const QString& readercode)
+ChargeResult charge(
+    Session& session, DeskView& desk, const Manner& manner, const QString& barcode, const QString& readercode)
 {
     if (readercode.isEmpty() || barcode.isEmpty()) return Incomplete;
     Connection conn;
     if (OpenDbConnection(session, conn) != GoOn) return Charged;
 
-    Loan loan {doubled(barcode), doubled(readercode)};
+    Loan loan;
+    loan.barcode = doubled(barcode);
+    loan.readercode = doubled(readercode);
+    loan.renewals = manner.renewals;
     const auto reader = readReader(session, conn, loan.readercode);
-    if (!reader) return refuseUnknownReader(session, desk);
+    if (!reader) return refuseUnknownReader(session, desk, manner);
     if (const auto refusal = refuseInvalidCard(session, *reader)) return *refusal;
     if (const auto refusal = refuseFullQuota(session, desk, *reader)) return *refusal;
     if (const auto refusal = refuseOverdue(session, desk, conn, *reader, loan.readercode)) return *refusal;
-    if (reader->days >= 1) loan.days = reader->days;
+    if (!manner.renewals && reader->days >= 1) loan.days = reader->days;
 
-    const auto copy = readCopy(session, conn, loan.barcode);
+    const auto copy = readCopy(session, conn, manner, loan.barcode);
     if (!copy) return refuseCopy(session, desk, NoSuchCopy, u"书库没有此书的记录"_s, HintTitle);
     if (const auto refusal = refuseUnlendable(session, desk, *copy)) return *refusal;
 
@@ -243,6 +254,19 @@ ChargeResult ChargeBook(Session& session, DeskView& desk, const QString& barcode
         loan.reservation = own ? Reservation::Fulfilled : Reservation::Postponed;
     }
     return writeLoan(session, loan);
+}
+
+} // namespace
+
+ChargeResult ChargeBook(Session& session, DeskView& desk, const QString& barcode, const QString& readercode)
+{
+    return charge(session, desk, FirstCharge, barcode, readercode);
+}
+
+ChargeResult RechargeBook(
+    Session& session, DeskView& desk, qint16 count, const QString& barcode, const QString& readercode)
+{
+    return charge(session, desk, renewalManner(count), barcode, readercode);
 }
 
 } // namespace quilla

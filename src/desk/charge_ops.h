@@ -23,4 +23,9 @@ enum ChargeResult : qint32 {
 /// A failing statement does not stop the operation; what fails between begin and commit rolls it back.
 ChargeResult ChargeBook(Session& session, DeskView& desk, const QString& barcode, const QString& readercode);
 
+/// The new charge of a renewal, after the copy was discharged: a charge as any other, but for 30 days
+/// whatever the reader's period says, and with the count of renewals on the loan unless the copy was held.
+ChargeResult RechargeBook(
+    Session& session, DeskView& desk, qint16 count, const QString& barcode, const QString& readercode);
+
 } // namespace quilla

@@ -1,7 +1,9 @@
 #include "desk/desk_form.h"
 
 #include "desk/charge_ops.h"
+#include "desk/discharge_ops.h"
 #include "desk/reader_panel_ops.h"
+#include "desk/renewal_ops.h"
 #include "platform/ui/form.h"
 #include "platform/ui/theme.h"
 #include "platform/ui/wait_cursor.h"
@@ -40,7 +42,7 @@ void bind(FlexGrid& grid, const GridDesign& design, Recordset& rows)
 
 } // namespace
 
-TsjhFrm::TsjhFrm(Session& session, ScreenHost& host)
+TsjhFrm::TsjhFrm(Session& session, ScreenHost& host, FineDialog& fines)
     : cmdTuShuYuYue(u"&Y 图书预约"_s)
     , cmdWuZhengJieShu(u"&W 无证借书"_s)
     , CmdQuit(u"&E 安全退出"_s)
@@ -53,6 +55,7 @@ TsjhFrm::TsjhFrm(Session& session, ScreenHost& host)
     , Frame3(u"还书信息"_s)
     , m_session(session)
     , m_host(host)
+    , m_fines(fines)
 {
     QUILLA_NAMES(SSTab1, cmdTuShuYuYue, cmdWuZhengJieShu, CmdQuit, tMsg, Frame1, Label3, Label5, Label1, TxtReaderCode,
         Label2, TxtBarCode, Frame2, Grid1, Label8, TxtRetBook, Check1, Frame3, Grid2);
@@ -95,6 +98,7 @@ void TsjhFrm::wire()
 {
     onEnter(TxtReaderCode, [this] { readReaderCard(); });
     onEnter(TxtBarCode, [this] { scanForCharge(); });
+    onEnter(TxtRetBook, [this] { scanForReturn(); });
     onClick(Check1, [this] { TxtRetBook.setFocus(); });
     onClick(CmdQuit, [this] { parentWidget() ? parentWidget()->close() : close(); });
     onClick(cmdTuShuYuYue, [this] { m_host.openScreen(u"frmTushuYuYue"_s); });
@@ -183,6 +187,51 @@ void TsjhFrm::scanForCharge()
     ShowLoans(m_session, *this, reader);
 }
 
+/// A refusal leaves the barcode in the box, selected, so that the next scan takes its place.
+void TsjhFrm::scanForReturn()
+{
+    const QString barcode = TxtRetBook.text();
+    if (barcode.isEmpty()) return;
+    const WaitCursor wait;
+    TxtRetBook.selectAll();
+    qint16 count = 0;
+    if (Check1.isChecked()) {
+        count = CheckRenewal(m_session, *this, barcode);
+        if (count == RenewalRefused) return;
+    }
+    if (!takeBack(barcode)) return;
+    if (Check1.isChecked() && !renew(count, barcode)) return;
+    ShowReturns(m_session, *this, TxtReaderCode.text(), Returns::Today);
+    TxtRetBook.clear();
+    Check1.setChecked(false);
+    TxtRetBook.setFocus();
+}
+
+bool TsjhFrm::takeBack(const QString& barcode)
+{
+    const DischargeResult result = DischargeBook(m_session, *this, m_fines, barcode);
+    if (result == Discharged)
+        tell(u"还书成功"_s, true);
+    else if (result < Discharged)
+        tell(u"还书失败"_s, false);
+    else if (result == FineDeclined)
+        tell(u"取消还书"_s, false);
+    else
+        tMsg.clear();
+    return result == Discharged;
+}
+
+/// False when a check refused the new charge; the copy stays returned.
+bool TsjhFrm::renew(qint16 count, const QString& barcode)
+{
+    const ChargeResult result = RechargeBook(m_session, *this, count, barcode, TxtReaderCode.text());
+    if (result > Charged)
+        tMsg.clear();
+    else
+        tell(result == Charged ? u"续借成功"_s : u"续借失败"_s, result == Charged);
+    return result <= Charged;
+}
+
 void TsjhFrm::tell(const QString& text, bool good)
 {
     tMsg.setText(text);
@@ -198,6 +247,10 @@ void TsjhFrm::showDetails(FlexGrid& grid, int barcodeColumn)
 void TsjhFrm::focusReaderCode() { TxtReaderCode.setFocus(); }
 
 void TsjhFrm::emptyReaderCode() { TxtReaderCode.clear(); }
+
+void TsjhFrm::setReaderCode(const QString& readercode) { TxtReaderCode.setText(readercode); }
+
+void TsjhFrm::untickRenewal() { Check1.setChecked(false); }
 
 void TsjhFrm::selectBarCode()
 {
@@ -238,5 +291,7 @@ void TsjhFrm::setUpLoans() { setUp(Grid1, LoanGrid); }
 void TsjhFrm::bindLoans(Recordset& loans) { bind(Grid1, LoanGrid, loans); }
 
 void TsjhFrm::setUpReturns() { setUp(Grid2, ReturnGrid); }
+
+void TsjhFrm::bindReturns(Recordset& returns) { bind(Grid2, ReturnGrid, returns); }
 
 } // namespace quilla

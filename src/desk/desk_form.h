@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desk/desk_view.h"
+#include "desk/fine_dialog.h"
 #include "frame/screens.h"
 #include "platform/ui/flex_grid.h"
 #include "platform/ui/text_box.h"
@@ -21,7 +22,8 @@ class TsjhFrm final : public QWidget, private DeskView {
     Q_OBJECT
 
 public:
-    TsjhFrm(Session& session, ScreenHost& host);
+    /// `fines` settles what comes back late.
+    TsjhFrm(Session& session, ScreenHost& host, FineDialog& fines);
 
     /// The blank turns to the discharge page and back to the charge page; any other key does nothing.
     void ToggleDeskPage(int key);
@@ -57,6 +59,10 @@ private:
     // What the operations do to this screen.
     void focusReaderCode() override;
     void emptyReaderCode() override;
+    void setReaderCode(const QString& readercode) override;
+    void untickRenewal() override;
+    void setUpReturns() override;
+    void bindReturns(Recordset& returns) override;
     void selectBarCode() override;
     void emptyAndFocusBarCode() override;
     void showPage(int page) override;
@@ -69,15 +75,18 @@ private:
     void layOut();
     void wire();
     void makeTips();
-    void setUpReturns();
     void enterPage(int page);
     void readReaderCard();
     void scanForCharge();
+    void scanForReturn();
+    bool takeBack(const QString& barcode);
+    bool renew(qint16 count, const QString& barcode);
     void tell(const QString& text, bool good);
     void showDetails(FlexGrid& grid, int barcodeColumn);
 
     Session& m_session;
     ScreenHost& m_host;
+    FineDialog& m_fines;
     cTooltip m_tip;
 };
 

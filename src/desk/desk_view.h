@@ -21,6 +21,7 @@ public:
 
     virtual void focusReaderCode() = 0;
     virtual void emptyReaderCode() = 0;
+    virtual void setReaderCode(const QString& readercode) = 0;
     virtual void selectBarCode() = 0; ///< selects the text of the barcode box
     virtual void emptyAndFocusBarCode() = 0;
     virtual void showPage(int page) = 0;
@@ -29,6 +30,10 @@ public:
     virtual void fillReaderPanel(const ReaderPanel& values) = 0;
     virtual void showReaderStatus(const QString& status) = 0;
 
+    virtual void untickRenewal() = 0; ///< no renewal follows this return
+
+    virtual void setUpReturns() = 0;
+    virtual void bindReturns(Recordset& returns) = 0;
     virtual void setUpLoans() = 0;
     virtual void bindLoans(Recordset& loans) = 0;
 };

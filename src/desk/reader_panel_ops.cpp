@@ -88,6 +88,23 @@ void ShowLoans(Session& session, DeskView& desk, const QString& readercode)
     session.error.clear();
 }
 
+void ShowReturns(Session& session, DeskView& desk, const QString& readercode, Returns which)
+{
+    desk.setUpReturns();
+    if (readercode.isEmpty()) return;
+    QString select
+        = u"select a.jhslsk,a.barcode,c.bookname,a.orderdate,a.yhdate,a.backdate,a.operater from  JHSLSK  a join sck b on a.barcode=b.barcode and b.bookstatus<>'丢失' and  b.bookstatus<>'注销' join zsk c on b.zskid=c.zskid where a.ReaderCode='%1'"_s
+              .arg(doubled(readercode));
+    if (which == Returns::Today)
+        select += u" And year(a.backdate)=year(getdate()) And month(a.backdate)=month(getdate()) And day(a.backdate)=day(getdate())"_s;
+    select += u" order by a.jhslsk desc"_s;
+    Connection conn;
+    if (OpenDbConnection(session, conn) != GoOn) return;
+    Recordset returns = openOrEmpty(session, conn, select);
+    if (!returns.eof()) desk.bindReturns(returns);
+    session.error.clear();
+}
+
 QString bookDetails(Session& session, const QString& barcode)
 {
     if (barcode.trimmed().isEmpty()) return {};

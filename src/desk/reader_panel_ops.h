@@ -12,6 +12,12 @@ void ShowReader(Session& session, DeskView& desk, const QString& readercode);
 /// Fills the grid of the reader's open loans.
 void ShowLoans(Session& session, DeskView& desk, const QString& readercode);
 
+/// Which of a reader's returns are shown.
+enum class Returns { All, Today };
+
+/// Fills the grid of what the reader returned, newest first. Today is the server's calendar day.
+void ShowReturns(Session& session, DeskView& desk, const QString& readercode, Returns which);
+
 /// The title behind a copy, one line a field, for the tool tip of a grid. Empty for an unknown barcode.
 QString bookDetails(Session& session, const QString& barcode);
 

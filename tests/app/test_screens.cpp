@@ -5,6 +5,7 @@
 #include "frame/main_form.h"
 #include "frame/odbc_form.h"
 #include "frame/password_form.h"
+#include "support/fine_double.h"
 #include "support/screen_host.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
@@ -58,6 +59,7 @@ private:
 
     std::unique_ptr<TestLibrary> m;
     NoHost m_host;
+    FineDouble m_fines;
     std::unique_ptr<QWidget> m_form;
 };
 
@@ -75,7 +77,7 @@ QWidget* TestScreens::form(const QString& name)
     if (name == u"LtLoginFrm") m_form = std::make_unique<LtLoginFrm>(m->session);
     if (name == u"EditPassFrm") m_form = std::make_unique<EditPassFrm>(m->session);
     if (name == u"AboutFrm") m_form = std::make_unique<AboutFrm>();
-    if (name == u"TsjhFrm") m_form = std::make_unique<TsjhFrm>(m->session, m_host);
+    if (name == u"TsjhFrm") m_form = std::make_unique<TsjhFrm>(m->session, m_host, m_fines);
     return m_form.get();
 }
 

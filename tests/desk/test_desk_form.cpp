@@ -1,4 +1,5 @@
 #include "desk/desk_form.h"
+#include "support/fine_double.h"
 #include "support/screen_host.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
@@ -31,6 +32,7 @@ private:
 
     std::unique_ptr<TestLibrary> m;
     NoHost m_host;
+    FineDouble m_fines;
     std::unique_ptr<TsjhFrm> m_desk;
 };
 
@@ -39,7 +41,7 @@ void TestDeskForm::init()
     m = std::make_unique<TestLibrary>();
     m->reader(u"R1"_s);
     m->copy(u"B1"_s);
-    m_desk = std::make_unique<TsjhFrm>(m->session, m_host);
+    m_desk = std::make_unique<TsjhFrm>(m->session, m_host, m_fines);
     appear(*m_desk);
 }
 
@@ -205,7 +207,7 @@ void TestDeskForm::buttonsOfMissingScreens()
 {
     QVERIFY(!m_desk->cmdTuShuYuYue.isEnabled());
     m_host.exists = {u"frmTushuYuYue"_s};
-    TsjhFrm desk(m->session, m_host);
+    TsjhFrm desk(m->session, m_host, m_fines);
     desk.cmdTuShuYuYue.click();
     QCOMPARE(m_host.opened, QStringList {u"frmTushuYuYue"_s});
 }

@@ -11,6 +11,8 @@ class DeskDouble final : public DeskView {
 public:
     void focusReaderCode() override { done.append(u"focus reader"_s); }
     void emptyReaderCode() override { done.append(u"empty reader"_s); }
+    void setReaderCode(const QString& code) override { done.append(u"reader "_s + code); }
+    void untickRenewal() override { done.append(u"untick"_s); }
     void selectBarCode() override { done.append(u"select barcode"_s); }
     void emptyAndFocusBarCode() override { done.append(u"empty barcode"_s); }
     void showPage(int page) override { done.append(u"page %1"_s.arg(page)); }
@@ -24,10 +26,18 @@ public:
             loans.append(rows.field(u"barcode").text());
     }
 
+    void setUpReturns() override { returns.clear(); }
+    void bindReturns(Recordset& rows) override
+    {
+        for (; !rows.eof(); rows.next())
+            returns.append(rows.field(u"barcode").text());
+    }
+
     QString takeDone() { return std::exchange(done, {}).join(u", "); }
 
     QStringList done;
     QStringList loans;
+    QStringList returns;
     ReaderPanel panel;
 };
 
