@@ -6,11 +6,13 @@
 
 namespace quilla {
 
-ScreenCatalog allScreens()
+ScreenCatalog allScreens(FineDialog& fines)
 {
     return {
         {u"TsjhFrm"_s,
-            [](Session& session, ScreenHost& host, const QString&, QWidget*) { return new TsjhFrm(session, host); }},
+            [&fines](Session& session, ScreenHost& host, const QString&, QWidget*) {
+                return new TsjhFrm(session, host, fines);
+            }},
         {u"EditPassFrm"_s,
             [](Session& session, ScreenHost&, const QString&, QWidget*) { return new EditPassFrm(session); }},
         {u"AboutFrm"_s, [](Session&, ScreenHost&, const QString&, QWidget*) { return new AboutFrm; }},

@@ -130,7 +130,7 @@ void TestScreens::everyInputHasAName()
 
 void TestScreens::menuAndToolbar()
 {
-    const ScreenCatalog catalog = allScreens();
+    const ScreenCatalog catalog = allScreens(m_fines);
     LtMainFrm window(m->session, catalog);
     QCOMPARE(window.windowTitle(), u"Quilla青简总馆V4.1-----------------------青简台"_s);
     QStringList menus;
@@ -157,7 +157,7 @@ void TestScreens::menuAndToolbar()
 
 void TestScreens::screensAreReused()
 {
-    const ScreenCatalog catalog = allScreens();
+    const ScreenCatalog catalog = allScreens(m_fines);
     LtMainFrm window(m->session, catalog);
     window.show();
     window.openScreen(u"TsjhFrm"_s);
