@@ -10,6 +10,7 @@
 #include "frame/sublib.h"
 #include "platform/db/embedded.h"
 #include "platform/db/pooled_factory.h"
+#include "support/quiet_session.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -29,29 +30,6 @@ public:
     {
         throw Error(1, u"bench"_s, u"unexpected message: "_s + message.text);
     }
-};
-
-class NoEditor final : public ConnectionEditor {
-public:
-    void editConnection() override { throw Error(1, u"bench"_s, u"no settings"_s); }
-};
-
-class NoDesk final : public DeskView {
-public:
-    void focusReaderCode() override {}
-    void emptyReaderCode() override {}
-    void selectBarCode() override {}
-    void setReaderCode(const QString&) override {}
-    void untickRenewal() override {}
-    void setUpReturns() override {}
-    void bindReturns(Recordset&) override {}
-    void emptyAndFocusBarCode() override {}
-    void showPage(int) override {}
-    void clearReaderPanel() override {}
-    void fillReaderPanel(const ReaderPanel&) override {}
-    void showReaderStatus(const QString&) override {}
-    void setUpLoans() override {}
-    void bindLoans(Recordset&) override {}
 };
 
 double median(std::vector<double> values)

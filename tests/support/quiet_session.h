@@ -1,0 +1,59 @@
+#pragma once
+
+#include "desk/desk_view.h"
+#include "desk/fine_dialog.h"
+#include "frame/session.h"
+
+#include <QHash>
+
+namespace quilla {
+
+/// What a session needs where nobody looks: no boxes, no dialogs, settings in memory.
+class QuietPrompt final : public Prompt {
+public:
+    Answer show(const Message& message) override { return message.question ? Answer::No : Answer::Ok; }
+};
+
+class NoEditor final : public ConnectionEditor {
+public:
+    void editConnection() override {}
+};
+
+class OneText final : public SettingsStore {
+public:
+    explicit OneText(QString text)
+        : m_text(std::move(text))
+    {
+    }
+    QString get(const QString&, const QString&, const QString&, const QString&) const override { return m_text; }
+    void set(const QString&, const QString&, const QString&, const QString& value) override { m_text = value; }
+
+private:
+    QString m_text;
+};
+
+class NoFines final : public FineDialog {
+public:
+    bool settle(const QString&) override { return false; }
+};
+
+/// A desk without a screen.
+class NoDesk final : public DeskView {
+public:
+    void focusReaderCode() override {}
+    void emptyReaderCode() override {}
+    void setReaderCode(const QString&) override {}
+    void untickRenewal() override {}
+    void selectBarCode() override {}
+    void emptyAndFocusBarCode() override {}
+    void showPage(int) override {}
+    void clearReaderPanel() override {}
+    void fillReaderPanel(const ReaderPanel&) override {}
+    void showReaderStatus(const QString&) override {}
+    void setUpLoans() override {}
+    void bindLoans(Recordset&) override {}
+    void setUpReturns() override {}
+    void bindReturns(Recordset&) override {}
+};
+
+} // namespace quilla
