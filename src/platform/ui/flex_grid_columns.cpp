@@ -72,7 +72,10 @@ void FlexGrid::setColWidths(const std::vector<int>& twips)
     layOutColumns();
 }
 
-int FlexGrid::contentTwips(int col) const { return twipsOf(sizeHintForColumn(col) + 1, *this); }
+int FlexGrid::contentTwips(int col) const
+{
+    return twipsOf(sizeHintForColumn(col) + 1, *this);
+}
 
 void FlexGrid::setCaptionHeight(int twips)
 {

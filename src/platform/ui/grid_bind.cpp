@@ -33,26 +33,28 @@ qsizetype GridModel::bind(Recordset& records)
 
 void GridModel::takeFieldNames(const Recordset& records)
 {
-    const auto cols = std::size_t(m_fixedCols + records.fieldCount());
+    const auto fixed = std::size_t(m_fixedCols);
+    const std::size_t cols = fixed + std::size_t(records.fieldCount());
     m_cells.clear();
     m_lines = 0;
     m_captions.assign(cols, {});
     m_aligns.assign(cols, CellAlign::Default);
     m_kinds.assign(cols, sql::Kind::Unknown);
     for (int i = 0; i < records.fieldCount(); ++i) {
-        m_captions[std::size_t(m_fixedCols + i)] = records.fieldName(i);
-        m_kinds[std::size_t(m_fixedCols + i)] = records.fieldKind(i);
+        m_captions[fixed + std::size_t(i)] = records.fieldName(i);
+        m_kinds[fixed + std::size_t(i)] = records.fieldKind(i);
     }
 }
 
 qsizetype GridModel::copyRows(Recordset& records)
 {
     const int fields = records.fieldCount();
+    const auto fixed = std::size_t(m_fixedCols);
     m_cells.reserve(std::size_t(std::max<qsizetype>(records.recordCount(), 1)) * m_captions.size());
     for (; !records.eof(); records.next()) {
-        m_cells.resize(m_cells.size() + std::size_t(m_fixedCols));
+        m_cells.resize(m_cells.size() + fixed);
         for (int i = 0; i < fields; ++i)
-            m_cells.push_back(cellText(records.field(i), m_kinds[std::size_t(m_fixedCols + i)]));
+            m_cells.push_back(cellText(records.field(i), m_kinds[fixed + std::size_t(i)]));
         ++m_lines;
     }
     return m_lines;

@@ -21,9 +21,9 @@ bool has(const QStyleOption* option, QStyle::StateFlag flag)
 
 } // namespace
 
-QuillaStyle::QuillaStyle(Theme theme)
+QuillaStyle::QuillaStyle(const Theme& theme)
     : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion")))
-    , m_theme(std::move(theme))
+    , m_theme(theme)
 {
 }
 

@@ -12,7 +12,7 @@ class QuillaStyle final : public QProxyStyle {
     Q_OBJECT
 
 public:
-    explicit QuillaStyle(Theme theme);
+    explicit QuillaStyle(const Theme& theme);
 
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

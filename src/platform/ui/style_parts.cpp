@@ -60,7 +60,7 @@ void paintGlyph(QPainter& painter, QStyle::SubControl part, const QPointF& centr
             QPolygonF {box.topLeft() + QPointF(2.5, 0), box.topRight(), box.bottomRight() - QPointF(0, 2.5)});
         break;
     default:
-        painter.drawLine(box.left(), box.bottom(), box.right(), box.bottom());
+        painter.drawLine(box.bottomLeft(), box.bottomRight());
     }
 }
 

@@ -46,8 +46,7 @@ void TextBox::mouseReleaseEvent(QMouseEvent* event)
 }
 
 MaskDateEdit::MaskDateEdit(const QString& mask, QChar blank)
-    : TextBox()
-    , m_blank(blank)
+    : m_blank(blank)
 {
     setMask(mask);
 }

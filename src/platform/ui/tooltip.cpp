@@ -41,16 +41,11 @@ bool cTooltip::Create(QWidget* parent)
     return true;
 }
 
-cTooltip::Tool* cTooltip::find(const QObject* control)
+const cTooltip::Tool* cTooltip::find(const QObject* control) const
 {
     const auto tool = std::find_if(
         m_tools.begin(), m_tools.end(), [=](const Tool& each) { return each.control == control; });
     return tool == m_tools.end() ? nullptr : &*tool;
-}
-
-const cTooltip::Tool* cTooltip::find(const QObject* control) const
-{
-    return const_cast<cTooltip*>(this)->find(control);
 }
 
 QWidget* cTooltip::mouseTarget(QWidget& control)
@@ -72,7 +67,7 @@ bool cTooltip::AddTool(QObject* control, const QString& text)
 
 bool cTooltip::RemoveTool(QObject* control)
 {
-    Tool* tool = find(control);
+    const Tool* tool = find(control);
     if (!tool) return false;
     if (m_under == tool->control) hideTip();
     if (auto* widget = qobject_cast<QWidget*>(control)) {
@@ -146,9 +141,9 @@ QString cTooltip::ToolText(QObject* control) const
 
 void cTooltip::setToolText(QObject* control, const QString& text)
 {
-    Tool* tool = find(control);
+    const Tool* tool = find(control);
     if (!tool || tool->text == text) return;
-    tool->text = text;
+    m_tools[std::size_t(tool - m_tools.data())].text = text;
     if (m_tip->isVisible() && m_under == control) showTip();
 }
 

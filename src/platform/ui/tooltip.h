@@ -58,7 +58,6 @@ private:
         QString text;
     };
 
-    Tool* find(const QObject* control);
     const Tool* find(const QObject* control) const;
     static QWidget* mouseTarget(QWidget& control);
     void waitForRest(QWidget& control);
