@@ -10,7 +10,7 @@
 # Through ODBC: Driver={PostgreSQL Unicode};Servername=<the folder>;Database=<a database>;Uid=quilla
 set -eu
 here=$(dirname "$(readlink -f "$0")")
-state=$1
+state=$(readlink -m "$1")
 "$here/stop.sh" "$state" # one that an interrupted run left behind
 
 programs=$(ls -d /usr/lib/postgresql/*/bin 2>/dev/null | sort -V | tail -n 1)

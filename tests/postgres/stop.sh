@@ -2,7 +2,7 @@
 # Stops the server that start.sh told of in this file and removes its folder. Nothing to stop is no error.
 #   tests/postgres/stop.sh build/debug/postgres-socket
 set -eu
-state=$1
+state=$(readlink -m "$1")
 [ -f "$state" ] || exit 0
 folder=$(cat "$state")
 case $folder in /tmp/quilla-postgres.*) ;; *) echo "$state does not name a test server." >&2; exit 1 ;; esac

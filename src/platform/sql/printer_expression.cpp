@@ -153,9 +153,9 @@ void Printer::compare(const Expr& expr)
     case Op::Between:
         write(no);
         write(u" BETWEEN ");
-        expression(*expr.parts[1], SumLevel);
+        comparand(*expr.parts[1], SumLevel);
         write(u" AND ");
-        return expression(*expr.parts[2], SumLevel);
+        return comparand(*expr.parts[2], SumLevel);
     case Op::InList:
     case Op::InSelect:
         write(no);
@@ -163,12 +163,12 @@ void Printer::compare(const Expr& expr)
         if (expr.query) query(*expr.query, true);
         for (std::size_t i = 1; i < expr.parts.size(); ++i) {
             if (i > 1) write(u", ");
-            expression(*expr.parts[i]);
+            comparand(*expr.parts[i], Lowest);
         }
         return write(u")");
     default:
         write(signOf(expr.op));
-        return expression(*expr.parts[1], SumLevel);
+        return comparand(*expr.parts[1], SumLevel);
     }
 }
 
@@ -232,7 +232,7 @@ void Printer::caseOf(const Expr& expr)
     const std::size_t end = expr.parts.size() - (expr.hasElse ? 1 : 0);
     for (; at < end; at += 2) {
         write(u" WHEN ");
-        expression(*expr.parts[at]);
+        comparand(*expr.parts[at], Lowest);
         write(u" THEN ");
         expression(*expr.parts[at + 1]);
     }
@@ -244,6 +244,11 @@ void Printer::caseOf(const Expr& expr)
 }
 
 void Printer::collated(const Expr& expr, Level around)
+{
+    expression(expr, around);
+}
+
+void Printer::comparand(const Expr& expr, Level around)
 {
     expression(expr, around);
 }
