@@ -26,6 +26,14 @@ void bind(sqlite3_stmt* prepared, int at, const sql::Parameter& parameter, const
     }
 }
 
+QString shown(sqlite3_stmt* row, int column)
+{
+    if (sqlite3_column_type(row, column) == SQLITE_FLOAT)
+        return QString::number(sqlite3_column_double(row, column), 'g', 15);
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(row, column));
+    return text ? QString::fromUtf8(text) : u"NULL"_s;
+}
+
 } // namespace
 
 SqliteBase::SqliteBase()
@@ -50,8 +58,7 @@ QString SqliteBase::run(const sql::Translation& statement, const std::vector<sql
     while ((state = sqlite3_step(raw)) == SQLITE_ROW) {
         QStringList fields;
         for (int i = 0; i < sqlite3_column_count(raw); ++i) {
-            const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(raw, i));
-            fields.append(text ? QString::fromUtf8(text) : u"NULL"_s);
+            fields.append(shown(raw, i));
         }
         rows.append(fields.join(u'|'));
     }

@@ -12,8 +12,10 @@ void PostgresPrinter::convert(const Expr& expr)
     if (to == Kind::Date) return fill(u"qj_date($1)", expr);
     if (to == Kind::Bit) return fill(u"(($1) <> 0)::integer::smallint", expr);
     if (to == Kind::Decimal)
-        return fill(u"round(($1)::numeric, "_s + QString::number(expr.type.scale) + u")"_s, expr);
-    fill(from.type.kind == Kind::Decimal ? u"trunc($1)::bigint" : u"($1)::bigint", expr);
+        return fill((from.type.kind == Kind::Decimal ? u"round($1, "_s : u"round($1::numeric, "_s)
+                + QString::number(expr.type.scale) + u")"_s,
+            expr);
+    fill(from.type.kind == Kind::Decimal ? u"trunc($1)::bigint" : u"$1::bigint", expr);
 }
 
 void PostgresPrinter::toText(const Expr& expr)
@@ -45,7 +47,7 @@ void PostgresPrinter::numberToText(const Expr& expr)
     const Expr& from = *expr.parts[0];
     const bool rounded = from.type.kind == Kind::Decimal && from.op != Op::Column;
     const QString digits
-        = rounded ? u"round($1, "_s + QString::number(from.type.scale) + u")::text"_s : u"($1)::text"_s;
+        = rounded ? u"round($1, "_s + QString::number(from.type.scale) + u")::text"_s : u"$1::text"_s;
     const int width = expr.type.width;
     if (width == 0 || width >= WidestInteger) return fill(digits, expr);
     fill(u"qj_convert_text("_s + QString::number(width) + u", "_s + digits + u")"_s, expr);

@@ -20,20 +20,20 @@ constexpr auto Templates = std::to_array<FunctionTemplate>({
     {u"ltrim", 1, u"ltrim($1)"},
     {u"upper", 1, u"upper($1)"},
     {u"lower", 1, u"lower($1)"},
-    {u"left", 2, u"substr($1, 1, ($2)::integer)"},
-    {u"right", 2, u"right($1, ($2)::integer)"},
-    {u"substring", 3, u"substr($1, ($2)::integer, ($3)::integer)"},
+    {u"left", 2, u"substr($1, 1, $2::integer)"},
+    {u"right", 2, u"right($1, $2::integer)"},
+    {u"substring", 3, u"substr($1, $2::integer, $3::integer)"},
     {u"len", 1, u"length(rtrim($1))"},
     // Places inside a text can't be searched under a collation that passes over case.
     {u"charindex", 2, u"strpos(lower($2) COLLATE \"C\", lower($1) COLLATE \"C\")"},
-    {u"replace", 3, u"replace(($1) COLLATE \"C\", $2, $3)"},
+    {u"replace", 3, u"replace($1 COLLATE \"C\", $2, $3)"},
     {u"str", 1, u"qj_str($1, 10, 0)"},
     {u"str", 2, u"qj_str($1, $2, 0)"},
     {u"str", 3, u"qj_str($1, $2, $3)"},
     {u"isnull", 2, u"coalesce($1, $2)"},
     {u"coalesce", -1, u"coalesce($*)"},
     {u"abs", 1, u"abs($1)"},
-    {u"round", 2, u"round(($1)::numeric, ($2)::integer)"},
+    {u"round", 2, u"round($1::numeric, $2::integer)"},
 });
 
 /// What PostgreSQL does not take as a bare name.
@@ -51,6 +51,7 @@ constexpr auto Keywords = std::to_array<QStringView>({u"all", u"analyse", u"anal
     u"unique", u"user", u"using", u"variadic", u"verbose", u"when", u"where", u"window", u"with"});
 
 constexpr QStringView TextType = u"qj_text";
+constexpr QStringView PlainType = u"text";
 constexpr int QuotientScale = 6; ///< of an average of numbers with a fraction
 
 QStringView parameterType(Kind kind)
@@ -68,7 +69,7 @@ QStringView parameterType(Kind kind)
     case Kind::Unknown:
         break;
     }
-    return u"text";
+    return {};
 }
 
 /// Whether it must be given the type of text columns before it is compared.
@@ -86,6 +87,7 @@ QString postgresTextType(int width)
 
 PostgresPrinter::PostgresPrinter()
     : EnginePrinter(Templates, Keywords)
+    , m_textType(PlainType)
 {
 }
 
@@ -132,7 +134,9 @@ void PostgresPrinter::columnDefinition(const ColumnDefinition& column)
 
 void PostgresPrinter::placeholder(const Expr& literal)
 {
-    write(u"?::"_s.append(parameterType(literal.type.kind)));
+    const Kind kind = literal.type.kind;
+    const bool text = kind == Kind::Text || kind == Kind::Unknown;
+    write(u"?::"_s.append(text ? m_textType : parameterType(kind)));
 }
 
 void PostgresPrinter::inlineLiteral(const Expr& literal)
@@ -144,8 +148,11 @@ void PostgresPrinter::inlineLiteral(const Expr& literal)
 void PostgresPrinter::collated(const Expr& expr, Level around)
 {
     if (!isLooseText(expr)) return expression(expr, around);
+    const bool parameter = expr.op == Op::Literal && !isPinned(expr);
+    if (parameter) m_textType = TextType;
     expression(expr, Highest);
-    write(u"::"_s.append(TextType));
+    m_textType = PlainType;
+    if (!parameter) write(u"::"_s.append(TextType));
 }
 
 void PostgresPrinter::comparand(const Expr& expr, Level around)

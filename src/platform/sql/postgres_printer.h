@@ -45,6 +45,7 @@ private:
     void numberToText(const Expr& expr);
 
     bool m_sorted = false; ///< the query being written has an order
+    QStringView m_textType; ///< of a text parameter that is written now
 };
 
 /// What brings the order of texts, the types and the functions into an empty database; `schema` tells the

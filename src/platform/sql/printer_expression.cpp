@@ -4,6 +4,15 @@
 
 namespace quilla::sql {
 
+namespace {
+
+bool bindsTightly(QStringView following)
+{
+    return following.startsWith(u"::") || following.startsWith(u" COLLATE");
+}
+
+} // namespace
+
 Printer::Level Printer::levelOf(const Expr& expr)
 {
     switch (expr.op) {
@@ -253,7 +262,8 @@ void Printer::comparand(const Expr& expr, Level around)
     expression(expr, around);
 }
 
-/// Writes a template with the call's arguments in their places.
+/// Writes a template with the call's arguments in their places. What follows an argument without a comma or
+/// bracket between them belongs to the argument as a whole.
 void Printer::fill(QStringView text, const Expr& call)
 {
     for (qsizetype i = 0; i < text.size(); ++i) {
@@ -267,7 +277,8 @@ void Printer::fill(QStringView text, const Expr& call)
         else if (what == u'p')
             write(u"'"_s + call.datePart + u"'"_s);
         else
-            expression(*call.parts[what.digitValue() - 1]);
+            expression(
+                *call.parts[what.digitValue() - 1], bindsTightly(text.sliced(i + 1)) ? Highest : Lowest);
     }
 }
 

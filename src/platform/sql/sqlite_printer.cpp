@@ -139,10 +139,11 @@ void SqlitePrinter::aggregate(const Expr& expr)
 void SqlitePrinter::divide(const Expr& expr)
 {
     if (expr.type.kind != Kind::Decimal) return Printer::binary(expr);
-    write(u"CAST(");
+    write(u"round(CAST(");
     expression(*expr.parts[0]);
     write(u" AS REAL) / ");
     expression(*expr.parts[1], SignLevel);
+    write(u", "_s + QString::number(expr.type.scale) + u")"_s);
 }
 
 void SqlitePrinter::call(QStringView function, const QString& first, const Expr& second)
