@@ -27,6 +27,7 @@ sql::Schema librarySchema()
 
 void createLibrary(Connection& connection)
 {
+    connection.prepareEmptyBase();
     executeAll(connection, definitions());
 }
 
