@@ -1,16 +1,34 @@
 #include "app/screens.h"
 
 #include "desk/desk_form.h"
+#include "exceptions/desk_fine_dialog.h"
+#include "exceptions/fine_form.h"
 #include "frame/about_form.h"
 #include "frame/password_form.h"
 
 namespace quilla {
 
+namespace {
+
+/// The desk with the fine screen behind its discharge.
+QWidget* makeDesk(Session& session, ScreenHost& host, const QString&, QWidget*)
+{
+    auto* fines = new DeskFineDialog(session);
+    auto* desk = new TsjhFrm(session, host, *fines);
+    fines->setParent(desk);
+    return desk;
+}
+
+} // namespace
+
 ScreenCatalog allScreens()
 {
     return {
-        {u"TsjhFrm"_s,
-            [](Session& session, ScreenHost& host, const QString&, QWidget*) { return new TsjhFrm(session, host); }},
+        {u"TsjhFrm"_s, makeDesk},
+        {u"FKmangerFrm"_s,
+            [](Session& session, ScreenHost&, const QString& mode, QWidget* owner) {
+                return new FKmangerFrm(session, mode, owner);
+            }},
         {u"EditPassFrm"_s,
             [](Session& session, ScreenHost&, const QString&, QWidget*) { return new EditPassFrm(session); }},
         {u"AboutFrm"_s, [](Session&, ScreenHost&, const QString&, QWidget*) { return new AboutFrm; }},
