@@ -1,6 +1,7 @@
 #include "app/screens.h"
 
 #include "desk/desk_form.h"
+#include "desk/reader_picker_form.h"
 #include "exceptions/desk_fine_dialog.h"
 #include "exceptions/fine_form.h"
 #include "frame/about_form.h"
@@ -19,12 +20,21 @@ QWidget* makeDesk(Session& session, ScreenHost& host, const QString&, QWidget*)
     return desk;
 }
 
+ScreenMaker readerPicker(ReaderPicker (*picker)())
+{
+    return [picker](Session& session, ScreenHost&, const QString&, QWidget* owner) {
+        return new ReaderPickerFrm(session, picker(), owner);
+    };
+}
+
 } // namespace
 
 ScreenCatalog allScreens()
 {
     return {
         {u"TsjhFrm"_s, makeDesk},
+        {u"frmWuZhengJieShu"_s, readerPicker(noCardPicker)},
+        {u"frmReaderSelect"_s, readerPicker(everyReaderPicker)},
         {u"FKmangerFrm"_s,
             [](Session& session, ScreenHost&, const QString& mode, QWidget* owner) {
                 return new FKmangerFrm(session, mode, owner);
