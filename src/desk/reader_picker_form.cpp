@@ -74,7 +74,7 @@ void ReaderPickerFrm::layOut()
 void ReaderPickerFrm::wire()
 {
     enterAsTab({Text1});
-    connect(&Text1, &QLineEdit::textEdited, this, [this] { m_shownLine = 0; });
+    connect(&Text1, &QLineEdit::textChanged, this, [this] { m_shownLine = 0; });
     onClick(Command1, [this] {
         search();
         Grid1.setFocus();
@@ -113,8 +113,8 @@ void ReaderPickerFrm::showLine(int row)
 {
     const QString code = Grid1.TextMatrix(row, CodeColumn);
     if (code.isEmpty() || row == m_shownLine) return;
-    m_shownLine = row;
     Text1.setText(Grid1.TextMatrix(row, NameColumn));
+    m_shownLine = row;
     Command2[0].setEnabled(true);
     showDetails(code);
     labNotExists.hide();

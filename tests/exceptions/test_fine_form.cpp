@@ -32,6 +32,7 @@ private:
     void scan(int box, const QString& text)
     {
         m_form->Text1[box].setFocus();
+        QCoreApplication::processEvents(); // what was left is looked up before the next key
         type(m_form->Text1[box], text);
         QCoreApplication::processEvents();
     }
