@@ -23,6 +23,7 @@ ReaderPickerFrm::ReaderPickerFrm(Session& session, ReaderPicker picker, QWidget*
     : QDialog(parent)
     , Command1(u"查询( &F )"_s)
     , Frame1(u"读者详细资料"_s)
+    , m_memo(u"备注："_s)
     , m_session(session)
     , m_picker(std::move(picker))
 {
@@ -38,12 +39,18 @@ ReaderPickerFrm::ReaderPickerFrm(Session& session, ReaderPicker picker, QWidget*
 void ReaderPickerFrm::layOut()
 {
     using namespace ReaderDetail;
+    QPalette readOnly = palette();
+    readOnly.setColor(QPalette::Base, Theme().window);
     for (TextBox& box : Text2) {
         box.setReadOnly(true);
+        box.setPalette(readOnly);
         box.setFocusPolicy(Qt::ClickFocus); // to copy from; the keys go from the list to the buttons
     }
     Image1.setFixedSize(PhotoSize);
-    Image1.setFrameShape(QFrame::StyledPanel);
+    Image1.setFrameStyle(QFrame::Box | QFrame::Plain);
+    QPalette border = palette();
+    border.setColor(QPalette::WindowText, Theme().border);
+    Image1.setPalette(border);
     Image1.setAlignment(Qt::AlignCenter);
     Image1.setAccessibleName(u"照片"_s);
     labNotExists.setTextFormat(Qt::PlainText);
@@ -54,21 +61,21 @@ void ReaderPickerFrm::layOut()
         {{u"姓名："_s, Text2[Name]}, {u"性别："_s, Text2[Sex]}, {u"借书证号："_s, Text2[Code]},
             {u"出生年月："_s, Text2[Birthday]}, {u"读者类型："_s, Text2[Class]},
             {u"有效状态："_s, Text2[Status]}, {u"办证日期："_s, Text2[Issued]},
-            {u"有效期限："_s, Text2[Term]}});
-    const Piece rest = fields(2,
-        {{u"可借册数："_s, Text2[Quota]}, {u"已借册数："_s, Text2[OnLoan]},
+            {u"有效期限："_s, Text2[Term]}, {u"可借册数："_s, Text2[Quota]}, {u"已借册数："_s, Text2[OnLoan]},
             {u"预借册数："_s, Text2[Reserved]}, {u"读者单位："_s, Text2[Unit]},
             {u"证件类型："_s, Text2[PaperKind]}, {u"证件号码："_s, Text2[PaperNumber]},
             {u"家庭住址："_s, Text2[Address]}, {u"Email："_s, Text2[Email]}});
     const Piece list
         = column(row(u"输入姓名："_s, Piece(Text1).grow(), Command1), labNotExists, Piece(Grid1).grow());
-    const Piece details = column(row(card.grow(), column(Image1, stretch())), rest,
-        fields(1, {{u"备注："_s, Text2[Memo]}}), stretch());
+    m_memo.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_memo.setMinimumWidth(m_memo.fontMetrics().horizontalAdvance(u"借书证号："_s));
+    const Piece details
+        = column(row(card.grow(), column(Image1, stretch())), fields(1, {{m_memo, Text2[Memo]}}), stretch());
     build(*this,
-        column(row(list.grow(2), group(Frame1, details).grow(3)).grow(),
+        column(row(list.grow(3), group(Frame1, details).grow(6)).grow(),
             row(stretch(), Command2[0], Command2[1])));
     Grid1.setAccessibleName(u"读者"_s);
-    resize(pixelsOf(13500, *this), pixelsOf(6600, *this));
+    resize(pixelsOf(13500, *this), pixelsOf(6300, *this));
 }
 
 void ReaderPickerFrm::wire()
@@ -126,8 +133,10 @@ void ReaderPickerFrm::showDetails(const QString& readercode)
     try {
         const auto details = readReaderDetails(m_session, readercode);
         if (!details) return;
-        for (std::size_t index = 0; index < details->texts.size(); ++index)
+        for (std::size_t index = 0; index < details->texts.size(); ++index) {
             Text2[index].setText(details->texts[index]);
+            Text2[index].setCursorPosition(0); // of a long text the beginning shows
+        }
         showPhoto(details->photo);
     } catch (const Error& error) {
         m_session.prompt.inform(error.text, OperationTitle);

@@ -47,6 +47,7 @@ private:
     void takeReader();
     void markMove(bool moving);
 
+    QLabel m_memo;
     Session& m_session;
     const ReaderPicker m_picker;
     int m_shownLine = 0; ///< the grid's line whose reader is shown

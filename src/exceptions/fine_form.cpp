@@ -44,8 +44,8 @@ Piece FKmangerFrm::pageOf(FineKind kind, const QString& caption)
     return column(
         fields(2,
             {{u"应罚金额："_s, Text1[FineBox::due(kind)]}, {u"实罚金额："_s, Text1[FineBox::taken(kind)]}}),
-        fields(1, {{u"备    注："_s, Text1[FineBox::remark(kind)]}}), row(caption, working, stretch()),
-        stretch());
+        fields(1, {{u"备\u3000\u3000注："_s, Text1[FineBox::remark(kind)]}}),
+        row(caption, working, stretch()), stretch());
 }
 
 void FKmangerFrm::layOut()
@@ -64,7 +64,7 @@ void FKmangerFrm::layOut()
                     {u"借阅明细"_s, Piece(Grid1[0]).grow()}, {u"罚款明细"_s, Piece(Grid1[1]).grow()}})
                 .grow(),
             row(stretch(), Command1[0], Command1[1], Command1[2])));
-    resize(pixelsOf(9600, *this), pixelsOf(6000, *this));
+    resize(pixelsOf(9600, *this), pixelsOf(5400, *this));
 }
 
 void FKmangerFrm::wire()
