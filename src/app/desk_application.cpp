@@ -17,8 +17,7 @@ DeskApplication::DeskApplication(Prompt& prompt)
     : m_schema(librarySchema())
     , m_connections(m_schema, m_clock)
     , m_session {m_settings, prompt, m_clock, m_connections, m_editor}
-    , m_fines(m_session)
-    , m_screens(allScreens(m_fines))
+    , m_screens(allScreens())
 {
     m_editor.serve(m_session);
     installProcedures(m_connections);

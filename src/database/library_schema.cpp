@@ -30,6 +30,7 @@ sql::Schema librarySchema()
 
 void createLibrary(Connection& connection)
 {
+    connection.prepareEmptyBase();
     executeAll(connection, definitions());
     if (!connection.keepsProcedures()) return;
     for (const QString& procedure : procedureDefinitions())

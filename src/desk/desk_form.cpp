@@ -3,6 +3,7 @@
 #include "desk/charge_ops.h"
 #include "desk/discharge_ops.h"
 #include "desk/reader_panel_ops.h"
+#include "desk/reader_picker_form.h"
 #include "desk/renewal_ops.h"
 #include "platform/ui/form.h"
 #include "platform/ui/theme.h"
@@ -102,9 +103,8 @@ void TsjhFrm::wire()
     onClick(Check1, [this] { TxtRetBook.setFocus(); });
     onClick(CmdQuit, [this] { parentWidget() ? parentWidget()->close() : close(); });
     onClick(cmdTuShuYuYue, [this] { m_host.openScreen(u"frmTushuYuYue"_s); });
-    onClick(cmdWuZhengJieShu, [this] { m_host.openScreen(u"frmWuZhengJieShu"_s); });
+    onClick(cmdWuZhengJieShu, [this] { lendWithoutCard(); });
     cmdTuShuYuYue.setEnabled(m_host.hasScreen(u"frmTushuYuYue"_s));
-    cmdWuZhengJieShu.setEnabled(m_host.hasScreen(u"frmWuZhengJieShu"_s));
     connect(&SSTab1, &QTabWidget::currentChanged, this, &TsjhFrm::enterPage);
     for (QWidget* control : std::initializer_list<QWidget*> {&TxtReaderCode, &TxtBarCode, &TxtRetBook, SSTab1.tabBar()})
         control->installEventFilter(this);
@@ -120,8 +120,10 @@ void TsjhFrm::makeTips()
     m_tip.Create(this);
     m_tip.setMaxTipWidth(480);
     m_tip.setDelayTime(cTooltip::Autopop, readingTime);
-    m_tip.AddTool(&Grid1, {});
-    m_tip.AddTool(&Grid2, {});
+    for (FlexGrid* grid : {&Grid1, &Grid2}) {
+        m_tip.AddTool(grid, {});
+        m_tip.setToolText(grid, {}); // nothing to say until a line is clicked
+    }
 }
 
 void TsjhFrm::ToggleDeskPage(int key)
@@ -169,6 +171,22 @@ void TsjhFrm::readReaderCard()
     const WaitCursor wait;
     ShowReader(m_session, *this, TxtReaderCode.text());
     ShowLoans(m_session, *this, TxtReaderCode.text());
+}
+
+/// The reader that was picked takes the place of a scanned card; from here on nothing is different.
+void TsjhFrm::lendWithoutCard()
+{
+    ReaderPickerFrm picker(m_session, noCardPicker(), this);
+    picker.exec();
+    if (!picker.PickedCode.isEmpty()) {
+        TxtReaderCode.setText(picker.PickedCode);
+        return readReaderCard();
+    }
+    showPage(ChargePage);
+    setUpLoans();
+    clearReaderPanel();
+    emptyReaderCode();
+    focusReaderCode();
 }
 
 /// The scan is taken off the box first, so that the next one finds it empty whatever happens to this one.

@@ -77,6 +77,7 @@ private:
     void makeTips();
     void enterPage(int page);
     void readReaderCard();
+    void lendWithoutCard();
     void scanForCharge();
     void scanForReturn();
     bool takeBack(const QString& barcode);

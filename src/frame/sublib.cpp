@@ -4,9 +4,12 @@ namespace quilla {
 
 bool readConnectionText(Session& session)
 {
-    session.ConnectionText = session.settings.get(StoredText::Application.toString(),
-        StoredText::Section.toString(), StoredText::Key.toString(), StoredText::Missing.toString());
-    return session.ConnectionText != StoredText::Missing;
+    static const QString application = StoredText::Application.toString();
+    static const QString section = StoredText::Section.toString();
+    static const QString key = StoredText::Key.toString();
+    static const QString missing = StoredText::Missing.toString();
+    session.ConnectionText = session.settings.get(application, section, key, missing);
+    return session.ConnectionText != missing;
 }
 
 void storeConnectionText(Session& session, const QString& text)

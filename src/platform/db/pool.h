@@ -75,6 +75,7 @@ public:
     bool keepsProcedures() const;
     int execute(QStringView tsql);
     Recordset open(QStringView tsql, CursorType cursor);
+    void prepareEmptyBase();
     void begin();
     void commit();
     void rollback();
