@@ -2,6 +2,7 @@
 
 #include "app/screens.h"
 #include "database/library_schema.h"
+#include "database/procedures.h"
 #include "frame/login_form.h"
 #include "frame/main_form.h"
 #include "frame/start_ops.h"
@@ -19,6 +20,7 @@ DeskApplication::DeskApplication(Prompt& prompt)
     , m_screens(allScreens())
 {
     m_editor.serve(m_session);
+    installProcedures(m_connections);
 }
 
 int DeskApplication::run()

@@ -25,6 +25,9 @@ public:
 
     bool isOpen() const;
     void close();
+    /// Whether the database keeps stored procedures of its own; a `ProcedureRunner` answers for one that
+    /// does not.
+    bool keepsProcedures() const;
 
     /// Sends a statement of the dialect and drops the rows it may bring. The number of rows affected.
     int execute(QStringView tsql);

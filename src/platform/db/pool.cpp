@@ -124,6 +124,11 @@ const sql::Translation& Connection::Lease::prepare(QStringView tsql)
     return statement;
 }
 
+bool Connection::Lease::keepsProcedures() const
+{
+    return m_physical->driver->engine() == sql::Engine::SqlServer;
+}
+
 int Connection::Lease::execute(QStringView tsql)
 {
     const auto& statement = prepare(tsql);

@@ -72,6 +72,7 @@ public:
     ~Lease();
     Q_DISABLE_COPY_MOVE(Lease)
 
+    bool keepsProcedures() const;
     int execute(QStringView tsql);
     Recordset open(QStringView tsql, CursorType cursor);
     void prepareEmptyBase();
