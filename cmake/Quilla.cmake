@@ -94,6 +94,23 @@ function(quilla_test target)
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TZ=Asia/Shanghai;LANG=C.UTF-8")
 endfunction()
 
+# quilla_needs_postgres(TEST ...): these run on a private PostgreSQL that ctest starts before them and stops
+# after the last one. A run by hand needs tests/postgres/start.sh before it.
+function(quilla_needs_postgres)
+    set(socket ${CMAKE_BINARY_DIR}/postgres-socket)
+    get_property(started GLOBAL PROPERTY QUILLA_POSTGRES)
+    if(NOT started)
+        set_property(GLOBAL PROPERTY QUILLA_POSTGRES ON)
+        add_test(NAME postgres_start COMMAND ${CMAKE_SOURCE_DIR}/tests/postgres/start.sh ${socket})
+        add_test(NAME postgres_stop COMMAND ${CMAKE_SOURCE_DIR}/tests/postgres/stop.sh ${socket})
+        set_tests_properties(postgres_start PROPERTIES FIXTURES_SETUP postgres TIMEOUT 120)
+        set_tests_properties(postgres_stop PROPERTIES FIXTURES_CLEANUP postgres TIMEOUT 60)
+    endif()
+    foreach(test IN LISTS ARGN)
+        set_tests_properties(${test} PROPERTIES FIXTURES_REQUIRED postgres)
+    endforeach()
+endfunction()
+
 # Walks what a target links, down to the last library.
 function(quilla_link_closure target out)
     set(seen "")

@@ -29,6 +29,7 @@ sql::Schema librarySchema()
 
 void createLibrary(Connection& connection)
 {
+    connection.prepareEmptyBase();
     executeAll(connection, definitions());
 }
 

@@ -42,6 +42,11 @@ Recordset Connection::open(QStringView tsql, CursorType cursor)
     return opened(m_lease).open(tsql, cursor);
 }
 
+void Connection::prepareEmptyBase()
+{
+    opened(m_lease).prepareEmptyBase();
+}
+
 void Connection::begin()
 {
     opened(m_lease).begin();

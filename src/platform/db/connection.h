@@ -31,6 +31,10 @@ public:
     /// Sends a select; see `Recordset`.
     Recordset open(QStringView tsql, CursorType cursor = CursorType::Keyset);
 
+    /// Brings into an empty database what its engine needs before the first table: the order of texts, types
+    /// and functions. Nothing where the engine has them. Throws `Error`, also when they are there already.
+    void prepareEmptyBase();
+
     /// Takes the write lock at once where the engine has one for the whole database.
     void begin();
     void commit();

@@ -145,6 +145,14 @@ Recordset Connection::Lease::open(QStringView tsql, CursorType cursor)
     return Recordset(std::make_unique<KeysetSource>(*rows));
 }
 
+void Connection::Lease::prepareEmptyBase()
+{
+    if (!inTransaction()) moveTo(m_pool->forWriting(m_physical));
+    Driver& driver = *m_physical->driver;
+    for (const sql::Translation& statement : m_pool->m_context.translatorOf(driver.engine()).preparation())
+        driver.execute(statement, {});
+}
+
 /// Whether it is an "exec" for which the engine has no text of its own.
 bool Connection::Lease::isProcedure(const sql::Translation& statement) const
 {

@@ -74,6 +74,7 @@ public:
 
     int execute(QStringView tsql);
     Recordset open(QStringView tsql, CursorType cursor);
+    void prepareEmptyBase();
     void begin();
     void commit();
     void rollback();

@@ -1,6 +1,7 @@
 #include "platform/sql/engine_printer.h"
 
 #include "platform/core/dates.h"
+#include "platform/sql/postgres_printer.h"
 #include "platform/sql/refusal.h"
 #include "platform/sql/scan.h"
 #include "platform/sql/sqlite_printer.h"
@@ -8,6 +9,15 @@
 #include <algorithm>
 
 namespace quilla::sql {
+
+DateStyle dateStyle(int style)
+{
+    static constexpr DateStyle Styles[] = {{-1, 0, 19}, {0, 0, 19}, {100, 0, 19}, {20, 120, 19},
+        {120, 120, 19}, {23, 23, 10}, {111, 111, 10}, {112, 112, 8}};
+    const auto found
+        = std::ranges::find_if(Styles, [style](const DateStyle& each) { return each.style == style; });
+    return found != std::end(Styles) ? *found : Styles[0];
+}
 
 QString canonicalDate(const Expr& literal)
 {
@@ -31,9 +41,21 @@ QString EnginePrinter::print(const Statement& statement, const std::vector<int>&
     return Printer::print(statement);
 }
 
+/// The procedures are run by the program itself on these engines.
+void EnginePrinter::execute(const Execute& call)
+{
+    expressions(call.arguments);
+    m_out.clear();
+}
+
+bool EnginePrinter::isPinned(const Expr& literal) const
+{
+    return std::ranges::find(m_pinned, literal.literal) != m_pinned.end();
+}
+
 void EnginePrinter::literal(const Expr& expr)
 {
-    if (std::ranges::find(m_pinned, expr.literal) != m_pinned.end()) return inlineLiteral(expr);
+    if (isPinned(expr)) return inlineLiteral(expr);
     m_parameters.push_back({expr.literal, expr.type.kind, expr.storedScale});
     placeholder(expr);
 }
@@ -122,6 +144,7 @@ bool EnginePrinter::isPlainName(const QString& name) const
 std::unique_ptr<EnginePrinter> makePrinter(Engine engine)
 {
     if (engine == Engine::Sqlite) return std::make_unique<SqlitePrinter>();
+    if (engine == Engine::Postgres) return std::make_unique<PostgresPrinter>();
     return nullptr;
 }
 

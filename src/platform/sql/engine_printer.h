@@ -18,6 +18,7 @@ protected:
     /// `templates` in the order in which they are tried.
     EnginePrinter(std::span<const FunctionTemplate> templates, std::span<const QStringView> keywords);
 
+    void execute(const Execute& call) override;
     void literal(const Expr& expr) override;
     void top(const Select& select) override;
     void limit(const Query& query) override;
@@ -29,6 +30,8 @@ protected:
     /// How a parameter of this literal is written.
     virtual void placeholder(const Expr& literal);
     virtual void inlineLiteral(const Expr& literal);
+    /// Whether the literal stays in the text.
+    bool isPinned(const Expr& literal) const;
     virtual void divide(const Expr& expr) = 0;
     /// Whether the name needs no quotes: ordinary letters, and no keyword of the engine.
     bool isPlainName(const QString& name) const;
@@ -45,6 +48,16 @@ private:
 
 /// The printer of an engine; null for one whose text is not written by a printer.
 std::unique_ptr<EnginePrinter> makePrinter(Engine engine);
+
+/// A style of `convert`: the one among those that look the same which the engines' function knows, and how
+/// many characters its text has.
+struct DateStyle {
+    int style;
+    int as;
+    int width;
+};
+/// For the styles that the analyser lets pass.
+DateStyle dateStyle(int style);
 
 /// A date literal in the form in which date columns hold it. Refuses a text that is no date.
 QString canonicalDate(const Expr& literal);

@@ -58,6 +58,7 @@ private:
 
     // select
     Query query();
+    void pinRepeated(const Query& query);
     Select select();
     void selectTop(Select& result);
     SelectItem selectItem();

@@ -3,6 +3,17 @@
 
 namespace quilla::sql {
 
+namespace {
+
+void collectLiterals(const Expr& expr, std::vector<int>& literals)
+{
+    if (expr.op == Op::Literal) literals.push_back(expr.literal);
+    for (const ExprPtr& part : expr.parts)
+        collectLiterals(*part, literals);
+}
+
+} // namespace
+
 Query Parser::query()
 {
     const Level level(*this);
@@ -14,7 +25,30 @@ Query Parser::query()
         result.arms.back().all = all;
     }
     if (acceptWord(u"order")) result.orderBy = orderBy();
+    pinRepeated(result);
     return result;
+}
+
+/// An engine must see that what is selected is what is grouped, or sorted among distinct rows. Two
+/// parameters are never the same to it, so the literals of both stay where they are.
+void Parser::pinRepeated(const Query& query)
+{
+    std::vector<int> sorted;
+    for (const OrderItem& item : query.orderBy)
+        collectLiterals(*item.value, sorted);
+    for (const Select& arm : query.arms) {
+        std::vector<int> grouped;
+        for (const ExprPtr& expr : arm.groupBy) {
+            if (expr->op == Op::Literal) refuse(expr->place, u"group by 里应为列"_s);
+            collectLiterals(*expr, grouped);
+        }
+        if (grouped.empty() && (!arm.distinct || sorted.empty())) continue;
+        for (const SelectItem& item : arm.items)
+            collectLiterals(*item.value, grouped);
+        if (arm.having) collectLiterals(*arm.having, grouped);
+        m_pinned.insert(m_pinned.end(), grouped.begin(), grouped.end());
+        m_pinned.insert(m_pinned.end(), sorted.begin(), sorted.end());
+    }
 }
 
 Select Parser::select()

@@ -86,6 +86,11 @@ void Printer::columnDefinition(const ColumnDefinition& column)
 {
     write(name(column.name) + u" "_s + typeName(column.type));
     if (column.identity) write(u" IDENTITY(1,1)");
+    columnOptions(column);
+}
+
+void Printer::columnOptions(const ColumnDefinition& column)
+{
     if (column.notNull) write(u" NOT NULL");
     if (column.primaryKey) write(u" PRIMARY KEY");
     if (column.unique) write(u" UNIQUE");
@@ -117,11 +122,14 @@ void Printer::createIndex(const CreateIndex& index)
 {
     write(index.unique ? u"CREATE UNIQUE INDEX " : u"CREATE INDEX ");
     write(name(index.name) + u" ON "_s + name(index.table) + u" ("_s);
-    list(index.columns, [this](const IndexColumn& column) {
-        write(name(column.name));
-        if (column.descending) write(u" DESC");
-    });
+    list(index.columns, [this](const IndexColumn& column) { indexColumn(column); });
     write(u")");
+}
+
+void Printer::indexColumn(const IndexColumn& column)
+{
+    write(name(column.name));
+    if (column.descending) write(u" DESC");
 }
 
 void Printer::createView(const CreateView& view)

@@ -48,11 +48,13 @@ protected:
     virtual void createView(const CreateView& view);
     virtual void drop(const Drop& drop);
     virtual void columnDefinition(const ColumnDefinition& column);
+    void columnOptions(const ColumnDefinition& column);
+    virtual void indexColumn(const IndexColumn& column);
     void constraint(const TableConstraint& constraint);
 
     // select
     /// `inner`: its rows go into something else, such as a view, a join or a comparison.
-    void query(const Query& query, bool inner);
+    virtual void query(const Query& query, bool inner);
     void select(const Select& select, bool inner);
     virtual void top(const Select& select);
     virtual void limit(const Query& query);
@@ -75,6 +77,8 @@ protected:
     virtual void caseOf(const Expr& expr);
     /// An expression whose texts are compared, sorted or grouped here.
     virtual void collated(const Expr& expr, Level around);
+    /// What a collated expression is compared with.
+    virtual void comparand(const Expr& expr, Level around);
 
     virtual QString typeName(const TypeName& type) const;
     virtual QString name(const QString& name) const;

@@ -4,6 +4,15 @@
 
 namespace quilla::sql {
 
+namespace {
+
+bool bindsTightly(QStringView following)
+{
+    return following.startsWith(u"::") || following.startsWith(u" COLLATE");
+}
+
+} // namespace
+
 Printer::Level Printer::levelOf(const Expr& expr)
 {
     switch (expr.op) {
@@ -153,9 +162,9 @@ void Printer::compare(const Expr& expr)
     case Op::Between:
         write(no);
         write(u" BETWEEN ");
-        expression(*expr.parts[1], SumLevel);
+        comparand(*expr.parts[1], SumLevel);
         write(u" AND ");
-        return expression(*expr.parts[2], SumLevel);
+        return comparand(*expr.parts[2], SumLevel);
     case Op::InList:
     case Op::InSelect:
         write(no);
@@ -163,12 +172,12 @@ void Printer::compare(const Expr& expr)
         if (expr.query) query(*expr.query, true);
         for (std::size_t i = 1; i < expr.parts.size(); ++i) {
             if (i > 1) write(u", ");
-            expression(*expr.parts[i]);
+            comparand(*expr.parts[i], Lowest);
         }
         return write(u")");
     default:
         write(signOf(expr.op));
-        return expression(*expr.parts[1], SumLevel);
+        return comparand(*expr.parts[1], SumLevel);
     }
 }
 
@@ -232,7 +241,7 @@ void Printer::caseOf(const Expr& expr)
     const std::size_t end = expr.parts.size() - (expr.hasElse ? 1 : 0);
     for (; at < end; at += 2) {
         write(u" WHEN ");
-        expression(*expr.parts[at]);
+        comparand(*expr.parts[at], Lowest);
         write(u" THEN ");
         expression(*expr.parts[at + 1]);
     }
@@ -248,7 +257,13 @@ void Printer::collated(const Expr& expr, Level around)
     expression(expr, around);
 }
 
-/// Writes a template with the call's arguments in their places.
+void Printer::comparand(const Expr& expr, Level around)
+{
+    expression(expr, around);
+}
+
+/// Writes a template with the call's arguments in their places. What follows an argument without a comma or
+/// bracket between them belongs to the argument as a whole.
 void Printer::fill(QStringView text, const Expr& call)
 {
     for (qsizetype i = 0; i < text.size(); ++i) {
@@ -262,7 +277,8 @@ void Printer::fill(QStringView text, const Expr& call)
         else if (what == u'p')
             write(u"'"_s + call.datePart + u"'"_s);
         else
-            expression(*call.parts[what.digitValue() - 1]);
+            expression(
+                *call.parts[what.digitValue() - 1], bindsTightly(text.sliced(i + 1)) ? Highest : Lowest);
     }
 }
 

@@ -71,13 +71,6 @@ SqlitePrinter::SqlitePrinter()
 {
 }
 
-/// The procedures are run by the program itself here.
-void SqlitePrinter::execute(const Execute& call)
-{
-    expressions(call.arguments);
-    m_out.clear();
-}
-
 void SqlitePrinter::item(const SelectItem& item, const Select& select, bool inner)
 {
     if (inner || select.distinct)
@@ -146,10 +139,11 @@ void SqlitePrinter::aggregate(const Expr& expr)
 void SqlitePrinter::divide(const Expr& expr)
 {
     if (expr.type.kind != Kind::Decimal) return Printer::binary(expr);
-    write(u"CAST(");
+    write(u"round(CAST(");
     expression(*expr.parts[0]);
     write(u" AS REAL) / ");
     expression(*expr.parts[1], SignLevel);
+    write(u", "_s + QString::number(expr.type.scale) + u")"_s);
 }
 
 void SqlitePrinter::call(QStringView function, const QString& first, const Expr& second)
@@ -200,20 +194,11 @@ void SqlitePrinter::toText(const Expr& expr)
 
 void SqlitePrinter::dateToText(const Expr& expr)
 {
-    struct Style {
-        int style;
-        int as;
-        int width;
-    };
-    static constexpr Style Styles[] = {{-1, 0, 19}, {0, 0, 19}, {100, 0, 19}, {20, 120, 19}, {120, 120, 19},
-        {23, 23, 10}, {111, 111, 10}, {112, 112, 8}};
-    for (const Style& style : Styles) {
-        if (style.style != expr.style) continue;
-        const bool cut = expr.type.width > 0 && expr.type.width < style.width;
-        if (cut) write(u"substr(");
-        call(Function::ConvertDate, QString::number(style.as), *expr.parts[0]);
-        if (cut) write(u", 1, "_s + QString::number(expr.type.width) + u")"_s);
-    }
+    const DateStyle style = dateStyle(expr.style);
+    const bool cut = expr.type.width > 0 && expr.type.width < style.width;
+    if (cut) write(u"substr(");
+    call(Function::ConvertDate, QString::number(style.as), *expr.parts[0]);
+    if (cut) write(u", 1, "_s + QString::number(expr.type.width) + u")"_s);
 }
 
 void SqlitePrinter::numberToText(const Expr& expr)
@@ -258,19 +243,8 @@ void SqlitePrinter::columnDefinition(const ColumnDefinition& column)
 {
     write(name(column.name) + u" "_s + typeName(column.type));
     if (column.identity) return write(u" PRIMARY KEY AUTOINCREMENT");
-    if (column.notNull || column.primaryKey) write(u" NOT NULL");
-    if (column.primaryKey) write(u" PRIMARY KEY");
-    if (column.unique) write(u" UNIQUE");
-    if (column.fallback) {
-        write(u" DEFAULT (");
-        expression(*column.fallback);
-        write(u")");
-    }
-    if (column.check) {
-        write(u" CHECK (");
-        expression(*column.check);
-        write(u")");
-    }
+    if (column.primaryKey && !column.notNull) write(u" NOT NULL");
+    columnOptions(column);
 }
 
 QString SqlitePrinter::columnCheck(const ColumnDefinition& column) const

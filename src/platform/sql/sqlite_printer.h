@@ -15,7 +15,6 @@ public:
     SqlitePrinter();
 
 protected:
-    void execute(const Execute& call) override;
     void columnDefinition(const ColumnDefinition& column) override;
     void item(const SelectItem& item, const Select& select, bool inner) override;
     void compare(const Expr& expr) override;

@@ -3,6 +3,7 @@
 #include "platform/sql/analyser.h"
 #include "platform/sql/engine_printer.h"
 #include "platform/sql/parser.h"
+#include "platform/sql/postgres_printer.h"
 #include "platform/sql/refusal.h"
 #include "platform/sql/scan.h"
 #include "platform/sql/server_text.h"
@@ -96,6 +97,19 @@ Engine Translator::engine() const
 int Translator::generation() const
 {
     return d->generation;
+}
+
+std::vector<Translation> Translator::preparation()
+{
+    std::vector<Translation> statements;
+    if (d->engine != Engine::Postgres) return statements;
+    for (const QString& text : postgresPreparation(d->schema)) {
+        Translation& statement = statements.emplace_back();
+        statement.text = text.toUtf8();
+        statement.writes = true;
+        statement.id = d->nextId++;
+    }
+    return statements;
 }
 
 const Translation& Translator::translate(QStringView tsql, std::vector<Literal>& literals)

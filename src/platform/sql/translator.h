@@ -57,6 +57,10 @@ public:
     /// The translation stays where it is until `capacity` other ones were made after it was last asked for.
     const Translation& translate(QStringView tsql, std::vector<Literal>& literals);
 
+    /// What an empty database needs before its first table is created, statement by statement in the
+    /// engine's own dialect: the order of texts, types, functions. Nothing for engines that bring them along.
+    std::vector<Translation> preparation();
+
     Engine engine() const;
 
     /// Rises when translations were dropped. Their ids never come again, so a driver may then drop all its

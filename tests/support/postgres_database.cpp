@@ -1,0 +1,68 @@
+#include "support/postgres_database.h"
+
+#include "platform/core/error.h"
+#include "platform/core/text.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+namespace quilla {
+
+namespace {
+
+void execute(PGconn* connection, const QByteArray& text)
+{
+    checkedResult(PQexec(connection, text.constData()));
+}
+
+} // namespace
+
+PostgresResult checkedResult(PGresult* result)
+{
+    PostgresResult checked(result, PQclear);
+    const ExecStatusType status = PQresultStatus(result);
+    if (status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK || status == PGRES_EMPTY_QUERY)
+        return checked;
+    throw Error(1, u"test"_s, QString::fromUtf8(PQresultErrorMessage(result)));
+}
+
+PostgresDatabase::PostgresDatabase()
+{
+    QFile file(QStringLiteral(QUILLA_POSTGRES_SOCKET));
+    if (!file.open(QIODevice::ReadOnly))
+        throw Error(1, u"test"_s, u"no server: tests/postgres/start.sh "_s + file.fileName());
+    m_folder = QString::fromUtf8(file.readAll());
+    static int count = 0;
+    m_name = u"quilla_%1_%2"_s.arg(QCoreApplication::applicationPid()).arg(++count);
+    execute(connectTo(u"postgres"_s).get(), "CREATE DATABASE " + m_name.toUtf8());
+    m_connection = connectTo(m_name);
+}
+
+PostgresDatabase::~PostgresDatabase()
+{
+    m_connection.reset();
+    const Link link = connectTo(u"postgres"_s);
+    PQclear(PQexec(link.get(), ("DROP DATABASE " + m_name.toUtf8() + " WITH (FORCE)").constData()));
+}
+
+PostgresDatabase::Link PostgresDatabase::connectTo(const QString& database) const
+{
+    const QString text
+        = u"host=%1 user=quilla dbname=%2 options='-c client_min_messages=warning'"_s.arg(m_folder, database);
+    Link link(PQconnectdb(text.toUtf8().constData()));
+    if (PQstatus(link.get()) == CONNECTION_OK) return link;
+    throw Error(1, u"test"_s, QString::fromUtf8(PQerrorMessage(link.get())));
+}
+
+QString PostgresDatabase::connectionText() const
+{
+    return u"Driver={PostgreSQL Unicode};Servername=%1;Port=5432;Database=%2;Uid=quilla;Pwd=;"
+           "UseServerSidePrepare=1;Protocol=7.4-2"_s.arg(m_folder, m_name);
+}
+
+void PostgresDatabase::run(const QByteArray& text) const
+{
+    execute(m_connection.get(), text);
+}
+
+} // namespace quilla

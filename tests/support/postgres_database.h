@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QString>
+
+#include <libpq-fe.h>
+
+#include <memory>
+
+namespace quilla {
+
+/// An empty database on the private PostgreSQL of a test run, dropped at the end. Throws `Error` when the
+/// server was not started: run the test by ctest, or tests/postgres/start.sh before it.
+class PostgresDatabase {
+public:
+    PostgresDatabase();
+    ~PostgresDatabase();
+    PostgresDatabase(const PostgresDatabase&) = delete;
+    PostgresDatabase& operator=(const PostgresDatabase&) = delete;
+
+    QString name() const { return m_name; }
+    /// What reaches it through ODBC.
+    QString connectionText() const;
+    PGconn* handle() const { return m_connection.get(); }
+    /// One or more statements whose rows do not matter. Throws `Error` with the server's words.
+    void run(const QByteArray& text) const;
+
+private:
+    struct Close {
+        void operator()(PGconn* connection) const { PQfinish(connection); }
+    };
+    using Link = std::unique_ptr<PGconn, Close>;
+
+    Link connectTo(const QString& database) const;
+
+    QString m_folder; ///< of the server's socket
+    QString m_name;
+    Link m_connection;
+};
+
+/// A result that is freed. Throws `Error` when it tells of a failure.
+using PostgresResult = std::unique_ptr<PGresult, void (*)(PGresult*)>;
+PostgresResult checkedResult(PGresult* result);
+
+} // namespace quilla
