@@ -60,4 +60,9 @@ void Connection::rollback()
     opened(m_lease).rollback();
 }
 
+void Connection::prepareDatabase()
+{
+    opened(m_lease).prepareDatabase();
+}
+
 } // namespace quilla

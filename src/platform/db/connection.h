@@ -40,6 +40,9 @@ public:
     void commit();
     void rollback();
 
+    /// Brings into an empty database what its engine needs before the first table.
+    void prepareDatabase();
+
 private:
     std::unique_ptr<Lease> m_lease;
 };

@@ -21,8 +21,12 @@ public:
     virtual sql::Engine engine() const = 0;
     /// One transaction at a time writes to the whole database: a second one could only wait for the first.
     virtual bool hasOneWriter() const = 0;
-    /// Whether the connection can still be lent. Asked when it is idle; cheap, sends nothing.
+    /// Whether the connection can still be lent. Asked when it is idle; cheap: what may take a while is
+    /// asked only after a while.
     virtual bool isAlive() = 0;
+    /// Whether a call that failed has shown that the connection is gone for good. What it should have done
+    /// may or may not have been done. Asks nothing.
+    virtual bool isLost() const { return false; }
 
     /// The number of rows that the statement changed; rows that it brings are dropped.
     virtual int execute(const sql::Translation& statement, const std::vector<sql::Literal>& literals) = 0;

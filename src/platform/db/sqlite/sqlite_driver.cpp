@@ -39,7 +39,7 @@ void SqliteDriver::setUp(As as, int busyMilliseconds)
     if (as == As::Library) refuseForeignFile();
     m_handle.run("pragma foreign_keys=off; pragma synchronous=full; pragma temp_store=memory");
     if (as != As::AnyFile && !sqlite3_db_readonly(database, "main")) m_handle.run("pragma journal_mode=wal");
-    const auto kept = SqliteStatement::Life::Kept;
+    const auto kept = StatementLife::Kept;
     m_begin = std::make_unique<SqliteStatement>(m_handle, "begin immediate", kept);
     m_commit = std::make_unique<SqliteStatement>(m_handle, "commit", kept);
     m_rollback = std::make_unique<SqliteStatement>(m_handle, "rollback", kept);
