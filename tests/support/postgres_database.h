@@ -23,6 +23,8 @@ public:
     PGconn* handle() const { return m_connection.get(); }
     /// One or more statements whose rows do not matter. Throws `Error` with the server's words.
     void run(const QByteArray& text) const;
+    /// From now on the server asks this user for the password.
+    void askForPassword(const QByteArray& user) const;
 
 private:
     struct Close {

@@ -88,8 +88,10 @@ qint64 OdbcConnection::number(const char* select) const
 
 void OdbcConnection::fail(SQLHANDLE statement) const
 {
-    const OdbcDiagnosis diagnosis = diagnose(SQL_HANDLE_STMT, statement);
+    OdbcDiagnosis diagnosis = diagnose(SQL_HANDLE_STMT, statement);
     m_lost = m_lost || diagnosis.isState(u"08") || isDead();
+    // A server that ends a connection tells it as a failure of the statement.
+    if (m_lost) diagnosis.state = u"08S01"_s;
     throw odbcError(diagnosis);
 }
 

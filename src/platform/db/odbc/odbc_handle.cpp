@@ -97,19 +97,19 @@ OdbcEnvironment::OdbcEnvironment()
         m_handle.get(), SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), SQL_IS_INTEGER);
 }
 
+/// The files of the driver manager are UTF-8, whatever the locale.
 std::vector<OdbcEnvironment::Entry> OdbcEnvironment::entries(List* list) const
 {
+    constexpr SQLSMALLINT Room = 1024;
     std::vector<Entry> found;
-    SQLWCHAR name[1024] {};
-    SQLWCHAR description[1024] {};
-    SQLSMALLINT nameLength = 0;
-    SQLSMALLINT descriptionLength = 0;
-    const auto room = SQLSMALLINT(std::size(name));
-    for (SQLUSMALLINT which = SQL_FETCH_FIRST;
-         SQL_SUCCEEDED(list(get(), which, name, room, &nameLength, description, room, &descriptionLength));
-         which = SQL_FETCH_NEXT)
-        found.push_back({QString::fromUtf16(reinterpret_cast<const char16_t*>(name)),
-            QString::fromUtf16(reinterpret_cast<const char16_t*>(description))});
+    SQLCHAR name[Room] {};
+    SQLCHAR description[Room] {};
+    SQLUSMALLINT which = SQL_FETCH_FIRST;
+    while (SQL_SUCCEEDED(list(get(), which, name, Room, nullptr, description, Room, nullptr))) {
+        found.push_back({QString::fromUtf8(reinterpret_cast<const char*>(name)),
+            QString::fromUtf8(reinterpret_cast<const char*>(description))});
+        which = SQL_FETCH_NEXT;
+    }
     return found;
 }
 

@@ -60,11 +60,11 @@ public:
         QString name;
         QString description;
     };
-    std::vector<Entry> dataSources() const { return entries(SQLDataSourcesW); }
-    std::vector<Entry> drivers() const { return entries(SQLDriversW); }
+    std::vector<Entry> dataSources() const { return entries(SQLDataSources); }
+    std::vector<Entry> drivers() const { return entries(SQLDrivers); }
 
 private:
-    using List = decltype(SQLDataSourcesW);
+    using List = decltype(SQLDataSources);
     std::vector<Entry> entries(List* list) const;
 
     OdbcHandle m_handle {SQL_HANDLE_ENV, SQL_NULL_HANDLE};

@@ -5,6 +5,7 @@
 #include "platform/db/odbc/odbc_handle.h"
 
 #include <algorithm>
+#include <span>
 
 namespace quilla {
 
@@ -44,18 +45,25 @@ QString driverOfSource(const QString& name, const OdbcInstallation& installed)
     throw Error(ErrorNumber::CannotOpen, u"ODBC"_s, u"本机没有名为“%1”的数据源。"_s.arg(name));
 }
 
-/// The value of an item that was typed by an operator: quotes were doubled, and it goes into braces where
-/// the interface would else read a part of it as its own. Other items stand as they were written.
+bool is(const QString& key, QStringView name)
+{
+    return key.compare(name, Qt::CaseInsensitive) == 0;
+}
+
+/// In braces, so that the interface reads no part of it as its own.
+QString braced(QString value)
+{
+    return u'{' + value.replace(u'}', u"}}"_s) + u'}';
+}
+
+/// The value of an item. What an operator typed has its quotes doubled; other items stand as they were
+/// written. A password alone may hold anything, and is the only value that all drivers take in braces.
 QString valueText(const QString& key, QString value)
 {
-    constexpr QStringView Typed[] {u"DSN", u"Server", u"Servername", u"UID", u"PWD", u"Database"};
-    const bool typed = std::ranges::any_of(
-        Typed, [&key](QStringView name) { return key.compare(name, Qt::CaseInsensitive) == 0; });
-    if (!typed) return value;
-    value.replace(u"''"_s, u"'"_s);
-    const bool plain = std::ranges::none_of(
-        value, [](QChar c) { return QStringView(u"[]{}(),;?*=!@").contains(c) || c.isSpace(); });
-    return plain ? value : u'{' + value.replace(u'}', u"}}"_s) + u'}';
+    constexpr QStringView Typed[] {u"Server", u"Servername", u"UID", u"PWD", u"Database"};
+    const bool typed = std::ranges::any_of(Typed, [&key](QStringView name) { return is(key, name); });
+    if (typed) value.replace(u"''"_s, u"'"_s);
+    return is(key, u"PWD") && !value.isEmpty() ? braced(value) : value;
 }
 
 QString withoutBraces(const QString& value)
@@ -67,6 +75,7 @@ QString withoutBraces(const QString& value)
 struct Option {
     QStringView key;
     QStringView value;
+    bool mayDiffer = false; ///< when the stored text tells it
 };
 
 /// Statements are prepared on the server; transactions and savepoints are ours, since the driver's own give
@@ -80,36 +89,47 @@ constexpr Option PostgresOptions[] {
     {u"BoolsAsChar", u"0"},
     {u"LFConversion", u"0"},
     {u"Parse", u"0"},
-    {u"CommLog", u"0"},
-    {u"Debug", u"0"},
-    {u"pqopt", u"{keepalives_idle=15 keepalives_interval=5 keepalives_count=3 tcp_user_timeout=30000}"},
+    {u"CommLog", u"0", true},
+    {u"Debug", u"0", true},
+    {u"pqopt", u"{keepalives_idle=15 keepalives_interval=5 keepalives_count=3 tcp_user_timeout=30000}", true},
 };
 
 constexpr Option FreeTdsOptions[] {
-    {u"TDS_Version", u"7.4"},
     {u"ClientCharset", u"UTF-8"},
+    {u"TDS_Version", u"7.4", true},
 };
 
-bool names(const QString& driver, QStringView part)
+bool mentions(const QString& driver, QStringView part)
 {
     return driver.contains(part, Qt::CaseInsensitive);
 }
 
-QString optionsFor(const QString& driver, const ConnectionItems& items)
+std::span<const Option> optionsFor(const QString& driver)
 {
-    QString text;
-    const auto add = [&](const Option& option) {
-        if (!items.value(option.key)) text += u"%1=%2;"_s.arg(option.key, option.value);
-    };
-    if (names(driver, u"postgres") || names(driver, u"psqlodbc")) std::ranges::for_each(PostgresOptions, add);
-    if (names(driver, u"freetds") || names(driver, u"tdsodbc")) {
-        std::ranges::for_each(FreeTdsOptions, add);
-        // A named instance and "host,port" bring their own.
-        const QString server = items.value(u"Server").value_or(QString());
-        const bool hasPort = server.isEmpty() || server.contains(u'\\') || server.contains(u',');
-        if (!hasPort) add({u"Port", u"1433"});
+    if (mentions(driver, u"postgres") || mentions(driver, u"psqlodbc")) return PostgresOptions;
+    if (mentions(driver, u"freetds") || mentions(driver, u"tdsodbc")) return FreeTdsOptions;
+    return {};
+}
+
+/// A named instance and "host,port" bring their own.
+bool needsPort(const ConnectionItems& items)
+{
+    const QString server = items.value(u"Server").value_or(QString());
+    return !server.isEmpty() && !server.contains(u'\\') && !server.contains(u',') && !items.value(u"Port");
+}
+
+/// The item that names the driver or the data source, as the driver manager wants it; `driver` learns which
+/// driver that is.
+QString sourceItem(const ConnectionItems& items, const OdbcInstallation& installed, QString& driver)
+{
+    if (const auto name = items.value(u"DSN")) {
+        driver = driverOfSource(*name, installed);
+        return u"DSN=%1;"_s.arg(*name);
     }
-    return text;
+    const auto name = items.value(u"Driver");
+    if (!name) throw Error(ErrorNumber::CannotOpen, u"ODBC"_s, u"连接信息里既没有数据源，也没有驱动。"_s);
+    driver = requireDriver(withoutBraces(*name), installed.drivers);
+    return u"Driver={%1};"_s.arg(driver);
 }
 
 } // namespace
@@ -127,21 +147,19 @@ OdbcInstallation OdbcInstallation::read()
 
 QString odbcText(const ConnectionItems& items, const OdbcInstallation& installed)
 {
-    QString text;
     QString driver;
+    QString text = sourceItem(items, installed, driver);
+    const auto options = optionsFor(driver);
     for (const auto& [key, value] : items.items) {
-        if (key.compare(u"PROVIDER", Qt::CaseInsensitive) == 0) continue;
-        if (key.compare(u"Driver", Qt::CaseInsensitive) == 0) {
-            driver = requireDriver(withoutBraces(value), installed.drivers);
-            text += u"Driver={"_s + driver + u"};"_s;
-            continue;
-        }
-        if (key.compare(u"DSN", Qt::CaseInsensitive) == 0) driver = driverOfSource(value, installed);
-        text += key + u'=' + valueText(key, value) + u';';
+        const bool isOurs = std::ranges::any_of(
+            options, [&key = key](const Option& option) { return !option.mayDiffer && is(key, option.key); });
+        if (!isOurs && !is(key, u"PROVIDER") && !is(key, u"DSN") && !is(key, u"Driver"))
+            text += key + u'=' + valueText(key, value) + u';';
     }
-    if (driver.isEmpty())
-        throw Error(ErrorNumber::CannotOpen, u"ODBC"_s, u"连接信息里既没有数据源，也没有驱动。"_s);
-    return text + optionsFor(driver, items);
+    for (const Option& option : options)
+        if (!option.mayDiffer || !items.value(option.key)) text += u"%1=%2;"_s.arg(option.key, option.value);
+    if (options.data() == FreeTdsOptions && needsPort(items)) text += u"Port=1433;"_s;
+    return text;
 }
 
 } // namespace quilla
