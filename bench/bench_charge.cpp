@@ -44,6 +44,7 @@ int number(const QCommandLineParser& options, const QString& name) { return opti
 
 int main(int argc, char** argv)
 {
+    settleTimeZone();
     QCoreApplication application(argc, argv);
     QCommandLineParser options;
     options.addOptions({{u"readers"_s, {}, u"N"_s, u"50000"_s}, {u"copies"_s, {}, u"N"_s, u"200000"_s},
@@ -78,24 +79,24 @@ int main(int argc, char** argv)
     session.OperatorName = u"bench"_s;
     BareCharge bare(file.toStdString());
 
-    // Readers without an overdue loan come first; the copies behind the loans are free.
-    QStringList readers;
-    {
+    const auto codes = [&](const QString& select) {
         Connection conn = factory.open(session.ConnectionText);
-        for (Recordset row = conn.open(u"select readercode from dzk where readstatus='有效' and readercode not in (select readercode from jhsk where yhdate<getdate()) and (term is null or term>getdate())");
-             !row.eof(); row.next())
-            readers.append(row.field(0).text());
-    }
+        QStringList found;
+        for (Recordset row = conn.open(select); !row.eof(); row.next())
+            found.append(row.field(0).text());
+        return found;
+    };
+    const QStringList readers = codes(u"select readercode from dzk where readstatus='有效' and readercode not in (select readercode from jhsk where yhdate<getdate()) and (term is null or term>getdate())"_s);
+    // Lendable, and held for nobody: every charge takes the same road.
+    const QStringList copies = codes(u"select barcode from sck where borrowstatus=1 and bookstatus='库本' and barcode not in (select barcode from yyk)"_s);
     const int rounds = number(options, u"rounds"_s);
     constexpr int block = 50;
-    int copy = scale.loans;
-    const auto nextCopy = [&] { return scaleBarcode(++copy); };
     std::vector<double> ours;
     std::vector<double> theirs;
     QElapsedTimer timer;
     for (int round = 0; round < rounds; ++round) {
         const QString reader = readers[round % readers.size()];
-        const QString barcode = nextCopy();
+        const QString barcode = copies.at(round);
         if (round / block % 2 == 0) {
             timer.start();
             if (ChargeBook(session, desk, barcode, reader) != Charged) qFatal("a charge was refused");

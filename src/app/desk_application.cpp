@@ -2,6 +2,7 @@
 
 #include "app/screens.h"
 #include "database/library_schema.h"
+#include "database/procedures.h"
 #include "frame/login_form.h"
 #include "frame/main_form.h"
 #include "frame/start_ops.h"
@@ -16,10 +17,10 @@ DeskApplication::DeskApplication(Prompt& prompt)
     : m_schema(librarySchema())
     , m_connections(m_schema, m_clock)
     , m_session {m_settings, prompt, m_clock, m_connections, m_editor}
-    , m_fines(m_session)
-    , m_screens(allScreens(m_fines))
+    , m_screens(allScreens())
 {
     m_editor.serve(m_session);
+    installProcedures(m_connections);
 }
 
 int DeskApplication::run()

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "app/desk_fines.h"
 #include "frame/odbc_form.h"
 #include "frame/screens.h"
 #include "platform/core/settings.h"
@@ -29,7 +28,6 @@ private:
     PooledFactory m_connections;
     DialogConnectionEditor m_editor;
     Session m_session;
-    DeskFines m_fines;
     ScreenCatalog m_screens;
 };
 

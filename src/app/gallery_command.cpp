@@ -3,6 +3,8 @@
 #include "app/desk_application.h"
 #include "app/gallery_ops.h"
 #include "desk/desk_form.h"
+#include "desk/reader_picker_form.h"
+#include "exceptions/fine_form.h"
 #include "frame/about_form.h"
 #include "frame/login_form.h"
 #include "frame/main_form.h"
@@ -30,7 +32,8 @@ public:
     {
         if (!window.testAttribute(Qt::WA_Resized)) window.adjustSize();
         for (const double scale : {1.0, 1.5, 2.0}) {
-            const QString file = m_folder.filePath(u"%1@%2.png"_s.arg(name, QString::number(int(scale * 100))));
+            const QString file
+                = m_folder.filePath(u"%1@%2.png"_s.arg(name, QString::number(int(scale * 100))));
             if (!renderPng(window, file, scale)) m_failed.append(file);
         }
     }
@@ -46,6 +49,33 @@ void pressEnter(QWidget& box)
 {
     QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, u"\r"_s);
     QCoreApplication::sendEvent(&box, &press);
+}
+
+void addPages(Album& album, const QString& name, QWidget& form, QTabWidget& book)
+{
+    for (int page = 0; page < book.count(); ++page) {
+        book.setCurrentIndex(page);
+        album.add(u"%1-%2"_s.arg(name, QString::number(page)), form);
+    }
+}
+
+void addFines(Album& album, Session& session)
+{
+    FKmangerFrm form(session, u"A"_s);
+    form.Text1[FineBox::Barcode].setText(overdueCopyForPictures(session));
+    form.Text1_LostFocus(FineBox::Barcode);
+    form.Check1[int(FineKind::Defile)].setChecked(true);
+    addPages(album, u"FKmangerFrm"_s, form, form.SSTab1);
+}
+
+void addPickers(Album& album, Session& session)
+{
+    ReaderPickerFrm noCard(session, noCardPicker());
+    album.add(noCard.objectName(), noCard);
+    ReaderPickerFrm everyReader(session, everyReaderPicker());
+    everyReader.Text1.setText(u"无此人"_s);
+    everyReader.Command1.click();
+    album.add(everyReader.objectName(), everyReader);
 }
 
 } // namespace
@@ -82,6 +112,14 @@ int renderGallery(DeskApplication& desk, const QString& folder)
     album.add(u"TsjhFrm-0"_s, *form);
     form->SSTab1.setCurrentIndex(1);
     album.add(u"TsjhFrm-1"_s, *form);
+    form->SSTab1.setCurrentIndex(2);
+    form->Query.Check2[0].click();
+    form->Query.Text2[0].setText(u"王"_s);
+    form->Query.CmdFind.click();
+    album.add(u"TsjhFrm-2"_s, *form);
+
+    addFines(album, session);
+    addPickers(album, session);
 
     for (const QString& file : album.failed())
         QTextStream(stderr) << u"无法写入："_s << file << Qt::endl;

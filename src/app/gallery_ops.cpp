@@ -4,14 +4,28 @@
 
 namespace quilla {
 
-QString readerForPictures(Session& session)
+namespace {
+
+QString firstOf(Session& session, const QString& tsql)
 {
     Connection conn;
     if (OpenDbConnection(session, conn) != GoOn) return {};
-    const Recordset row = openOrEmpty(session, conn,
-        u"select top 1 readercode from dzk where readstatus='有效' order by orderbook desc,readercode"_s);
+    const Recordset row = openOrEmpty(session, conn, tsql);
     session.error.clear();
     return row.eof() ? QString() : row.field(0).text();
+}
+
+} // namespace
+
+QString readerForPictures(Session& session)
+{
+    return firstOf(session,
+        u"select top 1 readercode from dzk where readstatus='有效' order by orderbook desc,readercode"_s);
+}
+
+QString overdueCopyForPictures(Session& session)
+{
+    return firstOf(session, u"select top 1 barcode from JhskCqV order by cqday desc,barcode"_s);
 }
 
 } // namespace quilla

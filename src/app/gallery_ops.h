@@ -8,4 +8,7 @@ namespace quilla {
 /// there is none.
 QString readerForPictures(Session& session);
 
+/// The copy that is overdue longest. Empty when there is none.
+QString overdueCopyForPictures(Session& session);
+
 } // namespace quilla

@@ -1,6 +1,7 @@
 #include "app/application.h"
 #include "app/desk_application.h"
 #include "app/gallery_command.h"
+#include "platform/core/dates.h"
 #include "platform/ui/dialog_prompt.h"
 #include "platform/ui/icons.h"
 #include "platform/ui/theme.h"
@@ -9,6 +10,7 @@ using namespace quilla;
 
 int main(int argc, char** argv)
 {
+    settleTimeZone();
     GuardedApplication application(argc, argv);
     QCoreApplication::setApplicationName(u"quilla"_s);
     QCoreApplication::setApplicationVersion(u"4.1"_s);

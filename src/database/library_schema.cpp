@@ -1,5 +1,6 @@
 #include "database/library_schema.h"
 
+#include "database/procedures.h"
 #include "database/resource_text.h"
 #include "platform/core/text.h"
 
@@ -31,6 +32,9 @@ void createLibrary(Connection& connection)
 {
     connection.prepareEmptyBase();
     executeAll(connection, definitions());
+    if (!connection.keepsProcedures()) return;
+    for (const QString& procedure : procedureDefinitions())
+        connection.execute(procedure);
 }
 
 void insertInitialRows(Connection& connection, const QString& operatorName)

@@ -8,8 +8,8 @@ namespace quilla {
 /// The tables and views of the library with the kinds of their columns, for translators and factories.
 sql::Schema librarySchema();
 
-/// Creates all tables, indexes and views on an empty database of any engine, in one transaction of the
-/// caller or without one. Throws `Error`, also when one of them is there already.
+/// Creates all tables, indexes, views and stored procedures on an empty database of any engine, in one
+/// transaction of the caller or without one. Throws `Error`, also when one of them is there already.
 void createLibrary(Connection& connection);
 
 /// Writes what a new base holds before the first start: the classes of the ranking filter, the captions of

@@ -9,10 +9,10 @@ std::optional<Holiday> readHoliday(const QString& code)
     constexpr qsizetype width = 10;
     const QStringView text(code);
     if (text.size() < 2 * width + 1) return {};
-    const auto from = readDate(text.first(width));
-    const auto to = readDate(text.sliced(width + 1, width));
+    const auto from = readDay(text.first(width));
+    const auto to = readDay(text.sliced(width + 1, width));
     if (!from || !to) return {};
-    return Holiday {from->date(), to->date()};
+    return Holiday {*from, *to};
 }
 
 QDate moveOverHolidays(QDate start, int days, const std::vector<Holiday>& holidays)

@@ -4,9 +4,12 @@ namespace quilla {
 
 bool readConnectionText(Session& session)
 {
-    session.ConnectionText = session.settings.get(StoredText::Application.toString(),
-        StoredText::Section.toString(), StoredText::Key.toString(), StoredText::Missing.toString());
-    return session.ConnectionText != StoredText::Missing;
+    static const QString application = StoredText::Application.toString();
+    static const QString section = StoredText::Section.toString();
+    static const QString key = StoredText::Key.toString();
+    static const QString missing = StoredText::Missing.toString();
+    session.ConnectionText = session.settings.get(application, section, key, missing);
+    return session.ConnectionText != missing;
 }
 
 void storeConnectionText(Session& session, const QString& text)
@@ -39,6 +42,18 @@ int OpenDbConnection(Session& session, Connection& conn)
     if (!enterAnew) return GoOn;
     session.connectionEditor.editConnection();
     return -1;
+}
+
+int OpenShapeConnection(Session& session, Connection& conn)
+{
+    session.error.clear();
+    QString text = session.ConnectionText;
+    text.replace(u"MSDASQL"_s, u"MSDataShape"_s);
+    conn = Connection();
+    session.error.attempt([&] { conn = session.connections.open(text); });
+    const int number = session.error.number();
+    session.error.clear();
+    return number;
 }
 
 QDateTime GetServerDate(Session& session)

@@ -1,5 +1,7 @@
 #include "app/screens.h"
 #include "desk/desk_form.h"
+#include "desk/reader_picker_form.h"
+#include "exceptions/fine_form.h"
 #include "frame/about_form.h"
 #include "frame/login_form.h"
 #include "frame/main_form.h"
@@ -78,6 +80,9 @@ QWidget* TestScreens::form(const QString& name)
     if (name == u"EditPassFrm") m_form = std::make_unique<EditPassFrm>(m->session);
     if (name == u"AboutFrm") m_form = std::make_unique<AboutFrm>();
     if (name == u"TsjhFrm") m_form = std::make_unique<TsjhFrm>(m->session, m_host, m_fines);
+    if (name == u"FKmangerFrm") m_form = std::make_unique<FKmangerFrm>(m->session, u"A"_s);
+    if (name == u"frmWuZhengJieShu") m_form = std::make_unique<ReaderPickerFrm>(m->session, noCardPicker());
+    if (name == u"frmReaderSelect") m_form = std::make_unique<ReaderPickerFrm>(m->session, everyReaderPicker());
     return m_form.get();
 }
 
@@ -100,6 +105,16 @@ void TestScreens::controls_data()
                                     u"Frame1=读者信息"_s, u"Label1=输入读者证号："_s, u"Label2=输入图书条码号："_s, u"Frame2=借书信息"_s,
                                     u"Label3(0)=读者证号："_s, u"Label3(2)=性    别："_s, u"Label3(9)=有效期限："_s, u"Label5(9)="_s,
                                     u"Label8=输入图书条码号："_s, u"Check1=续 借(&A)"_s, u"Frame3=还书信息"_s, u"tMsg="_s};
+    QTest::newRow("FKmangerFrm") << u"FKmangerFrm"_s << u"罚款管理"_s
+                                 << QStringList {u"Text1(0)="_s, u"Text1(12)="_s, u"Check1(0)=超期"_s, u"Check1(1)=污损"_s,
+                                        u"Check1(2)=丢失"_s, u"lXinXi(2)="_s, u"Command1(0)=&A 保存增加"_s,
+                                        u"Command1(1)=&S  保存"_s, u"Command1(2)=&X  关闭"_s, u"Grid1(1)="_s};
+    const QStringList picker {u"Text1="_s, u"Command1=查询( &F )"_s, u"Frame1=读者详细资料"_s, u"Image1="_s,
+        u"labNotExists=，没有%1"_s, u"Text2(0)="_s, u"Text2(16)="_s, u"Command2(0)=选定此读者( &D )"_s,
+        u"Command2(1)=取消退出( &Q )"_s, u"Grid1="_s};
+    const auto pickerWith = [&](const QString& notice) { return QStringList(picker).replaceInStrings(u"%1"_s, notice); };
+    QTest::newRow("frmWuZhengJieShu") << u"frmWuZhengJieShu"_s << u"借还图书-->无证借书"_s << pickerWith(u"无证借书权限"_s);
+    QTest::newRow("frmReaderSelect") << u"frmReaderSelect"_s << u"选择读者"_s << pickerWith(u"登记读者证！"_s);
 }
 
 void TestScreens::controls()
@@ -117,7 +132,7 @@ void TestScreens::controls()
 
 void TestScreens::everyInputHasAName()
 {
-    for (const QString& name : {u"frmODBC"_s, u"LtLoginFrm"_s, u"EditPassFrm"_s, u"TsjhFrm"_s}) {
+    for (const QString& name : {u"frmODBC"_s, u"LtLoginFrm"_s, u"EditPassFrm"_s, u"TsjhFrm"_s, u"FKmangerFrm"_s, u"frmReaderSelect"_s}) {
         for (const QWidget* control : form(name)->findChildren<QWidget*>()) {
             const bool input = qobject_cast<const QLineEdit*>(control) || qobject_cast<const QComboBox*>(control)
                 || qobject_cast<const FlexGrid*>(control);
@@ -130,7 +145,7 @@ void TestScreens::everyInputHasAName()
 
 void TestScreens::menuAndToolbar()
 {
-    const ScreenCatalog catalog = allScreens(m_fines);
+    const ScreenCatalog catalog = allScreens();
     LtMainFrm window(m->session, catalog);
     QCOMPARE(window.windowTitle(), u"Quilla青简总馆V4.1-----------------------青简台"_s);
     QStringList menus;
@@ -157,7 +172,7 @@ void TestScreens::menuAndToolbar()
 
 void TestScreens::screensAreReused()
 {
-    const ScreenCatalog catalog = allScreens(m_fines);
+    const ScreenCatalog catalog = allScreens();
     LtMainFrm window(m->session, catalog);
     window.show();
     window.openScreen(u"TsjhFrm"_s);

@@ -74,7 +74,7 @@ void TestOdbc::init()
     m_database = std::make_unique<PostgresDatabase>();
     m_factory = std::make_unique<PooledFactory>(m_schema, m_clock);
     Connection connection = open();
-    connection.prepareDatabase();
+    connection.prepareEmptyBase();
     for (const auto& part : sql::splitScript(Script))
         connection.execute(part.text);
 }

@@ -19,6 +19,8 @@ class TestValues : public QObject {
 private Q_SLOTS:
     void reads_data();
     void reads();
+    void decimals_data();
+    void decimals();
     void digits_data();
     void digits();
     void dates_data();
@@ -66,6 +68,44 @@ void TestValues::reads()
     if (number.isValid()) QCOMPARE(*value.number(), number.toDouble());
     QTEST(value.isTrue(), "isTrue");
     QVERIFY(!value.moment().isValid());
+}
+
+void TestValues::decimals_data()
+{
+    QTest::addColumn<QString>("left");
+    QTest::addColumn<QString>("right");
+    QTest::addColumn<QString>("product"); // empty: `left` is no number
+    QTest::addColumn<QString>("money");
+    const auto row = [](const char* left, const char* right, const char* product, const char* money) {
+        QTest::addRow("%s*%s", left, right) << QString::fromLatin1(left) << QString::fromLatin1(right)
+                                            << QString::fromLatin1(product) << QString::fromLatin1(money);
+    };
+    row("0.1", "12", "1.2", "1.20");
+    row("1.005", "1", "1.005", "1.01"); // below it as a binary fraction
+    row("-1.005", "1.000", "-1.005", "-1.01");
+    row("-0.5", "-.25", "0.125", "0.13");
+    row("-0.001", "1", "-0.001", "0.00");
+    row("9.995", "1", "9.995", "10.00");
+    row(" +007. ", "2", "14", "14.00");
+    row("1.5E-3", "1e4", "15", "15.00");
+    row("0", "-5", "0", "0.00");
+    row("123456789012345678901234.5", "1000000000000000000000.1", "123456789012345678901246845678901234567890123.45",
+        "123456789012345678901246845678901234567890123.45");
+    for (const char* text : {"", ".", "-", "1e", "e5", "1e101", "1.2.3", "0x1", "nan", "1,000"})
+        row(text, "1", "", "");
+}
+
+void TestValues::decimals()
+{
+    QFETCH(QString, left);
+    QFETCH(QString, right);
+    QFETCH(QString, product);
+    const auto number = Decimal::read(left);
+    QCOMPARE(number.has_value(), !product.isEmpty());
+    if (!number) return;
+    const Decimal result = *number * Decimal::read(right).value_or(Decimal());
+    QCOMPARE(result.text(), product);
+    QTEST(result.fixed(2), "money");
 }
 
 void TestValues::digits_data()

@@ -1,5 +1,6 @@
 #include "platform/core/error.h"
 #include "platform/core/text.h"
+#include "platform/sql/shape_statement.h"
 #include "platform/sql/translator.h"
 
 #include <QTest>
@@ -210,6 +211,37 @@ private Q_SLOTS:
         QVERIFY(shaped.returnsRows && shaped.parameters.empty());
         QVERIFY(server.translate(u" SHAPE {select 'y' as k}  AS a COMPUTE a BY 'k'"_s, m_literals).id
             != shaped.id);
+    }
+
+    void shapesGroupASelect()
+    {
+        const ShapeStatement shape
+            = readShape(u" SHAPE {select name+' }：' as GroupKey,* from v where a='it''s'}  AS JHSKT COMPUTE "
+                        u"jhskt BY 'readercode','GroupKey'");
+        QCOMPARE(shape.select, u"select name+' }：' as GroupKey,* from v where a='it''s'"_s);
+        QCOMPARE(shape.child, u"JHSKT"_s);
+        QCOMPARE(shape.groupBy, (std::vector<QString> {u"readercode"_s, u"GroupKey"_s}));
+        QCOMPARE(readShape(u"shape { select 1 } as a compute a by k").groupBy, std::vector<QString> {u"k"_s});
+    }
+
+    void shapesAreRefused_data()
+    {
+        QTest::addColumn<QString>("shape");
+        QTest::addColumn<QString>("told");
+        QTest::newRow("no select") << u"shape select 1"_s << u"第 1 行第 7 列"_s;
+        QTest::newRow("open brace") << u"shape {select '}' "_s << u"此处应为 }"_s;
+        QTest::newRow("open quote") << u"shape {select 'a} as b compute b by 'k'"_s << u"第 1 行"_s;
+        QTest::newRow("other child") << u"shape {x} as a compute b by 'k'"_s << u"“b”：此处应为 a"_s;
+        QTest::newRow("no groups") << u"shape {x} as a compute a"_s << u"语句末尾"_s;
+        QTest::newRow("more") << u"shape {x} as a compute a by 'k' x"_s << u"附近有语法错误"_s;
+    }
+
+    void shapesAreRefused()
+    {
+        QFETCH(QString, shape);
+        QFETCH(QString, told);
+        const QString message = messageOf([&] { readShape(shape); });
+        QVERIFY2(message.contains(told), qPrintable(message));
     }
 
     void theSchemaKnowsColumns()

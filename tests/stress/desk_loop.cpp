@@ -20,6 +20,7 @@ using namespace quilla;
 
 int main(int argc, char** argv)
 {
+    settleTimeZone();
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() != 6) return 2;

@@ -2,6 +2,7 @@
 
 #include "database/check.h"
 #include "database/library_schema.h"
+#include "database/procedures.h"
 #include "frame/sublib.h"
 #include "platform/db/connection_text.h"
 #include "platform/db/embedded.h"
@@ -38,6 +39,7 @@ TestLibrary::TestLibrary()
     , factory(schema, clock)
     , session {settings, prompt, clock, factory, editor}
 {
+    installProcedures(factory);
     const QString file = folder.filePath(u"library.db"_s);
     createEmbedded(file, schema, clock, createLibrary);
     connectionText = u"PROVIDER=MSDASQL;DSN=%1;UID=desk;PWD=;Database=%2;"_s.arg(BuiltInDataSource, file);
@@ -69,9 +71,10 @@ void TestLibrary::reader(const QString& code, const Row& changes)
 void TestLibrary::copy(const QString& barcode, const Row& changes)
 {
     const QString title = QString::number(m_nextTitle++);
-    insert(u"zsk"_s, {{u"bookname"_s, u"书名"_s + title}, {u"author"_s, u"著者"_s + title}, {u"classcode"_s, u"I247"_s}});
-    const Row row {{u"zskid"_s, title}, {u"barcode"_s, barcode}, {u"price"_s, u"20"_s}, {u"borrowstatus"_s, u"1"_s},
-        {u"bookstatus"_s, u"库本"_s}};
+    insert(u"zsk"_s,
+        {{u"bookname"_s, u"书名"_s + title}, {u"author"_s, u"著者"_s + title}, {u"classcode"_s, u"I247"_s}});
+    const Row row {{u"zskid"_s, title}, {u"barcode"_s, barcode}, {u"price"_s, u"20"_s},
+        {u"borrowstatus"_s, u"1"_s}, {u"bookstatus"_s, u"库本"_s}};
     insert(u"sck"_s, changed(row, changes));
 }
 
@@ -99,7 +102,8 @@ void TestLibrary::holiday(const QString& name, const QString& period)
 
 void TestLibrary::operatorUser(const QString& name, const QString& password, bool mayBorrow)
 {
-    insert(u"LibUse"_s, {{u"username"_s, name}, {u"password"_s, password}, {u"borrow"_s, mayBorrow ? u"1"_s : u"0"_s}});
+    insert(u"LibUse"_s,
+        {{u"username"_s, name}, {u"password"_s, password}, {u"borrow"_s, mayBorrow ? u"1"_s : u"0"_s}});
 }
 
 int TestLibrary::send(const QString& tsql)
@@ -136,8 +140,7 @@ void TestLibrary::failAt(const QString& part)
 {
     factory.setHook([this, part](QStringView statement) {
         sent.append(statement.toString());
-        if (!part.isEmpty() && statement.contains(part))
-            throw Error(-77, u"test"_s, u"语句失败："_s + part);
+        if (!part.isEmpty() && statement.contains(part)) throw Error(-77, u"test"_s, u"语句失败："_s + part);
     });
 }
 

@@ -1,3 +1,4 @@
+#include "platform/core/dates.h"
 #include "platform/core/error.h"
 #include "quilla-db/commands.h"
 
@@ -5,6 +6,7 @@
 
 int main(int argc, char** argv)
 {
+    quilla::settleTimeZone();
     const QCoreApplication application(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);

@@ -102,6 +102,18 @@ std::optional<QDateTime> readDate(QStringView text)
     return QDateTime(*date, *time);
 }
 
+std::optional<QDate> readDay(QStringView text)
+{
+    text = text.trimmed();
+    const auto date = takeDate(text);
+    return text.isEmpty() ? date : std::nullopt;
+}
+
+void settleTimeZone()
+{
+    if (!qEnvironmentVariableIsSet("TZ")) qputenv("TZ", ":/etc/localtime");
+}
+
 QDate zeroDate() { return QDate(1899, 12, 30); }
 
 } // namespace quilla

@@ -35,6 +35,13 @@ QString localeDateText(const QDateTime& moment);
 /// "20030105", "2003-01-05 8:05:03.120". Nothing when the text is no date. Blanks around it are ignored.
 std::optional<QDateTime> readDate(QStringView text);
 
+/// Reads a date without a time, as `readDate` does. Cheaper, since no time zone is asked.
+std::optional<QDate> readDay(QStringView text);
+
+/// Fixes the time zone of the process to the machine's, once: without it the C library looks the zone's
+/// file up anew for every date. For the first line of main.
+void settleTimeZone();
+
 /// The date that an unset date variable holds: 1899-12-30.
 QDate zeroDate();
 

@@ -8,8 +8,6 @@
 #include <QSettings>
 #include <QStandardPaths>
 
-#include <array>
-
 #include <sys/stat.h>
 
 namespace quilla {
@@ -28,14 +26,12 @@ void makePrivate(const QString& path)
         throw Error(75, u"settings"_s, u"无法写入设置文件：%1"_s.arg(path));
 }
 
-/// What changes when another process writes the file; empty for a missing one.
-QByteArray lookOf(const QString& path)
+/// What changes when another process writes the file; zeros for a missing one.
+std::array<qint64, 4> lookOf(const QByteArray& path)
 {
     struct stat state {};
-    if (::stat(QFile::encodeName(path).constData(), &state) != 0) return {};
-    const std::array<qint64, 4> look {
-        qint64(state.st_ino), qint64(state.st_size), qint64(state.st_mtim.tv_sec), qint64(state.st_mtim.tv_nsec)};
-    return QByteArray(reinterpret_cast<const char*>(look.data()), sizeof look);
+    if (::stat(path.constData(), &state) != 0) return {};
+    return {qint64(state.st_ino), qint64(state.st_size), qint64(state.st_mtim.tv_sec), qint64(state.st_mtim.tv_nsec)};
 }
 
 } // namespace
@@ -54,11 +50,12 @@ QString FileSettings::fileOf(const QString& application) const
 const FileSettings::Snapshot& FileSettings::snapshotOf(const QString& application) const
 {
     Snapshot& snapshot = m_snapshots[application];
-    const QString path = fileOf(application);
-    const QByteArray look = lookOf(path);
+    if (snapshot.path.isEmpty()) snapshot.path = QFile::encodeName(fileOf(application));
+    const auto look = lookOf(snapshot.path);
     if (look == snapshot.look) return snapshot;
-    snapshot = {look, {}};
-    const QSettings file(path, QSettings::IniFormat);
+    snapshot.look = look;
+    snapshot.values.clear();
+    const QSettings file(fileOf(application), QSettings::IniFormat);
     for (const QString& key : file.allKeys())
         snapshot.values.insert(key, file.value(key).toString());
     return snapshot;

@@ -3,6 +3,8 @@
 #include <QHash>
 #include <QString>
 
+#include <array>
+
 namespace quilla {
 
 /// Per-user storage of texts, addressed by application, section and key.
@@ -37,13 +39,14 @@ private:
     /// What the file held when it was last read, and how it looked then: each database operation asks
     /// for the stored text several times, and a file that did not change is not read again.
     struct Snapshot {
-        QByteArray look;
+        QByteArray path;
+        std::array<qint64, 4> look {};
         QHash<QString, QString> values;
     };
     const Snapshot& snapshotOf(const QString& application) const;
 
     QString m_folder;
-    mutable QHash<QString, Snapshot> m_snapshots;
+    mutable QHash<QString, Snapshot> m_snapshots; ///< by application
 };
 
 } // namespace quilla

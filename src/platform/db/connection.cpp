@@ -33,6 +33,11 @@ void Connection::close()
     m_lease.reset();
 }
 
+bool Connection::keepsProcedures() const
+{
+    return opened(m_lease).keepsProcedures();
+}
+
 int Connection::execute(QStringView tsql)
 {
     return opened(m_lease).execute(tsql);
@@ -58,11 +63,6 @@ void Connection::commit()
 void Connection::rollback()
 {
     opened(m_lease).rollback();
-}
-
-void Connection::prepareDatabase()
-{
-    opened(m_lease).prepareDatabase();
 }
 
 } // namespace quilla

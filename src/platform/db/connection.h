@@ -25,6 +25,9 @@ public:
 
     bool isOpen() const;
     void close();
+    /// Whether the database keeps stored procedures of its own; a `ProcedureRunner` answers for one that
+    /// does not.
+    bool keepsProcedures() const;
 
     /// Sends a statement of the dialect and drops the rows it may bring. The number of rows affected.
     int execute(QStringView tsql);
@@ -39,9 +42,6 @@ public:
     void begin();
     void commit();
     void rollback();
-
-    /// Brings into an empty database what its engine needs before the first table.
-    void prepareDatabase();
 
 private:
     std::unique_ptr<Lease> m_lease;

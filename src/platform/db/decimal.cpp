@@ -8,6 +8,8 @@ namespace quilla {
 
 namespace {
 
+constexpr int MostDigits = 100; ///< of a number that is taken for an amount
+
 constexpr bool isDigit(QChar c)
 {
     return c >= u'0' && c <= u'9';
@@ -100,6 +102,73 @@ QString roundedTo(QStringView text, int scale)
     digits.insert(digits.size() - scale, u'.');
     if (negative) digits.prepend(u'-');
     return scale ? digits : digits.chopped(1);
+}
+
+Decimal::Decimal(bool negative, QString digits, int scale)
+    : m_digits(std::move(digits))
+    , m_scale(scale)
+{
+    for (; m_scale > 0 && m_digits.endsWith(u'0'); --m_scale)
+        m_digits.chop(1);
+    m_digits = m_digits.rightJustified(m_scale + 1, u'0');
+    while (m_digits.size() > m_scale + 1 && m_digits.startsWith(u'0'))
+        m_digits.remove(0, 1);
+    const bool isZero = m_digits == u"0";
+    m_negative = negative && !isZero; // no "-0"
+}
+
+std::optional<Decimal> Decimal::read(QStringView text)
+{
+    text = text.trimmed();
+    const qsizetype mark = text.indexOf(u'e', 0, Qt::CaseInsensitive);
+    bool ok = true;
+    const int exponent = mark < 0 ? 0 : text.sliced(mark + 1).toInt(&ok);
+    bool negative = false;
+    QStringView whole;
+    QStringView fraction;
+    if (!ok || std::abs(exponent) > MostDigits || text.size() > MostDigits) return {};
+    if (!splitDecimal(mark < 0 ? text : text.first(mark), negative, whole, fraction)) return {};
+    const int scale = int(fraction.size()) - exponent;
+    const QString zeros(std::max(-scale, 0), u'0');
+    return Decimal(negative, whole.toString() + fraction.toString() + zeros, std::max(scale, 0));
+}
+
+/// By hand, as on paper: the product of two amounts does not fit any number of the machine.
+Decimal Decimal::operator*(const Decimal& other) const
+{
+    std::vector<int> sums(std::size_t(m_digits.size() + other.m_digits.size()), 0);
+    for (qsizetype i = m_digits.size(); i-- > 0;) {
+        int carry = 0;
+        for (qsizetype j = other.m_digits.size(); j-- > 0;) {
+            int& place = sums[std::size_t(i + j + 1)];
+            const int sum = place + m_digits[i].digitValue() * other.m_digits[j].digitValue() + carry;
+            place = sum % 10;
+            carry = sum / 10;
+        }
+        sums[std::size_t(i)] += carry;
+    }
+    QString digits;
+    for (const int digit : sums)
+        digits.append(QChar(u'0' + digit));
+    return {m_negative != other.m_negative, digits, m_scale + other.m_scale};
+}
+
+QString Decimal::text() const
+{
+    QString text = m_digits;
+    if (m_scale) text.insert(text.size() - m_scale, u'.');
+    return m_negative ? u'-' + text : text;
+}
+
+QString Decimal::fixed(int places) const
+{
+    const int surplus = std::max(m_scale - places, 0);
+    QString digits = m_digits.chopped(surplus);
+    if (surplus && m_digits[digits.size()] >= u'5') addOne(digits);
+    const Decimal rounded(m_negative, digits, m_scale - surplus);
+    QString result = rounded.text();
+    if (places > 0 && rounded.m_scale == 0) result += u'.';
+    return result + QString(places - rounded.m_scale, u'0');
 }
 
 DecimalDigits::DecimalDigits(double number)

@@ -19,6 +19,30 @@ std::optional<qint64> roundedDecimal(QStringView text);
 /// plain decimal comes back as it is.
 QString roundedTo(QStringView text, int scale);
 
+/// An exact decimal number, as amounts and rates are: read, multiplied and rounded on its digits, never a
+/// binary fraction.
+class Decimal {
+public:
+    Decimal() = default; ///< 0
+    /// A text that is a number: sign, digits, point, exponent; blanks around it are ignored. Nothing for any
+    /// other and for one of more than a hundred digits.
+    static std::optional<Decimal> read(QStringView text);
+
+    Decimal operator*(const Decimal& other) const;
+
+    /// As short as it can be written: "2" for 2.000, "0.1".
+    QString text() const;
+    /// With exactly `places` digits behind the point, an exact half away from zero: "0.00" is `fixed(2)`.
+    QString fixed(int places) const;
+
+private:
+    Decimal(bool negative, QString digits, int scale);
+
+    bool m_negative = false;
+    QString m_digits {QStringLiteral("0")}; ///< without the point
+    int m_scale = 0; ///< how many of the digits stand behind the point
+};
+
 /// A binary fraction as the decimal that was meant: 15 digits, no more than needed, never an exponent.
 /// 0.1+0.2 is "0.3".
 struct DecimalDigits {

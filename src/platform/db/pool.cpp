@@ -110,6 +110,11 @@ const sql::Translation& Connection::Lease::prepare(QStringView tsql)
     return statement;
 }
 
+bool Connection::Lease::keepsProcedures() const
+{
+    return m_physical->driver->engine() == sql::Engine::SqlServer;
+}
+
 int Connection::Lease::execute(QStringView tsql)
 {
     const auto& statement = prepare(tsql);
@@ -151,10 +156,10 @@ void Connection::Lease::prepareEmptyBase()
         driver.execute(statement, {});
 }
 
-/// Whether it is an "exec" for which the engine has no text of its own.
+/// Whether it is an "exec" that the program answers itself.
 bool Connection::Lease::isProcedure(const sql::Translation& statement) const
 {
-    return statement.text.isEmpty() && !statement.procedure.isEmpty();
+    return !statement.procedure.isEmpty() && !keepsProcedures();
 }
 
 Recordset Connection::Lease::runProcedure(const sql::Translation& statement)
@@ -195,14 +200,6 @@ void Connection::Lease::startTransaction()
     moveTo(m_pool->forTransaction(m_physical));
     m_physical->driver->begin();
     m_physical->transaction = this;
-}
-
-void Connection::Lease::prepareDatabase()
-{
-    if (!inTransaction()) moveTo(m_pool->forWriting(m_physical));
-    Driver& driver = *m_physical->driver;
-    for (const auto& statement : m_pool->m_context.translatorOf(driver.engine()).preparation())
-        driver.execute(statement, {});
 }
 
 void Connection::Lease::commit()

@@ -83,13 +83,13 @@ public:
     ~Lease();
     Q_DISABLE_COPY_MOVE(Lease)
 
+    bool keepsProcedures() const;
     int execute(QStringView tsql);
     Recordset open(QStringView tsql, CursorType cursor);
     void prepareEmptyBase();
     void begin();
     void commit();
     void rollback();
-    void prepareDatabase();
 
 private:
     bool inTransaction() const { return m_physical->transaction == this; }

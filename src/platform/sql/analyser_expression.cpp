@@ -63,6 +63,8 @@ void Analyser::expressions(std::vector<ExprPtr>& exprs, const Scope& scope)
 void Analyser::expression(ExprPtr& expr, const Scope& scope)
 {
     expressions(expr->parts, scope);
+    for (OrderItem& item : expr->over)
+        expression(item.value, scope);
     settle(expr, scope);
 }
 

@@ -66,6 +66,11 @@ struct Query;
 struct Expr;
 using ExprPtr = std::unique_ptr<Expr>;
 
+struct OrderItem {
+    ExprPtr value;
+    bool descending = false;
+};
+
 struct Expr {
     Op op = Op::Null;
     qsizetype place = 0; ///< in the statement's text
@@ -85,6 +90,8 @@ struct Expr {
     bool distinct = false; ///< of an aggregate
     bool simple = false; ///< a case with an operand, its first part
     bool hasElse = false; ///< a case whose last part is its else
+
+    std::vector<OrderItem> over; ///< of rank and row_number: the order that they count in
 
     TypeName target; ///< of Convert
     int style = -1; ///< of Convert; -1 for none
@@ -118,11 +125,6 @@ struct Source {
 struct SelectItem {
     ExprPtr value;
     QString alias;
-};
-
-struct OrderItem {
-    ExprPtr value;
-    bool descending = false;
 };
 
 struct Select {

@@ -96,6 +96,7 @@ void EnginePrinter::limit(const Query& query)
 
 void EnginePrinter::function(const Expr& expr)
 {
+    if (!expr.over.empty()) return Printer::function(expr);
     for (const FunctionTemplate& each : m_templates) {
         const bool fits = each.arguments < 0 || each.arguments == int(expr.parts.size());
         if (fits && each.name == expr.name) return fill(each.text, expr);

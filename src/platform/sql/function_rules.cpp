@@ -30,6 +30,8 @@ constexpr auto Rules = std::to_array<FunctionRule>({
     {u"nullif", 2, 2, u"a", u'1'},
     {u"abs", 1, 1, u"n", u'1'},
     {u"round", 2, 2, u"n", u'm'},
+    {u"rank", 0, 0, u"", u'i'},
+    {u"row_number", 0, 0, u"", u'i'},
 });
 
 } // namespace

@@ -87,6 +87,7 @@ private:
     ExprPtr bracket();
     ExprPtr column();
     ExprPtr call();
+    std::vector<OrderItem> over();
     ExprPtr aggregate(ExprPtr call);
     ExprPtr convert();
     ExprPtr cast();

@@ -19,6 +19,11 @@ bool takesDatePart(QStringView lower)
     return lower == u"datediff" || lower == u"dateadd" || lower == u"datepart";
 }
 
+bool isRanking(QStringView lower)
+{
+    return lower == u"rank" || lower == u"row_number";
+}
+
 /// Day of year and day of week count days where borders between dates are counted.
 bool isWholeDay(QStringView part)
 {
@@ -103,12 +108,24 @@ ExprPtr Parser::call()
         next();
         expectSign(u",");
     }
-    if (acceptSign(u")")) return result;
-    do {
-        result->parts.push_back(scalar());
-    } while (acceptSign(u","));
-    expectSign(u")");
+    if (!acceptSign(u")")) {
+        do {
+            result->parts.push_back(scalar());
+        } while (acceptSign(u","));
+        expectSign(u")");
+    }
+    if (isRanking(result->name)) result->over = over();
     return result;
+}
+
+std::vector<OrderItem> Parser::over()
+{
+    expectWord(u"over");
+    expectSign(u"(");
+    expectWord(u"order");
+    std::vector<OrderItem> order = orderBy();
+    expectSign(u")");
+    return order;
 }
 
 ExprPtr Parser::aggregate(ExprPtr result)

@@ -205,6 +205,10 @@ void Printer::function(const Expr& expr)
     if (!expr.datePart.isEmpty()) write(u", ");
     expressions(expr.parts);
     write(u")");
+    if (expr.over.empty()) return;
+    write(u" OVER (ORDER BY ");
+    list(expr.over, [this](const OrderItem& item) { orderItem(item); });
+    write(u")");
 }
 
 void Printer::aggregate(const Expr& expr)

@@ -1,5 +1,7 @@
 #include "platform/ui/dialog_prompt.h"
 
+#include "platform/ui/scan_guard.h"
+
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
@@ -61,6 +63,7 @@ Answer DialogPrompt::show(const Message& message)
     box.setText(message.text);
     box.setIcon(pictureOf(message.icon));
     addAnswers(box, message);
+    const ScanGuard guard(box);
     box.exec();
     return answerOf(box, message);
 }

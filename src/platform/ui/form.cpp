@@ -223,6 +223,8 @@ void build(QWidget& form, const Piece& content)
 void onClick(QAbstractButton& button, std::function<void()> step)
 {
     QObject::connect(&button, &QAbstractButton::clicked, &button, [&button, step = std::move(step)] {
+        // an access key presses the button without moving the focus; a box that was typed in is left even so
+        if (button.focusPolicy() & Qt::ClickFocus) button.setFocus(Qt::ShortcutFocusReason);
         ControlKeys::runWaitingLeaves(button);
         step();
     });

@@ -15,6 +15,9 @@ QImage picture(QWidget& window, double scale)
     const double pixels = window.devicePixelRatioF() * scale;
     QImage image((QSizeF(window.size()) * pixels).toSize(), QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(pixels);
+    // A hidden window learns its size when it is drawn, and its grids settle their scroll bars after that.
+    window.render(&image);
+    QCoreApplication::processEvents();
     image.fill(window.palette().color(QPalette::Window));
     window.render(&image);
     return image;

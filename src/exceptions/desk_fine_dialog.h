@@ -3,15 +3,20 @@
 #include "desk/fine_dialog.h"
 #include "frame/session.h"
 
+#include <QObject>
+
 namespace quilla {
 
-/// Brings the desk's overdue copies to the fine screen.
-class DeskFines final : public FineDialog {
+/// The fine screen as the desk's discharge uses it: opened for one copy, closed with an answer.
+class DeskFineDialog final : public QObject, public FineDialog {
+    Q_OBJECT
+
 public:
-    explicit DeskFines(Session& session)
+    explicit DeskFineDialog(Session& session)
         : m_session(session)
     {
     }
+
     bool settle(const QString& barcode) override;
 
 private:

@@ -1,0 +1,18 @@
+#include "exceptions/desk_fine_dialog.h"
+
+#include "exceptions/fine_form.h"
+
+#include <QApplication>
+
+namespace quilla {
+
+bool DeskFineDialog::settle(const QString& barcode)
+{
+    FKmangerFrm screen(m_session, u"E"_s, QApplication::activeWindow());
+    screen.Text1[FineBox::Barcode].setText(barcode);
+    screen.Text1_LostFocus(FineBox::Barcode);
+    screen.exec();
+    return screen.SavedFlag() == u"yes";
+}
+
+} // namespace quilla

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+
+#include <deque>
+#include <vector>
+
+class QKeyEvent;
+class QWidget;
+
+namespace quilla {
+
+/// Keeps a scanner from answering a message box.
+///
+/// A scanner is a keyboard that never looks at the screen: while a box waits, the letters of the next
+/// barcode could press its buttons and the Enter behind them its default one. A run of characters too
+/// fast for a hand is therefore held back, with its Enter, and given to the control that has the focus
+/// once the box is gone, one scan after the other. A single key, and an Enter by itself, reach the box.
+class ScanGuard final : public QObject {
+    Q_OBJECT
+
+public:
+    /// Guards `box` for as long as it lives.
+    explicit ScanGuard(QWidget& box);
+    /// Hands on what was held back.
+    ~ScanGuard() override;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    struct Key {
+        int code;
+        QString text;
+    };
+    using Scan = std::vector<Key>;
+
+    bool hold(const QKeyEvent& event);
+    void release();
+    static void replay(QPointer<QWidget> desk, std::deque<Scan> scans);
+
+    QWidget& m_box;
+    QPointer<QWidget> m_desk; ///< the window that was active before the box
+    QTimer m_pause;
+    Scan m_held; ///< of the run that is coming in
+    std::deque<Scan> m_scans;
+    bool m_letting = false; ///< a single key is on its way to the box
+};
+
+} // namespace quilla
