@@ -99,6 +99,9 @@ void TestOdbc::kindsThroughAndThrough()
     }
     QCOMPARE(rows.field(5).plainMoment()->time.msec(), 120);
     QCOMPARE(rows.fieldName(1), u"code"_s);
+    const auto named = connection.open(u"select Code as A类,code as [B x],count(*) as Total from book group by code");
+    QCOMPARE(QStringList({named.fieldName(0), named.fieldName(1), named.fieldName(2)}),
+        QStringList({u"A类"_s, u"B x"_s, u"Total"_s}));
 }
 
 void TestOdbc::longTexts_data()

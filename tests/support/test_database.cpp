@@ -59,9 +59,10 @@ public:
     void clockMoved() override
     {
         const QString now = m_clock.now().toString(u"yyyy-MM-dd HH:mm:ss.zzz"_s);
-        m_database.run(u"CREATE OR REPLACE FUNCTION getdate() RETURNS timestamp LANGUAGE sql STABLE RETURN timestamp '%1'"_s
-                           .arg(now)
-                           .toUtf8());
+        m_database.run(
+            u"CREATE OR REPLACE FUNCTION getdate() RETURNS timestamp LANGUAGE sql STABLE RETURN timestamp '%1'"_s
+                .arg(now)
+                .toUtf8());
     }
 
 private:
@@ -74,7 +75,8 @@ private:
 std::unique_ptr<TestDatabase> TestDatabase::make(
     const QString& folder, const sql::Schema& schema, const Clock& clock)
 {
-    if (qgetenv("QUILLA_TEST_ENGINE") == "postgres") return std::make_unique<PostgresTestDatabase>(schema, clock);
+    if (qgetenv("QUILLA_TEST_ENGINE") == "postgres")
+        return std::make_unique<PostgresTestDatabase>(schema, clock);
     return std::make_unique<EmbeddedTestDatabase>(folder, schema, clock);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/db/connection.h"
 #include "platform/db/cursor.h"
 #include "platform/sql/translator.h"
 
@@ -12,7 +13,7 @@ namespace quilla {
 /// `Error` with the engine's number and, after a sentence for the operator, the engine's own words.
 ///
 /// A statement that fails inside a transaction leaves the transaction open and as it was before the
-/// statement. When an engine gives up the whole transaction by itself, each further statement must fail
+/// statement, unless `begin` was told otherwise. When an engine gives up the whole transaction by itself, each further statement must fail
 /// until `rollback`, lest it stand alone.
 class Driver {
 public:
@@ -35,7 +36,7 @@ public:
         const sql::Translation& statement, const std::vector<sql::Literal>& literals)
         = 0;
 
-    virtual void begin() = 0;
+    virtual void begin(OnFailure onFailure) = 0;
     /// Throws when the changes could not be made lasting; the transaction is rolled back then.
     virtual void commit() = 0;
     /// Nothing happens when no transaction is open.

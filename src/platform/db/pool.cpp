@@ -183,22 +183,22 @@ Recordset Connection::Lease::openForward(const sql::Translation& statement)
         std::make_unique<ForwardSource>(std::move(rows), [physical = m_physical] { --physical->cursors; }));
 }
 
-void Connection::Lease::begin()
+void Connection::Lease::begin(OnFailure onFailure)
 {
     announce(u"begin");
     if (inTransaction()) throw Error(ErrorNumber::CannotOpen, u"Connection"_s, u"本连接上已经有一个事务。"_s);
     try {
-        startTransaction();
+        startTransaction(onFailure);
     } catch (const Error&) {
         if (!m_physical->driver->isLost()) throw;
-        startTransaction();
+        startTransaction(onFailure);
     }
 }
 
-void Connection::Lease::startTransaction()
+void Connection::Lease::startTransaction(OnFailure onFailure)
 {
     moveTo(m_pool->forTransaction(m_physical));
-    m_physical->driver->begin();
+    m_physical->driver->begin(onFailure);
     m_physical->transaction = this;
 }
 

@@ -87,7 +87,7 @@ public:
     int execute(QStringView tsql);
     Recordset open(QStringView tsql, CursorType cursor);
     void prepareEmptyBase();
-    void begin();
+    void begin(OnFailure onFailure);
     void commit();
     void rollback();
 
@@ -96,7 +96,7 @@ private:
     const sql::Translation& prepare(QStringView tsql);
     Recordset read(const sql::Translation& statement, CursorType cursor);
     Recordset openForward(const sql::Translation& statement);
-    void startTransaction();
+    void startTransaction(OnFailure onFailure);
     bool isProcedure(const sql::Translation& statement) const;
     Recordset runProcedure(const sql::Translation& statement);
     void announce(QStringView statement) const;

@@ -58,7 +58,8 @@ void OdbcDriver::runGuarded(OdbcStatement& prepared, bool writes)
 void OdbcDriver::protect()
 {
     const ServerDialect& dialect = m_connection.dialect();
-    if (m_transaction != Transaction::Open || !dialect.save || !m_wrote) return;
+    const bool needed = m_transaction == Transaction::Open && m_onFailure == OnFailure::KeepTransaction;
+    if (!needed || !dialect.save || !m_wrote) return;
     m_connection.run(m_saved ? dialect.saveAgain : dialect.save);
     m_saved = true;
     m_wrote = false;
@@ -70,7 +71,7 @@ void OdbcDriver::undo() noexcept
     if (m_transaction != Transaction::Open) return;
     const ServerDialect& dialect = m_connection.dialect();
     try {
-        bool kept = !m_connection.isLost();
+        bool kept = !m_connection.isLost() && m_onFailure == OnFailure::KeepTransaction;
         if (kept && dialect.save) m_connection.run(m_saved ? dialect.undo : dialect.beginAgain);
         if (kept && dialect.openTransactions) kept = m_connection.number(dialect.openTransactions) > 0;
         if (!kept) m_transaction = Transaction::GivenUp;
@@ -99,12 +100,13 @@ std::unique_ptr<Cursor> OdbcDriver::query(
     return cursor;
 }
 
-void OdbcDriver::begin()
+void OdbcDriver::begin(OnFailure onFailure)
 {
     refuseAfterLostTransaction();
     m_connection.run(m_connection.dialect().begin);
     m_transaction = Transaction::Open;
     m_wrote = m_saved = false;
+    m_onFailure = onFailure;
 }
 
 void OdbcDriver::commit()

@@ -25,7 +25,7 @@ public:
     std::unique_ptr<Cursor> query(
         const sql::Translation& statement, const std::vector<sql::Literal>& literals) override;
 
-    void begin() override;
+    void begin(OnFailure onFailure) override;
     void commit() override;
     void rollback() override;
 
@@ -41,6 +41,7 @@ private:
     OdbcConnection m_connection;
     StatementCache<OdbcStatement, OdbcConnection> m_statements {m_connection};
     Transaction m_transaction = Transaction::None;
+    OnFailure m_onFailure = OnFailure::KeepTransaction;
     bool m_wrote = false; ///< since the transaction began or the last savepoint
     bool m_saved = false; ///< a savepoint stands
     bool m_stuck = false; ///< in a state that we could not end

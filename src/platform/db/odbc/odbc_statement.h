@@ -50,7 +50,8 @@ private:
         SQLUSMALLINT place, SQLSMALLINT as, SQLSMALLINT type, SQLULEN size, SQLPOINTER value, SQLLEN bytes);
 
     int skipToRows();
-    Field describe(int column, sql::Kind known);
+    Field describe(int column);
+    void takeFromTranslation(Field& field, const sql::Translation& statement, std::size_t column) const;
     void makeRoom(int column, SQLULEN size);
     QStringView text(int column);
     QStringView longText(int column);

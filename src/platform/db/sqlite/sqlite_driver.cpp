@@ -118,7 +118,7 @@ void SqliteDriver::run(SqliteStatement& statement)
     statement.step();
 }
 
-void SqliteDriver::begin()
+void SqliteDriver::begin(OnFailure)
 {
     run(*m_begin);
     m_inTransaction = true;
