@@ -3,6 +3,7 @@
 //
 //   bench_charge [--readers N] [--copies N] [--history N] [--rounds N] [--folder DIR]
 
+#include "bench/alternate.h"
 #include "bench/bare_charge.h"
 #include "database/library_schema.h"
 #include "database/scale.h"
@@ -14,11 +15,8 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QTextStream>
-
-#include <algorithm>
 
 using namespace quilla;
 
@@ -31,12 +29,6 @@ public:
         throw Error(1, u"bench"_s, u"unexpected message: "_s + message.text);
     }
 };
-
-double median(std::vector<double> values)
-{
-    std::nth_element(values.begin(), values.begin() + qsizetype(values.size() / 2), values.end());
-    return values[values.size() / 2];
-}
 
 int number(const QCommandLineParser& options, const QString& name) { return options.value(name).toInt(); }
 
@@ -90,27 +82,16 @@ int main(int argc, char** argv)
     // Lendable, and held for nobody: every charge takes the same road.
     const QStringList copies = codes(u"select barcode from sck where borrowstatus=1 and bookstatus='库本' and barcode not in (select barcode from yyk)"_s);
     const int rounds = number(options, u"rounds"_s);
-    constexpr int block = 50;
-    std::vector<double> ours;
-    std::vector<double> theirs;
-    QElapsedTimer timer;
-    for (int round = 0; round < rounds; ++round) {
-        const QString reader = readers[round % readers.size()];
-        const QString barcode = copies.at(round);
-        if (round / block % 2 == 0) {
-            timer.start();
-            if (ChargeBook(session, desk, barcode, reader) != Charged) qFatal("a charge was refused");
-            ours.push_back(double(timer.nsecsElapsed()) / 1000);
-        } else {
-            const std::string bareReader = reader.toStdString();
-            const std::string bareBarcode = barcode.toStdString();
-            timer.start();
-            bare.charge(bareBarcode, bareReader);
-            theirs.push_back(double(timer.nsecsElapsed()) / 1000);
-        }
-    }
+    int copy = scale.loans;
+    const auto reader = [&](int round) { return readers[round % readers.size()]; };
+    const Medians charge = alternate(
+        rounds,
+        [&](int round) {
+            if (ChargeBook(session, desk, scaleBarcode(++copy), reader(round)) != Charged) qFatal("a charge was refused");
+        },
+        [&](int round) { bare.charge(scaleBarcode(++copy).toStdString(), reader(round).toStdString()); });
     out << QStringLiteral("charge on SQLite, %1 readers, %2 copies, %3 history rows, %4 rounds: ours %5 us, bare %6 us, ratio %7\n")
                .arg(scale.readers).arg(scale.copies).arg(scale.history).arg(rounds)
-               .arg(median(ours), 0, 'f', 1).arg(median(theirs), 0, 'f', 1).arg(median(ours) / median(theirs), 0, 'f', 3);
+               .arg(charge.ours, 0, 'f', 1).arg(charge.bare, 0, 'f', 1).arg(charge.ratio(), 0, 'f', 3);
     return 0;
 }

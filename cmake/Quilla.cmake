@@ -111,6 +111,16 @@ function(quilla_needs_postgres)
     endforeach()
 endfunction()
 
+# quilla_also_on_postgres(TEST ...): these run a second time with their libraries on the private PostgreSQL.
+function(quilla_also_on_postgres)
+    foreach(test IN LISTS ARGN)
+        add_test(NAME ${test}_postgres COMMAND ${test})
+        set_tests_properties(${test}_postgres PROPERTIES TIMEOUT 600
+            ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TZ=Asia/Shanghai;LANG=C.UTF-8;QUILLA_TEST_ENGINE=postgres")
+        quilla_needs_postgres(${test}_postgres)
+    endforeach()
+endfunction()
+
 # Walks what a target links, down to the last library.
 function(quilla_link_closure target out)
     set(seen "")

@@ -287,7 +287,7 @@ void TestSqliteDriver::secondUseWhileReading()
 
 void TestSqliteDriver::failedStatementKeepsTransaction()
 {
-    m_driver->begin();
+    m_driver->begin({});
     execute({0, "insert into u values(1)"});
     QVERIFY(errorOf([&] { execute({1, "insert into u values(2),(1)"}); }));
     execute({2, "insert into u values(3)"});
@@ -297,7 +297,7 @@ void TestSqliteDriver::failedStatementKeepsTransaction()
 
 void TestSqliteDriver::lostTransactionRefusesTheRest()
 {
-    m_driver->begin();
+    m_driver->begin({});
     execute({0, "insert into u values(1)"});
     m_driver->handle().run("rollback"); // as the engine does by itself on a full disk
     QCOMPARE(errorOf([&] { execute({1, "insert into u values(2)"}); }), SQLITE_ABORT_ROLLBACK);
@@ -310,7 +310,7 @@ void TestSqliteDriver::fullDisk()
 {
     m_driver->handle().run("pragma max_page_count=8");
     const QString long_(100'000, u'x');
-    m_driver->begin();
+    m_driver->begin({});
     execute({0, "insert into u values(1)"});
     QString text;
     const Statement insert(1, "insert into t(code) values(?)", {{0, Kind::Text}});
@@ -327,14 +327,14 @@ void TestSqliteDriver::fullDisk()
 void TestSqliteDriver::waitsThenTellsOfLock()
 {
     SqliteDriver other(path(), m_clock);
-    other.begin();
+    other.begin({});
     QString text;
-    QCOMPARE(errorOf([&] { m_driver->begin(); }, &text), SQLITE_BUSY);
+    QCOMPARE(errorOf([&] { m_driver->begin({}); }, &text), SQLITE_BUSY);
     QVERIFY2(text.startsWith(u"数据库正被其他工作站占用"_s), qPrintable(text));
     QCOMPARE(errorOf([&] { execute({0, "insert into u values(1)"}); }), SQLITE_BUSY);
     QCOMPARE(one("select count(*) from u"), u"0"_s);
     other.rollback();
-    m_driver->begin();
+    m_driver->begin({});
     m_driver->commit();
 }
 

@@ -66,7 +66,7 @@ void TestDueDate::moves()
 void TestDueDate::calendarOfTheDatabase()
 {
     TestLibrary library;
-    library.clock.moment = QDateTime(QDate(2026, 3, 1), QTime(23, 59, 59));
+    library.setNow(QDateTime(QDate(2026, 3, 1), QTime(23, 59, 59)));
     library.holiday(u"二"_s, u"2026-04-10 2026-04-20"_s);
     library.holiday(u"一"_s, u"2026-03-25 2026-04-04"_s);
     library.holiday(u"坏行"_s, u"2026-03-xx"_s);

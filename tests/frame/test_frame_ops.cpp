@@ -242,7 +242,8 @@ void TestFrameOps::savingKeepsTheBoxes()
 
 void TestFrameOps::testTellsHowItWent()
 {
-    const QString file = ConnectionItems(m->connectionText).value(u"Database").value();
+    const QString file = m->folder.filePath(u"another.db"_s);
+    createEmbedded(file, m->schema, m->clock, createLibrary);
     m->prompt.expect(u"测试通过！\n请保存连接参数！"_s).titled(u"系统提示").icon(Icon::Information);
     testConnection(m->session, {BuiltInDataSource, u"a"_s, u""_s, {}, {}, file});
     m->prompt.expectStart(u"连接失败，请重试！！详细信息如下：\n"_s).titled(u"管理系统操作提示").icon(Icon::Information);

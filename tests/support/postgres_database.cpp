@@ -26,7 +26,7 @@ PostgresResult checkedResult(PGresult* result)
     throw Error(1, u"test"_s, QString::fromUtf8(PQresultErrorMessage(result)));
 }
 
-PostgresDatabase::PostgresDatabase()
+PostgresDatabase::PostgresDatabase(const QString& from)
 {
     QFile file(QStringLiteral(QUILLA_POSTGRES_SOCKET));
     if (!file.open(QIODevice::ReadOnly))
@@ -34,7 +34,9 @@ PostgresDatabase::PostgresDatabase()
     m_folder = QString::fromUtf8(file.readAll());
     static int count = 0;
     m_name = u"quilla_%1_%2"_s.arg(QCoreApplication::applicationPid()).arg(++count);
-    execute(connectTo(u"postgres"_s).get(), "CREATE DATABASE " + m_name.toUtf8());
+    execute(connectTo(u"postgres"_s).get(),
+        "CREATE DATABASE " + m_name.toUtf8()
+            + (from.isEmpty() ? QByteArray() : " TEMPLATE " + from.toUtf8()));
     m_connection = connectTo(m_name);
 }
 
@@ -56,13 +58,28 @@ PostgresDatabase::Link PostgresDatabase::connectTo(const QString& database) cons
 
 QString PostgresDatabase::connectionText() const
 {
-    return u"Driver={PostgreSQL Unicode};Servername=%1;Port=5432;Database=%2;Uid=quilla;Pwd=;"
-           "UseServerSidePrepare=1;Protocol=7.4-2"_s.arg(m_folder, m_name);
+    return u"PROVIDER=MSDASQL;Driver={PostgreSQL Unicode};Servername=%1;Port=5432;Database=%2;Uid=quilla;Pwd="_s
+        .arg(m_folder, m_name);
 }
 
 void PostgresDatabase::run(const QByteArray& text) const
 {
     execute(m_connection.get(), text);
+}
+
+void PostgresDatabase::askForPassword(const QByteArray& user) const
+{
+    const auto shown = checkedResult(PQexec(m_connection.get(), "SHOW hba_file"));
+    const QByteArray file = PQgetvalue(shown.get(), 0, 0);
+    run("COPY (SELECT 'local all " + user + " scram-sha-256' UNION ALL SELECT 'local all all trust') TO '"
+        + file + "'");
+    run("SELECT pg_reload_conf()");
+    // The server reads it in its own time.
+    const QByteArray attempt = "host=" + m_folder.toUtf8() + " dbname=postgres user=" + user;
+    for (bool admitted = true; admitted;) {
+        const Link link(PQconnectdb(attempt.constData()));
+        admitted = PQstatus(link.get()) == CONNECTION_OK;
+    }
 }
 
 } // namespace quilla

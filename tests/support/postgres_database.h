@@ -8,11 +8,12 @@
 
 namespace quilla {
 
-/// An empty database on the private PostgreSQL of a test run, dropped at the end. Throws `Error` when the
+/// A database, empty at first, on the private PostgreSQL of a test run, dropped at the end. Throws `Error` when the
 /// server was not started: run the test by ctest, or tests/postgres/start.sh before it.
 class PostgresDatabase {
 public:
-    PostgresDatabase();
+    /// A copy of the database `from`, when it is named; nobody may be connected to that one.
+    explicit PostgresDatabase(const QString& from = {});
     ~PostgresDatabase();
     PostgresDatabase(const PostgresDatabase&) = delete;
     PostgresDatabase& operator=(const PostgresDatabase&) = delete;
@@ -20,9 +21,13 @@ public:
     QString name() const { return m_name; }
     /// What reaches it through ODBC.
     QString connectionText() const;
+    /// Gives up the test's own connection to it.
+    void disconnect() { m_connection.reset(); }
     PGconn* handle() const { return m_connection.get(); }
     /// One or more statements whose rows do not matter. Throws `Error` with the server's words.
     void run(const QByteArray& text) const;
+    /// From now on the server asks this user for the password.
+    void askForPassword(const QByteArray& user) const;
 
 private:
     struct Close {

@@ -3,6 +3,7 @@
 #include "frame/session.h"
 #include "platform/db/pooled_factory.h"
 #include "support/scripted_prompt.h"
+#include "support/test_database.h"
 
 #include <QHash>
 #include <QTemporaryDir>
@@ -49,7 +50,8 @@ public:
 /// Columns and values of a row, as statements want them: texts without quotes, "null" for null.
 using Row = std::vector<std::pair<QString, QString>>;
 
-/// A real library on a real database, empty at first, with a session on it.
+/// A real library on a real database, empty at first, with a session on it. On which engine: see
+/// `TestDatabase`.
 class TestLibrary {
 public:
     TestLibrary();
@@ -63,6 +65,9 @@ public:
     void holiday(const QString& name, const QString& period);
     void operatorUser(const QString& name, const QString& password, bool mayBorrow = true);
     void insert(const QString& table, const Row& row);
+
+    /// Puts the clock of the program and of the server.
+    void setNow(const QDateTime& moment);
 
     /// Sends a statement past the session.
     int send(const QString& tsql);
@@ -83,6 +88,7 @@ public:
     ScriptedPrompt prompt;
     ScriptedEditor editor;
     sql::Schema schema;
+    std::unique_ptr<TestDatabase> database;
     PooledFactory factory;
     Session session;
     QString connectionText;

@@ -25,7 +25,7 @@ void fillOpened(const Target& target, const sql::Schema& schema, const Fill& fil
     const SystemClock clock;
     PooledFactory factory(schema, clock);
     Connection connection = factory.open(target.connectionText);
-    connection.begin();
+    connection.begin(OnFailure::EndTransaction);
     fill(connection);
     connection.commit();
 }

@@ -52,9 +52,9 @@ void Connection::prepareEmptyBase()
     opened(m_lease).prepareEmptyBase();
 }
 
-void Connection::begin()
+void Connection::begin(OnFailure onFailure)
 {
-    opened(m_lease).begin();
+    opened(m_lease).begin(onFailure);
 }
 void Connection::commit()
 {

@@ -8,6 +8,12 @@
 
 namespace quilla {
 
+/// What becomes of a transaction in which a statement fails.
+enum class OnFailure {
+    KeepTransaction, ///< it stands as it was before that statement
+    EndTransaction, ///< nothing of it may be committed; on a server half the price of a write
+};
+
 /// One logical connection: what an operation opens, works on and drops.
 ///
 /// It is lent from the factory's pool and goes back when the object ends or is assigned anew; a
@@ -39,7 +45,7 @@ public:
     void prepareEmptyBase();
 
     /// Takes the write lock at once where the engine has one for the whole database.
-    void begin();
+    void begin(OnFailure onFailure = OnFailure::KeepTransaction);
     void commit();
     void rollback();
 

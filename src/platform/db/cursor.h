@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/db/decimal.h"
 #include "platform/db/moment.h"
 #include "platform/sql/schema.h"
 
@@ -34,6 +35,11 @@ inline Cell dateCell(const Moment& moment)
     return {Cell::Form::Date,
         moment.date.toJulianDay() * MillisecondsPerDay + moment.time.msecsSinceStartOfDay(), {}};
 }
+
+/// A number of an engine in the form that its column's kind wants; `room` keeps the digits of one that
+/// becomes a text or a decimal.
+Cell wholeNumberCell(qint64 number, sql::Kind kind, DecimalDigits& room);
+Cell fractionCell(double number, sql::Kind kind, DecimalDigits& room);
 
 /// The rows of a select as they come from the engine, read once.
 class Cursor {

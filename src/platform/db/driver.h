@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/db/connection.h"
 #include "platform/db/cursor.h"
 #include "platform/sql/translator.h"
 
@@ -12,7 +13,7 @@ namespace quilla {
 /// `Error` with the engine's number and, after a sentence for the operator, the engine's own words.
 ///
 /// A statement that fails inside a transaction leaves the transaction open and as it was before the
-/// statement. When an engine gives up the whole transaction by itself, each further statement must fail
+/// statement, unless `begin` was told otherwise. When an engine gives up the whole transaction by itself, each further statement must fail
 /// until `rollback`, lest it stand alone.
 class Driver {
 public:
@@ -21,8 +22,12 @@ public:
     virtual sql::Engine engine() const = 0;
     /// One transaction at a time writes to the whole database: a second one could only wait for the first.
     virtual bool hasOneWriter() const = 0;
-    /// Whether the connection can still be lent. Asked when it is idle; cheap, sends nothing.
+    /// Whether the connection can still be lent. Asked when it is idle; cheap: what may take a while is
+    /// asked only after a while.
     virtual bool isAlive() = 0;
+    /// Whether a call that failed has shown that the connection is gone for good. What it should have done
+    /// may or may not have been done. Asks nothing.
+    virtual bool isLost() const { return false; }
 
     /// The number of rows that the statement changed; rows that it brings are dropped.
     virtual int execute(const sql::Translation& statement, const std::vector<sql::Literal>& literals) = 0;
@@ -31,7 +36,7 @@ public:
         const sql::Translation& statement, const std::vector<sql::Literal>& literals)
         = 0;
 
-    virtual void begin() = 0;
+    virtual void begin(OnFailure onFailure) = 0;
     /// Throws when the changes could not be made lasting; the transaction is rolled back then.
     virtual void commit() = 0;
     /// Nothing happens when no transaction is open.

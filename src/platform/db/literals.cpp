@@ -75,6 +75,14 @@ double numberOf(const sql::Literal& literal, int scale)
     return *number;
 }
 
+QString decimalOf(const sql::Literal& literal, int scale)
+{
+    const QStringView text = literal.text.trimmed();
+    if (literal.quoted && text.isEmpty()) return u"0"_s;
+    if (!readNumber(text)) throw cannotConvert(literal, u"数字");
+    return scale < 0 ? text.toString() : roundedTo(text, scale);
+}
+
 Moment momentOf(const sql::Literal& literal)
 {
     const auto moment = readMoment(literal.text);

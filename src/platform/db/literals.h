@@ -20,6 +20,8 @@ std::optional<qint64> exactWholeOf(const sql::Literal& literal);
 bool bitOf(const sql::Literal& literal);
 /// Rounded to `scale` digits behind the point when that is not negative. Throws `CannotConvert`.
 double numberOf(const sql::Literal& literal, int scale = -1);
+/// The same, digit for digit.
+QString decimalOf(const sql::Literal& literal, int scale = -1);
 /// Throws `CannotConvert`, also for an empty text.
 Moment momentOf(const sql::Literal& literal);
 

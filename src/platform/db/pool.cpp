@@ -8,15 +8,6 @@
 
 namespace quilla {
 
-namespace {
-
-bool isFree(const std::shared_ptr<Physical>& physical)
-{
-    return !physical->transaction && physical->cursors == 0;
-}
-
-} // namespace
-
 Pool::Pool(Open open, const PoolContext& context)
     : m_open(std::move(open))
     , m_context(context)
@@ -25,7 +16,8 @@ Pool::Pool(Open open, const PoolContext& context)
 
 std::unique_ptr<Connection::Lease> Pool::lend()
 {
-    return std::make_unique<Connection::Lease>(shared_from_this(), shared());
+    dropDead();
+    return std::make_unique<Connection::Lease>(shared_from_this(), forReading());
 }
 
 void Pool::drain()
@@ -47,17 +39,10 @@ Pool::Shared Pool::add()
     return physical;
 }
 
-/// What a new lease starts on.
-Pool::Shared Pool::shared()
-{
-    dropDead();
-    return undisturbed();
-}
-
-Pool::Shared Pool::undisturbed()
+Pool::Shared Pool::forReading()
 {
     const auto found = std::find_if(m_physicals.begin(), m_physicals.end(),
-        [](const Shared& physical) { return physical->cursors == 0; });
+        [](const Shared& physical) { return physical->servesReads(); });
     return found != m_physicals.end() ? *found : add();
 }
 
@@ -72,8 +57,9 @@ Pool::Shared Pool::forWriting(const Shared& current)
 {
     const Shared* open = current->driver->hasOneWriter() ? openTransaction() : nullptr;
     if (open) return *open;
-    if (isFree(current)) return current;
-    const auto found = std::find_if(m_physicals.begin(), m_physicals.end(), isFree);
+    if (current->isFree()) return current;
+    const auto found = std::find_if(
+        m_physicals.begin(), m_physicals.end(), [](const Shared& physical) { return physical->isFree(); });
     return found != m_physicals.end() ? *found : add();
 }
 
@@ -119,8 +105,8 @@ const sql::Translation& Connection::Lease::prepare(QStringView tsql)
     if (inTransaction()) return statement;
     if (statement.writes)
         moveTo(m_pool->forWriting(m_physical));
-    else if (m_physical->cursors)
-        moveTo(m_pool->undisturbed());
+    else if (!m_physical->servesReads())
+        moveTo(m_pool->forReading());
     return statement;
 }
 
@@ -145,6 +131,18 @@ Recordset Connection::Lease::open(QStringView tsql, CursorType cursor)
         m_physical->driver->execute(statement, m_pool->m_literals);
         return Recordset();
     }
+    try {
+        return read(statement, cursor);
+    } catch (const Error&) {
+        const bool again = m_physical->driver->isLost() && !inTransaction() && statement.procedure.isEmpty();
+        if (!again) throw;
+    }
+    moveTo(m_pool->forReading());
+    return read(statement, cursor);
+}
+
+Recordset Connection::Lease::read(const sql::Translation& statement, CursorType cursor)
+{
     if (cursor == CursorType::Forward) return openForward(statement);
     const auto rows = m_physical->driver->query(statement, m_pool->m_literals);
     return Recordset(std::make_unique<KeysetSource>(*rows));
@@ -158,10 +156,10 @@ void Connection::Lease::prepareEmptyBase()
         driver.execute(statement, {});
 }
 
-/// Whether it is an "exec" for which the engine has no text of its own.
+/// Whether it is an "exec" that the program answers itself.
 bool Connection::Lease::isProcedure(const sql::Translation& statement) const
 {
-    return statement.text.isEmpty() && !statement.procedure.isEmpty();
+    return !statement.procedure.isEmpty() && !keepsProcedures();
 }
 
 Recordset Connection::Lease::runProcedure(const sql::Translation& statement)
@@ -185,12 +183,22 @@ Recordset Connection::Lease::openForward(const sql::Translation& statement)
         std::make_unique<ForwardSource>(std::move(rows), [physical = m_physical] { --physical->cursors; }));
 }
 
-void Connection::Lease::begin()
+void Connection::Lease::begin(OnFailure onFailure)
 {
     announce(u"begin");
     if (inTransaction()) throw Error(ErrorNumber::CannotOpen, u"Connection"_s, u"本连接上已经有一个事务。"_s);
+    try {
+        startTransaction(onFailure);
+    } catch (const Error&) {
+        if (!m_physical->driver->isLost()) throw;
+        startTransaction(onFailure);
+    }
+}
+
+void Connection::Lease::startTransaction(OnFailure onFailure)
+{
     moveTo(m_pool->forTransaction(m_physical));
-    m_physical->driver->begin();
+    m_physical->driver->begin(onFailure);
     m_physical->transaction = this;
 }
 

@@ -19,6 +19,11 @@ struct Physical {
     int cursors = 0; ///< forward recordsets being read: they hold one state of the database for all
 
     bool isIdle() const { return leases == 0 && cursors == 0; }
+    bool isUndisturbed() const { return cursors == 0 && !driver->isLost(); }
+    /// For a transaction, or for a write that stands alone.
+    bool isFree() const { return isUndisturbed() && !transaction; }
+    /// For reads of whoever is not in the transaction on it.
+    bool servesReads() const { return isUndisturbed() && (!transaction || driver->hasOneWriter()); }
 };
 
 /// What all pools of a factory share.
@@ -36,7 +41,14 @@ struct PoolContext {
 ///   that connection would see the database as it was when the recordset was opened.
 /// - Two transactions never meet on one connection. On an engine with one writer the second one is refused
 ///   at once: on this thread nobody could end the first while the second waits.
-/// - There a single write of another lease joins the open transaction, where it could not get in either.
+/// - There a single write of another lease joins the open transaction, where it could not get in either; and
+///   reads share its connection, which costs less than a second one.
+/// - On a server nothing of another lease runs inside a transaction: its reads would need savepoints, would
+///   see what is not committed, and would fail with it. They have a connection of their own, at the price of
+///   one connecting in the whole run.
+/// - A connection that turns out to be gone is left for a new one. A select outside a transaction and the
+///   begin of one, which have no effect yet, are sent again there, once. A write is not: nobody knows whether
+///   it was done.
 class Pool : public std::enable_shared_from_this<Pool> {
 public:
     using Open = std::function<std::unique_ptr<Driver>()>;
@@ -51,8 +63,7 @@ private:
     friend class Connection::Lease;
     using Shared = std::shared_ptr<Physical>;
 
-    Shared shared();
-    Shared undisturbed();
+    Shared forReading();
     Shared forWriting(const Shared& current);
     Shared forTransaction(const Shared& current);
     const Shared* openTransaction() const;
@@ -76,14 +87,16 @@ public:
     int execute(QStringView tsql);
     Recordset open(QStringView tsql, CursorType cursor);
     void prepareEmptyBase();
-    void begin();
+    void begin(OnFailure onFailure);
     void commit();
     void rollback();
 
 private:
     bool inTransaction() const { return m_physical->transaction == this; }
     const sql::Translation& prepare(QStringView tsql);
+    Recordset read(const sql::Translation& statement, CursorType cursor);
     Recordset openForward(const sql::Translation& statement);
+    void startTransaction(OnFailure onFailure);
     bool isProcedure(const sql::Translation& statement) const;
     Recordset runProcedure(const sql::Translation& statement);
     void announce(QStringView statement) const;

@@ -84,30 +84,8 @@ const Value& Recordset::Source::field(int index)
 
 KeysetSource::KeysetSource(Cursor& cursor)
     : Source(cursor.fields())
+    , m_rows(cursor)
 {
-    const int columns = int(fields().size());
-    m_cells.reserve(std::size_t(columns)); // most selects of a desk bring one row
-    m_text.reserve(100);
-    while (cursor.step()) {
-        for (int column = 0; column < columns; ++column)
-            keep(cursor.cell(column));
-        ++m_rows;
-    }
-}
-
-void KeysetSource::keep(const Cell& cell)
-{
-    const bool text = cell.form == Cell::Form::Text || cell.form == Cell::Form::Decimal;
-    m_cells.push_back({text ? qint64(m_text.size()) : cell.number, quint32(cell.text.size()), cell.form});
-    if (text) m_text += cell.text;
-}
-
-Cell KeysetSource::cell(int column)
-{
-    const Stored& stored = m_cells[std::size_t(m_row) * fields().size() + std::size_t(column)];
-    Cell cell {stored.form, stored.number, {}};
-    if (stored.length) cell.text = std::string_view(m_text).substr(std::size_t(stored.number), stored.length);
-    return cell;
 }
 
 ForwardSource::ForwardSource(std::unique_ptr<Cursor> cursor, std::function<void()> released)

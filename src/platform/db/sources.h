@@ -1,10 +1,9 @@
 #pragma once
 
-#include "platform/db/cursor.h"
+#include "platform/db/buffered_cursor.h"
 #include "platform/db/recordset.h"
 
 #include <functional>
-#include <string>
 
 namespace quilla {
 
@@ -41,30 +40,21 @@ private:
     std::vector<Slot> m_slots; ///< the fields of the current row that were asked for
 };
 
-/// All rows at once: sixteen bytes a field and one run of text for the whole result.
+/// All rows at once.
 class KeysetSource final : public Recordset::Source {
 public:
     /// Reads the cursor to its end.
     explicit KeysetSource(Cursor& cursor);
 
-    qsizetype recordCount() const override { return m_rows; }
-    bool eof() const override { return m_row >= m_rows; }
+    qsizetype recordCount() const override { return m_rows.count(); }
+    bool eof() const override { return m_row >= m_rows.count(); }
 
 private:
-    struct Stored {
-        qint64 number; ///< of a text its place in `m_text`
-        quint32 length;
-        Cell::Form form;
-    };
-
-    void keep(const Cell& cell);
     void moveNext() override { ++m_row; }
     void moveFirst() override { m_row = 0; }
-    Cell cell(int column) override;
+    Cell cell(int column) override { return m_rows.cell(m_row, column); }
 
-    std::vector<Stored> m_cells;
-    std::string m_text;
-    qsizetype m_rows = 0;
+    BufferedRows m_rows;
     qsizetype m_row = 0;
 };
 

@@ -62,6 +62,14 @@ std::vector<Kind> kindsOf(const std::vector<Column>& columns)
     return kinds;
 }
 
+std::vector<QString> namesOf(const std::vector<Column>& columns)
+{
+    std::vector<QString> names;
+    for (const Column& column : columns)
+        names.push_back(column.name);
+    return names;
+}
+
 } // namespace
 
 struct Translator::Private {
@@ -168,7 +176,10 @@ Translation Translator::Private::translated(Parsed& parsed) const
     result.returnsRows = returnsRows(parsed.statement);
     result.writes = !result.returnsRows;
     const std::vector<Column> columns = Analyser(schema).run(parsed.statement);
-    if (result.returnsRows) result.columns = kindsOf(columns);
+    if (result.returnsRows) {
+        result.columns = kindsOf(columns);
+        result.names = namesOf(columns);
+    }
     if (const auto* call = std::get_if<Execute>(&parsed.statement)) result.procedure = call->procedure;
     result.text = printer->print(parsed.statement, parsed.pinned).toUtf8();
     result.parameters = printer->parameters();

@@ -55,7 +55,7 @@ void SqliteDriver::setUp(As as)
     if (as == As::Library) refuseForeignFile();
     m_handle.run("pragma foreign_keys=off; pragma synchronous=full; pragma temp_store=memory");
     if (as != As::AnyFile && !sqlite3_db_readonly(database, "main")) m_handle.run("pragma journal_mode=wal");
-    const auto kept = SqliteStatement::Life::Kept;
+    const auto kept = StatementLife::Kept;
     m_begin = std::make_unique<SqliteStatement>(m_handle, "begin immediate", kept);
     m_commit = std::make_unique<SqliteStatement>(m_handle, "commit", kept);
     m_rollback = std::make_unique<SqliteStatement>(m_handle, "rollback", kept);
@@ -134,7 +134,7 @@ void SqliteDriver::run(SqliteStatement& statement)
     statement.step();
 }
 
-void SqliteDriver::begin()
+void SqliteDriver::begin(OnFailure)
 {
     run(*m_begin);
     m_inTransaction = true;

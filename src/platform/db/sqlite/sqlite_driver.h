@@ -33,7 +33,7 @@ public:
     std::unique_ptr<Cursor> query(
         const sql::Translation& statement, const std::vector<sql::Literal>& literals) override;
 
-    void begin() override;
+    void begin(OnFailure onFailure) override;
     void commit() override;
     void rollback() override;
 

@@ -32,11 +32,11 @@ std::size_t textRoom(const sql::Translation& statement, const std::vector<sql::L
 
 } // namespace
 
-SqliteStatement::SqliteStatement(const SqliteHandle& handle, const QByteArray& text, Life life_)
-    : life(life_)
+SqliteStatement::SqliteStatement(const SqliteHandle& handle, const QByteArray& text, StatementLife life_)
+    : CachedStatement(life_)
     , m_handle(handle)
 {
-    const unsigned flags = life == Life::Kept ? SQLITE_PREPARE_PERSISTENT : 0;
+    const unsigned flags = life == StatementLife::Kept ? SQLITE_PREPARE_PERSISTENT : 0;
     m_handle.check(
         sqlite3_prepare_v3(handle.get(), text.constData(), int(text.size()), flags, &m_statement, nullptr));
 }
@@ -116,44 +116,6 @@ const Fields& SqliteStatement::fields(const sql::Translation& statement)
     }
     m_fields = std::make_shared<const std::vector<Field>>(std::move(fields));
     return m_fields;
-}
-
-void ReturnSqliteStatement::operator()(SqliteStatement* statement) const noexcept
-{
-    if (statement->life == SqliteStatement::Life::OneUse) {
-        delete statement;
-        return;
-    }
-    statement->reset();
-    statement->lent = false;
-}
-
-SqliteStatementLoan SqliteStatementCache::lend(const sql::Translation& statement)
-{
-    // More shapes than a desk ever sends: the query dialog combines them freely, so they are not all kept.
-    constexpr int most = 500;
-    const auto id = std::size_t(statement.id);
-    if (id >= m_kept.size()) m_kept.resize(id + 1);
-    if (!m_kept[id]) {
-        if (m_count >= most) forgetIdle();
-        m_kept[id] = std::make_unique<SqliteStatement>(m_handle, statement.text, SqliteStatement::Life::Kept);
-        ++m_count;
-    }
-    SqliteStatement* kept = m_kept[id].get();
-    if (kept->lent)
-        return SqliteStatementLoan(
-            new SqliteStatement(m_handle, statement.text, SqliteStatement::Life::OneUse));
-    kept->lent = true;
-    return SqliteStatementLoan(kept);
-}
-
-void SqliteStatementCache::forgetIdle()
-{
-    for (auto& statement : m_kept) {
-        if (!statement || statement->lent) continue;
-        statement.reset();
-        --m_count;
-    }
 }
 
 } // namespace quilla

@@ -3,6 +3,7 @@
 #include "platform/db/cursor.h"
 #include "platform/db/decimal.h"
 #include "platform/db/sqlite/sqlite_handle.h"
+#include "platform/db/statement_cache.h"
 #include "platform/sql/translator.h"
 
 #include <string>
@@ -10,11 +11,9 @@
 namespace quilla {
 
 /// One prepared statement.
-class SqliteStatement {
+class SqliteStatement : public CachedStatement {
 public:
-    enum class Life { Kept, OneUse };
-
-    SqliteStatement(const SqliteHandle& handle, const QByteArray& text, Life life);
+    SqliteStatement(const SqliteHandle& handle, const QByteArray& text, StatementLife life);
     ~SqliteStatement();
     Q_DISABLE_COPY_MOVE(SqliteStatement)
 
@@ -27,9 +26,6 @@ public:
     const Fields& fields(const sql::Translation& statement);
     sqlite3_stmt* get() const { return m_statement; }
 
-    const Life life;
-    bool lent = false;
-
 private:
     char* bindOne(int place, const sql::Literal& literal, const sql::Parameter& parameter, char* room);
     void bindNumber(int place, const sql::Literal& literal, const sql::Parameter& parameter);
@@ -40,30 +36,8 @@ private:
     Fields m_fields;
 };
 
-/// Ends one execution: a kept statement becomes ready for the next one.
-struct ReturnSqliteStatement {
-    void operator()(SqliteStatement* statement) const noexcept;
-};
-using SqliteStatementLoan = std::unique_ptr<SqliteStatement, ReturnSqliteStatement>;
-
-/// The prepared statements of one connection, by the number of their translation.
-class SqliteStatementCache {
-public:
-    explicit SqliteStatementCache(const SqliteHandle& handle)
-        : m_handle(handle)
-    {
-    }
-
-    /// A statement for one execution; a second one of its own while the kept one is still being read.
-    SqliteStatementLoan lend(const sql::Translation& statement);
-
-private:
-    void forgetIdle();
-
-    const SqliteHandle& m_handle;
-    std::vector<std::unique_ptr<SqliteStatement>> m_kept;
-    int m_count = 0;
-};
+using SqliteStatementLoan = StatementLoan<SqliteStatement>;
+using SqliteStatementCache = StatementCache<SqliteStatement, SqliteHandle>;
 
 /// The rows of a select on SQLite.
 class SqliteCursor final : public Cursor {
@@ -75,8 +49,6 @@ public:
     Cell cell(int column) override;
 
 private:
-    Cell wholeNumber(qint64 number, sql::Kind kind);
-    Cell fraction(double number, sql::Kind kind);
     Cell text(int column, sql::Kind kind);
 
     SqliteStatementLoan m_statement;

@@ -1,0 +1,138 @@
+#include "platform/db/odbc/odbc_driver.h"
+
+#include "platform/core/text.h"
+#include "platform/db/buffered_cursor.h"
+
+namespace quilla {
+
+OdbcDriver::OdbcDriver(const ConnectionItems& items)
+    : m_connection(items)
+{
+}
+
+bool OdbcDriver::isAlive()
+{
+    constexpr qint64 Silence = 1000;
+    if (isLost() || m_transaction != Transaction::None) return false;
+    if (m_connection.silence() < Silence) return true;
+    try {
+        m_connection.run("select 1");
+        return true;
+    } catch (const Error&) {
+        return false;
+    }
+}
+
+void OdbcDriver::refuseAfterLostTransaction() const
+{
+    if (m_connection.isLost())
+        throw Error(ErrorNumber::NotOpen, u"ODBC"_s, u"与数据库服务器的连接已断开。"_s);
+    if (m_transaction == Transaction::GivenUp)
+        throw Error(ErrorNumber::NotOpen, u"ODBC"_s, u"数据库服务器已撤销当前事务。"_s);
+}
+
+OdbcStatementLoan OdbcDriver::prepare(
+    const sql::Translation& statement, const std::vector<sql::Literal>& literals)
+{
+    refuseAfterLostTransaction();
+    auto prepared = m_statements.lend(statement);
+    prepared->bind(statement, literals);
+    return prepared;
+}
+
+/// The statement inside the transaction, if there is one, or nothing of it.
+void OdbcDriver::runGuarded(OdbcStatement& prepared, bool writes)
+{
+    try {
+        protect();
+        prepared.run();
+        m_wrote = m_wrote || writes;
+    } catch (const Error&) {
+        // What it was prepared from may have changed.
+        prepared.spent = true;
+        undo();
+        throw;
+    }
+}
+
+void OdbcDriver::protect()
+{
+    const ServerDialect& dialect = m_connection.dialect();
+    const bool needed = m_transaction == Transaction::Open && m_onFailure == OnFailure::KeepTransaction;
+    if (!needed || !dialect.save || !m_wrote) return;
+    m_connection.run(m_saved ? dialect.saveAgain : dialect.save);
+    m_saved = true;
+    m_wrote = false;
+}
+
+/// Back to before the statement that failed.
+void OdbcDriver::undo() noexcept
+{
+    if (m_transaction != Transaction::Open) return;
+    const ServerDialect& dialect = m_connection.dialect();
+    try {
+        bool kept = !m_connection.isLost() && m_onFailure == OnFailure::KeepTransaction;
+        if (kept && dialect.save) m_connection.run(m_saved ? dialect.undo : dialect.beginAgain);
+        if (kept && dialect.openTransactions) kept = m_connection.number(dialect.openTransactions) > 0;
+        if (!kept) m_transaction = Transaction::GivenUp;
+    } catch (const Error&) {
+        m_transaction = Transaction::GivenUp;
+    }
+}
+
+int OdbcDriver::execute(const sql::Translation& statement, const std::vector<sql::Literal>& literals)
+{
+    const auto prepared = prepare(statement, literals);
+    runGuarded(*prepared, true);
+    return prepared->rowCount();
+}
+
+std::unique_ptr<Cursor> OdbcDriver::query(
+    const sql::Translation& statement, const std::vector<sql::Literal>& literals)
+{
+    auto prepared = prepare(statement, literals);
+    runGuarded(*prepared, !statement.procedure.isEmpty());
+    Fields fields = prepared->fields(statement);
+    auto cursor = std::make_unique<OdbcCursor>(std::move(prepared), std::move(fields));
+    // Inside a transaction other statements come before its end.
+    const bool first = m_connection.holdsOneResult() && m_transaction != Transaction::None;
+    if (first) return std::make_unique<BufferedCursor>(*cursor);
+    return cursor;
+}
+
+void OdbcDriver::begin(OnFailure onFailure)
+{
+    refuseAfterLostTransaction();
+    m_connection.run(m_connection.dialect().begin);
+    m_transaction = Transaction::Open;
+    m_wrote = m_saved = false;
+    m_onFailure = onFailure;
+}
+
+void OdbcDriver::commit()
+{
+    try {
+        refuseAfterLostTransaction();
+        m_connection.run(m_connection.dialect().commit);
+        m_transaction = Transaction::None;
+    } catch (const Error&) {
+        rollback();
+        throw;
+    }
+}
+
+/// A server that has gone has rolled back by itself.
+void OdbcDriver::rollback()
+{
+    if (std::exchange(m_transaction, Transaction::None) == Transaction::None) return;
+    if (m_connection.isLost()) return;
+    try {
+        m_connection.run(m_connection.dialect().rollback);
+    } catch (const Error&) {
+        if (m_connection.isLost()) return;
+        m_stuck = true;
+        throw;
+    }
+}
+
+} // namespace quilla

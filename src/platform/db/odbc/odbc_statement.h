@@ -1,0 +1,94 @@
+#pragma once
+
+#include "platform/db/cursor.h"
+#include "platform/db/odbc/odbc_connection.h"
+#include "platform/db/statement_cache.h"
+
+#include <string>
+
+namespace quilla {
+
+/// One prepared statement.
+class OdbcStatement : public CachedStatement {
+public:
+    OdbcStatement(const OdbcConnection& connection, const QByteArray& text, StatementLife life);
+
+    /// The literals must stay where they are until the end of `run`. Throws `CannotConvert` for one that is
+    /// not of its kind or that no server could keep.
+    void bind(const sql::Translation& statement, const std::vector<sql::Literal>& literals);
+    void run();
+    int rowCount() const;
+    void reset() noexcept { SQLFreeStmt(m_handle.get(), SQL_CLOSE); }
+
+    /// Of the result; kinds from the translation, else from what the driver says of the column. Makes
+    /// ready for `step`, so it must be asked for once an execution.
+    const Fields& fields(const sql::Translation& statement);
+    bool step();
+    /// Of the current row; its text holds until the next call.
+    Cell cell(int column);
+
+private:
+    /// Where the driver puts a field.
+    struct Column {
+        SQLSMALLINT as = SQL_C_WCHAR;
+        bool isDigits = false; ///< a text that is a decimal
+        bool bound = true; ///< filled when the row is fetched; else read when it is asked for
+        SQLLEN length = 0; ///< in bytes, or SQL_NULL_DATA
+        union {
+            SQLBIGINT number = 0;
+            double fraction;
+            SQL_TIMESTAMP_STRUCT moment;
+        };
+        std::u16string text;
+    };
+
+    void bindOne(SQLUSMALLINT place, const sql::Literal& literal, const sql::Parameter& parameter);
+    void bindWhole(SQLUSMALLINT place, qint64 number, SQLSMALLINT type);
+    void bindText(SQLUSMALLINT place, QStringView text);
+    void bindDigits(SQLUSMALLINT place, const QString& digits);
+    void bindValue(
+        SQLUSMALLINT place, SQLSMALLINT as, SQLSMALLINT type, SQLULEN size, SQLPOINTER value, SQLLEN bytes);
+
+    int skipToRows();
+    Field describe(int column);
+    void takeFromTranslation(Field& field, const sql::Translation& statement, std::size_t column) const;
+    void makeRoom(int column, SQLULEN size);
+    QStringView text(int column);
+    QStringView longText(int column);
+    Cell textCell(QStringView text, sql::Kind kind);
+    Cell digitsCell(QStringView digits, sql::Kind kind);
+
+    /// A parameter's value where it must outlive the call that binds it.
+    struct Slot {
+        SQLLEN bytes = 0;
+        SQLBIGINT number = 0;
+        QString text;
+    };
+
+    const OdbcConnection& m_connection;
+    OdbcHandle m_handle;
+    std::vector<Slot> m_slots;
+    std::vector<Column> m_columns;
+    Fields m_fields;
+    std::u16string m_long; ///< a text that was read piece by piece
+    std::string m_utf8; ///< what the cell read last points to
+    DecimalDigits m_digits;
+};
+
+using OdbcStatementLoan = StatementLoan<OdbcStatement>;
+
+/// The rows of a select on a server.
+class OdbcCursor final : public Cursor {
+public:
+    OdbcCursor(OdbcStatementLoan statement, Fields fields);
+
+    Fields fields() const override { return m_fields; }
+    bool step() override { return m_statement->step(); }
+    Cell cell(int column) override { return m_statement->cell(column); }
+
+private:
+    OdbcStatementLoan m_statement;
+    Fields m_fields;
+};
+
+} // namespace quilla

@@ -1,0 +1,165 @@
+#include "platform/db/odbc/odbc_text.h"
+
+#include "platform/core/error.h"
+#include "platform/core/text.h"
+#include "platform/db/odbc/odbc_handle.h"
+
+#include <algorithm>
+#include <span>
+
+namespace quilla {
+
+namespace {
+
+/// As the connection dialog offers it.
+constexpr QStringView SqlServer = u"SQL Server";
+
+QString installedDriver(const QString& stored, const QStringList& drivers)
+{
+    const auto find = [&drivers](QStringView name) {
+        const auto found = std::ranges::find_if(drivers,
+            [name](const QString& driver) { return driver.compare(name, Qt::CaseInsensitive) == 0; });
+        return found != drivers.end() ? *found : QString();
+    };
+    QString driver = find(stored);
+    if (!driver.isEmpty() || stored.compare(SqlServer, Qt::CaseInsensitive) != 0) return driver;
+    driver = find(u"FreeTDS");
+    if (!driver.isEmpty()) return driver;
+    const QStringList others = drivers.filter(SqlServer.toString(), Qt::CaseInsensitive);
+    return others.isEmpty() ? QString() : others.last();
+}
+
+QString requireDriver(const QString& stored, const QStringList& drivers)
+{
+    const QString driver = installedDriver(stored, drivers);
+    if (!driver.isEmpty()) return driver;
+    const QString known = drivers.isEmpty() ? u"没有任何驱动"_s : drivers.join(u"、"_s);
+    throw Error(ErrorNumber::CannotOpen, u"ODBC"_s,
+        u"本机没有安装数据库驱动“%1”，请先安装。\n已安装：%2"_s.arg(stored, known));
+}
+
+QString driverOfSource(const QString& name, const OdbcInstallation& installed)
+{
+    for (const auto& [source, driver] : installed.dataSources)
+        if (source.compare(name, Qt::CaseInsensitive) == 0) return driver;
+    throw Error(ErrorNumber::CannotOpen, u"ODBC"_s, u"本机没有名为“%1”的数据源。"_s.arg(name));
+}
+
+bool is(const QString& key, QStringView name)
+{
+    return key.compare(name, Qt::CaseInsensitive) == 0;
+}
+
+/// In braces, so that the interface reads no part of it as its own.
+QString braced(QString value)
+{
+    return u'{' + value.replace(u'}', u"}}"_s) + u'}';
+}
+
+/// The value of an item. What an operator typed has its quotes doubled; other items stand as they were
+/// written. A password alone may hold anything, and is the only value that all drivers take in braces.
+QString valueText(const QString& key, QString value)
+{
+    constexpr QStringView Typed[] {u"Server", u"Servername", u"UID", u"PWD", u"Database"};
+    const bool typed = std::ranges::any_of(Typed, [&key](QStringView name) { return is(key, name); });
+    if (typed) value.replace(u"''"_s, u"'"_s);
+    return is(key, u"PWD") && !value.isEmpty() ? braced(value) : value;
+}
+
+QString withoutBraces(const QString& value)
+{
+    const bool has = value.startsWith(u'{') && value.endsWith(u'}');
+    return has ? value.sliced(1, value.size() - 2) : value;
+}
+
+struct Option {
+    QStringView key;
+    QStringView value;
+    bool mayDiffer = false; ///< when the stored text tells it
+};
+
+/// Statements are prepared on the server; transactions and savepoints are ours, since the driver's own give
+/// up the whole transaction at a statement that the server can't parse; no catalogue is read for updatable
+/// cursors; a server that has gone is noticed.
+constexpr Option PostgresOptions[] {
+    {u"UseServerSidePrepare", u"1"},
+    {u"Protocol", u"7.4-0"},
+    {u"UseDeclareFetch", u"0"},
+    {u"UpdatableCursors", u"0"},
+    {u"BoolsAsChar", u"0"},
+    {u"LFConversion", u"0"},
+    {u"Parse", u"0"},
+    {u"CommLog", u"0", true},
+    {u"Debug", u"0", true},
+    {u"pqopt", u"{keepalives_idle=15 keepalives_interval=5 keepalives_count=3 tcp_user_timeout=30000}", true},
+};
+
+constexpr Option FreeTdsOptions[] {
+    {u"ClientCharset", u"UTF-8"},
+    {u"TDS_Version", u"7.4", true},
+};
+
+bool mentions(const QString& driver, QStringView part)
+{
+    return driver.contains(part, Qt::CaseInsensitive);
+}
+
+std::span<const Option> optionsFor(const QString& driver)
+{
+    if (mentions(driver, u"postgres") || mentions(driver, u"psqlodbc")) return PostgresOptions;
+    if (mentions(driver, u"freetds") || mentions(driver, u"tdsodbc")) return FreeTdsOptions;
+    return {};
+}
+
+/// A named instance and "host,port" bring their own.
+bool needsPort(const ConnectionItems& items)
+{
+    const QString server = items.value(u"Server").value_or(QString());
+    return !server.isEmpty() && !server.contains(u'\\') && !server.contains(u',') && !items.value(u"Port");
+}
+
+/// The item that names the driver or the data source, as the driver manager wants it; `driver` learns which
+/// driver that is.
+QString sourceItem(const ConnectionItems& items, const OdbcInstallation& installed, QString& driver)
+{
+    if (const auto name = items.value(u"DSN")) {
+        driver = driverOfSource(*name, installed);
+        return u"DSN=%1;"_s.arg(*name);
+    }
+    const auto name = items.value(u"Driver");
+    if (!name) throw Error(ErrorNumber::CannotOpen, u"ODBC"_s, u"连接信息里既没有数据源，也没有驱动。"_s);
+    driver = requireDriver(withoutBraces(*name), installed.drivers);
+    return u"Driver={%1};"_s.arg(driver);
+}
+
+} // namespace
+
+OdbcInstallation OdbcInstallation::read()
+{
+    const OdbcEnvironment environment;
+    OdbcInstallation installed;
+    for (const auto& driver : environment.drivers())
+        installed.drivers += driver.name;
+    for (const auto& source : environment.dataSources())
+        installed.dataSources.emplace_back(source.name, source.description);
+    return installed;
+}
+
+QString odbcText(const ConnectionItems& items, const OdbcInstallation& installed)
+{
+    QString driver;
+    QString text = sourceItem(items, installed, driver);
+    const auto options = optionsFor(driver);
+    for (const auto& [key, value] : items.items) {
+        const bool isOurs = std::ranges::any_of(
+            options, [&key = key](const Option& option) { return !option.mayDiffer && is(key, option.key); });
+        if (!isOurs && !is(key, u"PROVIDER") && !is(key, u"DSN") && !is(key, u"Driver"))
+            text += key + u'=' + valueText(key, value) + u';';
+    }
+    for (const Option& option : options)
+        if (!option.mayDiffer || !items.value(option.key)) text += u"%1=%2;"_s.arg(option.key, option.value);
+    if (options.data() == FreeTdsOptions && needsPort(items)) text += u"Port=1433;"_s;
+    return text;
+}
+
+} // namespace quilla
