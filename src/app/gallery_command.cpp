@@ -112,6 +112,11 @@ int renderGallery(DeskApplication& desk, const QString& folder)
     album.add(u"TsjhFrm-0"_s, *form);
     form->SSTab1.setCurrentIndex(1);
     album.add(u"TsjhFrm-1"_s, *form);
+    form->SSTab1.setCurrentIndex(2);
+    form->Query.Check2[0].click();
+    form->Query.Text2[0].setText(u"王"_s);
+    form->Query.CmdFind.click();
+    album.add(u"TsjhFrm-2"_s, *form);
 
     addFines(album, session);
     addPickers(album, session);

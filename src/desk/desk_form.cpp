@@ -43,7 +43,7 @@ void bind(FlexGrid& grid, const GridDesign& design, Recordset& rows)
 
 } // namespace
 
-TsjhFrm::TsjhFrm(Session& session, ScreenHost& host, FineDialog& fines)
+TsjhFrm::TsjhFrm(Session& session, ScreenHost& host, FineDialog& fines, ReportViewer* viewer)
     : cmdTuShuYuYue(u"&Y 图书预约"_s)
     , cmdWuZhengJieShu(u"&W 无证借书"_s)
     , CmdQuit(u"&E 安全退出"_s)
@@ -54,6 +54,7 @@ TsjhFrm::TsjhFrm(Session& session, ScreenHost& host, FineDialog& fines)
     , Label8(u"输入图书条码号："_s)
     , Check1(u"续 借(&A)"_s)
     , Frame3(u"还书信息"_s)
+    , Query(session, viewer)
     , m_session(session)
     , m_host(host)
     , m_fines(fines)
@@ -91,7 +92,7 @@ void TsjhFrm::layOut()
         group(Frame3, Piece(Grid2).grow()).grow());
     build(*this,
         column(row(tMsg, stretch(), cmdTuShuYuYue, cmdWuZhengJieShu, CmdQuit),
-            tabs(SSTab1, {{u"借  书"_s, charging}, {u"还书、续借"_s, discharging}}).grow()));
+            tabs(SSTab1, {{u"借  书"_s, charging}, {u"还书、续借"_s, discharging}, {u"查  询"_s, Query}}).grow()));
     resize(pixelsOf(13500, *this), pixelsOf(8400, *this));
 }
 
@@ -101,7 +102,8 @@ void TsjhFrm::wire()
     onEnter(TxtBarCode, [this] { scanForCharge(); });
     onEnter(TxtRetBook, [this] { scanForReturn(); });
     onClick(Check1, [this] { TxtRetBook.setFocus(); });
-    onClick(CmdQuit, [this] { parentWidget() ? parentWidget()->close() : close(); });
+    for (QPushButton* button : {&CmdQuit, &Query.CmdExit})
+        onClick(*button, [this] { parentWidget() ? parentWidget()->close() : close(); });
     onClick(cmdTuShuYuYue, [this] { m_host.openScreen(u"frmTushuYuYue"_s); });
     onClick(cmdWuZhengJieShu, [this] { lendWithoutCard(); });
     cmdTuShuYuYue.setEnabled(m_host.hasScreen(u"frmTushuYuYue"_s));
@@ -112,6 +114,8 @@ void TsjhFrm::wire()
         connect(grid, &FlexGrid::blankPressed, this, [this] { ToggleDeskPage(Qt::Key_Space); });
         connect(grid, &FlexGrid::rowClicked, this, [this, grid] { showDetails(*grid, 1); });
     }
+    connect(&Query.Grid3, &FlexGrid::rowClicked, this,
+        [this] { showDetails(Query.Grid3, LoanQueryPage::BarcodeColumn); });
 }
 
 void TsjhFrm::makeTips()
@@ -120,7 +124,7 @@ void TsjhFrm::makeTips()
     m_tip.Create(this);
     m_tip.setMaxTipWidth(480);
     m_tip.setDelayTime(cTooltip::Autopop, readingTime);
-    for (FlexGrid* grid : {&Grid1, &Grid2}) {
+    for (FlexGrid* grid : {&Grid1, &Grid2, &Query.Grid3}) {
         m_tip.AddTool(grid, {});
         m_tip.setToolText(grid, {}); // nothing to say until a line is clicked
     }

@@ -2,6 +2,7 @@
 
 #include "desk/desk_view.h"
 #include "desk/fine_dialog.h"
+#include "desk/loan_query_page.h"
 #include "frame/screens.h"
 #include "platform/ui/flex_grid.h"
 #include "platform/ui/text_box.h"
@@ -15,15 +16,13 @@
 
 namespace quilla {
 
-struct Piece;
-
 /// The desk: charging, discharging with renewal, and the loan query, each on a page of its own.
 class TsjhFrm final : public QWidget, private DeskView {
     Q_OBJECT
 
 public:
-    /// `fines` settles what comes back late.
-    TsjhFrm(Session& session, ScreenHost& host, FineDialog& fines);
+    /// `fines` settles what comes back late; `viewer` shows what is printed.
+    TsjhFrm(Session& session, ScreenHost& host, FineDialog& fines, ReportViewer* viewer = nullptr);
 
     /// The blank turns to the discharge page and back to the charge page; any other key does nothing.
     void ToggleDeskPage(int key);
@@ -49,6 +48,8 @@ public:
     QCheckBox Check1; ///< renew what is brought back
     QGroupBox Frame3;
     FlexGrid Grid2; ///< what the reader returned today
+
+    LoanQueryPage Query;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 

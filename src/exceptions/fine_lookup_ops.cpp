@@ -15,7 +15,6 @@ struct LookUp {
 
 LookUp lookUpOf(int index)
 {
-    const QString noLoan = u"此%1不存在 或 不存在借阅信息。"_s;
     switch (index) {
     case FineBox::ReaderCode:
         return {u"Select name From dzk Where readercode='%1'"_s, u"无效读者证号，取消该操作。"_s,
@@ -24,11 +23,13 @@ LookUp lookUpOf(int index)
         return {u"Select readercode From dzk Where name='%1'"_s, u"无效读者姓名，取消该操作。"_s,
             {{u"readercode"_s, FineBox::ReaderCode}}};
     case FineBox::Barcode:
-        return {u"Select readercode,name,bookname  From jhskV Where barcode='%1'"_s, noLoan.arg(u"条形码"_s),
+        return {u"Select readercode,name,bookname  From jhskV Where barcode='%1'"_s,
+            u"此条形码不存在 或 不存在借阅信息。"_s,
             {{u"readercode"_s, FineBox::ReaderCode}, {u"name"_s, FineBox::ReaderName},
                 {u"bookname"_s, FineBox::Title}}};
     default:
-        return {u"Select readercode,name,barcode From jhskV Where bookname='%1'"_s, noLoan.arg(u"图书名"_s),
+        return {u"Select readercode,name,barcode From jhskV Where bookname='%1'"_s,
+            u"此图书名不存在 或 不存在借阅信息。"_s,
             {{u"readercode"_s, FineBox::ReaderCode}, {u"name"_s, FineBox::ReaderName},
                 {u"barcode"_s, FineBox::Barcode}}};
     }

@@ -44,6 +44,18 @@ int OpenDbConnection(Session& session, Connection& conn)
     return -1;
 }
 
+int OpenShapeConnection(Session& session, Connection& conn)
+{
+    session.error.clear();
+    QString text = session.ConnectionText;
+    text.replace(u"MSDASQL"_s, u"MSDataShape"_s);
+    conn = Connection();
+    session.error.attempt([&] { conn = session.connections.open(text); });
+    const int number = session.error.number();
+    session.error.clear();
+    return number;
+}
+
 QDateTime GetServerDate(Session& session)
 {
     session.error.clear();

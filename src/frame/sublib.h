@@ -35,6 +35,10 @@ bool offerConnectionSettings(Session& session);
 /// that did not open, and its statements fail one by one. Clears the session's error.
 int OpenDbConnection(Session& session, Connection& conn);
 
+/// Opens a connection for hierarchical results: the stored text under the shaping provider, the stored text
+/// itself unchanged. The error number, 0 when `conn` is open; nothing is shown, and the error is reset.
+int OpenShapeConnection(Session& session, Connection& conn);
+
 /// The server's date and time of day, asked anew at each call. After a failure, which is told, the
 /// client's own clock. Clears the session's error.
 QDateTime GetServerDate(Session& session);

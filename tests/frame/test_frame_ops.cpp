@@ -45,6 +45,7 @@ private Q_SLOTS:
     void startAsksForMissingSettings();
 
     void openingAsksOnFailure();
+    void shapeConnectionTellsNothing();
     void serverDateFallsBackAndTells();
     void connectionTextIsBuilt_data();
     void connectionTextIsBuilt();
@@ -158,6 +159,18 @@ void TestFrameOps::openingAsksOnFailure()
     QCOMPARE(OpenDbConnection(m->session, conn), -1);
     QCOMPARE(m->editor.calls, 2);
     QCOMPARE(CloseDbConnection(m->session, conn), 0);
+}
+
+void TestFrameOps::shapeConnectionTellsNothing()
+{
+    Connection conn;
+    QCOMPARE(OpenShapeConnection(m->session, conn), 0);
+    QVERIFY(conn.isOpen());
+    m->session.ConnectionText = u"PROVIDER=MSDASQL;DSN=%1;UID=a;PWD=;Database=/nowhere/x.db"_s.arg(BuiltInDataSource);
+    QVERIFY(OpenShapeConnection(m->session, conn) != 0);
+    QVERIFY(!conn.isOpen());
+    QVERIFY(!m->session.error.isSet());
+    QVERIFY(m->session.ConnectionText.contains(u"MSDASQL"));
 }
 
 void TestFrameOps::serverDateFallsBackAndTells()

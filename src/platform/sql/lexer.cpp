@@ -3,6 +3,8 @@
 #include "platform/sql/refusal.h"
 #include "platform/sql/scan.h"
 
+#include <algorithm>
+
 namespace quilla::sql {
 
 namespace {
@@ -66,6 +68,7 @@ private:
         const qsizetype end = endOfQuoted(m_text, from, doubled);
         Token token = take(Token::Form::Quoted, end);
         token.text = m_text.sliced(from + 1, end - from - 2);
+        if (token.text.contains(QChar(u'\0'))) refuse(token.place, u"控制字符"_s);
         token.literal = m_literals++;
         return token;
     }
@@ -77,6 +80,8 @@ private:
         Token token = take(Token::Form::Name, end);
         token.text = token.text.sliced(1, token.text.size() - 2);
         if (token.text.isEmpty()) refuse(token.place, u"空的名称"_s);
+        if (std::ranges::any_of(token.text, [](QChar c) { return c < u' '; }))
+            refuse(token.place, u"控制字符"_s);
         return token;
     }
 

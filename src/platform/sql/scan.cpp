@@ -150,6 +150,7 @@ void Shape::read(QStringView tsql, std::vector<Literal>& literals)
         case Quote: {
             const qsizetype end = endOfQuoted(tsql, at, flag);
             takeLiteral(QuotedSign, at + 1, end - 1, true, flag);
+            if (literals.back().text.contains(QChar(u'\0'))) refuse(at, u"控制字符"_s);
             at = end;
             break;
         }

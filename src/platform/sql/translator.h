@@ -18,7 +18,8 @@ struct Literal {
 /// How a literal becomes a parameter of the engine's statement.
 ///
 /// A Decimal must reach SQLite as a number, never as a text: an expression has no affinity that would turn
-/// the text into one.
+/// the text into one. PostgreSQL's text tells the type of each parameter ("?::bigint"), so that all may be
+/// given as texts.
 struct Parameter {
     int literal = 0; ///< index into the literals of the statement
     Kind kind = Kind::Text; ///< what the engine must be given; a literal that is none of it is an error
@@ -33,8 +34,8 @@ struct Translation {
     bool returnsRows = false;
     bool writes = false;
     int id = 0; ///< dense number of this translation, an index for the drivers' prepared statements
-    /// Of an "exec": the name, without owner. On SQLite `text` is empty then, and `parameters` are the
-    /// arguments in their order.
+    /// Of an "exec": the name, without owner. On SQLite and PostgreSQL `text` is empty then, and
+    /// `parameters` are the arguments in their order.
     QString procedure;
 };
 
