@@ -400,7 +400,7 @@ public:
     {
         return {};
     }
-    void begin() override { }
+    void begin(OnFailure) override { }
     void commit() override { }
     void rollback() override { }
 
