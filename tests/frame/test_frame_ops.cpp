@@ -1,3 +1,4 @@
+#include "database/library_schema.h"
 #include "frame/connection_ops.h"
 #include "frame/login_ops.h"
 #include "frame/main_ops.h"
@@ -5,6 +6,7 @@
 #include "frame/start_ops.h"
 #include "frame/sublib.h"
 #include "platform/db/connection_text.h"
+#include "platform/db/embedded.h"
 #include "support/test_library.h"
 
 #include <QTest>

@@ -16,7 +16,7 @@ bool OdbcDriver::isAlive()
     if (isLost() || m_transaction != Transaction::None) return false;
     if (m_connection.silence() < Silence) return true;
     try {
-        m_connection.run("select 1");
+        m_connection.run(u"select 1");
         return true;
     } catch (const Error&) {
         return false;
