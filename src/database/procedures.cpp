@@ -63,25 +63,42 @@ QString wholeNumber(const Procedure& procedure, const QString& text)
     return QString::number(number);
 }
 
-QString literalOf(const Procedure& procedure, std::size_t at, const std::vector<Value>& arguments)
+std::size_t placeOf(const Procedure& procedure, QStringView parameter)
 {
-    const int width = procedure.parameters[at].width;
-    const QString text = arguments[at].text();
-    return width ? u'\'' + doubled(text.left(width)) + u'\'' : wholeNumber(procedure, text);
+    const auto found = std::ranges::find(procedure.parameters, parameter, &Parameter::name);
+    Q_ASSERT(found != procedure.parameters.end());
+    return std::size_t(found - procedure.parameters.begin());
+}
+
+/// A parameter, or a text that begins with one and is put together with "+": one literal, so that the engine
+/// is given a date where the text makes one, and need not read it at each row.
+QString literalOf(const Procedure& procedure, const QString& sum, const std::vector<Value>& arguments)
+{
+    static const QRegularExpression term(u"(@\\w+)|'([^']*)'"_s);
+    QString text;
+    for (auto each = term.globalMatch(sum); each.hasNext();) {
+        const QRegularExpressionMatch found = each.next();
+        text += found.captured(2);
+        if (!found.hasCaptured(1)) continue;
+        const std::size_t place = placeOf(procedure, found.capturedView(1));
+        const int width = procedure.parameters[place].width;
+        const QString argument = arguments[place].text();
+        if (!width) return wholeNumber(procedure, argument);
+        text += doubled(argument.left(width));
+    }
+    return u'\'' + text + u'\'';
 }
 
 /// In one pass, so that nothing in an argument is taken for a parameter.
 QString selectOf(const Procedure& procedure, const std::vector<Value>& arguments)
 {
-    static const QRegularExpression variable(u"@\\w+"_s);
+    static const QRegularExpression sum(u"@\\w+(?:\\+(?:@\\w+|'[^']*'))*"_s);
     QString select;
     qsizetype from = 0;
-    for (auto each = variable.globalMatch(procedure.select); each.hasNext();) {
+    for (auto each = sum.globalMatch(procedure.select); each.hasNext();) {
         const QRegularExpressionMatch found = each.next();
-        const auto parameter = std::ranges::find(procedure.parameters, found.captured(), &Parameter::name);
-        Q_ASSERT(parameter != procedure.parameters.end());
         select += QStringView(procedure.select).sliced(from, found.capturedStart() - from);
-        select += literalOf(procedure, std::size_t(parameter - procedure.parameters.begin()), arguments);
+        select += literalOf(procedure, found.captured(), arguments);
         from = found.capturedEnd();
     }
     return select += QStringView(procedure.select).sliced(from);

@@ -1,7 +1,7 @@
-// A desk that charges and takes back without a pause, until it is told to stop or killed. After each
+// A desk that charges, or charges and takes back, without a pause, until it is told to stop or killed. After each
 // operation that it would tell the operator as done it prints a line: "+ barcode reader" or "- barcode".
 //
-//   desk_loop CONNECTION-TEXT SEED MILLISECONDS READERS COPIES
+//   desk_loop CONNECTION-TEXT SEED MILLISECONDS READERS COPIES charge|both
 
 #include "database/library_schema.h"
 #include "database/scale.h"
@@ -23,7 +23,7 @@ int main(int argc, char** argv)
     settleTimeZone();
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 6) return 2;
+    if (arguments.size() != 7) return 2;
     OneText settings(arguments[1]);
     QuietPrompt prompt;
     NoEditor editor;
@@ -45,7 +45,7 @@ int main(int argc, char** argv)
         std::fflush(stdout);
     };
     while (timer.elapsed() < arguments[3].toInt()) {
-        const bool giveBack = !out.isEmpty() && (out.size() > 20 || random() % 2);
+        const bool giveBack = arguments[6] == u"both" && !out.isEmpty() && (out.size() > 20 || random() % 2);
         if (giveBack) {
             const QString barcode = out.takeAt(int(random() % out.size()));
             if (DischargeBook(session, desk, fines, barcode) == Discharged) tell('-', barcode);

@@ -2,12 +2,13 @@
 
 -- 各类读者一个月每天借出的册数. @nian: 年, @yue: 月
 --
--- One line a type, in the order in which the types were entered; types that only cards carry follow. Types
--- without a loan stand there with 0, but a month without any loan brings no row. What deleted readers had
--- borrowed stands in a line without a type, so that the lines add up to all that was lent.
+-- One line a type, in the order and the spelling in which the types were entered; types that only cards
+-- carry follow. Types without a loan stand there with 0, but a month without any loan brings no row. What
+-- deleted readers had borrowed stands in a line without a type, so that the lines add up to all that was
+-- lent.
 create procedure dbo.procydztj @nian varchar(10), @yue varchar(10)
 as
-select x.leixing as 读者类型, sum(x.ceshu) as 小计,
+select isnull(min(x.liebiao),x.leixing) as 读者类型, sum(x.ceshu) as 小计,
     sum(case x.ri when 1 then x.ceshu else 0 end) as t1,
     sum(case x.ri when 2 then x.ceshu else 0 end) as t2,
     sum(case x.ri when 3 then x.ceshu else 0 end) as t3,
@@ -40,7 +41,7 @@ select x.leixing as 读者类型, sum(x.ceshu) as 小计,
     sum(case x.ri when 30 then x.ceshu else 0 end) as t30,
     sum(case x.ri when 31 then x.ceshu else 0 end) as t31
 from (
-    select l.xu, l.leixing, l.ri, count(*) as ceshu
+    select l.xu, l.leixing, convert(varchar(50),null) as liebiao, l.ri, count(*) as ceshu
     from (
         select 2147483647 as xu, isnull(d.readerclass,'') as leixing, day(j.orderdate) as ri
         from JHK j
@@ -49,7 +50,7 @@ from (
     ) l
     group by l.xu, l.leixing, l.ri
     union all
-    select dzlxid, readerclass, 0, 0
+    select dzlxid, readerclass, readerclass, 0, 0
     from dzlx
     where readerclass<>'' and exists (
         select barcode from JHK

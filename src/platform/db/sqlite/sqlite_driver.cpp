@@ -4,6 +4,9 @@
 #include "platform/db/embedded.h"
 
 #include <QDir>
+#include <QRandomGenerator>
+
+#include <thread>
 
 namespace quilla {
 
@@ -23,15 +26,28 @@ SqliteHandle::Mode modeFor(SqliteDriver::As as)
 
 SqliteDriver::SqliteDriver(const QString& path, const Clock& clock, As as, int busyMilliseconds)
     : m_time(clock)
+    , m_patience(busyMilliseconds)
     , m_handle(path, modeFor(as))
 {
-    setUp(as, busyMilliseconds);
+    setUp(as);
 }
 
-void SqliteDriver::setUp(As as, int busyMilliseconds)
+/// Another desk writes. Asks again after a blink: the engine's own waiting grows to a tenth of a second,
+/// and a desk that sleeps that long finds the turn taken again and again by one that does not.
+int SqliteDriver::waitForTurn(void* driver, int timesAsked)
+{
+    using namespace std::chrono;
+    auto& self = *static_cast<SqliteDriver*>(driver);
+    if (timesAsked == 0) self.m_waitingSince = steady_clock::now();
+    if (steady_clock::now() - self.m_waitingSince >= self.m_patience) return 0;
+    std::this_thread::sleep_for(microseconds(300 + QRandomGenerator::global()->bounded(500)));
+    return 1;
+}
+
+void SqliteDriver::setUp(As as)
 {
     sqlite3* const database = m_handle.get();
-    m_handle.check(sqlite3_busy_timeout(database, busyMilliseconds));
+    m_handle.check(sqlite3_busy_handler(database, &SqliteDriver::waitForTurn, this));
     // A misspelt column must be an error, not a text of its own name.
     m_handle.check(sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr));
     m_handle.check(sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr));

@@ -5,6 +5,8 @@
 #include "platform/db/sqlite/sqlite_handle.h"
 #include "platform/db/sqlite/sqlite_statement.h"
 
+#include <chrono>
+
 namespace quilla {
 
 /// A connection to an embedded database file.
@@ -38,7 +40,8 @@ public:
     const SqliteHandle& handle() const { return m_handle; }
 
 private:
-    void setUp(As as, int busyMilliseconds);
+    void setUp(As as);
+    static int waitForTurn(void* driver, int timesAsked);
     void refuseForeignFile() const;
     SqliteStatementLoan start(const sql::Translation& statement, const std::vector<sql::Literal>& literals);
     void refuseAfterLostTransaction() const;
@@ -46,6 +49,8 @@ private:
     bool wasMoved() const;
 
     StatementTime m_time;
+    std::chrono::milliseconds m_patience;
+    std::chrono::steady_clock::time_point m_waitingSince;
     SqliteHandle m_handle;
     SqliteStatementCache m_statements {m_handle};
     std::unique_ptr<SqliteStatement> m_begin;
