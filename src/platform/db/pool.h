@@ -86,6 +86,7 @@ public:
     int execute(QStringView tsql);
     Recordset open(QStringView tsql, CursorType cursor);
     void prepareEmptyBase();
+    void withOwnNumbers(const sql::Table& table, const std::function<void()>& fill);
     void begin(OnFailure onFailure);
     void commit();
     void rollback();
@@ -93,6 +94,7 @@ public:
 private:
     bool inTransaction() const { return m_physical->transaction == this; }
     const sql::Translation& prepare(QStringView tsql);
+    void sendAll(const std::vector<sql::Translation>& statements);
     Recordset read(const sql::Translation& statement, CursorType cursor);
     Recordset openForward(const sql::Translation& statement);
     void startTransaction(OnFailure onFailure);

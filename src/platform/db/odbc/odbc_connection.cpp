@@ -28,7 +28,7 @@ Error cannotConnect(const OdbcDiagnosis& diagnosis)
         u"不能连接数据库服务器。\n"_s + diagnosis.words);
 }
 
-/// The end of a text of ours: its statement is ready for the next one.
+/// A text that is sent as it stands; at the end its statement is ready for the next one.
 class DirectCall {
 public:
     DirectCall(const OdbcConnection& connection, SQLHANDLE statement, QStringView text)
@@ -81,14 +81,19 @@ void OdbcConnection::meet()
     m_readsBoundColumns
         = information<SQLUINTEGER>(get(), SQL_GETDATA_EXTENSIONS) & static_cast<SQLUINTEGER>(SQL_GD_BOUND);
     m_direct.emplace(SQL_HANDLE_STMT, get());
+    SQLSetStmtAttrW(
+        m_direct->get(), SQL_ATTR_NOSCAN, reinterpret_cast<SQLPOINTER>(SQL_NOSCAN_ON), SQL_IS_UINTEGER);
     m_heard.start();
     run(m_dialect->setUp);
     m_connected = true;
 }
 
-void OdbcConnection::run(QStringView text) const
+int OdbcConnection::run(QStringView text) const
 {
     const DirectCall call(*this, m_direct->get(), text);
+    SQLLEN rows = 0;
+    SQLRowCount(m_direct->get(), &rows);
+    return int(std::max<SQLLEN>(rows, 0));
 }
 
 qint64 OdbcConnection::number(QStringView select) const
