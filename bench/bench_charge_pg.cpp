@@ -72,6 +72,7 @@ QStringList freeReaders(Connection conn)
 
 int main(int argc, char** argv)
 {
+    if (!qEnvironmentVariableIsSet("TZ")) qputenv("TZ", ":/etc/localtime"); // else it is looked up at each date
     QCoreApplication application(argc, argv);
     QCommandLineParser options;
     options.addOptions({{u"readers"_s, {}, u"N"_s, u"10000"_s}, {u"copies"_s, {}, u"N"_s, u"100000"_s},
@@ -104,7 +105,7 @@ int main(int argc, char** argv)
     BareChargePg bare(database.handle(), translator);
 
     const QStringList readers = freeReaders(factory.open(text));
-    int copy = scale.loans;
+    int copy = scale.loans + scale.readers; // behind the ones that are out and the ones that are held
     const auto reader = [&](int round) { return readers[round % readers.size()]; };
     const auto charges = [&](int rounds) {
         return alternate(

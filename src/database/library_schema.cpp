@@ -15,6 +15,11 @@ QString definitions()
     return resourceText(u"schema.sql"_s) + u"\ngo\n"_s + resourceText(u"views.sql"_s);
 }
 
+QString firstOperator(const QString& name)
+{
+    return u"insert into LibUse(userid,username,password,borrow) values(1,'%1','',1)"_s.arg(doubled(name));
+}
+
 void executeAll(Connection& connection, const QString& tsql)
 {
     for (const QString& statement : splitStatements(tsql))
@@ -40,8 +45,19 @@ void createLibrary(Connection& connection)
 void insertInitialRows(Connection& connection, const QString& operatorName)
 {
     executeAll(connection, resourceText(u"initial.sql"_s));
-    connection.execute(u"insert into LibUse(userid,username,password,borrow) values(1,'%1','',1)"_s.arg(
-        doubled(operatorName)));
+    connection.execute(firstOperator(operatorName));
+}
+
+QString libraryScript(const QString& operatorName)
+{
+    QStringList statements = splitStatements(definitions());
+    statements += procedureDefinitions();
+    statements += splitStatements(resourceText(u"initial.sql"_s));
+    statements += firstOperator(operatorName);
+    QString script;
+    for (const QString& statement : statements)
+        script += statement.trimmed() + u"\ngo\n"_s;
+    return script;
 }
 
 void withoutIndexes(Connection& connection, QStringView table, const std::function<void()>& fill)

@@ -16,6 +16,10 @@ void createLibrary(Connection& connection);
 /// the field dictionary and one operator of this name, without a password, with the right to use the desk.
 void insertInitialRows(Connection& connection, const QString& operatorName);
 
+/// What `createLibrary` and `insertInitialRows` send to a server that speaks T-SQL, as one script with lines
+/// "go" for its own tools.
+QString libraryScript(const QString& operatorName);
+
 /// Takes the indexes off a table while `fill` writes very many rows into it, and makes them anew.
 void withoutIndexes(Connection& connection, QStringView table, const std::function<void()>& fill);
 

@@ -59,6 +59,26 @@ RowText& RowText::null()
     return *this;
 }
 
+RowText& RowText::value(const Value& field)
+{
+    switch (field.kind()) {
+    case sql::Kind::Unknown:
+        return null();
+    case sql::Kind::Text:
+        return text(field.text());
+    case sql::Kind::Bit:
+        return bit(field.isTrue());
+    case sql::Kind::Date:
+        return text(field.moment().toString(u"yyyy-MM-dd HH:mm:ss.zzz"_s));
+    case sql::Kind::Integer:
+    case sql::Kind::Decimal:
+        break;
+    }
+    separate();
+    m_statement += field.text();
+    return *this;
+}
+
 void RowText::send()
 {
     m_statement += u')';

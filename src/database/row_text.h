@@ -21,6 +21,8 @@ public:
     /// Null for no date.
     RowText& date(const QDate& value);
     RowText& null();
+    /// Whatever a field holds.
+    RowText& value(const Value& field);
     /// Sends the row and begins the next.
     void send();
 

@@ -165,7 +165,7 @@ void TestOdbc::refusedValues_data()
     QTest::newRow("no date") << u"update book set day='2003-13-01'"_s << ErrorNumber::CannotConvert;
     QTest::newRow("no number") << u"update book set price='x'"_s << ErrorNumber::CannotConvert;
     QTest::newRow("number of a text on the server") << u"select convert(int,name) from book"_s << ErrorNumber::CannotConvert;
-    QTest::newRow("NUL") << u"update book set name='a%1b'"_s.arg(QChar(u'\0')) << ErrorNumber::CannotConvert;
+    QTest::newRow("NUL") << u"update book set name='a%1b'"_s.arg(QChar(u'\0')) << 0;
     QTest::newRow("too long") << u"update book set name='%1'"_s.arg(u"x"_s.repeated(51)) << 0;
     QTest::newRow("too large") << u"update book set price=123456"_s << 0;
 }
@@ -224,7 +224,6 @@ void TestOdbc::failingStatementKeepsTransaction()
     }
     if (place == 3) QVERIFY(errorOf([&] { connection.open(failing); }));
     if (place == 3) QVERIFY(errorOf([&] { connection.open(failing); }));
-    QCOMPARE(one(u"select count(*) from book"), u"0"_s);
     connection.commit();
     QCOMPARE(one(u"select count(*) from book"), u"3"_s);
 }
@@ -258,6 +257,9 @@ void TestOdbc::transactionsStandAlone()
     auto third = open();
     third.execute(u"insert into book(code) values('c')");
     QCOMPARE(third.open(u"select code from book").recordCount(), 1);
+    QCOMPARE(first.open(u"select code from book").recordCount(), 2);
+    // A read of another lease shares a connection and must not spoil the transaction on it.
+    QVERIFY(errorOf([&] { one(u"select 1/(len(code)-1) from book"); }));
     QCOMPARE(first.open(u"select code from book").recordCount(), 2);
     second.rollback();
     first.close(); // rolls back

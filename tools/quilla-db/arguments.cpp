@@ -18,6 +18,7 @@ constexpr QStringView Help = uR"(青简文库的数据库工具。
   demo          建立演示数据库，或装入空的数据库
   scale         建立测速用的大数据库，或装入空的数据库
   check         核对数据，不作修改
+  copy          把内置数据库的全部数据复制到 --connection 的空数据库
   backup 文件   备份内置数据库，使用中也可以
   restore 文件  从备份恢复内置数据库；不覆盖已有的数据库
   first-start   还没有连接设置时：建立演示数据库并设为连接
@@ -26,6 +27,8 @@ constexpr QStringView Help = uR"(青简文库的数据库工具。
   --file 文件        内置数据库的文件；不指定时是用户自己的数据库
   --connection 文本  数据库的连接文本
   --operator 用户名  create：第一个操作员，默认 admin
+  --engine sqlserver --script
+                     create：不建立，只输出 SQL Server 的脚本
   --seed 数          demo：随机种子；相同的种子和日期得到相同的数据
   --today 日期       demo、scale：数据以哪一天为今天，默认是今天
   --readers 数       scale：读者数，默认 10000
@@ -64,12 +67,28 @@ QString wrongOption(const QCommandLineParser& parser, const QStringList& line)
     return unknown.isEmpty() ? line.last() : unknown.first();
 }
 
-Target targetOf(const QCommandLineParser& parser)
+/// `copy` names both, the file to copy from and the connection to copy to.
+Target targetOf(const QCommandLineParser& parser, const QString& command)
 {
-    if (parser.isSet(u"file"_s) && parser.isSet(u"connection"_s))
+    const bool copies = command == u"copy"_s;
+    if (parser.isSet(u"file"_s) && parser.isSet(u"connection"_s) && !copies)
         throw fault(u"--file 和 --connection 只能用一个。"_s);
-    if (parser.isSet(u"connection"_s)) return connectionTarget(parser.value(u"connection"_s));
+    if (parser.isSet(u"connection"_s) && !copies) return connectionTarget(parser.value(u"connection"_s));
     return parser.isSet(u"file"_s) ? fileTarget(parser.value(u"file"_s)) : ownTarget();
+}
+
+Target copyTargetOf(const QCommandLineParser& parser)
+{
+    if (!parser.isSet(u"connection"_s)) throw fault(u"copy 需要 --connection。"_s);
+    return connectionTarget(parser.value(u"connection"_s));
+}
+
+/// The other engines are created on a connection, where the text is translated.
+bool wantsScript(const QCommandLineParser& parser)
+{
+    if (parser.isSet(u"script"_s) != (parser.value(u"engine"_s) == u"sqlserver"_s))
+        throw fault(u"脚本只有 SQL Server 的：--engine sqlserver --script。"_s);
+    return parser.isSet(u"script"_s);
 }
 
 void addOptions(QCommandLineParser& parser)
@@ -80,6 +99,8 @@ void addOptions(QCommandLineParser& parser)
         {u"file"_s, {}, u"文件"_s},
         {u"connection"_s, {}, u"文本"_s},
         {u"operator"_s, {}, u"用户名"_s, u"admin"_s},
+        {u"engine"_s, {}, u"种类"_s},
+        {u"script"_s, {}},
         {u"seed"_s, {}, u"数"_s, u"1"_s},
         {u"today"_s, {}, u"日期"_s},
         {u"readers"_s, {}, u"数"_s, QString::number(scale.readers)},
@@ -120,7 +141,9 @@ Arguments readArguments(const QStringList& line)
         return arguments;
     }
     readPositions(parser, arguments);
-    arguments.target = targetOf(parser);
+    arguments.target = targetOf(parser, arguments.command);
+    if (arguments.command == u"copy"_s) arguments.copyTarget = copyTargetOf(parser);
+    arguments.script = wantsScript(parser);
     arguments.operatorName = parser.value(u"operator"_s);
     arguments.demo.today = dayOf(parser);
     arguments.demo.seed = quint64(numberOf(parser, u"seed"_s));

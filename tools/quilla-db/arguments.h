@@ -13,6 +13,8 @@ struct Arguments {
     QString command;
     QString file; ///< the second file of `backup` and `restore`
     Target target;
+    Target copyTarget; ///< of `copy`: where to
+    bool script = false; ///< `create` only prints what it would send
     QString operatorName;
     DemoOptions demo;
     ScaleOptions scale;

@@ -1,6 +1,7 @@
 #include "quilla-db/commands.h"
 
 #include "database/check.h"
+#include "database/copy_library.h"
 #include "database/library_schema.h"
 #include "platform/core/text.h"
 #include "platform/db/embedded.h"
@@ -62,6 +63,10 @@ Outcome help(const Arguments&, QTextStream& out)
 
 Outcome create(const Arguments& arguments, QTextStream& out)
 {
+    if (arguments.script) {
+        out << libraryScript(arguments.operatorName);
+        return Outcome::Done;
+    }
     makeLibrary(arguments, {});
     out << u"已建立数据库："_s << arguments.target.name() << u"\n操作员 "_s << arguments.operatorName
         << u" 还没有密码，请登录后立即修改。\n"_s;
@@ -107,6 +112,25 @@ Outcome check(const Arguments& arguments, QTextStream& out)
     sound = sound && findings.empty();
     if (sound) out << u"没有发现问题："_s << arguments.target.name() << u"\n"_s;
     return sound ? Outcome::Done : Outcome::Findings;
+}
+
+/// All of it or nothing; the source stands still meanwhile.
+Outcome copy(const Arguments& arguments, QTextStream& out)
+{
+    const SystemClock clock;
+    const sql::Schema schema = librarySchema();
+    PooledFactory factory(schema, clock);
+    Connection from = factory.open(arguments.target.connectionText);
+    Connection to = factory.open(arguments.copyTarget.connectionText);
+    from.begin();
+    to.begin(OnFailure::EndTransaction);
+    copyLibrary(from, to, [&](const QString& table, qint64 rows) {
+        out << table << u": "_s << rows << u"\n"_s;
+        out.flush();
+    });
+    to.commit();
+    out << u"已全部复制到："_s << arguments.copyTarget.name() << u"\n"_s;
+    return Outcome::Done;
 }
 
 const QString& embeddedFile(const Arguments& arguments)
@@ -162,7 +186,7 @@ Outcome runCommand(const Arguments& arguments, QTextStream& out)
         QStringView name;
         Outcome (*run)(const Arguments&, QTextStream&);
     } Commands[] = {{u"help", help}, {u"create", create}, {u"demo", loadDemo}, {u"scale", loadScale},
-        {u"check", check}, {u"backup", backup}, {u"restore", restore},
+        {u"check", check}, {u"copy", copy}, {u"backup", backup}, {u"restore", restore},
         {u"first-start", firstStart}};
     for (const auto& command : Commands)
         if (command.name == arguments.command) return command.run(arguments, out);

@@ -52,6 +52,11 @@ void Connection::prepareEmptyBase()
     opened(m_lease).prepareEmptyBase();
 }
 
+void Connection::withOwnNumbers(const sql::Table& table, const std::function<void()>& fill)
+{
+    opened(m_lease).withOwnNumbers(table, fill);
+}
+
 void Connection::begin(OnFailure onFailure)
 {
     opened(m_lease).begin(onFailure);

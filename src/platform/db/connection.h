@@ -43,6 +43,8 @@ public:
     /// Brings into an empty database what its engine needs before the first table: the order of texts, types
     /// and functions. Nothing where the engine has them. Throws `Error`, also when they are there already.
     void prepareEmptyBase();
+    /// Runs `fill`, whose rows bring their own numbers into the identity column of `table`.
+    void withOwnNumbers(const sql::Table& table, const std::function<void()>& fill);
 
     /// Takes the write lock at once where the engine has one for the whole database.
     void begin(OnFailure onFailure = OnFailure::KeepTransaction);

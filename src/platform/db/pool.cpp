@@ -150,10 +150,22 @@ Recordset Connection::Lease::read(const sql::Translation& statement, CursorType 
 
 void Connection::Lease::prepareEmptyBase()
 {
+    sendAll(m_pool->m_context.translatorOf(m_physical->driver->engine()).preparation());
+}
+
+void Connection::Lease::withOwnNumbers(const sql::Table& table, const std::function<void()>& fill)
+{
+    sql::Translator& translator = m_pool->m_context.translatorOf(m_physical->driver->engine());
+    sendAll(translator.beginOwnNumbers(table));
+    fill();
+    sendAll(translator.endOwnNumbers(table));
+}
+
+void Connection::Lease::sendAll(const std::vector<sql::Translation>& statements)
+{
     if (!inTransaction()) moveTo(m_pool->forWriting(m_physical));
-    Driver& driver = *m_physical->driver;
-    for (const sql::Translation& statement : m_pool->m_context.translatorOf(driver.engine()).preparation())
-        driver.execute(statement, {});
+    for (const sql::Translation& statement : statements)
+        m_physical->driver->execute(statement, {});
 }
 
 /// Whether it is an "exec" that the program answers itself.

@@ -19,11 +19,10 @@ struct Physical {
     int cursors = 0; ///< forward recordsets being read: they hold one state of the database for all
 
     bool isIdle() const { return leases == 0 && cursors == 0; }
-    bool isUndisturbed() const { return cursors == 0 && !driver->isLost(); }
+    /// For reads of any lease, also beside a transaction.
+    bool servesReads() const { return cursors == 0 && !driver->isLost(); }
     /// For a transaction, or for a write that stands alone.
-    bool isFree() const { return isUndisturbed() && !transaction; }
-    /// For reads of whoever is not in the transaction on it.
-    bool servesReads() const { return isUndisturbed() && (!transaction || driver->hasOneWriter()); }
+    bool isFree() const { return servesReads() && !transaction; }
 };
 
 /// What all pools of a factory share.
@@ -41,11 +40,11 @@ struct PoolContext {
 ///   that connection would see the database as it was when the recordset was opened.
 /// - Two transactions never meet on one connection. On an engine with one writer the second one is refused
 ///   at once: on this thread nobody could end the first while the second waits.
-/// - There a single write of another lease joins the open transaction, where it could not get in either; and
-///   reads share its connection, which costs less than a second one.
-/// - On a server nothing of another lease runs inside a transaction: its reads would need savepoints, would
-///   see what is not committed, and would fail with it. They have a connection of their own, at the price of
-///   one connecting in the whole run.
+/// - There a single write of another lease joins the open transaction, where it could not get in either.
+/// - Reads of other leases share the transaction's connection on every engine. On a server a second
+/// connection
+///   would cost a seventh of a charge more, and would wait for the locks of the transaction, which nobody
+///   could end on this thread. They see what is not committed yet, as on the embedded database.
 /// - A connection that turns out to be gone is left for a new one. A select outside a transaction and the
 ///   begin of one, which have no effect yet, are sent again there, once. A write is not: nobody knows whether
 ///   it was done.
@@ -87,6 +86,7 @@ public:
     int execute(QStringView tsql);
     Recordset open(QStringView tsql, CursorType cursor);
     void prepareEmptyBase();
+    void withOwnNumbers(const sql::Table& table, const std::function<void()>& fill);
     void begin(OnFailure onFailure);
     void commit();
     void rollback();
@@ -94,6 +94,7 @@ public:
 private:
     bool inTransaction() const { return m_physical->transaction == this; }
     const sql::Translation& prepare(QStringView tsql);
+    void sendAll(const std::vector<sql::Translation>& statements);
     Recordset read(const sql::Translation& statement, CursorType cursor);
     Recordset openForward(const sql::Translation& statement);
     void startTransaction(OnFailure onFailure);

@@ -63,6 +63,11 @@ public:
     /// engine's own dialect: the order of texts, types, functions. Nothing for engines that bring them along.
     std::vector<Translation> preparation();
 
+    /// What lets rows bring their own numbers into the identity column of a table, and what ends that so that
+    /// the next number comes after theirs; as above. Nothing where rows may bring them at any time.
+    std::vector<Translation> beginOwnNumbers(const Table& table);
+    std::vector<Translation> endOwnNumbers(const Table& table);
+
     Engine engine() const;
 
     /// Rises when translations were dropped. Their ids never come again, so a driver may then drop all its

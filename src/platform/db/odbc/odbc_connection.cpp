@@ -28,6 +28,22 @@ Error cannotConnect(const OdbcDiagnosis& diagnosis)
         u"不能连接数据库服务器。\n"_s + diagnosis.words);
 }
 
+/// A text that is sent as it stands; at the end its statement is ready for the next one.
+class DirectCall {
+public:
+    DirectCall(const OdbcConnection& connection, SQLHANDLE statement, QStringView text)
+        : m_statement(statement)
+    {
+        auto* sql = reinterpret_cast<SQLWCHAR*>(const_cast<char16_t*>(text.utf16()));
+        connection.check(SQLExecDirectW(statement, sql, SQLINTEGER(text.size())), statement);
+    }
+    ~DirectCall() { SQLFreeStmt(m_statement, SQL_CLOSE); }
+    Q_DISABLE_COPY_MOVE(DirectCall)
+
+private:
+    SQLHANDLE m_statement;
+};
+
 } // namespace
 
 OdbcConnection::OdbcConnection(const ConnectionItems& items)
@@ -36,6 +52,7 @@ OdbcConnection::OdbcConnection(const ConnectionItems& items)
     try {
         meet();
     } catch (...) {
+        m_direct.reset();
         SQLDisconnect(get());
         throw;
     }
@@ -43,6 +60,7 @@ OdbcConnection::OdbcConnection(const ConnectionItems& items)
 
 OdbcConnection::~OdbcConnection()
 {
+    m_direct.reset();
     if (m_connected) SQLDisconnect(get());
 }
 
@@ -62,27 +80,30 @@ void OdbcConnection::meet()
     m_holdsOneResult = information<SQLUSMALLINT>(get(), SQL_MAX_CONCURRENT_ACTIVITIES) == 1;
     m_readsBoundColumns
         = information<SQLUINTEGER>(get(), SQL_GETDATA_EXTENSIONS) & static_cast<SQLUINTEGER>(SQL_GD_BOUND);
+    m_direct.emplace(SQL_HANDLE_STMT, get());
+    SQLSetStmtAttrW(
+        m_direct->get(), SQL_ATTR_NOSCAN, reinterpret_cast<SQLPOINTER>(SQL_NOSCAN_ON), SQL_IS_UINTEGER);
     m_heard.start();
     run(m_dialect->setUp);
     m_connected = true;
 }
 
-void OdbcConnection::run(const char* text) const
+int OdbcConnection::run(QStringView text) const
 {
-    const OdbcHandle statement(SQL_HANDLE_STMT, get());
-    check(SQLExecDirectW(statement.get(), const_cast<SQLWCHAR*>(wide(QString::fromLatin1(text))), SQL_NTS),
-        statement.get());
+    const DirectCall call(*this, m_direct->get(), text);
+    SQLLEN rows = 0;
+    SQLRowCount(m_direct->get(), &rows);
+    return int(std::max<SQLLEN>(rows, 0));
 }
 
-qint64 OdbcConnection::number(const char* select) const
+qint64 OdbcConnection::number(QStringView select) const
 {
-    const OdbcHandle statement(SQL_HANDLE_STMT, get());
-    check(SQLExecDirectW(statement.get(), const_cast<SQLWCHAR*>(wide(QString::fromLatin1(select))), SQL_NTS),
-        statement.get());
-    check(SQLFetch(statement.get()), statement.get());
+    SQLHANDLE statement = m_direct->get();
+    const DirectCall call(*this, statement, select);
     SQLBIGINT value = 0;
     SQLLEN length = 0;
-    check(SQLGetData(statement.get(), 1, SQL_C_SBIGINT, &value, sizeof value, &length), statement.get());
+    check(SQLFetch(statement), statement);
+    check(SQLGetData(statement, 1, SQL_C_SBIGINT, &value, sizeof value, &length), statement);
     return value;
 }
 

@@ -6,6 +6,8 @@
 
 #include <QElapsedTimer>
 
+#include <optional>
+
 namespace quilla {
 
 /// A connection to a server, with the way back from a call that failed.
@@ -26,10 +28,10 @@ public:
     /// Whether a bound column can be read a second time when it did not fit.
     bool readsBoundColumns() const { return m_readsBoundColumns; }
 
-    /// Sends a text of ours as it stands. Throws `Error`.
-    void run(const char* text) const;
+    /// Sends a text as it stands. The number of rows that it changed. Throws `Error`.
+    int run(QStringView text) const;
     /// The same; the first field of its first row.
-    qint64 number(const char* select) const;
+    qint64 number(QStringView select) const;
 
     /// Throws what the driver says about a statement that failed, and notes when the server has gone.
     [[noreturn]] void fail(SQLHANDLE statement) const;
@@ -53,6 +55,7 @@ private:
 
     OdbcEnvironment m_environment;
     OdbcHandle m_connection {SQL_HANDLE_DBC, m_environment.get()};
+    std::optional<OdbcHandle> m_direct; ///< for texts that are not prepared, one at a time
     const ServerDialect* m_dialect = nullptr;
     bool m_holdsOneResult = false;
     bool m_readsBoundColumns = false;

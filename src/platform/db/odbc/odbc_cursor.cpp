@@ -108,6 +108,7 @@ int OdbcStatement::skipToRows()
 
 const Fields& OdbcStatement::fields(const sql::Translation& statement)
 {
+    if (m_fields && statement.procedure.isEmpty()) return m_fields;
     const auto count = std::size_t(skipToRows());
     if (m_fields && m_fields->size() == count) return m_fields;
     m_columns = std::vector<Column>(count);

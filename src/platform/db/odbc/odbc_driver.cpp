@@ -16,7 +16,7 @@ bool OdbcDriver::isAlive()
     if (isLost() || m_transaction != Transaction::None) return false;
     if (m_connection.silence() < Silence) return true;
     try {
-        m_connection.run("select 1");
+        m_connection.run(u"select 1");
         return true;
     } catch (const Error&) {
         return false;
@@ -40,16 +40,15 @@ OdbcStatementLoan OdbcDriver::prepare(
     return prepared;
 }
 
-/// The statement inside the transaction, if there is one, or nothing of it.
-void OdbcDriver::runGuarded(OdbcStatement& prepared, bool writes)
+/// What `step` sends, inside the transaction if there is one, or nothing of it.
+template <typename Step> auto OdbcDriver::guarded(bool writes, Step step)
 {
     try {
         protect();
-        prepared.run();
+        const auto result = step();
         m_wrote = m_wrote || writes;
+        return result;
     } catch (const Error&) {
-        // What it was prepared from may have changed.
-        prepared.spent = true;
         undo();
         throw;
     }
@@ -80,19 +79,28 @@ void OdbcDriver::undo() noexcept
     }
 }
 
+/// Without parameters it is a definition or stands alone: sent as it stands, and nothing of it is kept.
 int OdbcDriver::execute(const sql::Translation& statement, const std::vector<sql::Literal>& literals)
 {
+    if (statement.parameters.empty()) {
+        refuseAfterLostTransaction();
+        return guarded(true, [&] { return m_connection.run(QString::fromUtf8(statement.text)); });
+    }
     const auto prepared = prepare(statement, literals);
-    runGuarded(*prepared, true);
-    return prepared->rowCount();
+    return guarded(true, [&] {
+        prepared->run();
+        return prepared->rowCount();
+    });
 }
 
 std::unique_ptr<Cursor> OdbcDriver::query(
     const sql::Translation& statement, const std::vector<sql::Literal>& literals)
 {
     auto prepared = prepare(statement, literals);
-    runGuarded(*prepared, !statement.procedure.isEmpty());
-    Fields fields = prepared->fields(statement);
+    Fields fields = guarded(!statement.procedure.isEmpty(), [&] {
+        prepared->run();
+        return prepared->fields(statement);
+    });
     auto cursor = std::make_unique<OdbcCursor>(std::move(prepared), std::move(fields));
     // Inside a transaction other statements come before its end.
     const bool first = m_connection.holdsOneResult() && m_transaction != Transaction::None;

@@ -33,7 +33,7 @@ private:
     enum class Transaction { None, Open, GivenUp };
 
     OdbcStatementLoan prepare(const sql::Translation& statement, const std::vector<sql::Literal>& literals);
-    void runGuarded(OdbcStatement& prepared, bool writes);
+    template <typename Step> auto guarded(bool writes, Step step);
     void protect();
     void undo() noexcept;
     void refuseAfterLostTransaction() const;

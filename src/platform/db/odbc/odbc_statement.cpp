@@ -118,7 +118,9 @@ void OdbcStatement::bindValue(
 
 void OdbcStatement::run()
 {
+    spent = true; // when it fails: what it was prepared from may have changed
     m_connection.check(SQLExecute(m_handle.get()), m_handle.get());
+    spent = false;
 }
 
 int OdbcStatement::rowCount() const

@@ -11,17 +11,18 @@ namespace quilla {
 struct ServerDialect {
     QStringView product; ///< what the name that the server gives itself holds
     sql::Engine engine;
-    const char* setUp; ///< sent once to a new connection
-    const char* begin;
-    const char* commit;
-    const char* rollback;
+    const char16_t* setUp; ///< sent once to a new connection
+    const char16_t* begin;
+    const char16_t* commit;
+    const char16_t* rollback;
     /// Where a failing statement ends the transaction: a savepoint in front of the next write, the same in
     /// place of the one before, and the way back to it. `beginAgain` is the way back before any write.
-    const char* save;
-    const char* saveAgain;
-    const char* undo;
-    const char* beginAgain;
-    const char* openTransactions; ///< a select of how many are open, for a server that ends them by itself
+    const char16_t* save;
+    const char16_t* saveAgain;
+    const char16_t* undo;
+    const char16_t* beginAgain;
+    const char16_t*
+        openTransactions; ///< a select of how many are open, for a server that ends them by itself
     bool smallIntegerIsBit; ///< bits are kept as small integers, which nothing else is
 };
 
