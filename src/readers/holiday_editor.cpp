@@ -24,12 +24,12 @@ holidayaddFrm::holidayaddFrm(Session& session, QWidget* parent)
     setMode(u"A"_s, {});
 }
 
-void holidayaddFrm::edit(const Holiday& holiday)
+void holidayaddFrm::edit(const ClosingPeriod& holiday)
 {
     setMode(u"E"_s, holiday);
 }
 
-void holidayaddFrm::setMode(const QString& letter, const Holiday& holiday)
+void holidayaddFrm::setMode(const QString& letter, const ClosingPeriod& holiday)
 {
     m_mode = EditorMode(letter);
     m_name = holiday.name;
@@ -51,7 +51,7 @@ void holidayaddFrm::checkName()
 
 bool holidayaddFrm::save()
 {
-    const Holiday holiday {
+    const ClosingPeriod holiday {
         Text1[HolidayBox::Name].text(), Text1[HolidayBox::First].text(), Text1[HolidayBox::Last].text()};
     if (const auto refused = CheckHolidayForm(m_session, holiday)) {
         Text1[*refused].setEnabled(true);

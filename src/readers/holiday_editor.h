@@ -14,17 +14,17 @@ class holidayaddFrm final : public RecordEditor {
 public:
     explicit holidayaddFrm(Session& session, QWidget* parent = nullptr);
     /// Puts a holiday before the operator in mode "E"; a fresh editor is in mode "A".
-    void edit(const Holiday& holiday);
+    void edit(const ClosingPeriod& holiday);
 
     /// A holiday was saved, as a new one or over the one put before the operator.
-    std::function<void(const Holiday&, bool added)> Saved;
+    std::function<void(const ClosingPeriod&, bool added)> Saved;
 
     TextBox Text1[HolidayBox::Count];
 
 private:
     bool save() override;
     void startNext() override;
-    void setMode(const QString& letter, const Holiday& holiday);
+    void setMode(const QString& letter, const ClosingPeriod& holiday);
     void checkName();
 
     Session& m_session;

@@ -28,7 +28,7 @@ void holidayfrm::loadData()
     Grid1.setUp(2, Format);
     {
         const GridModel::Filling filling(Grid1.cells());
-        for (const Holiday& holiday : readHolidays(m_session))
+        for (const ClosingPeriod& holiday : readHolidays(m_session))
             Grid1.cells().addRow({holiday.name, periodText(holiday)});
     }
     Grid1.setRow(1);
@@ -38,7 +38,7 @@ void holidayfrm::loadData()
 void holidayfrm::addRecord()
 {
     holidayaddFrm editor(m_session, this);
-    editor.Saved = [this](const Holiday& holiday, bool added) { take(holiday, added); };
+    editor.Saved = [this](const ClosingPeriod& holiday, bool added) { take(holiday, added); };
     editor.exec();
 }
 
@@ -46,11 +46,11 @@ void holidayfrm::editRecord()
 {
     holidayaddFrm editor(m_session, this);
     editor.edit(holidayOfLine(Grid1.current(Name), Grid1.current(Period)));
-    editor.Saved = [this](const Holiday& holiday, bool added) { take(holiday, added); };
+    editor.Saved = [this](const ClosingPeriod& holiday, bool added) { take(holiday, added); };
     editor.exec();
 }
 
-void holidayfrm::take(const Holiday& holiday, bool added)
+void holidayfrm::take(const ClosingPeriod& holiday, bool added)
 {
     if (added) {
         Grid1.cells().addRow({holiday.name, periodText(holiday)});

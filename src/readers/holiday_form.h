@@ -4,7 +4,7 @@
 
 namespace quilla {
 
-struct Holiday;
+struct ClosingPeriod;
 class holidayaddFrm;
 
 /// The holiday calendar: the closing periods that the desk counts into a due date.
@@ -22,7 +22,7 @@ private:
     void addRecord() override;
     void editRecord() override;
     /// A new line goes to the end: the order of the days comes back with the next opening.
-    void take(const Holiday& holiday, bool added);
+    void take(const ClosingPeriod& holiday, bool added);
 };
 
 } // namespace quilla

@@ -13,7 +13,7 @@ constexpr int LastDayAt = 11;
 
 const QString Between = u"  至  "_s;
 
-QString storedPeriod(const Holiday& holiday)
+QString storedPeriod(const ClosingPeriod& holiday)
 {
     const auto stored = [](const QString& day) { return isoDate(platformDate(day).value_or(QDate())); };
     return stored(holiday.first) + u' ' + stored(holiday.last);
@@ -37,20 +37,20 @@ void sendAndGoOn(Session& session, const QString& tsql)
 
 } // namespace
 
-QString periodText(const Holiday& holiday)
+QString periodText(const ClosingPeriod& holiday)
 {
     return holiday.first + Between + holiday.last;
 }
 
 /// A period as typed may be shorter than a stored one, so the days are found by what stands between them.
-Holiday holidayOfLine(const QString& name, const QString& period)
+ClosingPeriod holidayOfLine(const QString& name, const QString& period)
 {
     return {name, period.section(Between, 0, 0), period.section(Between, 1)};
 }
 
-std::vector<Holiday> readHolidays(Session& session)
+std::vector<ClosingPeriod> readHolidays(Session& session)
 {
-    std::vector<Holiday> holidays;
+    std::vector<ClosingPeriod> holidays;
     Connection conn;
     if (OpenDbConnection(session, conn) != GoOn) return holidays;
     Recordset row = conn.open(u"Select memo,code from Global Where type='holiday' order by code");
@@ -61,7 +61,7 @@ std::vector<Holiday> readHolidays(Session& session)
     return holidays;
 }
 
-std::optional<int> CheckHolidayForm(Session& session, const Holiday& holiday)
+std::optional<int> CheckHolidayForm(Session& session, const ClosingPeriod& holiday)
 {
     if (holiday.name.isEmpty()) {
         session.prompt.warn(u"无效假期名称，取消该操作。"_s, OperationTitle);
@@ -88,14 +88,14 @@ bool holidayNameIsTaken(Session& session, const QString& name, const QString& un
     return true;
 }
 
-void addHoliday(Session& session, const Holiday& holiday)
+void addHoliday(Session& session, const ClosingPeriod& holiday)
 {
     sendAndGoOn(session,
         u"Insert Into global (type,code,memo) Values ('holiday','%1','%2')"_s.arg(
             storedPeriod(holiday), doubled(holiday.name)));
 }
 
-void changeHoliday(Session& session, const Holiday& holiday, const QString& oldName)
+void changeHoliday(Session& session, const ClosingPeriod& holiday, const QString& oldName)
 {
     sendAndGoOn(session,
         u"Update global Set code='%1',memo='%2' Where type='holiday' And memo='%3'"_s.arg(

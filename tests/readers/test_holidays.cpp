@@ -88,7 +88,7 @@ void TestHolidays::linesGiveBackWhatTheyShow()
     QFETCH(QString, last);
     const QString shown = periodText({u"x"_s, first, last});
     QCOMPARE(shown, first + u"  至  "_s + last);
-    const Holiday again = holidayOfLine(u"x"_s, shown);
+    const ClosingPeriod again = holidayOfLine(u"x"_s, shown);
     QCOMPARE(again.name, u"x"_s);
     QCOMPARE(again.first, first);
     QCOMPARE(again.last, last);
