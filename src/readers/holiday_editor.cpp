@@ -12,7 +12,7 @@ holidayaddFrm::holidayaddFrm(Session& session, QWidget* parent)
     QUILLA_NAMES(Text1);
     Text1[HolidayBox::Name].setMaxLength(HolidayNameWidth);
     for (const int day : {HolidayBox::First, HolidayBox::Last})
-        Text1[day].setPlaceholderText(u"2003-01-01"_s);
+        Text1[day].setPlaceholderText(u"例如：2003-01-01"_s);
     build(*this,
         column(fields(1,
                    {{u"假期名称："_s, Text1[HolidayBox::Name]}, {u"开始日期："_s, Text1[HolidayBox::First]},

@@ -34,10 +34,12 @@ JycsAddFrm::JycsAddFrm(Session& session, QWidget* parent)
 void JycsAddFrm::layOut()
 {
     using namespace ParameterBox;
+    const QString widest = u"理科类可借册数(册)"_s;
+    m_type.setMinimumWidth(fontMetrics().horizontalAdvance(widest)); // in line with the labels below
     build(*this,
         column(u"参数设置是图书馆正常流通的重要前提，请慎重填写！"_s,
             fields(
-                1, {{u"读者类型"_s, row(Piece(Combo1).grow(), u"（设置流通参数前，需要先添加读者类型）"_s)}}),
+                1, {{m_type, row(Piece(Combo1).grow(), u"（设置流通参数前，需要先添加读者类型）"_s)}}),
             fields(2,
                 {{u"可借天数(天)"_s, Text1[LoanDays]}, {u"可借册数(册)"_s, Text1[LoanCopies]},
                     {u"超期罚款(元/天)"_s, Text1[OverdueFine]}, {u"污损罚款(倍)"_s, Text1[DefileFine]},

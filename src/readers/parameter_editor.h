@@ -36,6 +36,7 @@ private:
     void focusBox(int index);
     Parameters shown() const;
 
+    QLabel m_type {u"读者类型"_s};
     Session& m_session;
     EditorMode m_mode;
     QString m_readerclass; ///< the type under edit

@@ -8,6 +8,7 @@
 #include "support/window_steps.h"
 
 #include <QApplication>
+#include <QScrollBar>
 #include <QTimer>
 
 using namespace quilla;
@@ -24,6 +25,7 @@ private Q_SLOTS:
     void holidayChangedInItsLine();
     void holidayNameOnLeaving();
     void emptyListsDoNothing();
+    void longListsNeedNoSecondScrollBar();
     void selectedLinesAreRemoved();
     void parametersByKeys();
     void parametersChanged();
@@ -176,6 +178,21 @@ void TestRulesForms::emptyListsDoNothing()
     types.CmdDzcs[1].click();
     types.CmdDzcs[2].click();
     QCOMPARE(lines(holidays.Grid1, 0), QString());
+}
+
+void TestRulesForms::longListsNeedNoSecondScrollBar()
+{
+    for (int number = 0; number < 60; ++number) {
+        m->holiday(QString::number(number), u"2026-01-01 2026-01-03"_s);
+        m->insert(u"jycs"_s, {{u"readerclass"_s, QString::number(number)}});
+        m->insert(u"dzlx"_s, {{u"readerclass"_s, QString::number(number)}});
+    }
+    const auto settles = [](FlexGrid& grid) {
+        return QTest::qWaitFor([&] { return grid.verticalScrollBar()->isVisible() && !grid.horizontalScrollBar()->isVisible(); });
+    };
+    QVERIFY(settles(shown(std::make_unique<holidayfrm>(m->session)).Grid1));
+    QVERIFY(settles(shown(std::make_unique<JycsFrm>(m->session, nullptr)).Grid1));
+    QVERIFY(settles(shown(std::make_unique<MadddzlxFrm>(m->session, 0)).Grid1));
 }
 
 void TestRulesForms::selectedLinesAreRemoved()
