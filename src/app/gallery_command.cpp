@@ -10,6 +10,12 @@
 #include "frame/main_form.h"
 #include "frame/password_form.h"
 #include "frame/sublib.h"
+#include "readers/holiday_editor.h"
+#include "readers/holiday_form.h"
+#include "readers/parameter_editor.h"
+#include "readers/parameter_form.h"
+#include "readers/reader_list_form.h"
+#include "readers/reader_name_editor.h"
 #include "platform/ui/error_form.h"
 #include "platform/ui/gallery.h"
 #include "platform/ui/working_form.h"
@@ -78,6 +84,28 @@ void addPickers(Album& album, Session& session)
     album.add(everyReader.objectName(), everyReader);
 }
 
+void addRules(Album& album, Session& session)
+{
+    holidayfrm holidays(session);
+    album.add(holidays.objectName(), holidays);
+    holidayaddFrm holiday(session);
+    album.add(holiday.objectName() + u"-A"_s, holiday);
+    holiday.edit(holidayOfLine(holidays.Grid1.current(0), holidays.Grid1.current(1)));
+    album.add(holiday.objectName() + u"-E"_s, holiday);
+    JycsFrm rules(session, nullptr);
+    album.add(rules.objectName(), rules);
+    JycsAddFrm rule(session);
+    album.add(rule.objectName() + u"-A"_s, rule);
+    rule.edit(rules.Grid1.current(0), true, false);
+    album.add(rule.objectName() + u"-E"_s, rule);
+    for (const ReaderListKind kind : {ReaderTypes, ReaderUnits}) {
+        MadddzlxFrm lists(session, kind);
+        album.add(u"%1-%2"_s.arg(lists.objectName(), QString::number(kind)), lists);
+        ReaderNameFrm editor(session, readerList(kind));
+        album.add(editor.objectName(), editor);
+    }
+}
+
 } // namespace
 
 int renderGallery(DeskApplication& desk, const QString& folder)
@@ -120,6 +148,7 @@ int renderGallery(DeskApplication& desk, const QString& folder)
 
     addFines(album, session);
     addPickers(album, session);
+    addRules(album, session);
 
     for (const QString& file : album.failed())
         QTextStream(stderr) << u"无法写入："_s << file << Qt::endl;
