@@ -1,0 +1,57 @@
+#include "output/export_desk.h"
+
+#include "platform/sheet/sheet_writer.h"
+
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QStandardPaths>
+#include <QUrl>
+
+namespace quilla {
+
+void WorkingProgress::begin()
+{
+    m_hourglass.emplace();
+    m_form = std::make_unique<WorkingFrm>(m_owner);
+    QCoreApplication::processEvents();
+}
+
+void WorkingProgress::setTotal(qsizetype rows)
+{
+    m_form->setTotal(rows);
+}
+
+void WorkingProgress::setDone(qsizetype rows)
+{
+    m_form->setDone(rows);
+}
+
+bool WorkingProgress::goOn()
+{
+    QCoreApplication::processEvents();
+    return !m_form->cancelRequested();
+}
+
+void WorkingProgress::end()
+{
+    m_form.reset();
+    m_hourglass.reset();
+}
+
+void DesktopSpreadsheets::show(const QString& file)
+{
+    if (QDesktopServices::openUrl(QUrl::fromLocalFile(file))) return;
+    throw Error(ErrorNumber::CannotWriteSheet, u"Quilla.Sheet"_s,
+        u"没有可以打开电子表格的程序，文件已保存为 "_s + file);
+}
+
+QString exportFolder()
+{
+    QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    if (folder.isEmpty()) folder = QDir::homePath();
+    QDir().mkpath(folder);
+    return folder;
+}
+
+} // namespace quilla
