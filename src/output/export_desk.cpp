@@ -13,29 +13,35 @@ namespace quilla {
 void WorkingProgress::begin()
 {
     m_hourglass.emplace();
-    m_form = std::make_unique<WorkingFrm>(m_owner);
+    if (m_owner) {
+        m_focus = m_owner->focusWidget();
+        m_owner->setEnabled(false);
+    }
+    m_form = new WorkingFrm(m_owner); // after that, since it would be disabled with its owner
     QCoreApplication::processEvents();
 }
 
 void WorkingProgress::setTotal(qsizetype rows)
 {
-    m_form->setTotal(rows);
+    if (m_form) m_form->setTotal(rows);
 }
 
 void WorkingProgress::setDone(qsizetype rows)
 {
-    m_form->setDone(rows);
+    if (m_form) m_form->setDone(rows);
 }
 
 bool WorkingProgress::goOn()
 {
     QCoreApplication::processEvents();
-    return !m_form->cancelRequested();
+    return m_form && !m_form->cancelRequested();
 }
 
 void WorkingProgress::end()
 {
-    m_form.reset();
+    delete m_form;
+    if (m_owner) m_owner->setEnabled(true);
+    if (m_focus) m_focus->setFocus();
     m_hourglass.reset();
 }
 
@@ -46,7 +52,7 @@ void DesktopSpreadsheets::show(const QString& file)
         u"没有可以打开电子表格的程序，文件已保存为 "_s + file);
 }
 
-QString exportFolder()
+QString DesktopSpreadsheets::folder() const
 {
     QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     if (folder.isEmpty()) folder = QDir::homePath();

@@ -16,14 +16,13 @@ constexpr qsizetype LongestExactNumber = 15; ///< digits that a spreadsheet keep
 
 using RowWriter = std::function<void(SheetWriter& sheet, int row)>;
 
-/// A free name in the folder, after the title.
+/// A free name in the folder, after the title; also one that no other export is writing.
 QString freeFile(const QString& folder, QString title)
 {
-    title.replace(u'/', u'-');
-    const QDir place(folder);
-    QString file = place.filePath(title + u".xlsx"_s);
-    for (int number = 2; QFileInfo::exists(file); ++number)
-        file = place.filePath(u"%1 (%2).xlsx"_s.arg(title, QString::number(number)));
+    const QString base = QDir(folder).filePath(title.replace(u'/', u'-'));
+    QString file = base + u".xlsx"_s;
+    for (int number = 2; QFileInfo::exists(file) || QFileInfo::exists(partialFile(file)); ++number)
+        file = u"%1 (%2).xlsx"_s.arg(base, QString::number(number));
     return file;
 }
 
@@ -109,7 +108,7 @@ bool writeSheets(const Exporter& exporter, SheetWriter& sheet, const ExportLayou
 void writeFile(const Exporter& exporter, const ExportLayout& layout, const std::vector<qsizetype>& counts,
     const RowWriter& write)
 {
-    const QString file = freeFile(exporter.folder, layout.title);
+    const QString file = freeFile(exporter.program.folder(), layout.title);
     {
         SheetWriter sheet(file);
         if (!writeSheets(exporter, sheet, layout, counts, write)) return;

@@ -23,6 +23,8 @@ public:
 class SpreadsheetProgram {
 public:
     virtual ~SpreadsheetProgram() = default;
+    /// Where its files go; an older one of the same name stays.
+    virtual QString folder() const = 0;
     /// Shows the file. Throws `Error` when there is no such program.
     virtual void show(const QString& file) = 0;
 };
@@ -32,7 +34,6 @@ struct Exporter {
     Session& session;
     ExportProgress& progress;
     SpreadsheetProgram& program;
-    QString folder; ///< where the files go; an older one of the same name stays
 };
 
 /// What stands when a screen has nothing to put on a spreadsheet.

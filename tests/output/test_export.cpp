@@ -16,11 +16,13 @@ namespace {
 
 class Program final : public SpreadsheetProgram {
 public:
+    QString folder() const override { return place; }
     void show(const QString& file) override
     {
         shown.append(file);
         if (missing) throw Error(1, u"test"_s, u"没有程序"_s);
     }
+    QString place;
     QStringList shown;
     bool missing = false;
 };
@@ -58,15 +60,17 @@ private:
 QStringList readBack(const QString& file)
 {
     QProcess reader;
-    reader.start(u"/usr/bin/python3"_s, {QStringLiteral(QUILLA_SOURCE_DIR "/tests/output/read_sheets.py"), file});
+    reader.start(
+        u"/usr/bin/python3"_s, {QStringLiteral(QUILLA_SOURCE_DIR "/tests/output/read_sheets.py"), file});
     reader.waitForFinished(-1);
     const QString errors = QString::fromUtf8(reader.readAllStandardError());
     return (errors + QString::fromUtf8(reader.readAllStandardOutput())).split(u'\n', Qt::SkipEmptyParts);
 }
 
 const ExportLayout FineLayout {u"清单"_s,
-    {{u"书名"_s, u"BOOKNAME"_s, 40}, {u"条码"_s, u"barcode"_s, 13}, {u"金额"_s, u"sfmoney"_s, 10, CellFormat::Money},
-        {u"日期"_s, u"opratedate"_s, 0}, {u"天数"_s, u"days"_s, 7}}};
+    {{u"书名"_s, u"BOOKNAME"_s, 40}, {u"条码"_s, u"barcode"_s, 13},
+        {u"金额"_s, u"sfmoney"_s, 10, CellFormat::Money}, {u"日期"_s, u"opratedate"_s, 0},
+        {u"天数"_s, u"days"_s, 7}}};
 
 } // namespace
 
@@ -89,7 +93,7 @@ private Q_SLOTS:
     void layouts();
 
 private:
-    Exporter exporter() { return {m->session, m_progress, m_program, m_folder->path()}; }
+    Exporter exporter() { return {m->session, m_progress, m_program}; }
     QStringList files() const { return QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden); }
     void fine(const QString& bookname, const QString& barcode, const QString& money, const QString& date);
 
@@ -97,7 +101,8 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
     Program m_program;
     Progress m_progress;
-    const QString m_select = u"select bookname,barcode,sfmoney,opratedate,7 as days from fkk order by barcode"_s;
+    const QString m_select
+        = u"select bookname,barcode,sfmoney,opratedate,7 as days from fkk order by barcode"_s;
 };
 
 void TestExport::init()
@@ -105,6 +110,7 @@ void TestExport::init()
     m = std::make_unique<TestLibrary>();
     m_folder = std::make_unique<QTemporaryDir>();
     m_program = {};
+    m_program.place = m_folder->path();
     m_progress = {};
 }
 
@@ -114,7 +120,8 @@ void TestExport::cleanup()
     QCOMPARE(m->prompt.takeComplaints(), QString());
 }
 
-void TestExport::fine(const QString& bookname, const QString& barcode, const QString& money, const QString& date)
+void TestExport::fine(
+    const QString& bookname, const QString& barcode, const QString& money, const QString& date)
 {
     m->insert(u"fkk"_s,
         {{u"bookname"_s, bookname}, {u"barcode"_s, barcode}, {u"sfmoney"_s, money}, {u"opratedate"_s, date}});
@@ -132,14 +139,16 @@ void TestExport::listCellForCell()
     QCOMPARE(m_progress.total, 4);
     QCOMPARE(m_progress.done, 4);
     const QString ground = u" solid FFCCFFCC center"_s;
-    const QStringList cells {u"sheet Sheet1 7 A1:E2"_s, u"widths A=41 B=14 C=11 E=8"_s, u"A1 s \"清单\" 宋体 14 center center"_s,
-        u"A3 s \"书名\""_s + ground, u"B3 s \"条码\""_s + ground, u"C3 s \"金额\""_s + ground,
-        u"D3 s \"日期\""_s + ground, u"E3 s \"天数\""_s + ground,
-        u"A4 s \"=1+1\" General"_s, u"B4 s \"0001\" General"_s, u"C4 n 12.5 0.00"_s, u"D4 d \"2003-05-31\" yyyy-mm-dd"_s, u"E4 n 7 General"_s,
+    const QStringList cells {u"sheet Sheet1 7 A1:E2"_s, u"widths A=41 B=14 C=11 E=8"_s,
+        u"A1 s \"清单\" 宋体 14 center center"_s, u"A3 s \"书名\""_s + ground, u"B3 s \"条码\""_s + ground,
+        u"C3 s \"金额\""_s + ground, u"D3 s \"日期\""_s + ground, u"E3 s \"天数\""_s + ground,
+        u"A4 s \"=1+1\" General"_s, u"B4 s \"0001\" General"_s, u"C4 n 12.5 0.00"_s,
+        u"D4 d \"2003-05-31\" yyyy-mm-dd"_s, u"E4 n 7 General"_s,
         u"A5 s \"他说\\\"it's\\\" <&> {=A1}\" General"_s, u"B5 s \"0002\" General"_s, u"E5 n 7 General"_s,
-        u"B6 s \"123456789012345678\" General"_s, u"C6 n 0 0.00"_s, u"D6 s \"1900-01-01\" General"_s, u"E6 n 7 General"_s,
-        u"A7 s \"http://x.cn\" General"_s, u"B7 s \"2003-05-31\" General"_s, u"C7 n -3.05 0.00"_s, u"D7 d \"2004-02-29\" yyyy-mm-dd"_s, u"E7 n 7 General"_s,
-        u"sheet Sheet2 1 "_s, u"widths A=41 B=14 C=11 E=8"_s, u"sheet Sheet3 1 "_s, u"widths A=41 B=14 C=11 E=8"_s};
+        u"B6 s \"123456789012345678\" General"_s, u"C6 n 0 0.00"_s, u"D6 s \"1900-01-01\" General"_s,
+        u"E6 n 7 General"_s, u"A7 s \"http://x.cn\" General"_s, u"B7 s \"2003-05-31\" General"_s,
+        u"C7 n -3.05 0.00"_s, u"D7 d \"2004-02-29\" yyyy-mm-dd"_s, u"E7 n 7 General"_s, u"sheet Sheet2 1 "_s,
+        u"widths A=41 B=14 C=11 E=8"_s, u"sheet Sheet3 1 "_s, u"widths A=41 B=14 C=11 E=8"_s};
     QCOMPARE(readBack(m_program.shown[0]).join(u'\n'), cells.join(u'\n'));
     exportList(exporter(), FineLayout, m_select, NothingToPrint); // an older file is not written over
     QCOMPARE(files(), (QStringList {u"清单 (2).xlsx"_s, u"清单.xlsx"_s}));
@@ -197,8 +206,9 @@ void TestExport::secondSheet()
 {
     for (int digit = 0; digit < 10; ++digit)
         m->insert(u"dzdw"_s, {{u"readunit"_s, QString::number(digit)}});
-    const QString select = u"select top 50001 a.readunit+b.readunit+c.readunit+d.readunit+e.readunit as unit from dzdw a,"
-                           "dzdw b,dzdw c,dzdw d,dzdw e order by a.readunit,b.readunit,c.readunit,d.readunit,e.readunit"_s;
+    const QString select
+        = u"select top 50001 a.readunit+b.readunit+c.readunit+d.readunit+e.readunit as unit from dzdw a,"
+          "dzdw b,dzdw c,dzdw d,dzdw e order by a.readunit,b.readunit,c.readunit,d.readunit,e.readunit"_s;
     exportList(exporter(), {u"大表"_s, {{u"单位"_s, u"unit"_s, 8}}}, select, NothingToPrint);
     QCOMPARE(m_progress.done, 50'001);
     QCOMPARE(m_program.shown.size(), 1);
@@ -233,7 +243,9 @@ void TestExport::failuresAreTold()
     m->prompt.expectStart(failed);
     exportList(exporter(), {u"清单"_s, {{u"?"_s, u"nosuch"_s}}}, m_select, NothingToPrint);
     m->prompt.expectStart(failed + u"无法写入文件 "_s);
-    exportList({m->session, m_progress, m_program, u"/nonexistent/folder"_s}, FineLayout, m_select, NothingToPrint);
+    m_program.place = u"/nonexistent/folder"_s;
+    exportList(exporter(), FineLayout, m_select, NothingToPrint);
+    m_program.place = m_folder->path();
     {
         const FullDisk disk(100'000); // the rows do not fit; the file, packed, would
         m->prompt.expectStart(failed + u"磁盘已满"_s);
@@ -268,21 +280,26 @@ void TestExport::cancelByTheButton()
 {
     for (int row = 0; row < 5; ++row)
         fine(u"x"_s, QString::number(row), u"1"_s, u"2003-05-31"_s);
-    WorkingProgress progress(nullptr);
-    const auto form = [] {
-        for (QWidget* window : QApplication::topLevelWidgets())
-            if (auto* working = qobject_cast<WorkingFrm*>(window)) return working;
-        return static_cast<WorkingFrm*>(nullptr);
+    auto screen = std::make_unique<QWidget>();
+    const auto run = [&](const std::function<void(WorkingFrm&)>& meanwhile) {
+        WorkingProgress progress(screen.get());
+        QTimer::singleShot(0, qApp, [&] {
+            QVERIFY(QGuiApplication::overrideCursor() && !screen->isEnabled());
+            meanwhile(*screen->findChild<WorkingFrm*>());
+        });
+        exportList({m->session, progress, m_program}, FineLayout, m_select, NothingToPrint);
+        QVERIFY(!QGuiApplication::overrideCursor());
     };
-    QTimer::singleShot(0, qApp, [&] {
-        QVERIFY(QGuiApplication::overrideCursor());
-        form()->cmdQuit.click();
+    run([](WorkingFrm& form) {
+        QVERIFY(form.cmdQuit.isEnabled());
+        form.cmdQuit.click();
     });
-    exportList({m->session, progress, m_program, m_folder->path()}, FineLayout, m_select, NothingToPrint);
     QVERIFY(files().isEmpty() && m_program.shown.isEmpty());
-    QVERIFY(!form() && !QGuiApplication::overrideCursor());
-    exportList({m->session, progress, m_program, m_folder->path()}, FineLayout, m_select, NothingToPrint);
+    run([](WorkingFrm&) {});
     QCOMPARE(files(), QStringList {u"清单.xlsx"_s});
+    QVERIFY(screen->isEnabled() && !screen->findChild<WorkingFrm*>());
+    run([&](WorkingFrm&) { screen.reset(); }); // the screen is closed in the middle of its run
+    QCOMPARE(m_program.shown.size(), 1);
 }
 
 void TestExport::layouts()
@@ -291,9 +308,10 @@ void TestExport::layouts()
     QCOMPARE(monthlyReadersLayout(2003, 5).columns.size(), 33u);
     QCOMPARE(yearlyReadersLayout(2003).columns.size(), 17u);
     QCOMPARE(monthlyWorkloadLayout(2003, 5).title, u"2003年5月流通工作量统计报表"_s);
-    const std::pair<ListExport, QString> sources[] {{ListExport::Readers, u"dzk"_s}, {ListExport::Withdrawals, u"BookOut"_s},
-        {ListExport::LoanHistory, u"JhslskV"_s}, {ListExport::OpenLoans, u"JhskV"_s},
-        {ListExport::Fines, u"FkkV"_s}, {ListExport::LostBooks, u"BookOut"_s}, {ListExport::Overdue, u"JhskCqV"_s}};
+    const std::pair<ListExport, QString> sources[] {{ListExport::Readers, u"dzk"_s},
+        {ListExport::Withdrawals, u"BookOut"_s}, {ListExport::LoanHistory, u"JhslskV"_s},
+        {ListExport::OpenLoans, u"JhskV"_s}, {ListExport::Fines, u"FkkV"_s},
+        {ListExport::LostBooks, u"BookOut"_s}, {ListExport::Overdue, u"JhskCqV"_s}};
     for (const auto& [list, source] : sources) {
         QStringList fields;
         for (const ExportColumn& column : listLayout(list).columns)

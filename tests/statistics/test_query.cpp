@@ -36,10 +36,10 @@ private:
 void TestQuery::initTestCase()
 {
     m = std::make_unique<TestLibrary>();
-    const auto reader = [this](const QString& code, const QString& name, const QString& quota, const QString& fine,
-                            const QString& issued) {
-        m->reader(code,
-            {{u"name"_s, name}, {u"bookcount"_s, quota}, {u"fine"_s, fine}, {u"paperdate"_s, issued}});
+    const auto reader = [this](const QString& code, const QString& name, const QString& quota,
+                            const QString& fine, const QString& issued) {
+        m->reader(
+            code, {{u"name"_s, name}, {u"bookcount"_s, quota}, {u"fine"_s, fine}, {u"paperdate"_s, issued}});
     };
     reader(u"1"_s, u"王一"_s, u"5"_s, u"0.5"_s, u"2003-05-31"_s);
     reader(u"2"_s, u"O'Neil"_s, u"-5"_s, u"0.25"_s, u"2003-12-01"_s);
@@ -62,9 +62,10 @@ void TestQuery::conditions_data()
     QTest::addColumn<QString>("value");
     QTest::addColumn<QString>("condition");
     QTest::addColumn<QString>("readers");
-    const auto row = [](const QueryField& field, const QString& word, const QString& value, const QString& condition,
-                         const QString& readers) {
-        QTest::newRow(qPrintable(field.caption + word + value)) << field << word << value << condition << readers;
+    const auto row = [](const QueryField& field, const QString& word, const QString& value,
+                         const QString& condition, const QString& readers) {
+        QTest::newRow(qPrintable(field.caption + word + value))
+            << field << word << value << condition << readers;
     };
     row(Name, u"等于"_s, u"王一"_s, u"name='王一'"_s, u"1"_s);
     row(Name, u"等于"_s, u"O'NEIL"_s, u"name='O''NEIL'"_s, u"2"_s);
@@ -127,8 +128,8 @@ void TestQuery::conditions()
 void TestQuery::refusesWhatIsNoNumber()
 {
     QueryBuilder query;
-    for (const QString& value : {u"x"_s, u"5 or 1=1"_s, u"'5'"_s, u"--5"_s, u"5--"_s, u"."_s, u"-"_s, u" "_s, u"1.2.3"_s,
-             u"nan"_s, u"0x10"_s, u"1e"_s, u"5\n"_s, u"2003-05-01"_s})
+    for (const QString& value : {u"x"_s, u"5 or 1=1"_s, u"'5'"_s, u"--5"_s, u"5--"_s, u"."_s, u"-"_s, u" "_s,
+             u"1.2.3"_s, u"nan"_s, u"0x10"_s, u"1e"_s, u"5\n"_s, u"2003-05-01"_s})
         QVERIFY2(!query.add(Quota, u"等于", value), qPrintable(value));
     for (const QueryField& field : {Name, Quota, Issued})
         QVERIFY(!query.add(field, u"等于", {}));
@@ -152,7 +153,8 @@ void TestQuery::chains()
     query.add(Name, u"等于", u"O'Neil"_s);
     query.add(Quota, u"小于", u"0"_s);
     QCOMPARE(query.condition(),
-        u"(name Like '%王%' And bookcount>5) OR (Convert(varchar(10),dzk.paperdate,111) Like '2004/__/__') OR "
+        u"(name Like '%王%' And bookcount>5) OR (Convert(varchar(10),dzk.paperdate,111) Like '2004/__/__') "
+        u"OR "
         "(name='O''Neil' And bookcount<0)"_s);
     QCOMPARE(found(query.condition(), u"bookcount Desc,name Asc"_s), u"352"_s);
     QCOMPARE(found(u"sex is null And ("_s + query.condition() + u')'), u"235"_s);

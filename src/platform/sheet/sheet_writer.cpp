@@ -31,10 +31,15 @@ void check(lxw_error result)
 
 } // namespace
 
+QString partialFile(const QString& file)
+{
+    return file + u".part"_s;
+}
+
 struct SheetWriter::Book {
     explicit Book(const QString& name)
         : file(name)
-        , partial(name + u".part"_s)
+        , partial(partialFile(name))
         , folder(QFile::encodeName(QFileInfo(name).absolutePath()))
     {
     }
@@ -44,7 +49,7 @@ struct SheetWriter::Book {
     void makeFormats();
 
     QString file;
-    QString partial; ///< where it is written until it is complete
+    QString partial;
     QByteArray folder; ///< also of the temporary files, so that a full disk is one and the same
     lxw_workbook* book = nullptr;
     std::vector<lxw_worksheet*> sheets;

@@ -14,6 +14,9 @@ namespace ErrorNumber {
 constexpr int CannotWriteSheet = 57; ///< the folder, the disk or the size of the sheet
 }
 
+/// Where a file is written until it is complete.
+QString partialFile(const QString& file);
+
 /// Writes a spreadsheet file (.xlsx) sheet by sheet and row by row, downward only: rows go to disk as they
 /// are written, so that a long sheet needs no more memory than a short one. Rows and columns count from 0.
 ///
