@@ -19,6 +19,7 @@
 #include "platform/ui/error_form.h"
 #include "platform/ui/gallery.h"
 #include "platform/ui/working_form.h"
+#include "statistics/query_form.h"
 
 #include <QDir>
 #include <QTextStream>
@@ -106,6 +107,29 @@ void addRules(Album& album, Session& session)
     }
 }
 
+/// Half filled in, as an operator leaves it in the middle of his work.
+void addQuery(Album& album, Session& session)
+{
+    class Nobody final : public QueryReceiver {
+        void loadData(const QString&, const QString&) override {}
+    } nobody;
+    QueryFrm form(session.prompt, nobody);
+    form.LoadCombo(u"barcode,bookname,readunit,readercode,name,orderdate,yhdate,cqday"_s,
+        u"条形码,书名,读者单位,读者证号,读者姓名,借书日期,应还日期,超期天数"_s,
+        u"字符,字符,字符,字符,字符,日期,日期,数字"_s);
+    form.lSql.setText(u"B1"_s);
+    form.Command3.click();
+    form.Command1[0].click();
+    form.cOrderby.setCurrentIndex(3);
+    form.Label3[0].click();
+    form.LFields.setCurrentRow(6);
+    form.cFuhao.setCurrentIndex(3);
+    form.lSql.setText(u"2004-05"_s);
+    form.Command3.click();
+    form.lSql.setText(u"2004"_s);
+    album.add(form.objectName(), form);
+}
+
 } // namespace
 
 int renderGallery(DeskApplication& desk, const QString& folder)
@@ -149,6 +173,7 @@ int renderGallery(DeskApplication& desk, const QString& folder)
     addFines(album, session);
     addPickers(album, session);
     addRules(album, session);
+    addQuery(album, session);
 
     for (const QString& file : album.failed())
         QTextStream(stderr) << u"无法写入："_s << file << Qt::endl;
