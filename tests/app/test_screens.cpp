@@ -179,8 +179,8 @@ void TestScreens::controls()
 void TestScreens::everyInputHasAName()
 {
     for (const QString& name : {u"frmODBC"_s, u"LtLoginFrm"_s, u"EditPassFrm"_s, u"TsjhFrm"_s, u"FKmangerFrm"_s, u"frmReaderSelect"_s,
-             u"holidayfrm"_s, u"holidayaddFrm"_s, u"JycsFrm"_s, u"JycsAddFrm"_s, u"MadddzlxFrm"_s, u"MaddDzlx1Frm"_s, u"MadddzdwFrm"_s}) {
-    for (const QString& name : {u"frmODBC"_s, u"LtLoginFrm"_s, u"EditPassFrm"_s, u"TsjhFrm"_s, u"FKmangerFrm"_s, u"frmReaderSelect"_s, u"QueryFrm"_s}) {
+             u"holidayfrm"_s, u"holidayaddFrm"_s, u"JycsFrm"_s, u"JycsAddFrm"_s, u"MadddzlxFrm"_s, u"MaddDzlx1Frm"_s, u"MadddzdwFrm"_s,
+             u"QueryFrm"_s}) {
         for (const QWidget* control : form(name)->findChildren<QWidget*>()) {
             const bool input = qobject_cast<const QLineEdit*>(control) || qobject_cast<const QComboBox*>(control)
                 || qobject_cast<const FlexGrid*>(control);
