@@ -35,6 +35,7 @@ void JycsAddFrm::layOut()
 {
     using namespace ParameterBox;
     const QString widest = u"理科类可借册数(册)"_s;
+    m_type.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_type.setMinimumWidth(fontMetrics().horizontalAdvance(widest)); // in line with the labels below
     build(*this,
         column(u"参数设置是图书馆正常流通的重要前提，请慎重填写！"_s,
