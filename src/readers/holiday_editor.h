@@ -1,9 +1,9 @@
 #pragma once
 
+#include "frame/record_list.h"
 #include "platform/ui/editor_mode.h"
 #include "platform/ui/text_box.h"
 #include "readers/holiday_ops.h"
-#include "readers/record_list.h"
 
 namespace quilla {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "readers/record_list.h"
+#include "frame/record_list.h"
 
 namespace quilla {
 

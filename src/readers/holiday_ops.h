@@ -1,6 +1,6 @@
 #pragma once
 
-#include "readers/record_ops.h"
+#include "frame/record_ops.h"
 
 namespace quilla {
 

@@ -8,18 +8,12 @@
 
 namespace quilla {
 
-namespace {
-
-const QString Title = u"流通参数设置"_s;
-
-} // namespace
-
 JycsAddFrm::JycsAddFrm(Session& session, QWidget* parent)
     : RecordEditor(u"JycsAddFrm"_s, {u"&A 保存增加"_s, u"&S  保存"_s, u"&X  关闭"_s}, parent)
     , m_session(session)
     , m_mode(SetDataMode(u"A"_s, Command1[0], Command1[1]))
 {
-    setWindowTitle(Title + u"----流通参数添加"_s);
+    setWindowTitle(u"流通参数设置----流通参数添加"_s);
     QUILLA_NAMES(Combo1, Text1, Check1);
     setCaptions(Check1, {u"有过期书刊时还可以借书"_s, u"可以无证借书"_s});
     Combo1.setEditable(true);
@@ -35,11 +29,11 @@ void JycsAddFrm::layOut()
 {
     using namespace ParameterBox;
     const QString widest = u"理科类可借册数(册)"_s;
+    m_type.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_type.setMinimumWidth(fontMetrics().horizontalAdvance(widest)); // in line with the labels below
     build(*this,
         column(u"参数设置是图书馆正常流通的重要前提，请慎重填写！"_s,
-            fields(
-                1, {{m_type, row(Piece(Combo1).grow(), u"（设置流通参数前，需要先添加读者类型）"_s)}}),
+            fields(1, {{m_type, row(Piece(Combo1).grow(), u"（设置流通参数前，需要先添加读者类型）"_s)}}),
             fields(2,
                 {{u"可借天数(天)"_s, Text1[LoanDays]}, {u"可借册数(册)"_s, Text1[LoanCopies]},
                     {u"超期罚款(元/天)"_s, Text1[OverdueFine]}, {u"污损罚款(倍)"_s, Text1[DefileFine]},
@@ -66,7 +60,7 @@ void JycsAddFrm::edit(const QString& readerclass, bool mayHoldOverdue, bool need
 {
     m_mode = SetDataMode(u"E"_s, Command1[0], Command1[1]);
     m_readerclass = readerclass;
-    setWindowTitle(Title + u"----修改【%1】的流通参数"_s.arg(readerclass));
+    setWindowTitle(u"流通参数设置----修改【%1】的流通参数"_s.arg(readerclass));
     Combo1.setEditText(readerclass);
     Combo1.setEnabled(false);
     const auto numbers = readParameters(m_session, readerclass);

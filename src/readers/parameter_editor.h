@@ -1,8 +1,8 @@
 #pragma once
 
+#include "frame/record_list.h"
 #include "platform/ui/text_box.h"
 #include "readers/parameter_ops.h"
-#include "readers/record_list.h"
 
 #include <QCheckBox>
 #include <QComboBox>

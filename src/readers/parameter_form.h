@@ -1,7 +1,7 @@
 #pragma once
 
+#include "frame/record_list.h"
 #include "platform/report/report_viewer.h"
-#include "readers/record_list.h"
 
 namespace quilla {
 

@@ -61,19 +61,18 @@ QString assignmentsOf(const Parameters& parameters)
 
 QString updateOf(const Parameters& parameters)
 {
-    const QString type = u'\'' + doubled(parameters.readerclass) + u'\'';
-    return u"Update jycs Set readerclass="_s + type + u',' + assignmentsOf(parameters)
-        + u" Where readerclass="_s + type;
+    return u"Update jycs Set readerclass='%1',%2 Where readerclass='%1'"_s.arg(
+        doubled(parameters.readerclass), assignmentsOf(parameters));
 }
 
 /// The cards of the type take the new rules, those set by hand for one reader too, if the operator says so.
 void propagate(Session& session, Connection& conn, const Parameters& parameters)
 {
-    const QString type = u'\'' + doubled(parameters.readerclass) + u'\'';
-    if (conn.open(u"select top 1 readercode from dzk where readerclass="_s + type).eof()) return;
+    const QString type = doubled(parameters.readerclass);
+    if (conn.open(u"select top 1 readercode from dzk where readerclass='%1'"_s.arg(type)).eof()) return;
     const QString question = u"读者库中已经存在该种类型的读者！\n是否使其按新设置的参数进行流通？(Y/N)"_s;
     if (!session.prompt.ask(question, OperationTitle, Icon::Question)) return;
-    conn.execute(u"update DZK set "_s + assignmentsOf(parameters) + u" where readerclass="_s + type);
+    conn.execute(u"update DZK set %1 where readerclass='%2'"_s.arg(assignmentsOf(parameters), type));
 }
 
 /// Enters the type unless it has rules already.
@@ -81,11 +80,11 @@ std::optional<int> enterType(Session& session, const QString& readerclass)
 {
     Connection conn;
     if (OpenDbConnection(session, conn) != GoOn) return ParameterBox::Type;
-    const QString type = u'\'' + doubled(readerclass) + u'\'';
-    if (!conn.open(u"Select jycsid From jycs Where readerclass="_s + type).eof())
+    const QString type = doubled(readerclass);
+    if (!conn.open(u"Select jycsid From jycs Where readerclass='%1'"_s.arg(type)).eof())
         return refuse(
             session, u"已经存在'%1'的参数设定，取消该操作。"_s.arg(readerclass), ParameterBox::Type);
-    conn.execute(u"Insert dzlx (readerclass) Values ("_s + type + u')');
+    conn.execute(u"Insert dzlx (readerclass) Values ('%1')"_s.arg(type));
     return {};
 }
 

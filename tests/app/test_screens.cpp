@@ -62,6 +62,7 @@ private Q_SLOTS:
     void everyInputHasAName();
     void menuAndToolbar();
     void screensAreReused();
+    void typesOpenAsDialog();
     void deleteGoesToTheRegisteredChild();
     void connectionDialogFollowsTheDataSource();
     void connectionDialogKeepsItsInputs();
@@ -236,6 +237,22 @@ void TestScreens::screensAreReused()
     QCOMPARE(window.findChildren<TsjhFrm*>().size(), 0);
     window.openScreen(u"TsjhFrm"_s);
     QCOMPARE(window.findChild<TsjhFrm*>()->TxtReaderCode.text(), QString());
+}
+
+void TestScreens::typesOpenAsDialog()
+{
+    m->insert(u"dzlx"_s, {{u"readerclass"_s, u"学生"_s}});
+    const ScreenMaker make = allScreens().value(u"MadddzlxFrm"_s);
+    m_form.reset(make(m->session, m_host, u"0"_s, nullptr));
+    QVERIFY(qobject_cast<QDialog*>(m_form.get()));
+    QCOMPARE(m_form->windowTitle(), u"Quilla-定义 读者类型&单位"_s);
+    appear(*m_form);
+    auto* lists = m_form->findChild<MadddzlxFrm*>();
+    QCOMPARE(lists->Grid1.current(1), u"学生"_s);
+    lists->CmdDzcs[3].click();
+    QVERIFY(!m_form->isVisible());
+    m_form.reset(make(m->session, m_host, u"1"_s, nullptr));
+    QVERIFY(qobject_cast<MadddzlxFrm*>(m_form.get()));
 }
 
 void TestScreens::deleteGoesToTheRegisteredChild()

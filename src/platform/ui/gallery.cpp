@@ -16,8 +16,11 @@ QImage picture(QWidget& window, double scale)
     QImage image((QSizeF(window.size()) * pixels).toSize(), QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(pixels);
     // A hidden window learns its size when it is drawn, and its grids settle their scroll bars after that.
-    window.render(&image);
-    QCoreApplication::processEvents();
+    // One bar takes the room that calls up the other, and gives it back.
+    for (int pass = 0; pass < 3; ++pass) {
+        window.render(&image);
+        QCoreApplication::processEvents();
+    }
     image.fill(window.palette().color(QPalette::Window));
     window.render(&image);
     return image;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "frame/record_ops.h"
 #include "platform/ui/list_screen.h"
-#include "readers/record_ops.h"
 
 #include <QDialog>
 

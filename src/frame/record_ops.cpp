@@ -1,4 +1,4 @@
-#include "readers/record_ops.h"
+#include "frame/record_ops.h"
 
 #include "frame/sublib.h"
 

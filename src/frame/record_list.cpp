@@ -1,4 +1,4 @@
-#include "readers/record_list.h"
+#include "frame/record_list.h"
 
 #include "platform/ui/caption.h"
 #include "platform/ui/form.h"
