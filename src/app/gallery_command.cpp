@@ -10,9 +10,16 @@
 #include "frame/main_form.h"
 #include "frame/password_form.h"
 #include "frame/sublib.h"
+#include "readers/holiday_editor.h"
+#include "readers/holiday_form.h"
+#include "readers/parameter_editor.h"
+#include "readers/parameter_form.h"
+#include "readers/reader_list_form.h"
+#include "readers/reader_name_editor.h"
 #include "platform/ui/error_form.h"
 #include "platform/ui/gallery.h"
 #include "platform/ui/working_form.h"
+#include "statistics/query_form.h"
 
 #include <QDir>
 #include <QTextStream>
@@ -78,6 +85,51 @@ void addPickers(Album& album, Session& session)
     album.add(everyReader.objectName(), everyReader);
 }
 
+void addRules(Album& album, Session& session)
+{
+    holidayfrm holidays(session);
+    album.add(holidays.objectName(), holidays);
+    holidayaddFrm holiday(session);
+    album.add(holiday.objectName() + u"-A"_s, holiday);
+    holiday.edit(holidayOfLine(holidays.Grid1.current(0), holidays.Grid1.current(1)));
+    album.add(holiday.objectName() + u"-E"_s, holiday);
+    JycsFrm rules(session, nullptr);
+    album.add(rules.objectName(), rules);
+    JycsAddFrm rule(session);
+    album.add(rule.objectName() + u"-A"_s, rule);
+    rule.edit(rules.Grid1.current(0), true, false);
+    album.add(rule.objectName() + u"-E"_s, rule);
+    for (const ReaderListKind kind : {ReaderTypes, ReaderUnits}) {
+        MadddzlxFrm lists(session, kind);
+        album.add(u"%1-%2"_s.arg(lists.objectName(), QString::number(kind)), lists);
+        ReaderNameFrm editor(session, readerList(kind));
+        album.add(editor.objectName(), editor);
+    }
+}
+
+/// Half filled in, as an operator leaves it in the middle of his work.
+void addQuery(Album& album, Session& session)
+{
+    class Nobody final : public QueryReceiver {
+        void loadData(const QString&, const QString&) override {}
+    } nobody;
+    QueryFrm form(session.prompt, nobody);
+    form.LoadCombo(u"barcode,bookname,readunit,readercode,name,orderdate,yhdate,cqday"_s,
+        u"条形码,书名,读者单位,读者证号,读者姓名,借书日期,应还日期,超期天数"_s,
+        u"字符,字符,字符,字符,字符,日期,日期,数字"_s);
+    form.lSql.setText(u"B1"_s);
+    form.Command3.click();
+    form.Command1[0].click();
+    form.cOrderby.setCurrentIndex(3);
+    form.Label3[0].click();
+    form.LFields.setCurrentRow(6);
+    form.cFuhao.setCurrentIndex(3);
+    form.lSql.setText(u"2004-05"_s);
+    form.Command3.click();
+    form.lSql.setText(u"2004"_s);
+    album.add(form.objectName(), form);
+}
+
 } // namespace
 
 int renderGallery(DeskApplication& desk, const QString& folder)
@@ -120,6 +172,8 @@ int renderGallery(DeskApplication& desk, const QString& folder)
 
     addFines(album, session);
     addPickers(album, session);
+    addRules(album, session);
+    addQuery(album, session);
 
     for (const QString& file : album.failed())
         QTextStream(stderr) << u"无法写入："_s << file << Qt::endl;

@@ -6,6 +6,12 @@
 #include "exceptions/fine_form.h"
 #include "frame/about_form.h"
 #include "frame/password_form.h"
+#include "readers/holiday_form.h"
+#include "readers/parameter_form.h"
+#include "readers/reader_list_form.h"
+
+#include <QBoxLayout>
+#include <QDialog>
 
 namespace quilla {
 
@@ -27,6 +33,26 @@ ScreenMaker readerPicker(ReaderPicker (*picker)())
     };
 }
 
+/// A dialog around a screen that else stands in the client area; closing either closes both.
+QDialog* modalFrame(QWidget* screen, QWidget* owner)
+{
+    auto* dialog = new QDialog(owner);
+    dialog->setWindowTitle(screen->windowTitle());
+    auto* layout = new QVBoxLayout(dialog);
+    layout->setContentsMargins({});
+    layout->addWidget(screen);
+    dialog->resize(screen->size());
+    return dialog;
+}
+
+/// The types open as a dialog, the units beside the other screens.
+QWidget* makeReaderLists(Session& session, ScreenHost&, const QString& mode, QWidget* owner)
+{
+    const int list = mode.toInt();
+    auto* screen = new MadddzlxFrm(session, list);
+    return list == ReaderTypes ? modalFrame(screen, owner) : static_cast<QWidget*>(screen);
+}
+
 } // namespace
 
 ScreenCatalog allScreens()
@@ -38,6 +64,13 @@ ScreenCatalog allScreens()
         {u"FKmangerFrm"_s,
             [](Session& session, ScreenHost&, const QString& mode, QWidget* owner) {
                 return new FKmangerFrm(session, mode, owner);
+            }},
+        {u"MadddzlxFrm"_s, makeReaderLists},
+        {u"holidayfrm"_s,
+            [](Session& session, ScreenHost&, const QString&, QWidget*) { return new holidayfrm(session); }},
+        {u"JycsFrm"_s,
+            [](Session& session, ScreenHost&, const QString&, QWidget*) {
+                return new JycsFrm(session, nullptr);
             }},
         {u"EditPassFrm"_s,
             [](Session& session, ScreenHost&, const QString&, QWidget*) { return new EditPassFrm(session); }},

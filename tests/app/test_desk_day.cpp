@@ -12,6 +12,7 @@
 #include "support/scripted_prompt.h"
 #include "support/window_steps.h"
 
+#include <QMessageBox>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -55,6 +56,7 @@ private Q_SLOTS:
     void initTestCase();
     void startLoginCharge();
     void aSecondInstanceIsRefused();
+    void anUnhandledErrorEndsTheProgram();
 
 private:
     void plant(Connection& conn);
@@ -154,6 +156,19 @@ void TestDeskDay::aSecondInstanceIsRefused()
     DeskApplication first(prompt);
     QCOMPARE(first.run(), 0);
     QCOMPARE(prompt.takeComplaints(), QString());
+}
+
+/// The last test: the guard speaks only once.
+void TestDeskDay::anUnhandledErrorEndsTheProgram()
+{
+    QString told;
+    whenShown<QMessageBox>([&](QMessageBox& box) {
+        told = box.text();
+        box.close();
+    });
+    QTimer::singleShot(0, qApp, [] { throw Error(94, u"desk"_s, u"无效使用 Null"_s); });
+    QCOMPARE(QApplication::exec(), 1);
+    QCOMPARE(told, u"实时错误 '94'：\n\n无效使用 Null"_s);
 }
 
 int main(int argc, char** argv)

@@ -7,6 +7,13 @@
 #include "frame/main_form.h"
 #include "frame/odbc_form.h"
 #include "frame/password_form.h"
+#include "readers/holiday_editor.h"
+#include "readers/holiday_form.h"
+#include "readers/parameter_editor.h"
+#include "readers/parameter_form.h"
+#include "readers/reader_list_form.h"
+#include "readers/reader_name_editor.h"
+#include "statistics/query_form.h"
 #include "support/fine_double.h"
 #include "support/screen_host.h"
 #include "support/test_library.h"
@@ -36,6 +43,11 @@ QString captionOf(const QWidget& form, const QString& name)
     return {};
 }
 
+class NoReceiver final : public QueryReceiver {
+public:
+    void loadData(const QString&, const QString&) override {}
+};
+
 } // namespace
 
 /// The forms as the operator knows them: controls, captions, keys.
@@ -60,6 +72,7 @@ private:
     QWidget* form(const QString& name);
 
     std::unique_ptr<TestLibrary> m;
+    NoReceiver m_list;
     NoHost m_host;
     FineDouble m_fines;
     std::unique_ptr<QWidget> m_form;
@@ -83,6 +96,14 @@ QWidget* TestScreens::form(const QString& name)
     if (name == u"FKmangerFrm") m_form = std::make_unique<FKmangerFrm>(m->session, u"A"_s);
     if (name == u"frmWuZhengJieShu") m_form = std::make_unique<ReaderPickerFrm>(m->session, noCardPicker());
     if (name == u"frmReaderSelect") m_form = std::make_unique<ReaderPickerFrm>(m->session, everyReaderPicker());
+    if (name == u"holidayfrm") m_form = std::make_unique<holidayfrm>(m->session);
+    if (name == u"holidayaddFrm") m_form = std::make_unique<holidayaddFrm>(m->session);
+    if (name == u"JycsFrm") m_form = std::make_unique<JycsFrm>(m->session, nullptr);
+    if (name == u"JycsAddFrm") m_form = std::make_unique<JycsAddFrm>(m->session);
+    if (name == u"MadddzlxFrm") m_form = std::make_unique<MadddzlxFrm>(m->session, 1);
+    if (name == u"MaddDzlx1Frm") m_form = std::make_unique<ReaderNameFrm>(m->session, readerList(ReaderTypes));
+    if (name == u"MadddzdwFrm") m_form = std::make_unique<ReaderNameFrm>(m->session, readerList(ReaderUnits));
+    if (name == u"QueryFrm") m_form = std::make_unique<QueryFrm>(m->prompt, m_list);
     return m_form.get();
 }
 
@@ -109,6 +130,31 @@ void TestScreens::controls_data()
                                  << QStringList {u"Text1(0)="_s, u"Text1(12)="_s, u"Check1(0)=超期"_s, u"Check1(1)=污损"_s,
                                         u"Check1(2)=丢失"_s, u"lXinXi(2)="_s, u"Command1(0)=&A 保存增加"_s,
                                         u"Command1(1)=&S  保存"_s, u"Command1(2)=&X  关闭"_s, u"Grid1(1)="_s};
+    QTest::newRow("holidayfrm") << u"holidayfrm"_s << u"假期管理"_s
+                                << QStringList {u"Command1(0)=&A 增加"_s, u"Command1(1)=&D 删除"_s, u"Command1(2)=&X 关闭"_s,
+                                       u"Command1(3)=&E 修改"_s, u"lCounts=记录数：0"_s, u"Grid1="_s};
+    QTest::newRow("holidayaddFrm") << u"holidayaddFrm"_s << u"假期管理-添加"_s
+                                   << QStringList {u"Text1(0)="_s, u"Text1(1)="_s, u"Text1(2)="_s, u"Command1(0)=&A 保存增加"_s,
+                                          u"Command1(1)=&S 保存"_s, u"Command1(2)=&X 关闭"_s};
+    QTest::newRow("JycsFrm") << u"JycsFrm"_s << u"Quilla流通参数设定"_s
+                             << QStringList {u"Command1(0)=&A 增加"_s, u"Command1(1)=&D 删除"_s, u"Command1(2)=&X 关闭"_s,
+                                    u"Command1(3)=&E 修改"_s, u"Command1(4)=&P 打印报表"_s, u"lCounts=记录数：0"_s, u"Grid1="_s};
+    QTest::newRow("JycsAddFrm") << u"JycsAddFrm"_s << u"流通参数设置----流通参数添加"_s
+                                << QStringList {u"Combo1="_s, u"Text1(0)="_s, u"Text1(10)="_s, u"Check1(0)=有过期书刊时还可以借书"_s,
+                                       u"Check1(1)=可以无证借书"_s, u"Command1(0)=&A 保存增加"_s, u"Command1(1)=&S  保存"_s,
+                                       u"Command1(2)=&X  关闭"_s};
+    QTest::newRow("MadddzlxFrm") << u"MadddzlxFrm"_s << u"Quilla-定义 读者类型&单位"_s
+                                 << QStringList {u"Option1(0)=定义读者类型"_s, u"Option1(1)=定义读者单位"_s, u"CmdDzcs(0)=&A 增加"_s,
+                                        u"CmdDzcs(1)=&E 修改"_s, u"CmdDzcs(2)=&D 删除"_s, u"CmdDzcs(3)=&C 退出"_s, u"Grid1="_s};
+    const QStringList nameEditor {u"Text1="_s, u"cmdAdd=&A 保存增加"_s, u"CmdSave=&T 保存退出"_s, u"cmdQuit=&E 取消退出"_s};
+    QTest::newRow("MaddDzlx1Frm") << u"MaddDzlx1Frm"_s << u"Quilla-增加读者类型"_s << nameEditor;
+    QTest::newRow("MadddzdwFrm") << u"MadddzdwFrm"_s << u"增加读者单位"_s << nameEditor;
+    QTest::newRow("QueryFrm") << u"QueryFrm"_s << u"统计条件"_s
+                              << QStringList {u"Label2(0)=查找项目"_s, u"Label2(1)=查找条件"_s, u"Label2(2)=查找关系"_s,
+                                     u"cSql="_s, u"cFuhao="_s, u"lSql="_s, u"cOrderby="_s, u"LFields="_s, u"totalSql="_s,
+                                     u"Label3(0)=升序"_s, u"Label3(1)=降序"_s, u"Command1(0)=&U 条件合并"_s,
+                                     u"Command1(1)=&O  确定"_s, u"Command1(2)=&X  关闭"_s, u"Command2=&C  清除"_s,
+                                     u"Command3=&A加入"_s};
     const QStringList picker {u"Text1="_s, u"Command1=查询( &F )"_s, u"Frame1=读者详细资料"_s, u"Image1="_s,
         u"labNotExists=，没有%1"_s, u"Text2(0)="_s, u"Text2(16)="_s, u"Command2(0)=选定此读者( &D )"_s,
         u"Command2(1)=取消退出( &Q )"_s, u"Grid1="_s};
@@ -132,7 +178,9 @@ void TestScreens::controls()
 
 void TestScreens::everyInputHasAName()
 {
-    for (const QString& name : {u"frmODBC"_s, u"LtLoginFrm"_s, u"EditPassFrm"_s, u"TsjhFrm"_s, u"FKmangerFrm"_s, u"frmReaderSelect"_s}) {
+    for (const QString& name : {u"frmODBC"_s, u"LtLoginFrm"_s, u"EditPassFrm"_s, u"TsjhFrm"_s, u"FKmangerFrm"_s, u"frmReaderSelect"_s,
+             u"holidayfrm"_s, u"holidayaddFrm"_s, u"JycsFrm"_s, u"JycsAddFrm"_s, u"MadddzlxFrm"_s, u"MaddDzlx1Frm"_s, u"MadddzdwFrm"_s}) {
+    for (const QString& name : {u"frmODBC"_s, u"LtLoginFrm"_s, u"EditPassFrm"_s, u"TsjhFrm"_s, u"FKmangerFrm"_s, u"frmReaderSelect"_s, u"QueryFrm"_s}) {
         for (const QWidget* control : form(name)->findChildren<QWidget*>()) {
             const bool input = qobject_cast<const QLineEdit*>(control) || qobject_cast<const QComboBox*>(control)
                 || qobject_cast<const FlexGrid*>(control);

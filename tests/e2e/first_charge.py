@@ -16,6 +16,8 @@ import sys
 import tempfile
 import time
 
+import x_screen
+
 LOGIN = "Quilla 登录流通子系统"
 MAIN = "青简台"
 QUESTION = "操作提示"
@@ -44,16 +46,9 @@ def free_pair(home):
 class Screen:
     def __init__(self, home, pictures):
         self.pictures = pictures
-        self.display = f":{80 + os.getpid() % 100}"
-        self.server = subprocess.Popen(["Xvfb", self.display, "-screen", "0", "1600x1000x24"],
-                                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        self.env = dict(os.environ, DISPLAY=self.display, QT_QPA_PLATFORM="xcb", XDG_DATA_HOME=str(home / "data"),
+        self.server, display = x_screen.start()
+        self.env = dict(os.environ, DISPLAY=display, QT_QPA_PLATFORM="xcb", XDG_DATA_HOME=str(home / "data"),
                         XDG_CONFIG_HOME=str(home / "config"), XDG_RUNTIME_DIR=str(home), TZ="Asia/Shanghai")
-        for _ in range(100):
-            if self.do("getmouselocation").returncode == 0:
-                return
-            time.sleep(0.1)
-        raise SystemExit("Xvfb did not come up")
 
     def do(self, *words):
         return subprocess.run(["xdotool", *words], env=self.env, capture_output=True, text=True)

@@ -4,6 +4,7 @@
 #include "platform/ui/theme.h"
 
 #include <QBoxLayout>
+#include <QScrollBar>
 
 namespace quilla {
 
@@ -42,8 +43,13 @@ QSize ListScreen::sizeHint() const
 
 void ListScreen::gridFix()
 {
-    const GridExtent extent {twipsOf(Grid1.width(), *this), twipsOf(Grid1.height(), *this),
+    GridExtent extent {twipsOf(Grid1.width(), *this), twipsOf(Grid1.height(), *this),
         twipsOf(Grid1.rowHeight(0), *this), Grid1.Rows()};
+    // What a rule keeps free may be less than the frame and the scroll bar take.
+    const bool full = needsScrollBar(extent);
+    const int taken = 2 * Grid1.frameWidth() + (full ? Grid1.verticalScrollBar()->sizeHint().width() : 0);
+    const int spare = full ? m_rule.spareLarge : m_rule.spareSmall;
+    extent.width = std::min(extent.width, twipsOf(Grid1.width() - taken, *this) + spare);
     Grid1.setColWidths(quilla::gridFix(m_rule, extent));
 }
 

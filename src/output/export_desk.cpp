@@ -1,0 +1,63 @@
+#include "output/export_desk.h"
+
+#include "platform/sheet/sheet_writer.h"
+
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QStandardPaths>
+#include <QUrl>
+
+namespace quilla {
+
+void WorkingProgress::begin()
+{
+    m_hourglass.emplace();
+    if (m_owner) {
+        m_focus = m_owner->focusWidget();
+        m_owner->setEnabled(false);
+    }
+    m_form = new WorkingFrm(m_owner); // after that, since it would be disabled with its owner
+    QCoreApplication::processEvents();
+}
+
+void WorkingProgress::setTotal(qsizetype rows)
+{
+    if (m_form) m_form->setTotal(rows);
+}
+
+void WorkingProgress::setDone(qsizetype rows)
+{
+    if (m_form) m_form->setDone(rows);
+}
+
+bool WorkingProgress::goOn()
+{
+    QCoreApplication::processEvents();
+    return m_form && !m_form->cancelRequested();
+}
+
+void WorkingProgress::end()
+{
+    delete m_form;
+    if (m_owner) m_owner->setEnabled(true);
+    if (m_focus) m_focus->setFocus();
+    m_hourglass.reset();
+}
+
+void DesktopSpreadsheets::show(const QString& file)
+{
+    if (QDesktopServices::openUrl(QUrl::fromLocalFile(file))) return;
+    throw Error(ErrorNumber::CannotWriteSheet, u"Quilla.Sheet"_s,
+        u"没有可以打开电子表格的程序，文件已保存为 "_s + file);
+}
+
+QString DesktopSpreadsheets::folder() const
+{
+    QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    if (folder.isEmpty()) folder = QDir::homePath();
+    QDir().mkpath(folder);
+    return folder;
+}
+
+} // namespace quilla

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "frame/session.h"
+#include "output/export_layouts.h"
+
+namespace quilla {
+
+class GridModel;
+
+/// Shows the operator how far an export is, and hears whether he wants it to end.
+class ExportProgress {
+public:
+    virtual ~ExportProgress() = default;
+    virtual void begin() = 0;
+    virtual void setTotal(qsizetype rows) = 0;
+    virtual void setDone(qsizetype rows) = 0;
+    /// Lets the system serve its events. False when the export is to end.
+    virtual bool goOn() = 0;
+    virtual void end() = 0;
+};
+
+/// The operator's own program for spreadsheets.
+class SpreadsheetProgram {
+public:
+    virtual ~SpreadsheetProgram() = default;
+    /// Where its files go; an older one of the same name stays.
+    virtual QString folder() const = 0;
+    /// Shows the file. Throws `Error` when there is no such program.
+    virtual void show(const QString& file) = 0;
+};
+
+/// What an export needs beside its data.
+struct Exporter {
+    Session& session;
+    ExportProgress& progress;
+    SpreadsheetProgram& program;
+};
+
+/// What stands when a screen has nothing to put on a spreadsheet.
+inline constexpr QStringView NothingToPrint = u"没有可以打印的信息！";
+inline constexpr QStringView NothingToOutput = u"没有需要输出的信息！";
+
+constexpr qsizetype RowsPerSheet = 50000;
+
+/// How `total` rows are spread over the three sheets: full ones first, the third takes all that is left.
+std::vector<qsizetype> rowsOfSheets(qsizetype total);
+
+/// Runs a screen's last select again and puts its rows on a spreadsheet, which is shown at the end. A select
+/// that is empty is told by `nothing`. Every failure is told; none leaves a file.
+void exportList(
+    const Exporter& exporter, const ExportLayout& layout, const QString& select, QStringView nothing);
+
+/// The same with the lines of a statistic's grid; `count` is how many the last run brought.
+void exportGrid(const Exporter& exporter, const ExportLayout& layout, const GridModel& grid, qsizetype count);
+
+} // namespace quilla

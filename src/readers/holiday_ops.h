@@ -1,0 +1,44 @@
+#pragma once
+
+#include "readers/record_ops.h"
+
+namespace quilla {
+
+/// A closing period of the library, its days as they were typed or stored.
+struct ClosingPeriod {
+    QString name;
+    QString first;
+    QString last;
+};
+
+/// The boxes of the holiday editor.
+namespace HolidayBox {
+enum { Name, First, Last, Count };
+}
+
+/// How long a holiday's name may be.
+inline constexpr int HolidayNameWidth = 400;
+
+/// The period as the list shows it.
+QString periodText(const ClosingPeriod& holiday);
+/// The holiday of a line of the list.
+ClosingPeriod holidayOfLine(const QString& name, const QString& period);
+
+/// All periods, by their first day. Throws `Error`.
+std::vector<ClosingPeriod> readHolidays(Session& session);
+
+/// The first box that keeps the holiday from being saved, which is told; nothing when it can be. The days are
+/// compared as texts: 2003-9-1 lies behind 2003-10-1.
+std::optional<int> CheckHolidayForm(Session& session, const ClosingPeriod& holiday);
+
+/// Whether another holiday has that name, which is told. `unchanged` is the name of the holiday that is being
+/// edited, empty while adding. Throws `Error`.
+bool holidayNameIsTaken(Session& session, const QString& name, const QString& unchanged);
+
+/// Both save a holiday that passed `CheckHolidayForm`, and go on when that fails.
+void addHoliday(Session& session, const ClosingPeriod& holiday);
+void changeHoliday(Session& session, const ClosingPeriod& holiday, const QString& oldName);
+
+RecordRemoval holidayRemoval();
+
+} // namespace quilla

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/report/report_viewer.h"
+#include "readers/record_list.h"
+
+namespace quilla {
+
+class JycsAddFrm;
+
+/// The circulation parameters: the rules of every reader type.
+class JycsFrm final : public RecordList {
+    Q_OBJECT
+
+public:
+    /// Without a viewer there is no printing.
+    JycsFrm(Session& session, ReportViewer* viewer);
+
+    void loadData() { RefreshParameterList({}); }
+    /// Reads the list anew and goes to the line of that type, or to the first one.
+    void RefreshParameterList(const QString& readerclass);
+
+    QPushButton Command1[5];
+
+private:
+    void addRecord() override;
+    void editRecord() override;
+    void run(JycsAddFrm& editor);
+
+    ReportViewer* m_viewer;
+};
+
+} // namespace quilla

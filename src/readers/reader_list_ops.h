@@ -1,0 +1,43 @@
+#pragma once
+
+#include "frame/session.h"
+
+namespace quilla {
+
+/// One entry of the lists from which a card takes its type and unit.
+struct ReaderListEntry {
+    QString id; ///< empty for none
+    QString name;
+};
+
+/// What an editor does after its text was handed on.
+enum class NameOutcome {
+    Stay, ///< the text stays for correction
+    Retype, ///< the box is emptied for another text
+    Entered ///< the button's own end: one stays for the next, the other closes
+};
+
+/// Which of the editor's two buttons was pressed.
+enum class NameButton { SaveAndAdd, SaveAndLeave };
+
+/// The list of reader types or that of units: where they differ. Every step goes on after a failing statement
+/// and tells nothing of it.
+struct ReaderList {
+    QString caption; ///< of the column
+    QString select; ///< the number, which stays hidden, and the name
+    QString editorName;
+    QString editorTitle;
+    int width; ///< the longest name
+    NameOutcome (*add)(Session&, const QString& name, NameButton);
+    /// Renames the entry; cards keep the old name.
+    void (*change)(Session&, const ReaderListEntry& entry, const QString& name);
+    void (*remove)(Session&, const ReaderListEntry& entry);
+};
+
+enum ReaderListKind { ReaderTypes, ReaderUnits };
+const ReaderList& readerList(ReaderListKind kind);
+
+/// The entries of the list. Nothing when no connection can be had.
+std::optional<Recordset> readList(Session& session, const ReaderList& list);
+
+} // namespace quilla

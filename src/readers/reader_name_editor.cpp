@@ -1,0 +1,62 @@
+#include "readers/reader_name_editor.h"
+
+#include "platform/ui/editor.h"
+#include "platform/ui/form.h"
+#include "platform/ui/theme.h"
+
+namespace quilla {
+
+ReaderNameFrm::ReaderNameFrm(Session& session, const ReaderList& list, QWidget* parent)
+    : QDialog(parent)
+    , cmdAdd(u"&A 保存增加"_s)
+    , CmdSave(u"&T 保存退出"_s)
+    , cmdQuit(u"&E 取消退出"_s)
+    , m_session(session)
+    , m_list(list)
+{
+    setObjectName(list.editorName);
+    setWindowTitle(list.editorTitle);
+    QUILLA_NAMES(Text1, cmdAdd, CmdSave, cmdQuit);
+    Text1.setMaxLength(list.width);
+    build(*this,
+        column(
+            fields(1, {{list.caption + u'：', Text1}}), stretch(), row(stretch(), cmdAdd, CmdSave, cmdQuit)));
+    enterAsTab({Text1});
+    onClick(cmdAdd, [this] { save(NameButton::SaveAndAdd); });
+    onClick(CmdSave, [this] { save(NameButton::SaveAndLeave); });
+    onClick(cmdQuit, [this] { reject(); });
+    resize(pixelsOf(5400, *this), sizeHint().height());
+    SetDataMode(u"A"_s);
+}
+
+void ReaderNameFrm::SetDataMode(const QString& mode)
+{
+    m_mode = quilla::SetDataMode(mode, cmdAdd, CmdSave);
+}
+
+void ReaderNameFrm::InfoLoad(const ReaderListEntry& entry)
+{
+    m_entry = entry;
+    Text1.setText(entry.name);
+}
+
+void ReaderNameFrm::save(NameButton button)
+{
+    if (Text1.text().trimmed().isEmpty()) return Text1.setFocus();
+    if (m_mode.isAdd()) return add(button);
+    m_list.change(m_session, m_entry, Text1.text());
+    accept();
+}
+
+void ReaderNameFrm::add(NameButton button)
+{
+    const NameOutcome outcome = m_list.add(m_session, Text1.text(), button);
+    if (outcome == NameOutcome::Entered && button == NameButton::SaveAndLeave) return accept();
+    if (outcome == NameOutcome::Stay)
+        Text1.selectAll();
+    else
+        Text1.clear();
+    Text1.setFocus();
+}
+
+} // namespace quilla

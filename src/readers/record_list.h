@@ -1,0 +1,59 @@
+#pragma once
+
+#include "platform/ui/list_screen.h"
+#include "readers/record_ops.h"
+
+#include <QDialog>
+
+namespace quilla {
+
+/// A list screen of records that are told apart by the text of their first column, with an editor behind
+/// 增加 and 修改. What its records are, the screens say.
+class RecordList : public ListScreen {
+    Q_OBJECT
+
+protected:
+    /// The commands, by their index in the screen's `Command1`.
+    enum Command { Add, Remove, Close, Edit };
+
+    RecordList(Session& session, const QString& name, const QString& title, const WidthRule& rule,
+        RecordRemoval removal);
+
+    /// Enter and a double click in the grid edit, Delete removes.
+    template <std::size_t Count> void wire(QPushButton (&Command1)[Count])
+    {
+        wireButtons({std::begin(Command1), std::end(Command1)});
+    }
+    /// Counts the lines anew and shares the width.
+    void linesChanged();
+
+    virtual void addRecord() = 0;
+    /// Of the current line, which holds a record.
+    virtual void editRecord() = 0;
+
+    Session& m_session;
+
+private:
+    void wireButtons(const std::vector<std::reference_wrapper<QPushButton>>& buttons);
+    void editCurrent();
+    void removeSelected();
+
+    const RecordRemoval m_removal;
+};
+
+/// The dialog over one record: 保存增加 goes on to the next one, 保存 closes, 关闭 leaves.
+class RecordEditor : public QDialog {
+    Q_OBJECT
+
+public:
+    QPushButton Command1[3];
+
+protected:
+    RecordEditor(const QString& name, const QStringList& captions, QWidget* parent);
+
+    /// False when the record was refused, which has been told.
+    virtual bool save() = 0;
+    virtual void startNext() = 0;
+};
+
+} // namespace quilla
