@@ -1,8 +1,8 @@
 #include "database/check.h"
 #include "database/library_schema.h"
 #include "database/scale.h"
-#include "platform/db/embedded.h"
 #include "platform/db/pooled_factory.h"
+#include "support/test_database.h"
 
 #include <QProcess>
 #include <QRandomGenerator>
@@ -28,6 +28,7 @@ private:
     QStringList brokenRules();
 
     std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<TestDatabase> m_database;
     QString m_text;
     int m_copies = 0;
     SystemClock m_clock;
@@ -64,22 +65,23 @@ void TestDesks::makeLibrary(int copies)
 {
     m_copies = copies;
     m_folder = std::make_unique<QTemporaryDir>();
-    const QString file = m_folder->filePath(u"desks.db"_s);
-    createEmbedded(file, m_schema, m_clock, [&](Connection& conn) {
-        createLibrary(conn);
-        insertInitialRows(conn, u"desk"_s);
-        ScaleOptions scale;
-        scale.readers = 100;
-        scale.copies = copies;
-        scale.history = 0;
-        scale.loans = 0;
-        scale.today = m_clock.now().date();
-        fillScaleData(conn, scale);
-        conn.execute(u"update dzk set bookcount=30000");
-        conn.execute(u"delete from yyk");
-        conn.execute(u"update dzk set yordercshu=0");
-    });
-    m_text = u"PROVIDER=MSDASQL;DSN=%1;UID=desk;PWD=;Database=%2;"_s.arg(BuiltInDataSource, file);
+    m_database = TestDatabase::make(m_folder->path(), m_schema, m_clock);
+    m_text = m_database->connectionText();
+    PooledFactory factory(m_schema, m_clock);
+    Connection conn = factory.open(m_text);
+    conn.begin();
+    insertInitialRows(conn, u"desk"_s);
+    ScaleOptions scale;
+    scale.readers = 100;
+    scale.copies = copies;
+    scale.history = 0;
+    scale.loans = 0;
+    scale.today = m_clock.now().date();
+    fillScaleData(conn, scale);
+    conn.execute(u"update dzk set bookcount=30000");
+    conn.execute(u"delete from yyk");
+    conn.execute(u"update dzk set yordercshu=0");
+    conn.commit();
 }
 
 std::unique_ptr<QProcess> TestDesks::startDesk(int seed, int milliseconds, const QString& work)
@@ -100,7 +102,7 @@ QStringList TestDesks::brokenRules()
 {
     PooledFactory factory(m_schema, m_clock);
     Connection conn = factory.open(m_text);
-    QStringList rules = checkEmbedded(m_folder->filePath(u"desks.db"_s));
+    QStringList rules = m_database->faults();
     for (const Finding& finding : checkLibrary(conn))
         rules.append(finding.rule);
     return rules;
@@ -139,6 +141,7 @@ void TestDesks::killedDeskLeavesACleanBase()
         QTest::qSleep(int(QRandomGenerator::global()->bounded(1, 120)));
         desk->kill();
         QVERIFY(desk->waitForFinished());
+        m_database->waitForTheDead();
         told += toldBy(desk->readAllStandardOutput()).charges;
         const qint64 written = number(u"select count(*) from jhsk"_s) + number(u"select count(*) from jhslsk"_s);
         // The last one may have been committed and not told any more, never the other way round.

@@ -24,6 +24,7 @@ public:
         return u"PROVIDER=MSDASQL;DSN=%1;UID=desk;PWD=;Database=%2;"_s.arg(BuiltInDataSource, m_file);
     }
     void clockMoved() override { } // it asks the clock itself
+    QStringList faults() const override { return checkEmbedded(m_file); }
 
 private:
     QString m_file;
@@ -63,6 +64,11 @@ public:
             u"CREATE OR REPLACE FUNCTION getdate() RETURNS timestamp LANGUAGE sql STABLE RETURN timestamp '%1'"_s
                 .arg(now)
                 .toUtf8());
+    }
+    void waitForTheDead() const override
+    {
+        const char* const others = "SELECT 1 FROM pg_stat_activity WHERE datname=current_database() AND pid<>pg_backend_pid()";
+        while (PQntuples(checkedResult(PQexec(m_database.handle(), others)).get())) { }
     }
 
 private:

@@ -3,7 +3,7 @@
 #include "platform/core/dates.h"
 #include "platform/sql/schema.h"
 
-#include <QString>
+#include <QStringList>
 
 #include <memory>
 
@@ -21,6 +21,10 @@ public:
     virtual QString connectionText() const = 0;
     /// The clock was put to another time.
     virtual void clockMoved() = 0;
+    /// What the engine finds wrong with its own storage.
+    virtual QStringList faults() const { return {}; }
+    /// Until the engine has done with a process that died.
+    virtual void waitForTheDead() const { }
 };
 
 } // namespace quilla

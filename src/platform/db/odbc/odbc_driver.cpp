@@ -12,7 +12,8 @@ OdbcDriver::OdbcDriver(const ConnectionItems& items)
 
 bool OdbcDriver::isAlive()
 {
-    constexpr qint64 Silence = 1000;
+    // Longer than the statements of an operation are apart, shorter than an operator's hand is.
+    constexpr qint64 Silence = 100;
     if (isLost() || m_transaction != Transaction::None) return false;
     if (m_connection.silence() < Silence) return true;
     try {
