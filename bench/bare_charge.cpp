@@ -36,12 +36,15 @@ BareCharge::BareCharge(const std::string& file)
     sqlite3_busy_timeout(m_db, 10'000);
     run("pragma journal_mode=wal");
     run("pragma synchronous=full");
-    m_reader = prepare("select readstatus,term,bookcount,orderbook,daycount,ifcanre from DZK where ReaderCode=?");
+    m_reader
+        = prepare("select readstatus,term,bookcount,orderbook,daycount,ifcanre from DZK where ReaderCode=?");
     m_date = prepare("select strftime('%Y-%m-%d %H:%M:%f','now','localtime')");
     m_overdue = prepare("select count(jhskid) from jhsk where readercode=? and yhdate<?");
-    m_copy = prepare("select borrowstatus,bookstatus from SCK where bookstatus<>'丢失' and bookstatus<>'注销' and barcode=?");
-    m_hold = prepare("select yyk.barcode,oldtime,yyk.readercode,yyk.barcode,name,readerclass from yyk join dzk on "
-                     "yyk.readercode=dzk.readercode where yyk.barcode=?");
+    m_copy = prepare("select borrowstatus,bookstatus from SCK where bookstatus<>'丢失' and "
+                     "bookstatus<>'注销' and barcode=?");
+    m_hold = prepare(
+        "select yyk.barcode,oldtime,yyk.readercode,yyk.barcode,name,readerclass from yyk join dzk on "
+        "yyk.readercode=dzk.readercode where yyk.barcode=?");
     m_begin = prepare("begin immediate");
     m_holidays = prepare("select code from Global where type='holiday' order by code");
     m_loan = prepare("insert into JHSK(readercode,barcode,orderdate,yhdate,operater) values(?,?,?,?,?)");
@@ -69,7 +72,8 @@ sqlite3_stmt* BareCharge::prepare(const char* sql)
 
 void BareCharge::run(const char* sql)
 {
-    if (sqlite3_exec(m_db, sql, nullptr, nullptr, nullptr) != SQLITE_OK) throw std::runtime_error(sqlite3_errmsg(m_db));
+    if (sqlite3_exec(m_db, sql, nullptr, nullptr, nullptr) != SQLITE_OK)
+        throw std::runtime_error(sqlite3_errmsg(m_db));
 }
 
 int BareCharge::step(sqlite3_stmt* statement)

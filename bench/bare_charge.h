@@ -27,6 +27,6 @@ private:
 
     sqlite3* m_db = nullptr;
     std::vector<sqlite3_stmt*> m_statements;
-    sqlite3_stmt *m_reader, *m_date, *m_overdue, *m_copy, *m_hold, *m_begin, *m_holidays, *m_loan, *m_copyUpdate,
-        *m_readerUpdate, *m_commit;
+    sqlite3_stmt *m_reader, *m_date, *m_overdue, *m_copy, *m_hold, *m_begin, *m_holidays, *m_loan,
+        *m_copyUpdate, *m_readerUpdate, *m_commit;
 };

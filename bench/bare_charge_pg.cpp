@@ -53,8 +53,7 @@ BareChargePg::BareChargePg(PGconn* connection, sql::Translator& translator)
     m_copyUpdate = prepare(translator,
         u"update SCK set borrowstatus=0,bookstatus='借出' where bookstatus<>'丢失' and  bookstatus<>'注销' "
         "and barcode='B'"_s);
-    m_readerUpdate
-        = prepare(translator, u"update DZK set orderbook=orderbook+1 where ReaderCode='R'"_s);
+    m_readerUpdate = prepare(translator, u"update DZK set orderbook=orderbook+1 where ReaderCode='R'"_s);
 }
 
 int BareChargePg::prepare(sql::Translator& translator, const QString& tsql)

@@ -30,7 +30,10 @@ public:
     }
 };
 
-int number(const QCommandLineParser& options, const QString& name) { return options.value(name).toInt(); }
+int number(const QCommandLineParser& options, const QString& name)
+{
+    return options.value(name).toInt();
+}
 
 } // namespace
 
@@ -40,11 +43,13 @@ int main(int argc, char** argv)
     QCoreApplication application(argc, argv);
     QCommandLineParser options;
     options.addOptions({{u"readers"_s, {}, u"N"_s, u"50000"_s}, {u"copies"_s, {}, u"N"_s, u"200000"_s},
-        {u"history"_s, {}, u"N"_s, u"2000000"_s}, {u"rounds"_s, {}, u"N"_s, u"2000"_s}, {u"folder"_s, {}, u"DIR"_s}});
+        {u"history"_s, {}, u"N"_s, u"2000000"_s}, {u"rounds"_s, {}, u"N"_s, u"2000"_s},
+        {u"folder"_s, {}, u"DIR"_s}});
     options.process(application);
     QTextStream out(stdout);
 
-    const QTemporaryDir folder((options.isSet(u"folder"_s) ? options.value(u"folder"_s) : u"."_s) + u"/bench-XXXXXX"_s);
+    const QTemporaryDir folder(
+        (options.isSet(u"folder"_s) ? options.value(u"folder"_s) : u"."_s) + u"/bench-XXXXXX"_s);
     const QString file = folder.filePath(u"bench.db"_s);
     const SystemClock clock;
     const sql::Schema schema = librarySchema();
@@ -67,7 +72,8 @@ int main(int argc, char** argv)
     NoDesk desk;
     PooledFactory factory(schema, clock);
     Session session {settings, prompt, clock, factory, editor};
-    storeConnectionText(session, u"PROVIDER=MSDASQL;DSN=%1;UID=bench;PWD=;Database=%2;"_s.arg(BuiltInDataSource, file));
+    storeConnectionText(
+        session, u"PROVIDER=MSDASQL;DSN=%1;UID=bench;PWD=;Database=%2;"_s.arg(BuiltInDataSource, file));
     session.OperatorName = u"bench"_s;
     BareCharge bare(file.toStdString());
 
@@ -78,20 +84,29 @@ int main(int argc, char** argv)
             found.append(row.field(0).text());
         return found;
     };
-    const QStringList readers = codes(u"select readercode from dzk where readstatus='有效' and readercode not in (select readercode from jhsk where yhdate<getdate()) and (term is null or term>getdate())"_s);
+    const QStringList readers = codes(
+        u"select readercode from dzk where readstatus='有效' and readercode not in (select readercode from jhsk where yhdate<getdate()) and (term is null or term>getdate())"_s);
     // Lendable, and held for nobody: every charge takes the same road.
-    const QStringList copies = codes(u"select barcode from sck where borrowstatus=1 and bookstatus='库本' and barcode not in (select barcode from yyk)"_s);
+    const QStringList copies = codes(
+        u"select barcode from sck where borrowstatus=1 and bookstatus='库本' and barcode not in (select barcode from yyk)"_s);
     const int rounds = number(options, u"rounds"_s);
     int copy = scale.loans;
     const auto reader = [&](int round) { return readers[round % readers.size()]; };
     const Medians charge = alternate(
         rounds,
         [&](int round) {
-            if (ChargeBook(session, desk, scaleBarcode(++copy), reader(round)) != Charged) qFatal("a charge was refused");
+            if (ChargeBook(session, desk, scaleBarcode(++copy), reader(round)) != Charged)
+                qFatal("a charge was refused");
         },
         [&](int round) { bare.charge(scaleBarcode(++copy).toStdString(), reader(round).toStdString()); });
-    out << QStringLiteral("charge on SQLite, %1 readers, %2 copies, %3 history rows, %4 rounds: ours %5 us, bare %6 us, ratio %7\n")
-               .arg(scale.readers).arg(scale.copies).arg(scale.history).arg(rounds)
-               .arg(charge.ours, 0, 'f', 1).arg(charge.bare, 0, 'f', 1).arg(charge.ratio(), 0, 'f', 3);
+    out << QStringLiteral("charge on SQLite, %1 readers, %2 copies, %3 history rows, %4 rounds: ours %5 us, "
+                          "bare %6 us, ratio %7\n")
+               .arg(scale.readers)
+               .arg(scale.copies)
+               .arg(scale.history)
+               .arg(rounds)
+               .arg(charge.ours, 0, 'f', 1)
+               .arg(charge.bare, 0, 'f', 1)
+               .arg(charge.ratio(), 0, 'f', 3);
     return 0;
 }

@@ -61,8 +61,9 @@ void fill(Connection conn, const ScaleOptions& scale)
 QStringList freeReaders(Connection conn)
 {
     QStringList readers;
-    for (Recordset row = conn.open(u"select readercode from dzk where readercode not in (select readercode from jhsk "
-                                   "where yhdate<getdate())");
+    for (Recordset row
+         = conn.open(u"select readercode from dzk where readercode not in (select readercode from jhsk "
+                     "where yhdate<getdate())");
          !row.eof(); row.next())
         readers.append(row.field(0).text());
     return readers;
@@ -72,7 +73,8 @@ QStringList freeReaders(Connection conn)
 
 int main(int argc, char** argv)
 {
-    if (!qEnvironmentVariableIsSet("TZ")) qputenv("TZ", ":/etc/localtime"); // else it is looked up at each date
+    if (!qEnvironmentVariableIsSet("TZ"))
+        qputenv("TZ", ":/etc/localtime"); // else it is looked up at each date
     QCoreApplication application(argc, argv);
     QCommandLineParser options;
     options.addOptions({{u"readers"_s, {}, u"N"_s, u"10000"_s}, {u"copies"_s, {}, u"N"_s, u"100000"_s},
@@ -111,7 +113,8 @@ int main(int argc, char** argv)
         return alternate(
             rounds,
             [&](int round) {
-                if (ChargeBook(session, desk, scaleBarcode(++copy), reader(round)) != Charged) qFatal("a charge was refused");
+                if (ChargeBook(session, desk, scaleBarcode(++copy), reader(round)) != Charged)
+                    qFatal("a charge was refused");
             },
             [&](int round) { bare.charge(scaleBarcode(++copy).toStdString(), reader(round).toStdString()); });
     };
@@ -132,9 +135,10 @@ int main(int argc, char** argv)
     out.setRealNumberNotation(QTextStream::FixedNotation);
     out.setRealNumberPrecision(3);
     out << "charge on PostgreSQL, " << scale.readers << " readers, " << scale.copies << " copies, " << rounds
-        << " rounds: ours " << charge.ours << " us, bare " << charge.bare << " us, ratio " << charge.ratio() << "\n"
-        << "an opening: fresh " << opening.ours << " us, from the pool " << opening.bare << " us; " << openings
-        << " openings a charge, so without the pool " << (charge.ours + openings * opening.ours) / charge.bare
-        << " times bare\n";
+        << " rounds: ours " << charge.ours << " us, bare " << charge.bare << " us, ratio " << charge.ratio()
+        << "\n"
+        << "an opening: fresh " << opening.ours << " us, from the pool " << opening.bare << " us; "
+        << openings << " openings a charge, so without the pool "
+        << (charge.ours + openings * opening.ours) / charge.bare << " times bare\n";
     return 0;
 }

@@ -37,11 +37,13 @@ struct Bench {
             [](void*, int, const void*, int, const void*) { return 0; });
         for (const char* name : {"getdate", "qj_like", "qj_datediff", "qj_dateadd", "qj_convert_date",
                  "qj_convert_text", "qj_date", "qj_part"})
-            sqlite3_create_function(base, name, -1, SQLITE_UTF8, nullptr,
-                [](sqlite3_context*, int, sqlite3_value**) { }, nullptr, nullptr);
+            sqlite3_create_function(
+                base, name, -1, SQLITE_UTF8, nullptr, [](sqlite3_context*, int, sqlite3_value**) {}, nullptr,
+                nullptr);
         std::vector<Literal> literals;
         for (const ScriptPart& part : splitScript(script))
-            sqlite3_exec(base, sqlite.translate(part.text, literals).text.constData(), nullptr, nullptr, nullptr);
+            sqlite3_exec(
+                base, sqlite.translate(part.text, literals).text.constData(), nullptr, nullptr, nullptr);
     }
 
     Schema schema;
@@ -108,7 +110,8 @@ void checkRoundTrip(const QString& statement, Translator& translator, const Tran
     }
     std::vector<Literal> literals;
     const auto again = translated(translator, printed, literals);
-    if (!again || again->text != translation.text) fault("the printed one means something else", statement, printed);
+    if (!again || again->text != translation.text)
+        fault("the printed one means something else", statement, printed);
 }
 
 void checkTranslation(const QString& statement, Translator& translator)
@@ -136,9 +139,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     translated(bench.server, statement, literals);
     try {
         readShape(statement);
-    } catch (const Error&) { }
+    } catch (const Error&) {
+    }
     try {
         readSchema(statement, bench.schema);
-    } catch (const Error&) { }
+    } catch (const Error&) {
+    }
     return 0;
 }

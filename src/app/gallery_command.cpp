@@ -10,15 +10,15 @@
 #include "frame/main_form.h"
 #include "frame/password_form.h"
 #include "frame/sublib.h"
+#include "platform/ui/error_form.h"
+#include "platform/ui/gallery.h"
+#include "platform/ui/working_form.h"
 #include "readers/holiday_editor.h"
 #include "readers/holiday_form.h"
 #include "readers/parameter_editor.h"
 #include "readers/parameter_form.h"
 #include "readers/reader_list_form.h"
 #include "readers/reader_name_editor.h"
-#include "platform/ui/error_form.h"
-#include "platform/ui/gallery.h"
-#include "platform/ui/working_form.h"
 #include "statistics/query_form.h"
 
 #include <QDir>
@@ -111,7 +111,7 @@ void addRules(Album& album, Session& session)
 void addQuery(Album& album, Session& session)
 {
     class Nobody final : public QueryReceiver {
-        void loadData(const QString&, const QString&) override {}
+        void loadData(const QString&, const QString&) override { }
     } nobody;
     QueryFrm form(session.prompt, nobody);
     form.LoadCombo(u"barcode,bookname,readunit,readercode,name,orderdate,yhdate,cqday"_s,

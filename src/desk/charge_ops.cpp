@@ -20,7 +20,8 @@ struct Manner {
 };
 
 const Manner FirstCharge {u"没有找到该读者的信息！请确定该读者是否办理了读者证！"_s,
-    u"select borrowstatus,bookstatus from SCK  where bookstatus<>'丢失' and  bookstatus<>'注销' and barcode='%1'"_s, {}};
+    u"select borrowstatus,bookstatus from SCK  where bookstatus<>'丢失' and  bookstatus<>'注销' and barcode='%1'"_s,
+    {}};
 
 Manner renewalManner(qint16 count)
 {
@@ -65,7 +66,8 @@ using Refusal = std::optional<ChargeResult>;
 qint16 readDays(const Value& value)
 {
     const qint64 days = value.integer().value_or(0);
-    const bool fits = days >= std::numeric_limits<qint16>::min() && days <= std::numeric_limits<qint16>::max();
+    const bool fits
+        = days >= std::numeric_limits<qint16>::min() && days <= std::numeric_limits<qint16>::max();
     return fits ? static_cast<qint16>(days) : 0;
 }
 
@@ -148,7 +150,8 @@ std::optional<Copy> readCopy(Session& session, Connection& conn, const Manner& m
     return Copy {row.field(u"borrowstatus").isTrue(), row.field(u"bookstatus").text()};
 }
 
-ChargeResult refuseCopy(Session& session, DeskView& desk, ChargeResult result, const QString& text, QStringView title)
+ChargeResult refuseCopy(
+    Session& session, DeskView& desk, ChargeResult result, const QString& text, QStringView title)
 {
     session.prompt.inform(text, title);
     desk.selectBarCode();
@@ -159,12 +162,16 @@ Refusal refuseUnlendable(Session& session, DeskView& desk, const Copy& copy)
 {
     const QStringView own; // the application title
     if (!copy.lendable) {
-        if (sameText(copy.status, u"借出")) return refuseCopy(session, desk, NotAvailable, u"此书当前已借出"_s, own);
-        if (sameText(copy.status, u"丢失")) return refuseCopy(session, desk, NotAvailable, u"此书已标记为丢失"_s, own);
-        if (sameText(copy.status, u"注销")) return refuseCopy(session, desk, NotAvailable, u"此书已标记为注销"_s, own);
+        if (sameText(copy.status, u"借出"))
+            return refuseCopy(session, desk, NotAvailable, u"此书当前已借出"_s, own);
+        if (sameText(copy.status, u"丢失"))
+            return refuseCopy(session, desk, NotAvailable, u"此书已标记为丢失"_s, own);
+        if (sameText(copy.status, u"注销"))
+            return refuseCopy(session, desk, NotAvailable, u"此书已标记为注销"_s, own);
         return refuseCopy(session, desk, NotAvailable, u"此书当前不可借"_s, HintTitle);
     }
-    if (sameText(copy.status, u"典藏")) return refuseCopy(session, desk, ReferenceCopy, u"此书是典藏书，不能外借"_s, HintTitle);
+    if (sameText(copy.status, u"典藏"))
+        return refuseCopy(session, desk, ReferenceCopy, u"此书是典藏书，不能外借"_s, HintTitle);
     return {};
 }
 
@@ -177,14 +184,15 @@ std::optional<Hold> findLiveHold(Session& session, Connection& conn, const QStri
     if (row.eof() || row.field(u"barcode").text().isEmpty()) return {};
     const QDateTime lastDay = row.field(u"oldtime").moment();
     if (!lastDay.isValid() || lastDay < GetServerDate(session)) return {};
-    return Hold {row.field(u"readercode").text(), row.field(u"name").text(), row.field(u"readerclass").text()};
+    return Hold {
+        row.field(u"readercode").text(), row.field(u"name").text(), row.field(u"readerclass").text()};
 }
 
 bool lendInSpiteOf(Session& session, const Hold& hold)
 {
     const QString question
-        = u"这本书已经有人预约了！预约读者资料如下：\n读者证号：%1\n读者姓名：%2\n读者类型：%3\n仍然要借出本书吗？(y/n)"_s.arg(
-            hold.readercode, hold.name, hold.readerclass);
+        = u"这本书已经有人预约了！预约读者资料如下：\n读者证号：%1\n读者姓名：%2\n读者类型：%3\n仍然要借出本书吗？(y/n)"_s
+              .arg(hold.readercode, hold.name, hold.readerclass);
     return session.prompt.ask(question, {}, Icon::Information, Answer::No);
 }
 
@@ -192,16 +200,18 @@ QString loanInsert(const Session& session, const Loan& loan, const QString& toda
 {
     // A loan of a held copy starts its count of renewals anew.
     if (!loan.renewals || loan.reservation != Reservation::None)
-        return u"insert into JHSK(readercode,barcode,orderdate,yhdate,operater) Values('%1','%2','%3','%4','%5')"_s.arg(
-            loan.readercode, loan.barcode, today, due, session.OperatorName);
-    return u"insert into JHSK(readercode,barcode,orderdate,yhdate,operater,res) Values('%1','%2','%3','%4','%5',%6)"_s.arg(
-        loan.readercode, loan.barcode, today, due, session.OperatorName, QString::number(*loan.renewals));
+        return u"insert into JHSK(readercode,barcode,orderdate,yhdate,operater) Values('%1','%2','%3','%4','%5')"_s
+            .arg(loan.readercode, loan.barcode, today, due, session.OperatorName);
+    return u"insert into JHSK(readercode,barcode,orderdate,yhdate,operater,res) Values('%1','%2','%3','%4','%5',%6)"_s
+        .arg(
+            loan.readercode, loan.barcode, today, due, session.OperatorName, QString::number(*loan.renewals));
 }
 
 /// Loan, copy and reader, and the reservation where it ends. The number of copy rows that changed.
 int sendLoan(Session& session, Connection& conn, const Loan& loan)
 {
-    const auto send = [&](const QString& tsql) { return session.error.attempt([&] { return conn.execute(tsql); }); };
+    const auto send
+        = [&](const QString& tsql) { return session.error.attempt([&] { return conn.execute(tsql); }); };
     if (loan.reservation == Reservation::Postponed)
         send(u"update yyk set barcode='',orderstatus=0 where barcode='%1'"_s.arg(loan.barcode));
     const QString today = isoDate(GetServerDate(session));
@@ -212,7 +222,8 @@ int sendLoan(Session& session, Connection& conn, const Loan& loan)
             .arg(loan.barcode));
     const bool fulfilled = loan.reservation == Reservation::Fulfilled;
     send(fulfilled
-            ? u"update DZK set orderbook=orderbook+1,yordercshu=yordercshu-1 where ReaderCode='%1'"_s.arg(loan.readercode)
+            ? u"update DZK set orderbook=orderbook+1,yordercshu=yordercshu-1 where ReaderCode='%1'"_s.arg(
+                loan.readercode)
             : u"update DZK set orderbook=orderbook+1 where ReaderCode='%1'"_s.arg(loan.readercode));
     if (fulfilled) send(u"delete yyk where barCode='%1'"_s.arg(loan.barcode));
     return changed.value_or(0);

@@ -32,7 +32,10 @@ const GridDesign ReturnGrid {15,
     u"^还书控制号|<图书条形码  |<书名                   |<借书日期  |<应还日期  |<还书日期  |<操作员"_s,
     {850, 1100, 2000, 1100, 1000, 1000, 900}};
 
-void setUp(FlexGrid& grid, const GridDesign& design) { grid.setUp(design.rows, design.format, design.widths); }
+void setUp(FlexGrid& grid, const GridDesign& design)
+{
+    grid.setUp(design.rows, design.format, design.widths);
+}
 
 void bind(FlexGrid& grid, const GridDesign& design, Recordset& rows)
 {
@@ -59,8 +62,8 @@ TsjhFrm::TsjhFrm(Session& session, ScreenHost& host, FineDialog& fines, ReportVi
     , m_host(host)
     , m_fines(fines)
 {
-    QUILLA_NAMES(SSTab1, cmdTuShuYuYue, cmdWuZhengJieShu, CmdQuit, tMsg, Frame1, Label3, Label5, Label1, TxtReaderCode,
-        Label2, TxtBarCode, Frame2, Grid1, Label8, TxtRetBook, Check1, Frame3, Grid2);
+    QUILLA_NAMES(SSTab1, cmdTuShuYuYue, cmdWuZhengJieShu, CmdQuit, tMsg, Frame1, Label3, Label5, Label1,
+        TxtReaderCode, Label2, TxtBarCode, Frame2, Grid1, Label8, TxtRetBook, Check1, Frame3, Grid2);
     setCaptions(Label3,
         {u"读者证号："_s, u"读者姓名："_s, u"性    别："_s, u"读者类型："_s, u"读者单位："_s, u"可借总数："_s,
             u"已借册数："_s, u"可借册数："_s, u"读者状态："_s, u"有效期限："_s});
@@ -88,11 +91,13 @@ void TsjhFrm::layOut()
     const Piece charging = column(group(Frame1, fields(5, panel)),
         row(Label1, Piece(TxtReaderCode).grow(2), room(24), Label2, Piece(TxtBarCode).grow(2), stretch()),
         group(Frame2, Piece(Grid1).grow()).grow());
-    const Piece discharging = column(row(Label8, Piece(TxtRetBook).grow(2), room(24), Check1, stretch().grow(2)),
-        group(Frame3, Piece(Grid2).grow()).grow());
+    const Piece discharging
+        = column(row(Label8, Piece(TxtRetBook).grow(2), room(24), Check1, stretch().grow(2)),
+            group(Frame3, Piece(Grid2).grow()).grow());
     build(*this,
         column(row(tMsg, stretch(), cmdTuShuYuYue, cmdWuZhengJieShu, CmdQuit),
-            tabs(SSTab1, {{u"借  书"_s, charging}, {u"还书、续借"_s, discharging}, {u"查  询"_s, Query}}).grow()));
+            tabs(SSTab1, {{u"借  书"_s, charging}, {u"还书、续借"_s, discharging}, {u"查  询"_s, Query}})
+                .grow()));
     resize(pixelsOf(13500, *this), pixelsOf(8400, *this));
 }
 
@@ -108,7 +113,8 @@ void TsjhFrm::wire()
     onClick(cmdWuZhengJieShu, [this] { lendWithoutCard(); });
     cmdTuShuYuYue.setEnabled(m_host.hasScreen(u"frmTushuYuYue"_s));
     connect(&SSTab1, &QTabWidget::currentChanged, this, &TsjhFrm::enterPage);
-    for (QWidget* control : std::initializer_list<QWidget*> {&TxtReaderCode, &TxtBarCode, &TxtRetBook, SSTab1.tabBar()})
+    for (QWidget* control :
+        std::initializer_list<QWidget*> {&TxtReaderCode, &TxtBarCode, &TxtRetBook, SSTab1.tabBar()})
         control->installEventFilter(this);
     for (FlexGrid* grid : {&Grid1, &Grid2}) {
         connect(grid, &FlexGrid::blankPressed, this, [this] { ToggleDeskPage(Qt::Key_Space); });
@@ -266,13 +272,25 @@ void TsjhFrm::showDetails(FlexGrid& grid, int barcodeColumn)
     if (!barcode.trimmed().isEmpty()) m_tip.setToolText(&grid, bookDetails(m_session, barcode));
 }
 
-void TsjhFrm::focusReaderCode() { TxtReaderCode.setFocus(); }
+void TsjhFrm::focusReaderCode()
+{
+    TxtReaderCode.setFocus();
+}
 
-void TsjhFrm::emptyReaderCode() { TxtReaderCode.clear(); }
+void TsjhFrm::emptyReaderCode()
+{
+    TxtReaderCode.clear();
+}
 
-void TsjhFrm::setReaderCode(const QString& readercode) { TxtReaderCode.setText(readercode); }
+void TsjhFrm::setReaderCode(const QString& readercode)
+{
+    TxtReaderCode.setText(readercode);
+}
 
-void TsjhFrm::untickRenewal() { Check1.setChecked(false); }
+void TsjhFrm::untickRenewal()
+{
+    Check1.setChecked(false);
+}
 
 void TsjhFrm::selectBarCode()
 {
@@ -286,7 +304,10 @@ void TsjhFrm::emptyAndFocusBarCode()
     TxtBarCode.setFocus();
 }
 
-void TsjhFrm::showPage(int page) { SSTab1.setCurrentIndex(page); }
+void TsjhFrm::showPage(int page)
+{
+    SSTab1.setCurrentIndex(page);
+}
 
 void TsjhFrm::clearReaderPanel()
 {
@@ -308,12 +329,24 @@ void TsjhFrm::showReaderStatus(const QString& status)
     setTone(label, sameText(status, u"有效") ? Tone::Ok : Tone::Error);
 }
 
-void TsjhFrm::setUpLoans() { setUp(Grid1, LoanGrid); }
+void TsjhFrm::setUpLoans()
+{
+    setUp(Grid1, LoanGrid);
+}
 
-void TsjhFrm::bindLoans(Recordset& loans) { bind(Grid1, LoanGrid, loans); }
+void TsjhFrm::bindLoans(Recordset& loans)
+{
+    bind(Grid1, LoanGrid, loans);
+}
 
-void TsjhFrm::setUpReturns() { setUp(Grid2, ReturnGrid); }
+void TsjhFrm::setUpReturns()
+{
+    setUp(Grid2, ReturnGrid);
+}
 
-void TsjhFrm::bindReturns(Recordset& returns) { bind(Grid2, ReturnGrid, returns); }
+void TsjhFrm::bindReturns(Recordset& returns)
+{
+    bind(Grid2, ReturnGrid, returns);
+}
 
 } // namespace quilla

@@ -36,8 +36,9 @@ int closeLoan(Session& session, Connection& conn, const Loan& loan, const QStrin
     LastError& error = session.error;
     const QString today = isoDate(GetServerDate(session));
     const auto send = [&](const QString& tsql) { return error.attempt([&] { return conn.execute(tsql); }); };
-    send(u"insert into JHSLSK(readercode,barcode,orderdate,yhdate,backdate,operater) select readercode,barcode,orderdate,yhdate,'%1','%2' from JHSK where jhskid=%3"_s
-             .arg(today, session.OperatorName, loan.number));
+    send(
+        u"insert into JHSLSK(readercode,barcode,orderdate,yhdate,backdate,operater) select readercode,barcode,orderdate,yhdate,'%1','%2' from JHSK where jhskid=%3"_s
+            .arg(today, session.OperatorName, loan.number));
     send(u"update DZK set orderbook=orderbook-1 where readercode='%1'"_s.arg(doubled(loan.readercode)));
     const auto changed = send(
         u"update SCK set borrowstatus=1,bookstatus='库本' where bookstatus<>'丢失' and  bookstatus<>'注销' and barcode='%1' And bookstatus<>'注销'"_s
@@ -59,8 +60,8 @@ std::optional<Claim> earliestClaim(Session& session, Connection& conn, const QSt
 
 qint64 holdDays(Session& session, Connection& conn, const QString& readercode)
 {
-    const Recordset row = openOrEmpty(
-        session, conn, u"select orderday,yordercshu from dzk where readercode='%1'"_s.arg(doubled(readercode)));
+    const Recordset row = openOrEmpty(session, conn,
+        u"select orderday,yordercshu from dzk where readercode='%1'"_s.arg(doubled(readercode)));
     return row.eof() ? DefaultHoldDays : row.field(u"orderday").integer().value_or(0);
 }
 
@@ -75,8 +76,9 @@ void offerToReservation(Session& session, Connection& conn, const QString& barco
     if (!session.prompt.ask(question, OperationTitle)) return;
     const QString holdEnd = isoDate(GetServerDate(session).addDays(days));
     session.error.attempt([&] {
-        conn.execute(u"update yyk set oldtime='%1',barcode='%2',orderstatus=1 where readercode='%3' and zskid=%4"_s.arg(
-            holdEnd, barcode, doubled(claim->readercode), claim->zskid));
+        conn.execute(
+            u"update yyk set oldtime='%1',barcode='%2',orderstatus=1 where readercode='%3' and zskid=%4"_s
+                .arg(holdEnd, barcode, doubled(claim->readercode), claim->zskid));
     });
     if (session.error.isSet())
         session.prompt.inform(u"预约失败！原因如下：\n"_s + session.error.text(), OperationTitle);

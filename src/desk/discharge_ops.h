@@ -8,7 +8,8 @@ namespace quilla {
 
 /// The outcomes of a discharge.
 enum DischargeResult : qint32 {
-    Discharged = 0, ///< the loan was closed; also when no connection could be had, of which the operator knows
+    Discharged
+    = 0, ///< the loan was closed; also when no connection could be had, of which the operator knows
     NoLoan = 1, ///< no loan for this barcode, which the operator has been told
     FineDeclined = 10, ///< overdue, and the fine dialog ended without closing the loan
     NotDischarged = -2, ///< rolled back
@@ -17,7 +18,6 @@ enum DischargeResult : qint32 {
 /// Takes a copy back, whoever has it. A loan in time is closed in one transaction, and the copy then
 /// offered to the earliest reservation of its title; an overdue one is the fine dialog's to close.
 /// A failing statement does not stop the operation; what fails between begin and commit rolls it back.
-DischargeResult DischargeBook(
-    Session& session, DeskView& desk, FineDialog& fines, const QString& barcode);
+DischargeResult DischargeBook(Session& session, DeskView& desk, FineDialog& fines, const QString& barcode);
 
 } // namespace quilla

@@ -39,7 +39,8 @@ QDateTime ComputeDueDate(Session& session, qint16 days)
 {
     Connection conn;
     if (OpenDbConnection(session, conn) != GoOn) return zeroDate().startOfDay();
-    Recordset rows = openOrEmpty(session, conn, u"Select code From Global Where type='holiday' Order by code"_s);
+    Recordset rows
+        = openOrEmpty(session, conn, u"Select code From Global Where type='holiday' Order by code"_s);
     const QDateTime now = GetServerDate(session);
     if (rows.eof()) return now.addDays(days);
 

@@ -9,7 +9,8 @@ namespace quilla {
 namespace {
 
 constexpr int EmptyRows = 13;
-const QString Format = u"读者号    |姓名    |图书条形码|书名              |价格    |<借书日期  |<应还日期  |操作员"_s;
+const QString Format
+    = u"读者号    |姓名    |图书条形码|书名              |价格    |<借书日期  |<应还日期  |操作员"_s;
 
 /// The list anew, the chosen text kept.
 void fill(QComboBox& list, const QStringList& items)
@@ -89,9 +90,9 @@ void LoanQueryPage::find()
 {
     const WaitCursor wait;
     Grid3.setUp(EmptyRows, Format);
-    const QString statement = loanStatement({{{{Check2[0].isChecked(), Text2[0].text()},
-        {Check2[1].isChecked(), Combo1.currentText()}, {Check2[2].isChecked(), Combo2.currentText()},
-        {Check2[3].isChecked(), Text2[1].text()}}}});
+    const QString statement = loanStatement(
+        {{{{Check2[0].isChecked(), Text2[0].text()}, {Check2[1].isChecked(), Combo1.currentText()},
+            {Check2[2].isChecked(), Combo2.currentText()}, {Check2[3].isChecked(), Text2[1].text()}}}});
     if (statement.isEmpty()) return;
     const std::vector<LoanLine> lines = findLoans(m_session, statement);
     if (lines.empty()) return;

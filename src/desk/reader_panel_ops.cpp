@@ -6,7 +6,10 @@ namespace quilla {
 
 namespace {
 
-QString shown(const Recordset& row, QStringView field) { return row.field(field).text().trimmed(); }
+QString shown(const Recordset& row, QStringView field)
+{
+    return row.field(field).text().trimmed();
+}
 
 QString freeLoans(const Recordset& row)
 {
@@ -96,7 +99,8 @@ void ShowReturns(Session& session, DeskView& desk, const QString& readercode, Re
         = u"select a.jhslsk,a.barcode,c.bookname,a.orderdate,a.yhdate,a.backdate,a.operater from  JHSLSK  a join sck b on a.barcode=b.barcode and b.bookstatus<>'丢失' and  b.bookstatus<>'注销' join zsk c on b.zskid=c.zskid where a.ReaderCode='%1'"_s
               .arg(doubled(readercode));
     if (which == Returns::Today)
-        select += u" And year(a.backdate)=year(getdate()) And month(a.backdate)=month(getdate()) And day(a.backdate)=day(getdate())"_s;
+        select
+            += u" And year(a.backdate)=year(getdate()) And month(a.backdate)=month(getdate()) And day(a.backdate)=day(getdate())"_s;
     select += u" order by a.jhslsk desc"_s;
     Connection conn;
     if (OpenDbConnection(session, conn) != GoOn) return;

@@ -29,8 +29,8 @@ qint16 CheckRenewal(Session& session, DeskView& desk, const QString& barcode)
     Connection conn;
     if (OpenDbConnection(session, conn) != GoOn) return 0;
     const Recordset row = conn.open(
-        u"Select recount,reday,res  From jhsk Left Join dzk On dzk.readercode=jhsk.readercode Where barcode='%1'"_s.arg(
-            doubled(barcode)));
+        u"Select recount,reday,res  From jhsk Left Join dzk On dzk.readercode=jhsk.readercode Where barcode='%1'"_s
+            .arg(doubled(barcode)));
     if (row.eof()) {
         session.prompt.warn(u"此书刊没有借阅，或该读者类型不符。"_s, OperationTitle);
         return RenewalRefused;

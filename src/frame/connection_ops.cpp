@@ -5,7 +5,10 @@
 
 namespace quilla {
 
-QStringList offeredDrivers() { return {u"SQL Server"_s, u"Microsoft Access Driver (*.mdb)"_s}; }
+QStringList offeredDrivers()
+{
+    return {u"SQL Server"_s, u"Microsoft Access Driver (*.mdb)"_s};
+}
 
 QStringList offeredDataSources()
 {

@@ -51,10 +51,14 @@ void LtLoginFrm::enter()
         outcome = m_login.enter(txtInName.text(), txtInPassword.text());
     }
     switch (outcome) {
-    case LoginOutcome::Entered: return accept();
-    case LoginOutcome::EndProcess: return reject();
-    case LoginOutcome::StayAtName: return txtInName.setFocus();
-    case LoginOutcome::Stay: return;
+    case LoginOutcome::Entered:
+        return accept();
+    case LoginOutcome::EndProcess:
+        return reject();
+    case LoginOutcome::StayAtName:
+        return txtInName.setFocus();
+    case LoginOutcome::Stay:
+        return;
     }
 }
 

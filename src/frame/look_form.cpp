@@ -20,7 +20,8 @@ frmLook::frmLook(const QString& title, QWidget& area)
     auto* picture = new QLabel;
     picture->setPixmap(applicationIcon().pixmap(96, 96));
     build(*this,
-        column(stretch(), row(stretch(), *picture, stretch()), room(16), row(stretch(), lMain, stretch()), stretch()));
+        column(stretch(), row(stretch(), *picture, stretch()), room(16), row(stretch(), lMain, stretch()),
+            stretch()));
     resize(area.size());
     lower();
     area.installEventFilter(this);

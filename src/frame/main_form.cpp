@@ -63,8 +63,9 @@ QAction* LtMainFrm::makeAction(const MenuEntry& entry)
 {
     auto* action = new QAction(entry.item.isEmpty() ? entry.menu : entry.item, this);
     if (!entry.objectName.isEmpty()) action->setObjectName(entry.objectName);
-    const bool works = entry.opening == Opening::Action ? m_catalog.contains(entry.target) || isOwnAction(entry.target)
-                                                        : hasScreen(entry.target);
+    const bool works = entry.opening == Opening::Action
+        ? m_catalog.contains(entry.target) || isOwnAction(entry.target)
+        : hasScreen(entry.target);
     action->setEnabled(works);
     connect(action, &QAction::triggered, this, [this, &entry] { perform(entry); });
     m_actions.insert(action->text(), action);
@@ -116,9 +117,15 @@ void LtMainFrm::openUp()
     if (look && hasScreen(overdue->target)) perform(*overdue);
 }
 
-bool LtMainFrm::hasScreen(const QString& target) const { return m_catalog.contains(target); }
+bool LtMainFrm::hasScreen(const QString& target) const
+{
+    return m_catalog.contains(target);
+}
 
-void LtMainFrm::registerChild(QWidget* child) { m_child = child; }
+void LtMainFrm::registerChild(QWidget* child)
+{
+    m_child = child;
+}
 
 void LtMainFrm::perform(const MenuEntry& entry)
 {
@@ -170,19 +177,27 @@ void LtMainFrm::showBeside(const QString& key, QWidget* screen)
 
 void LtMainFrm::act(const QString& action)
 {
-    if (action == MenuAction::Quit) close();
-    else if (action == MenuAction::RegionalSettings) chooseRegion();
-    else if (action == MenuAction::PrinterSetup) choosePrinter();
-    else openScreen(action);
+    if (action == MenuAction::Quit)
+        close();
+    else if (action == MenuAction::RegionalSettings)
+        chooseRegion();
+    else if (action == MenuAction::PrinterSetup)
+        choosePrinter();
+    else
+        openScreen(action);
 }
 
 void LtMainFrm::chooseRegion()
 {
     m_session.prompt.inform(u"请选择日期标签，将【短日期样式】修改为【yyyy-MM-dd】"_s, OperationTitle);
-    if (!startRegionalSettings()) m_session.prompt.inform(u"没有找到系统的区域设置面板，请在系统设置中修改。"_s, OperationTitle);
+    if (!startRegionalSettings())
+        m_session.prompt.inform(u"没有找到系统的区域设置面板，请在系统设置中修改。"_s, OperationTitle);
 }
 
-void LtMainFrm::choosePrinter() { showPrinterSetup(m_session.settings, this); }
+void LtMainFrm::choosePrinter()
+{
+    showPrinterSetup(m_session.settings, this);
+}
 
 void LtMainFrm::sendDelete()
 {

@@ -27,12 +27,10 @@ bool openingSteps(Session& session, const std::function<void(const std::array<QS
     session.error.attempt([&] { showStatus(statusTexts(session)); });
     session.error.attempt([&] {
         look = overdueLoansExist(session)
-            && session.prompt.ask(
-                u"借还书库中存在超期书刊，是否查看？"_s, OperationTitle, Icon::Warning);
+            && session.prompt.ask(u"借还书库中存在超期书刊，是否查看？"_s, OperationTitle, Icon::Warning);
     });
     if (session.error.isSet()) {
-        session.prompt.inform(
-            u"出现意外错误！详细信息如下：\n"_s + session.error.text(), OperationTitle);
+        session.prompt.inform(u"出现意外错误！详细信息如下：\n"_s + session.error.text(), OperationTitle);
         session.error.clear();
     }
     return look;

@@ -15,8 +15,7 @@ bool overdueLoansExist(Session& session);
 
 /// What the main window does at its opening: fills the status bar through `showStatus`, asks about
 /// overdue loans, reports what went wrong on the way. True when the operator wants to see them.
-bool openingSteps(
-    Session& session, const std::function<void(const std::array<QString, 3>&)>& showStatus);
+bool openingSteps(Session& session, const std::function<void(const std::array<QString, 3>&)>& showStatus);
 
 /// The exit question.
 bool confirmExit(Session& session);

@@ -38,7 +38,7 @@ inline constexpr QStringView ClearReservations = u"ClearReservations";
 inline constexpr QStringView PrinterSetup = u"PrinterSetup";
 inline constexpr QStringView RegionalSettings = u"RegionalSettings";
 inline constexpr QStringView Quit = u"Quit";
-}
+} // namespace MenuAction
 
 /// The main menu in display order.
 const std::vector<MenuEntry>& mainMenu();

@@ -16,7 +16,8 @@ frmODBC::frmODBC(Session& session, QWidget* parent)
     , cmdCancel(u"取消(&Q)"_s)
     , m_session(session)
 {
-    QUILLA_NAMES(fraStep3, cboDSNList, txtUID, txtPWD, cboDrivers, txtServer, txtDatabase, cmdOK, cmdCeshi, cmdCancel);
+    QUILLA_NAMES(
+        fraStep3, cboDSNList, txtUID, txtPWD, cboDrivers, txtServer, txtDatabase, cmdOK, cmdCeshi, cmdCancel);
     cboDSNList.addItems(offeredDataSources());
     cboDrivers.addItems(offeredDrivers());
     layOut();
@@ -52,7 +53,8 @@ void frmODBC::followDataSource()
 ConnectionInput frmODBC::input() const
 {
     const QString source = cboDSNList.currentIndex() > 0 ? cboDSNList.currentText() : QString();
-    return {source, txtUID.text(), txtPWD.text(), cboDrivers.currentText(), txtServer.text(), txtDatabase.text()};
+    return {
+        source, txtUID.text(), txtPWD.text(), cboDrivers.currentText(), txtServer.text(), txtDatabase.text()};
 }
 
 bool frmODBC::isComplete()

@@ -31,10 +31,17 @@ EditPassFrm::EditPassFrm(Session& session)
 void EditPassFrm::change()
 {
     switch (changePassword(m_session, Text1[0].text(), Text1[1].text(), Text1[2].text())) {
-    case PasswordOutcome::Close: close(); break;
-    case PasswordOutcome::StayAtOld: Text1[0].setFocus(); break;
-    case PasswordOutcome::StayAtNew: Text1[1].setFocus(); break;
-    case PasswordOutcome::Stay: break;
+    case PasswordOutcome::Close:
+        close();
+        break;
+    case PasswordOutcome::StayAtOld:
+        Text1[0].setFocus();
+        break;
+    case PasswordOutcome::StayAtNew:
+        Text1[1].setFocus();
+        break;
+    case PasswordOutcome::Stay:
+        break;
     }
 }
 

@@ -14,7 +14,8 @@ namespace quilla {
 
 bool isOwnAction(const QString& action)
 {
-    return action == MenuAction::Quit || action == MenuAction::RegionalSettings || action == MenuAction::PrinterSetup;
+    return action == MenuAction::Quit || action == MenuAction::RegionalSettings
+        || action == MenuAction::PrinterSetup;
 }
 
 bool startRegionalSettings()

@@ -19,7 +19,10 @@ LockFileGuard::LockFileGuard(const QString& folder)
 
 LockFileGuard::~LockFileGuard() = default;
 
-bool LockFileGuard::claim() { return d->lock.tryLock(0); }
+bool LockFileGuard::claim()
+{
+    return d->lock.tryLock(0);
+}
 
 void readServerAndDatabase(Session& session)
 {

@@ -14,15 +14,14 @@ bool readConnectionText(Session& session)
 
 void storeConnectionText(Session& session, const QString& text)
 {
-    session.settings.set(StoredText::Application.toString(), StoredText::Section.toString(),
-        StoredText::Key.toString(), text);
+    session.settings.set(
+        StoredText::Application.toString(), StoredText::Section.toString(), StoredText::Key.toString(), text);
     session.ConnectionText = text;
 }
 
 bool offerConnectionSettings(Session& session)
 {
-    if (!session.prompt.ask(u"无法取得正确连接数据库的信息!现在输入吗?"_s, ConnectionTitle))
-        return false;
+    if (!session.prompt.ask(u"无法取得正确连接数据库的信息!现在输入吗?"_s, ConnectionTitle)) return false;
     session.connectionEditor.editConnection();
     return true;
 }
@@ -80,7 +79,10 @@ int CloseDbConnection(Session& session, Connection& conn)
     return number;
 }
 
-QString SqlText(QStringView text) { return doubled(text.trimmed()); }
+QString SqlText(QStringView text)
+{
+    return doubled(text.trimmed());
+}
 
 Recordset openOrEmpty(Session& session, Connection& conn, const QString& tsql, CursorType cursor)
 {

@@ -11,7 +11,7 @@ inline constexpr QStringView Section = u"Setting";
 inline constexpr QStringView Key = u"QuillaPass";
 /// What a read gives when nothing is stored; the spelling is part of what the programs share.
 inline constexpr QStringView Missing = u"NotExsists";
-}
+} // namespace StoredText
 
 /// The title of the questions about the connection.
 inline constexpr QStringView ConnectionTitle = u"管理系统操作提示";

@@ -37,8 +37,8 @@ private:
 void TestCirculationDay::init()
 {
     m = std::make_unique<TestLibrary>();
-    const Row rules {{u"recount"_s, u"2"_s}, {u"reday"_s, u"10"_s}, {u"fine"_s, u"0.1"_s}, {u"defile"_s, u"0.5"_s},
-        {u"lost"_s, u"2"_s}, {u"orderday"_s, u"5"_s}};
+    const Row rules {{u"recount"_s, u"2"_s}, {u"reday"_s, u"10"_s}, {u"fine"_s, u"0.1"_s},
+        {u"defile"_s, u"0.5"_s}, {u"lost"_s, u"2"_s}, {u"orderday"_s, u"5"_s}};
     m->reader(u"R1"_s, rules);
     m->reader(u"R2"_s, rules);
     for (const QString& barcode : {u"B1"_s, u"B2"_s, u"B3"_s, u"B4"_s})
@@ -91,7 +91,8 @@ void TestCirculationDay::renewals()
 
 void TestCirculationDay::returnWithReservation()
 {
-    m->prompt.expect(u"读者证号为【R2】的读者最先预约了这本书。是否将这本书预约给这位读者？"_s).answer(Answer::Yes);
+    m->prompt.expect(u"读者证号为【R2】的读者最先预约了这本书。是否将这本书预约给这位读者？"_s)
+        .answer(Answer::Yes);
     scanBack(u"B2"_s, u"还书成功"_s);
     QCOMPARE(m_desk->Grid2.TextMatrix(1, 1), u"B2"_s);
     QCOMPARE(m_desk->TxtRetBook.text(), QString());
@@ -140,15 +141,17 @@ void TestCirculationDay::day()
     QCOMPARE(m->rows(u"select readercode,barcode,orderdate,yhdate,res from jhsk order by barcode"_s),
         (QStringList {u"R1|B1|2026-03-10|2026-04-09|2"_s, u"R2|B2|2026-03-12|2026-04-01|0"_s}));
     QCOMPARE(m->rows(u"select barcode,yhdate,backdate from jhslsk order by jhslsk"_s),
-        (QStringList {u"B1|2026-03-30|2026-03-10"_s, u"B1|2026-04-09|2026-03-10"_s, u"B2|2026-03-30|2026-03-10"_s,
-            u"B3|2026-03-30|2026-04-05"_s, u"B4|2026-03-30|2026-04-05"_s}));
+        (QStringList {u"B1|2026-03-30|2026-03-10"_s, u"B1|2026-04-09|2026-03-10"_s,
+            u"B2|2026-03-30|2026-03-10"_s, u"B3|2026-03-30|2026-04-05"_s, u"B4|2026-03-30|2026-04-05"_s}));
     QCOMPARE(m->rows(u"select barcode,borrowstatus,bookstatus from sck order by barcode"_s),
         (QStringList {u"B1|False|借出"_s, u"B2|False|借出"_s, u"B3|True|库本"_s, u"B4|False|丢失"_s}));
     QCOMPARE(m->rows(u"select readercode,orderbook,yordercshu from dzk order by readercode"_s),
         (QStringList {u"R1|1|0"_s, u"R2|1|0"_s}));
     const auto fine = [](const QStringList& row) { return row.join(u'|'); };
-    QCOMPARE(m->rows(u"select barcode,cause,yfmoney*100,sfmoney*100,oprater from fkk order by barcode,cause"_s),
-        (QStringList {fine({u"B3"_s, u"超期"_s, u"60"_s, u"60"_s, u"王馆员"_s}), fine({u"B4"_s, u"丢失"_s, u"4000"_s, u"4000"_s, u"王馆员"_s}),
+    QCOMPARE(
+        m->rows(u"select barcode,cause,yfmoney*100,sfmoney*100,oprater from fkk order by barcode,cause"_s),
+        (QStringList {fine({u"B3"_s, u"超期"_s, u"60"_s, u"60"_s, u"王馆员"_s}),
+            fine({u"B4"_s, u"丢失"_s, u"4000"_s, u"4000"_s, u"王馆员"_s}),
             fine({u"B4"_s, u"超期"_s, u"60"_s, u"60"_s, u"王馆员"_s})}));
     QCOMPARE(m->value(u"select barcode,cause,outdate from BookOut"_s), u"B4|丢失|2026-04-05"_s);
     QCOMPARE(m->value(u"select count(*) from yyk"_s), u"0"_s);

@@ -75,8 +75,8 @@ void TestDeskDay::initTestCase()
         createLibrary(conn);
         plant(conn);
     });
-    FileSettings().set(StoredText::Application.toString(), StoredText::Section.toString(), StoredText::Key.toString(),
-        u"PROVIDER=MSDASQL;DSN=%1;UID=desk;PWD=;"_s.arg(BuiltInDataSource));
+    FileSettings().set(StoredText::Application.toString(), StoredText::Section.toString(),
+        StoredText::Key.toString(), u"PROVIDER=MSDASQL;DSN=%1;UID=desk;PWD=;"_s.arg(BuiltInDataSource));
 }
 
 void TestDeskDay::plant(Connection& conn)
@@ -139,7 +139,9 @@ void TestDeskDay::startLoginCharge()
     QCOMPARE(outcome, u"借书成功"_s);
     QCOMPARE(focus, u"TxtBarCode"_s);
     QCOMPARE(loans, 1);
-    QCOMPARE(value(u"select readercode,operater,datediff(dy,orderdate,yhdate) from jhsk where barcode='B1'"_s), u"R1|LY|20"_s);
+    QCOMPARE(
+        value(u"select readercode,operater,datediff(dy,orderdate,yhdate) from jhsk where barcode='B1'"_s),
+        u"R1|LY|20"_s);
     QCOMPARE(value(u"select borrowstatus,bookstatus from sck"_s), u"False|借出"_s);
     QCOMPARE(value(u"select orderbook from dzk"_s), u"1"_s);
 }

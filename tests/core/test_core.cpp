@@ -28,9 +28,8 @@ void TestCore::datesAreRead_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("read"); // empty: no date
-    const auto row = [](const QString& text, const QString& read) {
-        QTest::newRow(qPrintable(text)) << text << read;
-    };
+    const auto row
+        = [](const QString& text, const QString& read) { QTest::newRow(qPrintable(text)) << text << read; };
     row(u"2003-01-05"_s, u"2003-01-05T00:00:00.000"_s);
     row(u"2003-1-5"_s, u"2003-01-05T00:00:00.000"_s);
     row(u"2003/01/05"_s, u"2003-01-05T00:00:00.000"_s);
@@ -38,8 +37,9 @@ void TestCore::datesAreRead_data()
     row(u" 2003-01-05 8:05:03 "_s, u"2003-01-05T08:05:03.000"_s);
     row(u"2003-01-05 23:59:59.9876"_s, u"2003-01-05T23:59:59.987"_s);
     row(u"2004-02-29T12:00"_s, u"2004-02-29T12:00:00.000"_s);
-    for (const QString& bad : {u""_s, u"2003"_s, u"2003-02-29"_s, u"2003-13-01"_s, u"03-01-05"_s, u"2003-01/05"_s,
-             u"2003-01-05x"_s, u"2003-01-05 24:00"_s, u"2003-01-05 8"_s, u"200301051"_s, u"２００３-01-05"_s, u"-2003-01-05"_s})
+    for (const QString& bad :
+        {u""_s, u"2003"_s, u"2003-02-29"_s, u"2003-13-01"_s, u"03-01-05"_s, u"2003-01/05"_s, u"2003-01-05x"_s,
+            u"2003-01-05 24:00"_s, u"2003-01-05 8"_s, u"200301051"_s, u"２００３-01-05"_s, u"-2003-01-05"_s})
         row(bad, {});
 }
 
@@ -101,7 +101,9 @@ void TestCore::settingsArePrivate()
     FileSettings again(folder.path());
     QCOMPARE(again.get(u"青简文库"_s, u"Setting"_s, u"QuillaPass"_s, u"none"_s), secret);
     QCOMPARE(again.get(u"青简文库"_s, u"Setting"_s, u"Other"_s, u"none"_s), u"none"_s);
-    const auto secretFile = [&] { return QFile(again.fileOf(u"青简文库"_s)).permissions() & ~QFileDevice::Permissions(0x7000); };
+    const auto secretFile = [&] {
+        return QFile(again.fileOf(u"青简文库"_s)).permissions() & ~QFileDevice::Permissions(0x7000);
+    };
     QCOMPARE(secretFile(), QFileDevice::ReadUser | QFileDevice::WriteUser);
     // A file that somebody opened to all is private again after the next write.
     QFile::setPermissions(again.fileOf(u"青简文库"_s), QFileDevice::Permissions(0x6644));

@@ -45,7 +45,8 @@ void TestServers::copyBringsEverything()
         options.copies = 120;
         options.readers = 20;
         fillDemoLibrary(created, options);
-        created.execute(u"insert into dzk(readercode,name,fine,term,memo) values('O''hara  ','𠮷 ''\"\\?',-0.125,'2003-05-06 "
+        created.execute(u"insert into dzk(readercode,name,fine,term,memo) values('O''hara  ','𠮷 "
+                        u"''\"\\?',-0.125,'2003-05-06 "
                         "07:08:09.120','a\r\n b')");
         created.execute(u"delete from jhslsk where jhslsk<10");
     });
@@ -63,7 +64,13 @@ void TestServers::copyBringsEverything()
     QVERIFY(checkLibrary(target).empty());
     // The next number comes after all that were brought.
     target.execute(u"insert into jhslsk(readercode,barcode) values('R','B')");
-    QCOMPARE(target.open(u"select count(*) from jhslsk where jhslsk=(select max(jhslsk) from jhslsk) and barcode='B'").field(0).integer(), 1);
+    QCOMPARE(
+        target
+            .open(
+                u"select count(*) from jhslsk where jhslsk=(select max(jhslsk) from jhslsk) and barcode='B'")
+            .field(0)
+            .integer(),
+        1);
     QVERIFY(target.open(u"select min(jhslsk) from jhslsk").field(0).integer() >= 10);
 }
 
@@ -86,7 +93,8 @@ void TestServers::copyIntoALibraryLeavesIt()
     QCOMPARE(target.open(u"select readerclass from dzlx").field(0).text(), u"教师"_s);
 }
 
-/// Read back, it holds the same tables and views; no statement is changed on its way to a server of that dialect.
+/// Read back, it holds the same tables and views; no statement is changed on its way to a server of that
+/// dialect.
 void TestServers::scriptIsWhatCreationSends()
 {
     const QStringList statements = splitStatements(libraryScript(u"O'Hara"_s));

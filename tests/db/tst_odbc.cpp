@@ -46,7 +46,8 @@ private:
     QString one(QStringView tsql) { return open().open(tsql).field(0).text(); }
     void dropConnections() const
     {
-        m_database->run("select pg_terminate_backend(pid) from pg_stat_activity where datname=current_database() and pid<>pg_backend_pid()");
+        m_database->run("select pg_terminate_backend(pid) from pg_stat_activity where "
+                        "datname=current_database() and pid<>pg_backend_pid()");
     }
 
     std::unique_ptr<PostgresDatabase> m_database;
@@ -57,10 +58,11 @@ private:
 
 namespace {
 
-const QString Script = u"create table book (bookid int identity(1,1) not null primary key, code varchar(20) not null, "
-                       "name varchar(50), price decimal(8,3), lent bit default 0, day datetime, memo varchar(20000))\n"
-                       "go\n"
-                       "create index ix_book_code on book (code)\n"_s;
+const QString Script
+    = u"create table book (bookid int identity(1,1) not null primary key, code varchar(20) not null, "
+      "name varchar(50), price decimal(8,3), lent bit default 0, day datetime, memo varchar(20000))\n"
+      "go\n"
+      "create index ix_book_code on book (code)\n"_s;
 
 } // namespace
 
@@ -88,18 +90,24 @@ void TestOdbc::cleanup()
 void TestOdbc::kindsThroughAndThrough()
 {
     auto connection = open();
-    QCOMPARE(connection.execute(u"insert into Book(code,name,price,lent,day) Values('O''1','书名 😀',6.125,1,'2004-3-9 8:05:03.120')"), 1);
-    const auto rows = connection.open(u"select * from BOOK where code='o''1  ' and price=6.125 and lent=1 and name='书名 😀' and day>'2004-03-09'");
+    QCOMPARE(connection.execute(u"insert into Book(code,name,price,lent,day) Values('O''1','书名 "
+                                u"😀',6.125,1,'2004-3-9 8:05:03.120')"),
+        1);
+    const auto rows = connection.open(u"select * from BOOK where code='o''1  ' and price=6.125 and lent=1 "
+                                      u"and name='书名 😀' and day>'2004-03-09'");
     QCOMPARE(rows.recordCount(), 1);
-    const sql::Kind kinds[] {sql::Kind::Integer, sql::Kind::Text, sql::Kind::Text, sql::Kind::Decimal, sql::Kind::Bit, sql::Kind::Date};
-    const QStringList expected {u"1"_s, u"O'1"_s, u"书名 😀"_s, u"6.125"_s, u"True"_s, u"2004-03-09 8:05:03"_s};
+    const sql::Kind kinds[] {sql::Kind::Integer, sql::Kind::Text, sql::Kind::Text, sql::Kind::Decimal,
+        sql::Kind::Bit, sql::Kind::Date};
+    const QStringList expected {
+        u"1"_s, u"O'1"_s, u"书名 😀"_s, u"6.125"_s, u"True"_s, u"2004-03-09 8:05:03"_s};
     for (int i = 0; i < expected.size(); ++i) {
         QCOMPARE(rows.field(i).text(), expected[i]);
         QCOMPARE(rows.field(i).kind(), kinds[i]);
     }
     QCOMPARE(rows.field(5).plainMoment()->time.msec(), 120);
     QCOMPARE(rows.fieldName(1), u"code"_s);
-    const auto named = connection.open(u"select Code as A类,code as [B x],count(*) as Total from book group by code");
+    const auto named
+        = connection.open(u"select Code as A类,code as [B x],count(*) as Total from book group by code");
     QCOMPARE(QStringList({named.fieldName(0), named.fieldName(1), named.fieldName(2)}),
         QStringList({u"A类"_s, u"B x"_s, u"Total"_s}));
 }
@@ -120,7 +128,8 @@ void TestOdbc::longTexts()
 {
     QFETCH(QString, written);
     auto connection = open();
-    connection.execute(u"insert into book(code,memo) values('a','%1')"_s.arg(QString(written).replace(u"'"_s, u"''"_s)));
+    connection.execute(
+        u"insert into book(code,memo) values('a','%1')"_s.arg(QString(written).replace(u"'"_s, u"''"_s)));
     const auto rows = connection.open(u"select memo,code from book");
     QCOMPARE(rows.field(0).text(), written);
     QVERIFY(!rows.field(0).isNull());
@@ -132,7 +141,8 @@ void TestOdbc::nulls()
 {
     auto connection = open();
     connection.execute(u"insert into book(code,lent) values('a',null)");
-    connection.execute(u"insert into book(code,name,price,lent,day,memo) values('b','n',1,1,'2004-03-09','m')");
+    connection.execute(
+        u"insert into book(code,name,price,lent,day,memo) values('b','n',1,1,'2004-03-09','m')");
     auto rows = connection.open(u"select name,price,lent,day,memo from book order by code");
     for (int i = 0; i < rows.fieldCount(); ++i)
         QVERIFY(rows.field(i).isNull());
@@ -147,8 +157,10 @@ void TestOdbc::numbers()
     for (const QStringView price : {u"0.5", u"-0.125", u"20", u"99999.999", u"0", u"-0.001"})
         connection.execute(u"insert into book(code,price) values('%1',%1)"_s.arg(price));
     QStringList seen;
-    for (auto rows = connection.open(u"select code,price from book order by bookid"); !rows.eof(); rows.next())
-        if (rows.field(0).text() != rows.field(1).text()) seen += rows.field(0).text() + u'>' + rows.field(1).text();
+    for (auto rows = connection.open(u"select code,price from book order by bookid"); !rows.eof();
+         rows.next())
+        if (rows.field(0).text() != rows.field(1).text())
+            seen += rows.field(0).text() + u'>' + rows.field(1).text();
     QCOMPARE(seen, QStringList());
     QCOMPARE(one(u"select sum(price) from book"), u"100020.373"_s);
     QCOMPARE(one(u"select sum(bookid) from book"), u"21"_s);
@@ -164,7 +176,8 @@ void TestOdbc::refusedValues_data()
     QTest::newRow("empty date") << u"update book set day=''"_s << ErrorNumber::CannotConvert;
     QTest::newRow("no date") << u"update book set day='2003-13-01'"_s << ErrorNumber::CannotConvert;
     QTest::newRow("no number") << u"update book set price='x'"_s << ErrorNumber::CannotConvert;
-    QTest::newRow("number of a text on the server") << u"select convert(int,name) from book"_s << ErrorNumber::CannotConvert;
+    QTest::newRow("number of a text on the server")
+        << u"select convert(int,name) from book"_s << ErrorNumber::CannotConvert;
     QTest::newRow("NUL") << u"update book set name='a%1b'"_s.arg(QChar(u'\0')) << 0;
     QTest::newRow("too long") << u"update book set name='%1'"_s.arg(u"x"_s.repeated(51)) << 0;
     QTest::newRow("too large") << u"update book set price=123456"_s << 0;
@@ -230,9 +243,11 @@ void TestOdbc::failingStatementKeepsTransaction()
 
 void TestOdbc::failingCommit()
 {
-    m_database->run("create table mark(n integer unique deferrable initially deferred); insert into mark values(1);"
-                    "create function twice() returns trigger language plpgsql as 'begin insert into mark values(1); return new; end';"
-                    "create trigger t after insert on book for each row execute function twice()");
+    m_database->run(
+        "create table mark(n integer unique deferrable initially deferred); insert into mark values(1);"
+        "create function twice() returns trigger language plpgsql as 'begin insert into mark values(1); "
+        "return new; end';"
+        "create trigger t after insert on book for each row execute function twice()");
     auto connection = open();
     connection.begin();
     connection.execute(u"insert into book(code) values('a')");
@@ -273,7 +288,8 @@ void TestOdbc::forwardInsideTransaction()
     connection.execute(u"insert into book(code) values('a')");
     connection.execute(u"insert into book(code) values('b')");
     QString seen;
-    for (auto rows = connection.open(u"select code from book order by code", CursorType::Forward); !rows.eof(); rows.next()) {
+    for (auto rows = connection.open(u"select code from book order by code", CursorType::Forward);
+         !rows.eof(); rows.next()) {
         seen += rows.field(0).text();
         QVERIFY(errorOf([&] { connection.execute(u"update nosuch set n=1"); }));
         connection.execute(u"update book set name='x' where code='%1'"_s.arg(rows.field(0).text()));
@@ -380,17 +396,21 @@ void TestOdbc::passwordsArrive()
     const QString passwords[] {u"geheim"_s, u"o'hara"_s, u"{a}b}c=@? x"_s, u"密码😀"_s};
     const QByteArray user = "user_" + m_database->name().toUtf8();
     const auto stored = [&](const QString& password) {
-        return text().replace(u"Uid=quilla"_s, u"Uid="_s + QString::fromUtf8(user)).replace(u"Pwd="_s, u"Pwd="_s + QString(password).replace(u"'"_s, u"''"_s));
+        return text()
+            .replace(u"Uid=quilla"_s, u"Uid="_s + QString::fromUtf8(user))
+            .replace(u"Pwd="_s, u"Pwd="_s + QString(password).replace(u"'"_s, u"''"_s));
     };
     m_database->run("create user " + user);
     m_database->askForPassword(user);
     for (const QString& password : passwords) {
-        m_database->run("alter user " + user + " password '" + QString(password).replace(u"'"_s, u"''"_s).toUtf8() + "'");
+        m_database->run(
+            "alter user " + user + " password '" + QString(password).replace(u"'"_s, u"''"_s).toUtf8() + "'");
         QCOMPARE(m_factory->open(stored(password)).open(u"select 1").field(0).text(), u"1"_s);
     }
     QString told;
     QVERIFY(errorOf([&] { m_factory->open(stored(u"geheim2"_s)); }, &told));
-    QVERIFY2(told.contains(u"password authentication failed"_s) && !told.contains(u"geheim"_s), qPrintable(told));
+    QVERIFY2(
+        told.contains(u"password authentication failed"_s) && !told.contains(u"geheim"_s), qPrintable(told));
     m_factory->drain();
     m_database->run("drop user " + user);
 }
@@ -401,7 +421,9 @@ void TestOdbc::dataSource()
     QFile file(folder.filePath(u"odbc.ini"_s));
     QVERIFY(file.open(QIODevice::WriteOnly));
     const ConnectionItems items(text());
-    file.write(u"[library]\nDriver=PostgreSQL Unicode\nServername=%1\nDatabase=%2\n"_s.arg(*items.value(u"Servername"), m_database->name()).toUtf8());
+    file.write(u"[library]\nDriver=PostgreSQL Unicode\nServername=%1\nDatabase=%2\n"_s
+                   .arg(*items.value(u"Servername"), m_database->name())
+                   .toUtf8());
     file.close();
     qputenv("ODBCINI", file.fileName().toLocal8Bit());
     Connection connection = m_factory->open(u"PROVIDER=MSDASQL;DSN=library;UID=quilla;PWD=;"_s);

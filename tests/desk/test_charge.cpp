@@ -14,7 +14,8 @@ const QString NoSuchCopyText = u"书库没有此书的记录"_s;
 
 QString questionOf(const QString& code)
 {
-    return u"这本书已经有人预约了！预约读者资料如下：\n读者证号：%1\n读者姓名：读者%1\n读者类型：学生\n仍然要借出本书吗？(y/n)"_s.arg(code);
+    return u"这本书已经有人预约了！预约读者资料如下：\n读者证号：%1\n读者姓名：读者%1\n读者类型：学生\n仍然要借出本书吗？(y/n)"_s
+        .arg(code);
 }
 
 } // namespace
@@ -96,29 +97,34 @@ void TestCharge::refusals_data()
     const QString hint = u"提示"_s;
     constexpr int info = int(Icon::Information);
     constexpr int warning = int(Icon::Warning);
-    const auto row = [](const char* name, const QStringList& before, const QString& barcode, const QString& reader,
-                         int result, const QString& text, const QString& title, int icon, const QString& done) {
-        QTest::newRow(name) << before << barcode << reader << result << text << title << icon << done;
-    };
+    const auto row
+        = [](const char* name, const QStringList& before, const QString& barcode, const QString& reader,
+              int result, const QString& text, const QString& title, int icon, const QString& done) {
+              QTest::newRow(name) << before << barcode << reader << result << text << title << icon << done;
+          };
     row("no reader code", {}, u"B1"_s, {}, 1, {}, {}, 0, {});
     row("no barcode", {}, {}, u"R1"_s, 1, {}, {}, 0, {});
     row("unknown reader", {}, u"B1"_s, u"R9"_s, 2, NoSuchReaderText, hint, warning, u"focus reader"_s);
     for (const int held : {5, 6})
         row(held == 5 ? "quota used" : "quota passed",
-            {u"update dzk set bookcount=5,orderbook=%1"_s.arg(held), u"delete from dzk where readercode='R2'"_s,
-                u"update dzk set readstatus='有效'"_s},
+            {u"update dzk set bookcount=5,orderbook=%1"_s.arg(held),
+                u"delete from dzk where readercode='R2'"_s, u"update dzk set readstatus='有效'"_s},
             u"B1"_s, u"R1"_s, 3, u"此读者借书额已满，不能再借新书！"_s, own, warning, u"page 1"_s);
     const QString selects = u"select barcode"_s;
     row("unknown copy", {}, u"B9"_s, u"R1"_s, 4, NoSuchCopyText, hint, info, selects);
     const auto state = [](int lendable, const QString& status) {
-        return QStringList {u"update sck set borrowstatus=%1,bookstatus='%2'"_s.arg(QString::number(lendable), status)};
+        return QStringList {
+            u"update sck set borrowstatus=%1,bookstatus='%2'"_s.arg(QString::number(lendable), status)};
     };
     row("lost copy", state(0, u"丢失"_s), u"B1"_s, u"R1"_s, 4, NoSuchCopyText, hint, info, selects);
     row("withdrawn copy", state(0, u"注销"_s), u"B1"_s, u"R1"_s, 4, NoSuchCopyText, hint, info, selects);
-    row("copy without a state", {u"update sck set bookstatus=null"_s}, u"B1"_s, u"R1"_s, 4, NoSuchCopyText, hint, info, selects);
+    row("copy without a state", {u"update sck set bookstatus=null"_s}, u"B1"_s, u"R1"_s, 4, NoSuchCopyText,
+        hint, info, selects);
     row("on loan", state(0, u"借出"_s), u"B1"_s, u"R1"_s, 5, u"此书当前已借出"_s, own, info, selects);
-    row("reference, barred", state(0, u"典藏"_s), u"B1"_s, u"R1"_s, 5, u"此书当前不可借"_s, hint, info, selects);
-    row("reference", state(1, u"典藏"_s), u"B1"_s, u"R1"_s, 6, u"此书是典藏书，不能外借"_s, hint, info, selects);
+    row("reference, barred", state(0, u"典藏"_s), u"B1"_s, u"R1"_s, 5, u"此书当前不可借"_s, hint, info,
+        selects);
+    row("reference", state(1, u"典藏"_s), u"B1"_s, u"R1"_s, 6, u"此书是典藏书，不能外借"_s, hint, info,
+        selects);
 }
 
 void TestCharge::refusals()
@@ -183,7 +189,9 @@ void TestCharge::overdueCountsFromTheDueDate()
     m->loan(u"L1"_s, u"R1"_s, u"2026-03-10"_s);
     m->loan(u"L2"_s, u"R1"_s, u"2026-01-10"_s);
     m->loan(u"L3"_s, u"R1"_s, u"2026-03-11"_s);
-    m->prompt.expect(u"该读者存在2册过期书刊。\n\r(该读者有过期书刊时不可继续借阅书刊)"_s).titled(u"操作提示").icon(Icon::Warning);
+    m->prompt.expect(u"该读者存在2册过期书刊。\n\r(该读者有过期书刊时不可继续借阅书刊)"_s)
+        .titled(u"操作提示")
+        .icon(Icon::Warning);
     QCOMPARE(charge(u"B1"_s, u"R1"_s), 100);
     QCOMPARE(m_desk.takeDone(), u"select barcode"_s);
 
@@ -232,16 +240,19 @@ void TestCharge::holds()
     QFETCH(bool, asks);
     QFETCH(QString, left);
     m->reservation(holder, {{u"barcode"_s, u"B1"_s}, {u"oldtime"_s, lastDay}, {u"orderstatus"_s, u"1"_s}});
-    if (asks) m->prompt.expect(questionOf(holder)).titled(u"青简台").icon(Icon::Information).answer(Answer::No);
+    if (asks)
+        m->prompt.expect(questionOf(holder)).titled(u"青简台").icon(Icon::Information).answer(Answer::No);
     QCOMPARE(charge(u"B1"_s, u"R1"_s), asks ? -1 : 0);
     QCOMPARE(m->value(u"select readercode,barcode,oldtime,orderstatus from yyk"_s), left);
     QCOMPARE(m->value(u"select count(*) from jhsk"_s), asks ? u"0"_s : u"1"_s);
-    QCOMPARE(m->value(u"select yordercshu from dzk where readercode='%1'"_s.arg(holder)), left.isEmpty() ? u"0"_s : u"1"_s);
+    QCOMPARE(m->value(u"select yordercshu from dzk where readercode='%1'"_s.arg(holder)),
+        left.isEmpty() ? u"0"_s : u"1"_s);
 }
 
 void TestCharge::holdForAnotherMayBeLent()
 {
-    m->reservation(u"R2"_s, {{u"barcode"_s, u"B1"_s}, {u"oldtime"_s, u"2026-03-20"_s}, {u"orderstatus"_s, u"1"_s}});
+    m->reservation(
+        u"R2"_s, {{u"barcode"_s, u"B1"_s}, {u"oldtime"_s, u"2026-03-20"_s}, {u"orderstatus"_s, u"1"_s}});
     m->prompt.expect(questionOf(u"R2"_s)).answer(Answer::Yes);
     QCOMPARE(charge(u"B1"_s, u"R1"_s), 0);
     QCOMPARE(m->value(u"select readercode,barcode,orderstatus from yyk"_s), u"R2||False"_s);
@@ -251,8 +262,10 @@ void TestCharge::holdForAnotherMayBeLent()
 
 void TestCharge::onlyTheFirstReservationCounts()
 {
-    m->reservation(u"R1"_s, {{u"barcode"_s, u"B1"_s}, {u"oldtime"_s, u"2026-03-01"_s}, {u"orderstatus"_s, u"1"_s}});
-    m->reservation(u"R2"_s, {{u"barcode"_s, u"B1"_s}, {u"oldtime"_s, u"2026-03-20"_s}, {u"orderstatus"_s, u"1"_s}});
+    m->reservation(
+        u"R1"_s, {{u"barcode"_s, u"B1"_s}, {u"oldtime"_s, u"2026-03-01"_s}, {u"orderstatus"_s, u"1"_s}});
+    m->reservation(
+        u"R2"_s, {{u"barcode"_s, u"B1"_s}, {u"oldtime"_s, u"2026-03-20"_s}, {u"orderstatus"_s, u"1"_s}});
     QCOMPARE(charge(u"B1"_s, u"R1"_s), 0);
     QCOMPARE(m->value(u"select count(*) from yyk"_s), u"2"_s);
 }
@@ -290,7 +303,8 @@ void TestCharge::hostileInput()
     m->prompt.expect(NoSuchCopyText);
     QCOMPARE(charge(code, u"R1"_s), 4);
     QCOMPARE(m->everything(), all);
-    if (code.size() > 50 || code.trimmed().isEmpty() || code.contains(QChar(0)) || (code.size() == 1 && code[0].isSurrogate()))
+    if (code.size() > 50 || code.trimmed().isEmpty() || code.contains(QChar(0))
+        || (code.size() == 1 && code[0].isSurrogate()))
         return;
     // The same text as a real code is found and written whole.
     m->reader(code);
@@ -302,7 +316,10 @@ void TestCharge::hostileInput()
 void TestCharge::noSettings()
 {
     m->settings.values.clear();
-    m->prompt.expect(u"无法取得正确连接数据库的信息!现在输入吗?"_s).titled(u"管理系统操作提示").icon(Icon::Information).answer(Answer::Yes);
+    m->prompt.expect(u"无法取得正确连接数据库的信息!现在输入吗?"_s)
+        .titled(u"管理系统操作提示")
+        .icon(Icon::Information)
+        .answer(Answer::Yes);
     QCOMPARE(charge(u"B1"_s, u"R1"_s), 0);
     QCOMPARE(m->editor.calls, 1);
     QCOMPARE(m->value(u"select count(*) from jhsk"_s), u"0"_s);
@@ -312,8 +329,11 @@ void TestCharge::noSettings()
 void TestCharge::noConnection()
 {
     const QString good = m->connectionText;
-    storeConnectionText(m->session, u"PROVIDER=MSDASQL;DSN=青简内置数据库;UID=a;PWD=;Database=/nowhere/at/all.db;"_s);
-    m->prompt.expectStart(u"对不起，连接数据库失败！错误原因如下：\n"_s).titled(u"管理系统操作提示").answer(Answer::No);
+    storeConnectionText(
+        m->session, u"PROVIDER=MSDASQL;DSN=青简内置数据库;UID=a;PWD=;Database=/nowhere/at/all.db;"_s);
+    m->prompt.expectStart(u"对不起，连接数据库失败！错误原因如下：\n"_s)
+        .titled(u"管理系统操作提示")
+        .answer(Answer::No);
     m->prompt.expect(NoSuchReaderText);
     QCOMPARE(charge(u"B1"_s, u"R1"_s), 2);
     m->prompt.expectStart(u"对不起，连接数据库失败！错误原因如下：\n"_s).answer(Answer::Yes);

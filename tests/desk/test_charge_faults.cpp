@@ -34,7 +34,8 @@ void TestChargeFaults::plant(TestLibrary& library, const QString& holder)
     library.copy(u"B1"_s);
     library.holiday(u"假"_s, u"2026-05-01 2026-05-03"_s);
     if (!holder.isEmpty())
-        library.reservation(holder, {{u"barcode"_s, u"B1"_s}, {u"oldtime"_s, u"2026-03-20"_s}, {u"orderstatus"_s, u"1"_s}});
+        library.reservation(
+            holder, {{u"barcode"_s, u"B1"_s}, {u"oldtime"_s, u"2026-03-20"_s}, {u"orderstatus"_s, u"1"_s}});
 }
 
 void TestChargeFaults::eachStatement_data()

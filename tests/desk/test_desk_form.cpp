@@ -27,7 +27,10 @@ private Q_SLOTS:
     void buttonsOfMissingScreens();
 
 private:
-    QString focus() const { return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : QString(); }
+    QString focus() const
+    {
+        return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : QString();
+    }
     QString panel(int label) const { return m_desk->Label5[label].text(); }
 
     std::unique_ptr<TestLibrary> m;
@@ -61,22 +64,27 @@ void TestDeskForm::everyScanLeavesTheBoxReady_data()
     QTest::addColumn<int>("answer");
     QTest::addColumn<QString>("message");
     QTest::addColumn<QString>("focus");
-    const auto row = [](const char* name, const QStringList& before, const QString& barcode, const QString& box,
-                         const QString& message, const QString& place, Answer answer = Answer::Ok) {
-        QTest::newRow(name) << before << barcode << box << int(answer) << message << place;
-    };
+    const auto row
+        = [](const char* name, const QStringList& before, const QString& barcode, const QString& box,
+              const QString& message, const QString& place, Answer answer = Answer::Ok) {
+              QTest::newRow(name) << before << barcode << box << int(answer) << message << place;
+          };
     const QString box = u"TxtBarCode"_s;
     const QString hold = u"insert into yyk(readercode,zskid,barcode,oldtime,ordertime,orderstatus) "
                          "values('R2',1,'B1','2026-03-20','2026-03-01',1)"_s;
     row("charged", {}, u"B1"_s, {}, u"借书成功"_s, box);
     row("empty", {}, {}, {}, {}, box);
-    row("reader gone", {u"delete from dzk"_s}, u"B1"_s, u"没有找到该读者的信息！请确定该读者是否办理了读者证！"_s, {}, u"TxtReaderCode"_s);
+    row("reader gone", {u"delete from dzk"_s}, u"B1"_s,
+        u"没有找到该读者的信息！请确定该读者是否办理了读者证！"_s, {}, u"TxtReaderCode"_s);
     row("card lost", {u"update dzk set readstatus='挂失'"_s}, u"B1"_s, u"该读者证在挂失中。。。"_s, {}, box);
-    row("quota", {u"update dzk set bookcount=0"_s}, u"B1"_s, u"此读者借书额已满，不能再借新书！"_s, {}, u"TxtRetBook"_s);
+    row("quota", {u"update dzk set bookcount=0"_s}, u"B1"_s, u"此读者借书额已满，不能再借新书！"_s, {},
+        u"TxtRetBook"_s);
     row("unknown copy", {}, u"B9"_s, u"书库没有此书的记录"_s, {}, box);
-    row("on loan", {u"update sck set borrowstatus=0,bookstatus='借出'"_s}, u"B1"_s, u"此书当前已借出"_s, {}, box);
+    row("on loan", {u"update sck set borrowstatus=0,bookstatus='借出'"_s}, u"B1"_s, u"此书当前已借出"_s, {},
+        box);
     row("reference", {u"update sck set bookstatus='典藏'"_s}, u"B1"_s, u"此书是典藏书，不能外借"_s, {}, box);
-    row("declined", {u"insert into dzk(readercode,name,readerclass) values('R2','乙','学生')"_s, hold}, u"B1"_s,
+    row("declined", {u"insert into dzk(readercode,name,readerclass) values('R2','乙','学生')"_s, hold},
+        u"B1"_s,
         u"这本书已经有人预约了！预约读者资料如下：\n读者证号：R2\n读者姓名：乙\n读者类型：学生\n仍然要借出本书吗？(y/n)"_s,
         u"借书失败"_s, box, Answer::No);
 }
@@ -179,7 +187,8 @@ void TestDeskForm::clickShowsTheBook()
     type(m_desk->TxtReaderCode, u"R1"_s);
     type(m_desk->TxtBarCode, u"B1"_s);
     m->factory.setHook([this](QStringView statement) { m->sent.append(statement.toString()); });
-    QTest::mouseClick(m_desk->Grid1.viewport(), Qt::LeftButton, {}, m_desk->Grid1.visualRect(m_desk->Grid1.model()->index(0, 2)).center());
+    QTest::mouseClick(m_desk->Grid1.viewport(), Qt::LeftButton, {},
+        m_desk->Grid1.visualRect(m_desk->Grid1.model()->index(0, 2)).center());
     QVERIFY(m->sent.filter(u"Select bookname as [书    名]"_s).size() == 1);
 }
 
@@ -196,9 +205,11 @@ void TestDeskForm::scannerRhythm()
         for (const QChar key : code)
             for (const auto kind : {QEvent::KeyPress, QEvent::KeyRelease})
                 QCoreApplication::postEvent(&m_desk->TxtBarCode,
-                    new QKeyEvent(kind, key == u'\r' ? int(Qt::Key_Return) : int(key.unicode()), {}, QString(key)));
+                    new QKeyEvent(
+                        kind, key == u'\r' ? int(Qt::Key_Return) : int(key.unicode()), {}, QString(key)));
     }
-    QTRY_COMPARE_WITH_TIMEOUT(m->value(u"select count(*) from jhsk where barcode like 'S%'"_s), QString::number(scans), 60'000);
+    QTRY_COMPARE_WITH_TIMEOUT(
+        m->value(u"select count(*) from jhsk where barcode like 'S%'"_s), QString::number(scans), 60'000);
     QCOMPARE(m->value(u"select count(distinct barcode) from jhsk"_s), QString::number(scans));
     QCOMPARE(m->broken(), QString());
 }

@@ -69,7 +69,10 @@ void TestDischarge::init()
     m_desk.takeDone();
 }
 
-void TestDischarge::cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
+void TestDischarge::cleanup()
+{
+    QCOMPARE(m->prompt.takeComplaints(), QString());
+}
 
 void TestDischarge::closesTheLoan()
 {
@@ -136,14 +139,16 @@ void TestDischarge::offers_data()
     QTest::addColumn<int>("answer");
     QTest::addColumn<QString>("after"); // of the reservations, by reader
     const QString waiting = u"2026-03-01"_s;
-    QTest::newRow("taken") << QStringList {u"R2 2026-03-01 "_s} << u"R2"_s << int(Answer::Yes) << u"R2|B1|2026-03-13|True"_s;
-    QTest::newRow("declined") << QStringList {u"R2 2026-03-01 "_s} << u"R2"_s << int(Answer::No) << u"R2||null|False"_s;
-    QTest::newRow("earliest first") << QStringList {u"R2 2026-03-02 "_s, u"R1 2026-03-01 "_s} << u"R1"_s << int(Answer::No)
-                                    << u"R1||null|False\nR2||null|False"_s;
-    QTest::newRow("earliest is served already") << QStringList {u"R2 2026-03-02 "_s, u"R1 2026-03-01 B7"_s} << QString() << 0
-                                                << u"R1|B7|null|False\nR2||null|False"_s;
-    QTest::newRow("reader is gone: ten days") << QStringList {u"R7 2026-03-01 "_s} << u"R7"_s << int(Answer::Yes)
-                                              << u"R7|B1|2026-03-20|True"_s;
+    QTest::newRow("taken") << QStringList {u"R2 2026-03-01 "_s} << u"R2"_s << int(Answer::Yes)
+                           << u"R2|B1|2026-03-13|True"_s;
+    QTest::newRow("declined") << QStringList {u"R2 2026-03-01 "_s} << u"R2"_s << int(Answer::No)
+                              << u"R2||null|False"_s;
+    QTest::newRow("earliest first") << QStringList {u"R2 2026-03-02 "_s, u"R1 2026-03-01 "_s} << u"R1"_s
+                                    << int(Answer::No) << u"R1||null|False\nR2||null|False"_s;
+    QTest::newRow("earliest is served already") << QStringList {u"R2 2026-03-02 "_s, u"R1 2026-03-01 B7"_s}
+                                                << QString() << 0 << u"R1|B7|null|False\nR2||null|False"_s;
+    QTest::newRow("reader is gone: ten days")
+        << QStringList {u"R7 2026-03-01 "_s} << u"R7"_s << int(Answer::Yes) << u"R7|B1|2026-03-20|True"_s;
 }
 
 void TestDischarge::offers()
@@ -156,9 +161,12 @@ void TestDischarge::offers()
         const QStringList parts = claim.split(u' ');
         m->reservation(parts[0], {{u"ordertime"_s, parts[1]}, {u"barcode"_s, parts[2]}});
     }
-    if (!offered.isEmpty()) m->prompt.expect(offerTo(offered)).titled(u"操作提示").icon(Icon::Information).answer(Answer(answer));
+    if (!offered.isEmpty())
+        m->prompt.expect(offerTo(offered)).titled(u"操作提示").icon(Icon::Information).answer(Answer(answer));
     QCOMPARE(discharge(u"B1"_s), 0);
-    QCOMPARE(m->rows(u"select readercode,barcode,oldtime,orderstatus from yyk order by readercode"_s).join(u'\n'), after);
+    QCOMPARE(
+        m->rows(u"select readercode,barcode,oldtime,orderstatus from yyk order by readercode"_s).join(u'\n'),
+        after);
     QCOMPARE(m->value(u"select bookstatus from sck"_s), u"库本"_s);
 }
 
@@ -167,7 +175,9 @@ void TestDischarge::failedOfferKeepsTheReturn()
     m->reservation(u"R2"_s);
     m->failAt(u"update yyk set oldtime"_s);
     m->prompt.expect(offerTo(u"R2"_s)).answer(Answer::Yes);
-    m->prompt.expect(u"预约失败！原因如下：\n语句失败：update yyk set oldtime"_s).titled(u"操作提示").icon(Icon::Information);
+    m->prompt.expect(u"预约失败！原因如下：\n语句失败：update yyk set oldtime"_s)
+        .titled(u"操作提示")
+        .icon(Icon::Information);
     QCOMPARE(discharge(u"B1"_s), 0);
     m->factory.setHook({});
     QCOMPARE(m->value(u"select count(*) from jhsk"_s), u"0"_s);
@@ -271,7 +281,8 @@ void TestDischarge::renewalCountsUp()
         QCOMPARE(int(count), made);
         QCOMPARE(discharge(u"B1"_s), 0);
         QCOMPARE(int(RechargeBook(m->session, m_desk, count, u"B1"_s, u"R1"_s)), 0);
-        QCOMPARE(m->value(u"select readercode,orderdate,yhdate,res from jhsk"_s), u"R1|2026-03-10|2026-04-09|%1"_s.arg(made));
+        QCOMPARE(m->value(u"select readercode,orderdate,yhdate,res from jhsk"_s),
+            u"R1|2026-03-10|2026-04-09|%1"_s.arg(made));
     }
     QCOMPARE(m->value(u"select count(*) from jhslsk"_s), u"2"_s);
     QCOMPARE(m->value(u"select orderbook from dzk where readercode='R1'"_s), u"1"_s);
@@ -295,7 +306,8 @@ void TestDischarge::renewalOfAHeldCopy()
     QFETCH(QString, holder);
     QFETCH(int, answer);
     QFETCH(int, result);
-    m->reservation(holder, {{u"barcode"_s, u"B1"_s}, {u"oldtime"_s, u"2026-03-20"_s}, {u"orderstatus"_s, u"1"_s}});
+    m->reservation(
+        holder, {{u"barcode"_s, u"B1"_s}, {u"oldtime"_s, u"2026-03-20"_s}, {u"orderstatus"_s, u"1"_s}});
     QCOMPARE(discharge(u"B1"_s), 0);
     if (holder == u"R2") m->prompt.expectStart(u"这本书已经有人预约了！"_s).answer(Answer(answer));
     QCOMPARE(int(RechargeBook(m->session, m_desk, 2, u"B1"_s, u"R1"_s)), result);

@@ -48,10 +48,10 @@ void TestDueDate::moves_data()
     row("runs already", 30, {u"2026-02-20 2026-03-05"_s}, u"2026-04-04"_s);
     row("begins on the day of the charge", 30, {u"2026-03-01 2026-03-05"_s}, u"2026-04-04"_s);
     row("covers the whole loan", 10, {u"2026-02-20 2026-03-20"_s}, u"2026-03-30"_s);
-    row("two, the second reached by the first", 30,
-        {u"2026-03-25 2026-04-04"_s, u"2026-04-10 2026-04-20"_s}, u"2026-05-05"_s);
-    row("the start moves with each", 30,
-        {u"2026-03-05 2026-03-07"_s, u"2026-03-06 2026-03-09"_s}, u"2026-04-08"_s);
+    row("two, the second reached by the first", 30, {u"2026-03-25 2026-04-04"_s, u"2026-04-10 2026-04-20"_s},
+        u"2026-05-05"_s);
+    row("the start moves with each", 30, {u"2026-03-05 2026-03-07"_s, u"2026-03-06 2026-03-09"_s},
+        u"2026-04-08"_s);
     row("none", 7, {}, u"2026-03-08"_s);
 }
 

@@ -89,8 +89,9 @@ void TestLoanQuery::conditions_data()
     QTest::addColumn<QString>("condition");
     QTest::newRow("nothing ticked") << QStringList {u"-a"_s, u"-b"_s, u"-c"_s, u"-d"_s} << QString();
     QTest::newRow("ticked and blank") << QStringList {u""_s, u"  "_s, u""_s, u""_s} << QString();
-    QTest::newRow("all") << QStringList {u"a"_s, u"b"_s, u"c"_s, u"d"_s}
-                         << u"(name Like '%a%' OR readercode ='a') And (readunit ='b') And (readerclass ='c') And (bookname Like '%d%' OR barcode = 'd')"_s;
+    QTest::newRow("all")
+        << QStringList {u"a"_s, u"b"_s, u"c"_s, u"d"_s}
+        << u"(name Like '%a%' OR readercode ='a') And (readunit ='b') And (readerclass ='c') And (bookname Like '%d%' OR barcode = 'd')"_s;
     QTest::newRow("quotes and a place mark") << QStringList {u"o'n %1"_s, u""_s, u""_s, u""_s}
                                              << u"(name Like '%o''n %1%' OR readercode ='o''n %1')"_s;
 }
@@ -104,7 +105,8 @@ void TestLoanQuery::conditions()
         const QString& text = texts[qsizetype(part)];
         query.parts[part] = {!text.startsWith(u'-'), text};
     }
-    const QString head = u"select ReaderCode,Name,BarCode,BookName,Price,orderdate,yhdate,operater,readunit from JhskV where "_s;
+    const QString head
+        = u"select ReaderCode,Name,BarCode,BookName,Price,orderdate,yhdate,operater,readunit from JhskV where "_s;
     QCOMPARE(loanStatement(query), condition.isEmpty() ? QString() : head + condition);
 }
 
@@ -134,7 +136,8 @@ void TestLoanQuery::findsByTheBoxes()
         list->setEditText(text);
     else
         static_cast<TextBox*>(boxes[tick])->setText(text);
-    if (barcodes.isEmpty()) m->prompt.expect(u"找不到任何匹配的记录"_s).titled(u"操作提示").icon(Icon::Information);
+    if (barcodes.isEmpty())
+        m->prompt.expect(u"找不到任何匹配的记录"_s).titled(u"操作提示").icon(Icon::Information);
     page().CmdFind.click();
     QCOMPARE(found(), barcodes);
     QCOMPARE(page().Grid3.Rows(), 13);

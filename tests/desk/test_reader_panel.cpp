@@ -24,13 +24,21 @@ private:
     DeskDouble m_desk;
 };
 
-void TestReaderPanel::init() { m = std::make_unique<TestLibrary>(); }
+void TestReaderPanel::init()
+{
+    m = std::make_unique<TestLibrary>();
+}
 
-void TestReaderPanel::cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
+void TestReaderPanel::cleanup()
+{
+    QCOMPARE(m->prompt.takeComplaints(), QString());
+}
 
 void TestReaderPanel::fillsThePanel()
 {
-    m->reader(u"R1"_s, {{u"name"_s, u"李四  "_s}, {u"sex"_s, u"女"_s}, {u"readunit"_s, u"一班"_s}, {u"orderbook"_s, u"2"_s}});
+    m->reader(u"R1"_s,
+        {{u"name"_s, u"李四  "_s}, {u"sex"_s, u"女"_s}, {u"readunit"_s, u"一班"_s},
+            {u"orderbook"_s, u"2"_s}});
     ShowReader(m->session, m_desk, u"r1 "_s);
     const QStringList shown(m_desk.panel.begin(), m_desk.panel.end());
     QCOMPARE(shown.join(u'|'), u"R1|李四|女|学生|一班|5|2|3|有效|2027-12-31"_s);

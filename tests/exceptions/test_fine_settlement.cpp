@@ -176,8 +176,7 @@ void TestFineSettlement::reservations()
     m->reservation(u"R1"_s, {{u"ordertime"_s, u"2026-03-02"_s}});
     if (answer) m->prompt.expect(questionOf(u"R2"_s)).titled(u"操作提示").answer(Answer(answer));
     m_fines->save(1);
-    QTEST(
-        m->rows(u"select readercode,barcode,oldtime,orderstatus from yyk order by ordertime"_s).join(u' '),
+    QTEST(m->rows(u"select readercode,barcode,oldtime,orderstatus from yyk order by ordertime"_s).join(u' '),
         "after");
     QCOMPARE(m->value(u"select bookstatus from sck where barcode='B1'"_s), u"库本"_s);
 }

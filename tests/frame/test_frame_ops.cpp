@@ -82,7 +82,10 @@ void TestFrameOps::init()
     m->operatorUser(u"编目员"_s, u"1"_s, false);
 }
 
-void TestFrameOps::cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
+void TestFrameOps::cleanup()
+{
+    QCOMPARE(m->prompt.takeComplaints(), QString());
+}
 
 void TestFrameOps::startRefusesASecondInstance()
 {
@@ -109,7 +112,8 @@ void TestFrameOps::startSplitsTheStoredText_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("server");
     QTest::addColumn<QString>("database");
-    QTest::newRow("server") << u"PROVIDER=MSDASQL;Driver=SQL Server;Server=lib1;UID=a;PWD=b;Database=tsg;"_s << u"lib1"_s << u"tsg"_s;
+    QTest::newRow("server") << u"PROVIDER=MSDASQL;Driver=SQL Server;Server=lib1;UID=a;PWD=b;Database=tsg;"_s
+                            << u"lib1"_s << u"tsg"_s;
     QTest::newRow("data source") << u"PROVIDER=MSDASQL;DSN=lib;UID=a;PWD=b;"_s << QString() << QString();
     QTest::newRow("nothing behind") << u"Server=;Database=;"_s << QString() << QString();
     QTest::newRow("case counts") << u"server=x;DATABASE=y;"_s << QString() << QString();
@@ -151,7 +155,8 @@ void TestFrameOps::openingAsksOnFailure()
     m->prompt.expect(AskForSettings).answer(Answer::Yes);
     QCOMPARE(OpenDbConnection(m->session, conn), -1);
 
-    storeConnectionText(m->session, u"DSN=%1;UID=a;PWD=geheim;Database=/nowhere/x.db"_s.arg(BuiltInDataSource));
+    storeConnectionText(
+        m->session, u"DSN=%1;UID=a;PWD=geheim;Database=/nowhere/x.db"_s.arg(BuiltInDataSource));
     const QString failed = u"对不起，连接数据库失败！错误原因如下：\n"_s;
     m->prompt.expectStart(failed).titled(u"管理系统操作提示").icon(Icon::Information).answer(Answer::No);
     QCOMPARE(OpenDbConnection(m->session, conn), 1000);
@@ -168,7 +173,8 @@ void TestFrameOps::shapeConnectionTellsNothing()
     Connection conn;
     QCOMPARE(OpenShapeConnection(m->session, conn), 0);
     QVERIFY(conn.isOpen());
-    m->session.ConnectionText = u"PROVIDER=MSDASQL;DSN=%1;UID=a;PWD=;Database=/nowhere/x.db"_s.arg(BuiltInDataSource);
+    m->session.ConnectionText
+        = u"PROVIDER=MSDASQL;DSN=%1;UID=a;PWD=;Database=/nowhere/x.db"_s.arg(BuiltInDataSource);
     QVERIFY(OpenShapeConnection(m->session, conn) != 0);
     QVERIFY(!conn.isOpen());
     QVERIFY(!m->session.error.isSet());
@@ -179,7 +185,9 @@ void TestFrameOps::serverDateFallsBackAndTells()
 {
     QCOMPARE(GetServerDate(m->session), m->clock.moment);
     m->session.ConnectionText = u"DSN=%1;UID=a;PWD=;Database=/nowhere/x.db"_s.arg(BuiltInDataSource);
-    m->prompt.expectStart(u"获取服务器日期时出现错误！原因如下：\n"_s).titled(u"操作提示").icon(Icon::Information);
+    m->prompt.expectStart(u"获取服务器日期时出现错误！原因如下：\n"_s)
+        .titled(u"操作提示")
+        .icon(Icon::Information);
     QCOMPARE(GetServerDate(m->session), m->clock.moment);
     QVERIFY(!m->session.error.isSet());
 }
@@ -190,11 +198,10 @@ void TestFrameOps::connectionTextIsBuilt_data()
     QTest::addColumn<QString>("text");
     QTest::newRow("data source") << QStringList {u"lib"_s, u"sa"_s, u""_s, u"SQL Server"_s, u"s"_s, u""_s}
                                  << u"PROVIDER=MSDASQL;DSN=lib;UID=sa;PWD=;"_s;
-    QTest::newRow("data source, text left in the database box")
-        << QStringList {u"lib"_s, u"sa"_s, u"x"_s, u"SQL Server"_s, u"s"_s, u"tsg"_s}
-        << u"PROVIDER=MSDASQL;DSN=lib;UID=sa;PWD=x;Database=tsg;"_s;
-    QTest::newRow("driver, quotes") << QStringList {u""_s, u"o'neil"_s, u"a'b"_s, u"SQL Server"_s, u"s'1"_s, u"t'g"_s}
-                                    << u"PROVIDER=MSDASQL;Driver=SQL Server;Server=s''1;UID=o''neil;PWD=a''b;Database=t''g;"_s;
+    QTest::newRow("data source, text left in the database box") << QStringList {u"lib"_s, u"sa"_s, u"x"_s,
+        u"SQL Server"_s, u"s"_s, u"tsg"_s} << u"PROVIDER=MSDASQL;DSN=lib;UID=sa;PWD=x;Database=tsg;"_s;
+    QTest::newRow("driver, quotes") << QStringList {u""_s, u"o'neil"_s, u"a'b"_s, u"SQL Server"_s, u"s'1"_s,
+        u"t'g"_s} << u"PROVIDER=MSDASQL;Driver=SQL Server;Server=s''1;UID=o''neil;PWD=a''b;Database=t''g;"_s;
 }
 
 namespace {
@@ -218,11 +225,14 @@ void TestFrameOps::connectionInputIsChecked_data()
     QTest::addColumn<QStringList>("input");
     QTest::addColumn<QString>("complaint");
     const QString incomplete = u"填写的信息不完整!请重新输入!"_s;
-    QTest::newRow("data source without user") << QStringList {u"lib"_s, u""_s, u"x"_s, u"d"_s, u"s"_s, u"b"_s} << u"用户名不能为空!请重新输入!"_s;
-    QTest::newRow("data source is enough") << QStringList {u"lib"_s, u"a"_s, u""_s, u""_s, u""_s, u""_s} << QString();
+    QTest::newRow("data source without user")
+        << QStringList {u"lib"_s, u""_s, u"x"_s, u"d"_s, u"s"_s, u"b"_s} << u"用户名不能为空!请重新输入!"_s;
+    QTest::newRow("data source is enough")
+        << QStringList {u"lib"_s, u"a"_s, u""_s, u""_s, u""_s, u""_s} << QString();
     QTest::newRow("no server") << QStringList {u""_s, u"a"_s, u"x"_s, u"d"_s, u""_s, u"b"_s} << incomplete;
     QTest::newRow("no database") << QStringList {u""_s, u"a"_s, u"x"_s, u"d"_s, u"s"_s, u""_s} << incomplete;
-    QTest::newRow("no password needed") << QStringList {u""_s, u"a"_s, u""_s, u"d"_s, u"s"_s, u"b"_s} << QString();
+    QTest::newRow("no password needed")
+        << QStringList {u""_s, u"a"_s, u""_s, u"d"_s, u"s"_s, u"b"_s} << QString();
 }
 
 void TestFrameOps::connectionInputIsChecked()
@@ -248,7 +258,9 @@ void TestFrameOps::testTellsHowItWent()
     createEmbedded(file, m->schema, m->clock, createLibrary);
     m->prompt.expect(u"测试通过！\n请保存连接参数！"_s).titled(u"系统提示").icon(Icon::Information);
     testConnection(m->session, {BuiltInDataSource, u"a"_s, u""_s, {}, {}, file});
-    m->prompt.expectStart(u"连接失败，请重试！！详细信息如下：\n"_s).titled(u"管理系统操作提示").icon(Icon::Information);
+    m->prompt.expectStart(u"连接失败，请重试！！详细信息如下：\n"_s)
+        .titled(u"管理系统操作提示")
+        .icon(Icon::Information);
     testConnection(m->session, {BuiltInDataSource, u"a"_s, u""_s, {}, {}, u"/nowhere/x.db"_s});
     QCOMPARE(m->session.ConnectionText, m->connectionText);
 }
@@ -303,7 +315,10 @@ void TestFrameOps::loginWithAFailingDatabase()
 {
     m->failAt(u"From LibUse"_s);
     for (const Answer answer : {Answer::No, Answer::Yes}) {
-        m->prompt.expect(u"是否重新输入连接数据库的信息？"_s).titled(u"操作提示").icon(Icon::Information).answer(answer);
+        m->prompt.expect(u"是否重新输入连接数据库的信息？"_s)
+            .titled(u"操作提示")
+            .icon(Icon::Information)
+            .answer(answer);
         QCOMPARE(Login(m->session).enter(u"Admin"_s, u"Geheim"_s), LoginOutcome::Stay);
     }
     QCOMPARE(m->editor.calls, 1);
@@ -322,10 +337,14 @@ void TestFrameOps::passwordSteps_data()
                          PasswordOutcome outcome, const QString& stored) {
         QTest::newRow(name) << typed << text << int(answer) << int(outcome) << stored;
     };
-    row("changed", {kept, u"新 密码"_s, u"新 密码"_s}, u"密码修改成功！请使用新密码！"_s, Answer::Ok, PasswordOutcome::Close, u"新 密码"_s);
-    row("wrong case of the old", {u"geheim"_s, u"a"_s, u"a"_s}, u"你输入的密码与登陆密码不符"_s, Answer::Ok, PasswordOutcome::StayAtOld, kept);
-    row("mismatch", {kept, u"a"_s, u"b"_s}, u"两次输入的密码不相符，请重新输入"_s, Answer::Ok, PasswordOutcome::StayAtNew, kept);
-    row("quote in the repeat alone", {kept, u"a"_s, u"a'"_s}, u"两次输入的密码不相符，请重新输入"_s, Answer::Ok, PasswordOutcome::StayAtNew, kept);
+    row("changed", {kept, u"新 密码"_s, u"新 密码"_s}, u"密码修改成功！请使用新密码！"_s, Answer::Ok,
+        PasswordOutcome::Close, u"新 密码"_s);
+    row("wrong case of the old", {u"geheim"_s, u"a"_s, u"a"_s}, u"你输入的密码与登陆密码不符"_s, Answer::Ok,
+        PasswordOutcome::StayAtOld, kept);
+    row("mismatch", {kept, u"a"_s, u"b"_s}, u"两次输入的密码不相符，请重新输入"_s, Answer::Ok,
+        PasswordOutcome::StayAtNew, kept);
+    row("quote in the repeat alone", {kept, u"a"_s, u"a'"_s}, u"两次输入的密码不相符，请重新输入"_s,
+        Answer::Ok, PasswordOutcome::StayAtNew, kept);
     row("quote in the old", {u"'"_s, u"a"_s, u"a"_s}, QuoteRefused, Answer::Ok, PasswordOutcome::Stay, kept);
     row("quote in the new", {kept, u"'"_s, u"'"_s}, QuoteRefused, Answer::Ok, PasswordOutcome::Stay, kept);
     row("empty declined", {kept, u""_s, u""_s}, empty, Answer::No, PasswordOutcome::Stay, kept);
@@ -341,7 +360,8 @@ void TestFrameOps::passwordSteps()
     QFETCH(QString, stored);
     m->session.OperatorName = u"admin"_s;
     m->prompt.expect(text).answer(Answer(answer));
-    if (Answer(answer) == Answer::Yes) m->prompt.expect(u"密码修改成功！请使用新密码！"_s).titled(u"提示").icon(Icon::Information);
+    if (Answer(answer) == Answer::Yes)
+        m->prompt.expect(u"密码修改成功！请使用新密码！"_s).titled(u"提示").icon(Icon::Information);
     QCOMPARE(int(changePassword(m->session, typed[0], typed[1], typed[2])), outcome);
     QCOMPARE(m->value(u"select password from LibUse where username='Admin'"_s), stored);
 }
@@ -387,12 +407,17 @@ void TestFrameOps::overdueQuestionLooksAtDatesAlone()
 void TestFrameOps::openingReportsItsError()
 {
     m->failAt(u"From JHSK"_s);
-    m->prompt.expect(u"出现意外错误！详细信息如下：\n语句失败：From JHSK"_s).titled(u"操作提示").icon(Icon::Information);
+    m->prompt.expect(u"出现意外错误！详细信息如下：\n语句失败：From JHSK"_s)
+        .titled(u"操作提示")
+        .icon(Icon::Information);
     QVERIFY(!openingSteps(m->session, [](const auto&) {}));
     QVERIFY(!m->session.error.isSet());
 }
 
-void TestFrameOps::textForStatements() { QCOMPARE(SqlText(u"  a'b  "_s), u"a''b"_s); }
+void TestFrameOps::textForStatements()
+{
+    QCOMPARE(SqlText(u"  a'b  "_s), u"a''b"_s);
+}
 
 QTEST_GUILESS_MAIN(TestFrameOps)
 #include "test_frame_ops.moc"

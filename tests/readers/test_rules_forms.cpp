@@ -188,7 +188,9 @@ void TestRulesForms::longListsNeedNoSecondScrollBar()
         m->insert(u"dzlx"_s, {{u"readerclass"_s, QString::number(number)}});
     }
     const auto settles = [](FlexGrid& grid) {
-        return QTest::qWaitFor([&] { return grid.verticalScrollBar()->isVisible() && !grid.horizontalScrollBar()->isVisible(); });
+        return QTest::qWaitFor([&] {
+            return grid.verticalScrollBar()->isVisible() && !grid.horizontalScrollBar()->isVisible();
+        });
     };
     QVERIFY(settles(shown(std::make_unique<holidayfrm>(m->session)).Grid1));
     QVERIFY(settles(shown(std::make_unique<JycsFrm>(m->session, nullptr)).Grid1));

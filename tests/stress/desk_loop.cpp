@@ -1,5 +1,5 @@
-// A desk that charges, or charges and takes back, without a pause, until it is told to stop or killed. After each
-// operation that it would tell the operator as done it prints a line: "+ barcode reader" or "- barcode".
+// A desk that charges, or charges and takes back, without a pause, until it is told to stop or killed. After
+// each operation that it would tell the operator as done it prints a line: "+ barcode reader" or "- barcode".
 //
 //   desk_loop CONNECTION-TEXT SEED MILLISECONDS READERS COPIES charge|both
 

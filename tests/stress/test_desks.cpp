@@ -87,7 +87,9 @@ void TestDesks::makeLibrary(int copies)
 std::unique_ptr<QProcess> TestDesks::startDesk(int seed, int milliseconds, const QString& work)
 {
     auto desk = std::make_unique<QProcess>();
-    desk->start(QStringLiteral(DESK_LOOP), {m_text, QString::number(seed), QString::number(milliseconds), u"100"_s, QString::number(m_copies), work});
+    desk->start(QStringLiteral(DESK_LOOP),
+        {m_text, QString::number(seed), QString::number(milliseconds), u"100"_s, QString::number(m_copies),
+            work});
     return desk;
 }
 
@@ -143,9 +145,11 @@ void TestDesks::killedDeskLeavesACleanBase()
         QVERIFY(desk->waitForFinished());
         m_database->waitForTheDead();
         told += toldBy(desk->readAllStandardOutput()).charges;
-        const qint64 written = number(u"select count(*) from jhsk"_s) + number(u"select count(*) from jhslsk"_s);
+        const qint64 written
+            = number(u"select count(*) from jhsk"_s) + number(u"select count(*) from jhslsk"_s);
         // The last one may have been committed and not told any more, never the other way round.
-        QVERIFY2(written == told || written == told + 1, qPrintable(u"%1 told, %2 written"_s.arg(told).arg(written)));
+        QVERIFY2(written == told || written == told + 1,
+            qPrintable(u"%1 told, %2 written"_s.arg(told).arg(written)));
         told = written;
         QCOMPARE(brokenRules(), QStringList());
     }

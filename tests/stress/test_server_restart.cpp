@@ -26,7 +26,10 @@ private Q_SLOTS:
 private:
     bool script(const char* name, const QStringList& arguments)
     {
-        return QProcess::execute(QStringLiteral(QUILLA_SOURCE_DIR "/tests/postgres/%1").arg(QLatin1String(name)), arguments + QStringList {m_state}) == 0;
+        return QProcess::execute(
+                   QStringLiteral(QUILLA_SOURCE_DIR "/tests/postgres/%1").arg(QLatin1String(name)),
+                   arguments + QStringList {m_state})
+            == 0;
     }
     void restart() { QVERIFY(script("restart.sh", {u"down"_s}) && script("restart.sh", {u"up"_s})); }
     ChargeResult charge(const QString& barcode) { return ChargeBook(m->session, m_desk, barcode, u"R1"_s); }

@@ -8,9 +8,9 @@
 
 namespace quilla {
 
-/// A database, empty at first, on the private PostgreSQL of a test run, dropped at the end. Throws `Error` when the
-/// server was not started: run the test by ctest, or tests/postgres/start.sh before it. The environment may
-/// name the file of another server in QUILLA_POSTGRES_SOCKET.
+/// A database, empty at first, on the private PostgreSQL of a test run, dropped at the end. Throws `Error`
+/// when the server was not started: run the test by ctest, or tests/postgres/start.sh before it. The
+/// environment may name the file of another server in QUILLA_POSTGRES_SOCKET.
 class PostgresDatabase {
 public:
     /// A copy of the database `from`, when it is named; nobody may be connected to that one.

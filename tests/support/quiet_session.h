@@ -16,7 +16,7 @@ public:
 
 class NoEditor final : public ConnectionEditor {
 public:
-    void editConnection() override {}
+    void editConnection() override { }
 };
 
 class OneText final : public SettingsStore {
@@ -25,8 +25,14 @@ public:
         : m_text(std::move(text))
     {
     }
-    QString get(const QString&, const QString&, const QString&, const QString&) const override { return m_text; }
-    void set(const QString&, const QString&, const QString&, const QString& value) override { m_text = value; }
+    QString get(const QString&, const QString&, const QString&, const QString&) const override
+    {
+        return m_text;
+    }
+    void set(const QString&, const QString&, const QString&, const QString& value) override
+    {
+        m_text = value;
+    }
 
 private:
     QString m_text;
@@ -40,20 +46,20 @@ public:
 /// A desk without a screen.
 class NoDesk final : public DeskView {
 public:
-    void focusReaderCode() override {}
-    void emptyReaderCode() override {}
-    void setReaderCode(const QString&) override {}
-    void untickRenewal() override {}
-    void selectBarCode() override {}
-    void emptyAndFocusBarCode() override {}
-    void showPage(int) override {}
-    void clearReaderPanel() override {}
-    void fillReaderPanel(const ReaderPanel&) override {}
-    void showReaderStatus(const QString&) override {}
-    void setUpLoans() override {}
-    void bindLoans(Recordset&) override {}
-    void setUpReturns() override {}
-    void bindReturns(Recordset&) override {}
+    void focusReaderCode() override { }
+    void emptyReaderCode() override { }
+    void setReaderCode(const QString&) override { }
+    void untickRenewal() override { }
+    void selectBarCode() override { }
+    void emptyAndFocusBarCode() override { }
+    void showPage(int) override { }
+    void clearReaderPanel() override { }
+    void fillReaderPanel(const ReaderPanel&) override { }
+    void showReaderStatus(const QString&) override { }
+    void setUpLoans() override { }
+    void bindLoans(Recordset&) override { }
+    void setUpReturns() override { }
+    void bindReturns(Recordset&) override { }
 };
 
 } // namespace quilla

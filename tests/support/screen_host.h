@@ -11,7 +11,7 @@ class NoHost final : public ScreenHost {
 public:
     void openScreen(const QString& target, const QString&) override { opened.append(target); }
     bool hasScreen(const QString& target) const override { return exists.contains(target); }
-    void registerChild(QWidget*) override {}
+    void registerChild(QWidget*) override { }
     QStringList opened;
     QStringList exists;
 };

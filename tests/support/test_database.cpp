@@ -67,7 +67,8 @@ public:
     }
     void waitForTheDead() const override
     {
-        const char* const others = "SELECT 1 FROM pg_stat_activity WHERE datname=current_database() AND pid<>pg_backend_pid()";
+        const char* const others
+            = "SELECT 1 FROM pg_stat_activity WHERE datname=current_database() AND pid<>pg_backend_pid()";
         while (PQntuples(checkedResult(PQexec(m_database.handle(), others)).get())) { }
     }
 

@@ -27,8 +27,8 @@ public:
     {
         return values.value(application + u'/' + section + u'/' + key, fallback);
     }
-    void set(const QString& application, const QString& section, const QString& key,
-        const QString& value) override
+    void set(
+        const QString& application, const QString& section, const QString& key, const QString& value) override
     {
         values.insert(application + u'/' + section + u'/' + key, value);
     }

@@ -76,7 +76,8 @@ Outcome create(const Arguments& arguments, QTextStream& out)
 Outcome loadDemo(const Arguments& arguments, QTextStream& out)
 {
     load(arguments, [&](Connection& connection) { fillDemoLibrary(connection, arguments.demo); });
-    out << u"已装入演示数据："_s << arguments.target.name() << u"\n操作员 "_s << DemoOperator << u"，密码 "_s << DemoPassword << u"\n"_s;
+    out << u"已装入演示数据："_s << arguments.target.name() << u"\n操作员 "_s << DemoOperator << u"，密码 "_s
+        << DemoPassword << u"\n"_s;
     return Outcome::Done;
 }
 

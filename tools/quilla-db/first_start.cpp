@@ -16,8 +16,8 @@ bool hasStoredText(const SettingsStore& settings)
 
 void storeOwnDatabase(SettingsStore& settings)
 {
-    settings.set(StoredText::Application.toString(), StoredText::Section.toString(), StoredText::Key.toString(),
-        buildConnectionText({BuiltInDataSource, u"quilla"_s, {}, {}, {}, {}}));
+    settings.set(StoredText::Application.toString(), StoredText::Section.toString(),
+        StoredText::Key.toString(), buildConnectionText({BuiltInDataSource, u"quilla"_s, {}, {}, {}, {}}));
 }
 
 } // namespace quilla

@@ -1,8 +1,8 @@
 #include "database/demo/circulation.h"
 
-#include "database/demo_library.h"
 #include "database/demo/calendar.h"
 #include "database/demo/queue.h"
+#include "database/demo_library.h"
 #include "platform/core/text.h"
 
 #include <array>

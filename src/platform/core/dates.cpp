@@ -76,11 +76,20 @@ std::optional<QTime> takeTime(QStringView& text)
 
 } // namespace
 
-QDateTime SystemClock::now() const { return QDateTime::currentDateTime(); }
+QDateTime SystemClock::now() const
+{
+    return QDateTime::currentDateTime();
+}
 
-QString isoDate(const QDate& date) { return date.toString(u"yyyy-MM-dd"); }
+QString isoDate(const QDate& date)
+{
+    return date.toString(u"yyyy-MM-dd");
+}
 
-QString isoDate(const QDateTime& moment) { return isoDate(moment.date()); }
+QString isoDate(const QDateTime& moment)
+{
+    return isoDate(moment.date());
+}
 
 QString localeDateText(const QDateTime& moment)
 {
@@ -114,6 +123,9 @@ void settleTimeZone()
     if (!qEnvironmentVariableIsSet("TZ")) qputenv("TZ", ":/etc/localtime");
 }
 
-QDate zeroDate() { return QDate(1899, 12, 30); }
+QDate zeroDate()
+{
+    return QDate(1899, 12, 30);
+}
 
 } // namespace quilla

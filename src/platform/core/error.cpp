@@ -11,7 +11,10 @@ Error::Error(int number_, QString source_, QString text_)
     Q_ASSERT(number != 0);
 }
 
-const char* Error::what() const noexcept { return m_utf8.constData(); }
+const char* Error::what() const noexcept
+{
+    return m_utf8.constData();
+}
 
 void LastError::keep(const Error& error)
 {

@@ -4,17 +4,32 @@ namespace quilla {
 
 namespace {
 
-QString kept(QStringView title) { return title.isNull() ? QString() : title.toString(); }
+QString kept(QStringView title)
+{
+    return title.isNull() ? QString() : title.toString();
+}
 
 } // namespace
 
-QString Message::shownTitle() const { return title.isNull() ? ApplicationTitle.toString() : title; }
+QString Message::shownTitle() const
+{
+    return title.isNull() ? ApplicationTitle.toString() : title;
+}
 
-void Prompt::inform(const QString& text, QStringView title) { show({text, kept(title), Icon::Information}); }
+void Prompt::inform(const QString& text, QStringView title)
+{
+    show({text, kept(title), Icon::Information});
+}
 
-void Prompt::warn(const QString& text, QStringView title) { show({text, kept(title), Icon::Warning}); }
+void Prompt::warn(const QString& text, QStringView title)
+{
+    show({text, kept(title), Icon::Warning});
+}
 
-void Prompt::stop(const QString& text, QStringView title) { show({text, kept(title), Icon::Critical}); }
+void Prompt::stop(const QString& text, QStringView title)
+{
+    show({text, kept(title), Icon::Critical});
+}
 
 bool Prompt::ask(const QString& text, QStringView title, Icon icon, Answer preset)
 {

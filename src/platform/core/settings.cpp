@@ -29,9 +29,10 @@ void makePrivate(const QString& path)
 /// What changes when another process writes the file; zeros for a missing one.
 std::array<qint64, 4> lookOf(const QByteArray& path)
 {
-    struct stat state {};
+    struct stat state { };
     if (::stat(path.constData(), &state) != 0) return {};
-    return {qint64(state.st_ino), qint64(state.st_size), qint64(state.st_mtim.tv_sec), qint64(state.st_mtim.tv_nsec)};
+    return {qint64(state.st_ino), qint64(state.st_size), qint64(state.st_mtim.tv_sec),
+        qint64(state.st_mtim.tv_nsec)};
 }
 
 } // namespace

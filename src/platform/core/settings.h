@@ -13,10 +13,10 @@ public:
     virtual ~SettingsStore() = default;
     /// The stored text, or `fallback` when the key is missing.
     virtual QString get(const QString& application, const QString& section, const QString& key,
-        const QString& fallback) const
-        = 0;
+        const QString& fallback) const = 0;
     /// Stores the text for good. Throws `Error` when it could not be written.
-    virtual void set(const QString& application, const QString& section, const QString& key, const QString& value)
+    virtual void set(
+        const QString& application, const QString& section, const QString& key, const QString& value)
         = 0;
 };
 

@@ -19,7 +19,10 @@ QString doubled(QStringView text)
     return result.replace(u'\'', u"''"_s);
 }
 
-bool sameText(QStringView left, QStringView right) { return compareText(left, right) == 0; }
+bool sameText(QStringView left, QStringView right)
+{
+    return compareText(left, right) == 0;
+}
 
 int compareText(QStringView left, QStringView right)
 {

@@ -31,7 +31,8 @@ struct Translation {
     QByteArray text; ///< UTF-8
     std::vector<Parameter> parameters; ///< in the order of the placeholders
     std::vector<Kind> columns; ///< of the result, as far as known; empty for a statement without rows
-    std::vector<QString> names; ///< of these columns as statement and schema spell them; empty for one without
+    std::vector<QString>
+        names; ///< of these columns as statement and schema spell them; empty for one without
     bool returnsRows = false;
     bool writes = false;
     int id = 0; ///< dense number of this translation, an index for the drivers' prepared statements

@@ -11,7 +11,10 @@ namespace {
 /// The longest time between two characters of one scan; no hand types that fast.
 constexpr int ScannerPause = 50; // milliseconds
 
-bool isEnter(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
+bool isEnter(int key)
+{
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
 
 bool isCharacter(const QKeyEvent& event)
 {
@@ -51,7 +54,8 @@ bool ScanGuard::eventFilter(QObject* watched, QEvent* event)
     const auto* widget = qobject_cast<QWidget*>(watched);
     if (!widget || widget->window() != &m_box) return false;
     const auto& key = static_cast<const QKeyEvent&>(*event);
-    if (event->type() == QEvent::KeyRelease) return (isCharacter(key) && key.key() != Qt::Key_Space) || (isEnter(key.key()) && !m_scans.empty());
+    if (event->type() == QEvent::KeyRelease)
+        return (isCharacter(key) && key.key() != Qt::Key_Space) || (isEnter(key.key()) && !m_scans.empty());
     return hold(key);
 }
 
