@@ -5,6 +5,7 @@
 
 #include "bench/alternate.h"
 #include "bench/bare_charge.h"
+#include "bench/no_prompt.h"
 #include "database/library_schema.h"
 #include "database/scale.h"
 #include "desk/charge_ops.h"
@@ -21,14 +22,6 @@
 using namespace quilla;
 
 namespace {
-
-class NoPrompt final : public Prompt {
-public:
-    Answer show(const Message& message) override
-    {
-        throw Error(1, u"bench"_s, u"unexpected message: "_s + message.text);
-    }
-};
 
 int number(const QCommandLineParser& options, const QString& name)
 {
@@ -90,15 +83,15 @@ int main(int argc, char** argv)
     const QStringList copies = codes(
         u"select barcode from sck where borrowstatus=1 and bookstatus='库本' and barcode not in (select barcode from yyk)"_s);
     const int rounds = number(options, u"rounds"_s);
-    int copy = scale.loans;
+    qsizetype next = 0;
+    const auto copy = [&] { return copies.at(next++); };
     const auto reader = [&](int round) { return readers[round % readers.size()]; };
     const Medians charge = alternate(
         rounds,
         [&](int round) {
-            if (ChargeBook(session, desk, scaleBarcode(++copy), reader(round)) != Charged)
-                qFatal("a charge was refused");
+            if (ChargeBook(session, desk, copy(), reader(round)) != Charged) qFatal("a charge was refused");
         },
-        [&](int round) { bare.charge(scaleBarcode(++copy).toStdString(), reader(round).toStdString()); });
+        [&](int round) { bare.charge(copy().toStdString(), reader(round).toStdString()); });
     out << QStringLiteral("charge on SQLite, %1 readers, %2 copies, %3 history rows, %4 rounds: ours %5 us, "
                           "bare %6 us, ratio %7\n")
                .arg(scale.readers)

@@ -7,6 +7,7 @@
 
 #include "bench/alternate.h"
 #include "bench/bare_charge_pg.h"
+#include "bench/no_prompt.h"
 #include "database/library_schema.h"
 #include "database/scale.h"
 #include "desk/charge_ops.h"
@@ -21,14 +22,6 @@
 using namespace quilla;
 
 namespace {
-
-class NoPrompt final : public Prompt {
-public:
-    Answer show(const Message& message) override
-    {
-        throw Error(1, u"bench"_s, u"unexpected message: "_s + message.text);
-    }
-};
 
 class CountingFactory final : public ConnectionFactory {
 public:
