@@ -1,0 +1,86 @@
+#pragma once
+
+#include "platform/ui/photo_box.h"
+#include "platform/ui/popup_menu.h"
+#include "platform/ui/text_box.h"
+#include "readers/memo_box.h"
+#include "readers/reader_card_ops.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QGroupBox>
+#include <QPushButton>
+
+namespace quilla {
+
+/// Enters a reader card or changes one, its number included. Modal; a new card is followed by the next one.
+class DzaddFrm final : public QDialog, private ReaderCardView {
+    Q_OBJECT
+
+public:
+    /// `refreshList` runs after each new card.
+    DzaddFrm(Session& session, std::function<void()> refreshList, QWidget* parent = nullptr);
+
+    /// "A" adds, "E" edits, in either case of letters; anything else cannot be saved.
+    void SetEditMode(const QString& mode);
+    /// Puts the card before the operator, or an empty one for an empty code. Behind `SetEditMode`.
+    void LoadReader(const QString& readercode);
+
+    /// Lets the operator choose a picture file: gets the dialog's filter, returns the path or nothing.
+    using PhotoChooser = std::function<QString(QWidget* parent, const QString& filter)>;
+    /// Takes the place of the file dialog.
+    void setPhotoChooser(PhotoChooser chooser) { m_choosePhoto = std::move(chooser); }
+
+    TextBox Text1[CardBox::Count]; ///< but for the remarks, which are `Memo`
+    MemoBox Memo; ///< `Text1(6)`
+    QComboBox Combo1[CardList::Count];
+    QComboBox Combo2; ///< kind of the reader's papers
+    TextBox Text2[CardDetail::Count];
+    PhotoBox ManPic; ///< its tool tip is the path that is saved
+    QGroupBox Frame2; ///< the parameters
+    QCheckBox Check1[CardCheck::Count];
+    QPushButton cmdUpdateZheng;
+    QPushButton cmdXianShi;
+    QPushButton CmdSave;
+    QPushButton CmdQuit;
+    CreateMenu PhotoMenu;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void layOut();
+    void wire();
+    void LoadCombo();
+    void fillEmptyList(int list);
+    void clearCard();
+    void showCard(const ReaderCard& card);
+    void showPapers(const ReaderPapers& papers);
+    void showStored(const LoadedCard& stored);
+    void takeType();
+    void startCodeChange();
+    void takeYears();
+    void writeToday(TextBox& box);
+    void toggleParameters();
+    void setParametersShown(bool shown);
+    void offerPhotoMenu();
+    void choosePhoto();
+    void showPhoto(const QString& file);
+    void save();
+
+    ReaderCard shownCard() const override;
+    bool hasChoices(int list) const override;
+    void setBox(int box, const QString& text) override;
+    void setList(int list, const QString& text) override;
+    void focusBox(int box) override;
+    void focusList(int list) override;
+    void showParameters() override;
+    void tellFailure(const QString& headline, const QString& detail) override;
+
+    Session& m_session;
+    std::function<void()> m_refreshList;
+    PhotoChooser m_choosePhoto;
+    CardEdit m_edit;
+};
+
+} // namespace quilla
