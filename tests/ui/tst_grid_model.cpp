@@ -1,5 +1,6 @@
 #include "platform/ui/grid_model.h"
 #include "platform/ui/grid_widths.h"
+#include "support/cases.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
@@ -201,36 +202,34 @@ private Q_SLOTS:
         QCOMPARE(grid.TextMatrix(1, 0), u"12");
     }
 
+    using SharesTheWidth = std::tuple<const WidthRule*, int, std::vector<int>>;
     void sharesTheWidth_data()
     {
-        QTest::addColumn<const WidthRule*>("rule");
-        QTest::addColumn<int>("rows");
-        QTest::addColumn<std::vector<int>>("widths");
-        // a grid 11000 wide whose height takes exactly ten lines of 300
         const auto few = 10;
         const auto full = 11;
-        QTest::newRow("parameters, small spare")
-            << &circulationParameterWidths() << few
-            << std::vector<int> {990, 840, 840, 840, 840, 840, 840, 840, 840, 840, 990, 990, 0, 0};
-        QTest::newRow("parameters, exactly full")
-            << &circulationParameterWidths() << full
-            << std::vector<int> {973, 823, 823, 823, 823, 823, 823, 823, 823, 823, 973, 973, 0, 0};
-        QTest::newRow("holidays know no spare") << &holidayWidths() << full << std::vector<int> {3000, 8000};
-        QTest::newRow("overdue, small spare")
-            << &overdueWidths() << few << std::vector<int> {1200, 2520, 1200, 1200, 1200, 1200, 1200, 1200};
-        QTest::newRow("overdue, exactly full")
-            << &overdueWidths() << full << std::vector<int> {1200, 2240, 1200, 1200, 1200, 1200, 1200, 1200};
-        QTest::newRow("lost books, small spare")
-            << &lostBookWidths() << few << std::vector<int> {1200, 3720, 1200, 1200, 1200, 1200, 1200};
-        QTest::newRow("lost books, overfull")
-            << &lostBookWidths() << 500 << std::vector<int> {1200, 3440, 1200, 1200, 1200, 1200, 1200};
+        cases<SharesTheWidth>({
+            {"parameters, small spare",
+                {&circulationParameterWidths(), few,
+                    std::vector<int> {990, 840, 840, 840, 840, 840, 840, 840, 840, 840, 990, 990, 0, 0}}},
+            {"parameters, exactly full",
+                {&circulationParameterWidths(), full,
+                    std::vector<int> {973, 823, 823, 823, 823, 823, 823, 823, 823, 823, 973, 973, 0, 0}}},
+            {"holidays know no spare", {&holidayWidths(), full, std::vector<int> {3000, 8000}}},
+            {"overdue, small spare",
+                {&overdueWidths(), few, std::vector<int> {1200, 2520, 1200, 1200, 1200, 1200, 1200, 1200}}},
+            {"overdue, exactly full",
+                {&overdueWidths(), full, std::vector<int> {1200, 2240, 1200, 1200, 1200, 1200, 1200, 1200}}},
+            {"lost books, small spare",
+                {&lostBookWidths(), few, std::vector<int> {1200, 3720, 1200, 1200, 1200, 1200, 1200}}},
+            {"lost books, overfull",
+                {&lostBookWidths(), 500, std::vector<int> {1200, 3440, 1200, 1200, 1200, 1200, 1200}}},
+        });
     }
 
     void sharesTheWidth()
     {
-        QFETCH(const WidthRule*, rule);
-        QFETCH(int, rows);
-        QTEST(gridFix(*rule, {11000, 350 + 10 * 300, 300, rows}), "widths");
+        const auto [rule, rows, widths] = given<SharesTheWidth>();
+        QCOMPARE(gridFix(*rule, {11000, 350 + 10 * 300, 300, rows}), widths);
         for (int width : gridFix(*rule, {200, 3350, 300, rows}))
             QVERIFY(width >= 0);
     }

@@ -13,9 +13,46 @@ class TestScanGuard : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void scansWaitForTheBox();
-    void handsReachTheBox_data();
-    void handsReachTheBox();
+    void scansWaitForTheBox()
+    {
+        QWidget desk;
+        QLineEdit box(&desk);
+        QStringList scanned;
+        connect(&box, &QLineEdit::returnPressed, this, [&] {
+            scanned.append(box.text());
+            box.clear();
+        });
+        desk.show();
+        QVERIFY(QTest::qWaitForWindowActive(&desk));
+        box.setFocus();
+
+        bool stillOpen = false;
+        QTimer::singleShot(0, this, [] { queueKeys(u"Y123N\rB2\r"_s); });
+        QTimer::singleShot(250, this, [&] {
+            stillOpen = QApplication::activeModalWidget();
+            qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->close();
+        });
+        QCOMPARE(DialogPrompt().show(question()), Answer::No);
+        QVERIFY(stillOpen);
+        QTRY_COMPARE(scanned, (QStringList {u"Y123N"_s, u"B2"_s}));
+    }
+
+    void handsReachTheBox_data()
+    {
+        QTest::addColumn<QString>("keys");
+        QTest::addColumn<int>("answer");
+        QTest::newRow("Y") << u"y"_s << int(Answer::Yes);
+        QTest::newRow("N") << u"n"_s << int(Answer::No);
+        QTest::newRow("Enter takes the default") << u"\r"_s << int(Answer::No);
+    }
+
+    void handsReachTheBox()
+    {
+        QFETCH(QString, keys);
+        QFETCH(int, answer);
+        QTimer::singleShot(0, this, [&] { queueKeys(keys); });
+        QCOMPARE(int(DialogPrompt().show(question())), answer);
+    }
 };
 
 namespace {
@@ -38,47 +75,6 @@ Message question()
 }
 
 } // namespace
-
-void TestScanGuard::scansWaitForTheBox()
-{
-    QWidget desk;
-    QLineEdit box(&desk);
-    QStringList scanned;
-    connect(&box, &QLineEdit::returnPressed, this, [&] {
-        scanned.append(box.text());
-        box.clear();
-    });
-    desk.show();
-    QVERIFY(QTest::qWaitForWindowActive(&desk));
-    box.setFocus();
-
-    bool stillOpen = false;
-    QTimer::singleShot(0, this, [] { queueKeys(u"Y123N\rB2\r"_s); });
-    QTimer::singleShot(250, this, [&] {
-        stillOpen = QApplication::activeModalWidget();
-        qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->close();
-    });
-    QCOMPARE(DialogPrompt().show(question()), Answer::No);
-    QVERIFY(stillOpen);
-    QTRY_COMPARE(scanned, (QStringList {u"Y123N"_s, u"B2"_s}));
-}
-
-void TestScanGuard::handsReachTheBox_data()
-{
-    QTest::addColumn<QString>("keys");
-    QTest::addColumn<int>("answer");
-    QTest::newRow("Y") << u"y"_s << int(Answer::Yes);
-    QTest::newRow("N") << u"n"_s << int(Answer::No);
-    QTest::newRow("Enter takes the default") << u"\r"_s << int(Answer::No);
-}
-
-void TestScanGuard::handsReachTheBox()
-{
-    QFETCH(QString, keys);
-    QFETCH(int, answer);
-    QTimer::singleShot(0, this, [&] { queueKeys(keys); });
-    QCOMPARE(int(DialogPrompt().show(question())), answer);
-}
 
 QTEST_MAIN(TestScanGuard)
 #include "tst_scan_guard.moc"

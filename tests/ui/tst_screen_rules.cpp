@@ -1,3 +1,4 @@
+#include "support/cases.h"
 #include "ui/recording_prompt.h"
 
 #include "platform/ui/caption.h"
@@ -96,29 +97,27 @@ private Q_SLOTS:
         QCOMPARE(platformDate(text, QDate(2004, 3, 9)).value_or(QDate()), date);
     }
 
+    using FiltersDigits = std::tuple<int, bool, bool>;
     void filtersDigits_data()
     {
-        QTest::addColumn<int>("code");
-        QTest::addColumn<bool>("titles");
-        QTest::addColumn<bool>("readers");
-        QTest::newRow("slash") << int('/') << true << true;
-        QTest::newRow("before it") << int('.') << false << false;
-        QTest::newRow("0") << int('0') << true << true;
-        QTest::newRow("9") << int('9') << true << true;
-        QTest::newRow("colon") << int(':') << true << true;
-        QTest::newRow("behind it") << int(';') << false << false;
-        QTest::newRow("backspace") << 8 << true << true;
-        QTest::newRow("enter") << 13 << true << true;
-        QTest::newRow("escape") << 27 << false << true;
-        QTest::newRow("wide digit") << 0xff11 << false << false;
-        QTest::newRow("blank") << 32 << false << false;
+        cases<FiltersDigits>({
+            {"slash", {int('/'), true, true}},
+            {"before it", {int('.'), false, false}},
+            {"0", {int('0'), true, true}},
+            {"9", {int('9'), true, true}},
+            {"colon", {int(':'), true, true}},
+            {"behind it", {int(';'), false, false}},
+            {"backspace", {8, true, true}},
+            {"enter", {13, true, true}},
+            {"escape", {27, false, true}},
+            {"wide digit", {0xff11, false, false}},
+            {"blank", {32, false, false}},
+        });
     }
 
     void filtersDigits()
     {
-        QFETCH(int, code);
-        QFETCH(bool, titles);
-        QFETCH(bool, readers);
+        const auto [code, titles, readers] = given<FiltersDigits>();
         RecordingPrompt prompt;
         QCOMPARE(passesFilter(titleRankingFilter(), QChar(code), prompt), titles);
         QCOMPARE(passesFilter(readerRankingFilter(), QChar(code), prompt), readers);
@@ -129,24 +128,23 @@ private Q_SLOTS:
         QCOMPARE(prompt.shown[1].shownTitle(), u"操作提示");
     }
 
+    using KeepsModeLetters = std::tuple<QString, QString, QString>;
     void keepsModeLetters_data()
     {
-        QTest::addColumn<QString>("mode");
-        QTest::addColumn<QString>("letter");
-        QTest::addColumn<QString>("enabled");
-        QTest::newRow("add") << u"a"_s << u"A"_s << u"add save"_s;
-        QTest::newRow("edit") << u"E"_s << u"E"_s << u"save"_s;
-        QTest::newRow("show") << u"v"_s << u"V"_s << u""_s;
-        QTest::newRow("nothing") << u""_s << u""_s << u""_s;
-        QTest::newRow("more than a letter") << u"add"_s << u"ADD"_s << u""_s;
+        cases<KeepsModeLetters>({
+            {"add", {u"a"_s, u"A"_s, u"add save"_s}},
+            {"edit", {u"E"_s, u"E"_s, u"save"_s}},
+            {"show", {u"v"_s, u"V"_s, u""_s}},
+            {"nothing", {u""_s, u""_s, u""_s}},
+            {"more than a letter", {u"add"_s, u"ADD"_s, u""_s}},
+        });
     }
 
     void keepsModeLetters()
     {
-        QFETCH(QString, mode);
-        QFETCH(QString, enabled);
+        const auto [mode, letter, enabled] = given<KeepsModeLetters>();
         const EditorMode kept(mode);
-        QTEST(kept.letter(), "letter");
+        QCOMPARE(kept.letter(), letter);
         QCOMPARE(kept.mayAdd(), enabled.contains(u"add"));
         QCOMPARE(kept.maySave(), enabled.contains(u"save"));
     }

@@ -1,3 +1,4 @@
+#include "support/cases.h"
 #include "ui/recording_prompt.h"
 
 #include "platform/ui/date_range.h"
@@ -151,26 +152,26 @@ private Q_SLOTS:
         QVERIFY(!visibleTip());
     }
 
+    using MenuCountsSeparators = std::tuple<int, int, QString>;
     void menuCountsSeparators_data()
     {
-        QTest::addColumn<int>("chosen");
-        QTest::addColumn<int>("number");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("first") << 1 << 1 << u"增加"_s;
-        QTest::newRow("behind a separator") << 3 << 3 << u"删除"_s;
-        QTest::newRow("dismissed") << 0 << 0 << u""_s;
-        QTest::newRow("a separator is no choice") << 2 << 0 << u""_s;
+        cases<MenuCountsSeparators>({
+            {"first", {1, 1, u"增加"_s}},
+            {"behind a separator", {3, 3, u"删除"_s}},
+            {"dismissed", {0, 0, u""_s}},
+            {"a separator is no choice", {2, 0, u""_s}},
+        });
     }
 
     void menuCountsSeparators()
     {
-        QFETCH(int, chosen);
+        const auto [chosen, number, text] = given<MenuCountsSeparators>();
         CreateMenu menu;
         menu.setChooser([](const QStringList&) { return 1; });
         menu.Popup({u"前"_s});
         menu.setChooser([chosen](const QStringList&) { return chosen; });
-        QTEST(menu.Popup({u" 增加 "_s, u" - "_s, u"删除"_s}), "number");
-        QTEST(menu.SelMenuString(), "text");
+        QCOMPARE(menu.Popup({u" 增加 "_s, u" - "_s, u"删除"_s}), number);
+        QCOMPARE(menu.SelMenuString(), text);
     }
 
     void menuServesKeysAndDismissal()
@@ -262,24 +263,22 @@ private Q_SLOTS:
         QCOMPARE(month.Text(), u"2003-07");
     }
 
+    using PromptAnswers = std::tuple<int, int, int>;
     void promptAnswers_data()
     {
-        QTest::addColumn<int>("preset");
-        QTest::addColumn<int>("key");
-        QTest::addColumn<int>("answer");
-        QTest::newRow("the default is Yes") << int(Answer::Yes) << int(Qt::Key_Return) << int(Answer::Yes);
-        QTest::newRow("or No") << int(Answer::No) << int(Qt::Key_Return) << int(Answer::No);
-        QTest::newRow("Y") << int(Answer::No) << int(Qt::Key_Y) << int(Answer::Yes);
-        QTest::newRow("N") << int(Answer::Yes) << int(Qt::Key_N) << int(Answer::No);
-        QTest::newRow("Esc") << int(Answer::Yes) << int(Qt::Key_Escape) << int(Answer::No);
-        QTest::newRow("closed") << int(Answer::Yes) << 0 << int(Answer::No);
+        cases<PromptAnswers>({
+            {"the default is Yes", {int(Answer::Yes), int(Qt::Key_Return), int(Answer::Yes)}},
+            {"or No", {int(Answer::No), int(Qt::Key_Return), int(Answer::No)}},
+            {"Y", {int(Answer::No), int(Qt::Key_Y), int(Answer::Yes)}},
+            {"N", {int(Answer::Yes), int(Qt::Key_N), int(Answer::No)}},
+            {"Esc", {int(Answer::Yes), int(Qt::Key_Escape), int(Answer::No)}},
+            {"closed", {int(Answer::Yes), 0, int(Answer::No)}},
+        });
     }
 
     void promptAnswers()
     {
-        QFETCH(int, preset);
-        QFETCH(int, key);
-        QFETCH(int, answer);
+        const auto [preset, key, answer] = given<PromptAnswers>();
         const WaitCursor outer;
         const WaitCursor inner;
         atMessage([key](QMessageBox& box) {
