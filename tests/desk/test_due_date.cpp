@@ -1,45 +1,53 @@
 #include "desk/due_date_ops.h"
+#include "support/cases.h"
 #include "support/test_library.h"
 
 #include <QTest>
 
 using namespace quilla;
 
+namespace {
+
+std::vector<Holiday> holidays(const QString& periods)
+{
+    std::vector<Holiday> all;
+    for (const QString& period : periods.split(u',', Qt::SkipEmptyParts))
+        all.push_back(*readHoliday(period));
+    return all;
+}
+
+} // namespace
+
 class TestDueDate : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    using Moves = std::tuple<int, QString, QString>;
+    /// Charged on 2026-03-01.
     void moves_data()
     {
-        QTest::addColumn<int>("days");
-        QTest::addColumn<QStringList>("periods");
-        QTest::addColumn<QString>("due");
-        const auto row = [](const char* name, int days, const QStringList& periods, const QString& due) {
-            QTest::newRow(name) << days << periods << due;
-        };
-        // Charged on 2026-03-01.
-        row("before the loan", 30, {u"2026-02-01 2026-02-28"_s}, u"2026-03-31"_s);
-        row("after the due date", 30, {u"2026-04-01 2026-04-05"_s}, u"2026-03-31"_s);
-        row("wholly inside, six days", 30, {u"2026-03-10 2026-03-15"_s}, u"2026-04-01"_s);
-        row("wholly inside, one day", 30, {u"2026-03-10 2026-03-10"_s}, u"2026-04-01"_s);
-        row("runs past the due date", 30, {u"2026-03-25 2026-04-04"_s}, u"2026-04-11"_s);
-        row("ends on the due date", 30, {u"2026-03-25 2026-03-31"_s}, u"2026-04-07"_s);
-        row("begins on the due date", 30, {u"2026-03-31 2026-04-02"_s}, u"2026-04-03"_s);
-        row("runs already", 30, {u"2026-02-20 2026-03-05"_s}, u"2026-04-04"_s);
-        row("begins on the day of the charge", 30, {u"2026-03-01 2026-03-05"_s}, u"2026-04-04"_s);
-        row("covers the whole loan", 10, {u"2026-02-20 2026-03-20"_s}, u"2026-03-30"_s);
-        row("two, the second reached by the first", 30,
-            {u"2026-03-25 2026-04-04"_s, u"2026-04-10 2026-04-20"_s}, u"2026-05-05"_s);
-        row("the start moves with each", 30, {u"2026-03-05 2026-03-07"_s, u"2026-03-06 2026-03-09"_s},
-            u"2026-04-08"_s);
-        row("none", 7, {}, u"2026-03-08"_s);
+        cases<Moves>({
+            {"before the loan", {30, u"2026-02-01 2026-02-28"_s, u"2026-03-31"_s}},
+            {"after the due date", {30, u"2026-04-01 2026-04-05"_s, u"2026-03-31"_s}},
+            {"wholly inside, six days", {30, u"2026-03-10 2026-03-15"_s, u"2026-04-01"_s}},
+            {"wholly inside, one day", {30, u"2026-03-10 2026-03-10"_s, u"2026-04-01"_s}},
+            {"runs past the due date", {30, u"2026-03-25 2026-04-04"_s, u"2026-04-11"_s}},
+            {"ends on the due date", {30, u"2026-03-25 2026-03-31"_s, u"2026-04-07"_s}},
+            {"begins on the due date", {30, u"2026-03-31 2026-04-02"_s, u"2026-04-03"_s}},
+            {"runs already", {30, u"2026-02-20 2026-03-05"_s, u"2026-04-04"_s}},
+            {"begins on the day of the charge", {30, u"2026-03-01 2026-03-05"_s, u"2026-04-04"_s}},
+            {"covers the whole loan", {10, u"2026-02-20 2026-03-20"_s, u"2026-03-30"_s}},
+            {"two, the second reached by the first",
+                {30, u"2026-03-25 2026-04-04,2026-04-10 2026-04-20"_s, u"2026-05-05"_s}},
+            {"the start moves with each",
+                {30, u"2026-03-05 2026-03-07,2026-03-06 2026-03-09"_s, u"2026-04-08"_s}},
+            {"none", {7, {}, u"2026-03-08"_s}},
+        });
     }
 
     void moves()
     {
-        QFETCH(int, days);
-        QFETCH(QStringList, periods);
-        QFETCH(QString, due);
+        const auto [days, periods, due] = given<Moves>();
         QCOMPARE(isoDate(moveOverHolidays(QDate(2026, 3, 1), days, holidays(periods))), due);
     }
 
@@ -78,18 +86,6 @@ private Q_SLOTS:
         QVERIFY(!library.session.error.isSet());
     }
 };
-
-namespace {
-
-std::vector<Holiday> holidays(const QStringList& periods)
-{
-    std::vector<Holiday> all;
-    for (const QString& period : periods)
-        all.push_back(*readHoliday(period));
-    return all;
-}
-
-} // namespace
 
 QTEST_GUILESS_MAIN(TestDueDate)
 #include "test_due_date.moc"

@@ -26,20 +26,11 @@ private Q_SLOTS:
         QCOMPARE(m_desk.takeDone(), u"empty barcode"_s);
     }
 
-    void unknownReader()
-    {
-        m_desk.panel[0] = u"old"_s;
-        m->prompt.expect(u"无效读者号，取消该操作。"_s).titled(u"操作提示").icon(Icon::Warning);
-        ShowReader(m->session, m_desk, u"' or 1=1 --"_s);
-        QCOMPARE(m_desk.panel, ReaderPanel());
-        QCOMPARE(m_desk.takeDone(), u"empty reader, focus reader"_s);
-    }
-
     using RepairsTheState = std::tuple<QString, QString, QString>;
     void repairsTheState_data()
     {
         cases<RepairsTheState>({
-            {"passed", {u"有效"_s, u"2026-03-09"_s, u"超期"_s}},
+
             {"last day is today", {u"有效"_s, u"2026-03-10"_s, u"超期"_s}},
             {"ahead", {u"有效"_s, u"2026-03-11"_s, u"有效"_s}},
             {"extended", {u"超期"_s, u"2026-03-11"_s, u"有效"_s}},

@@ -38,7 +38,7 @@ private Q_SLOTS:
             {"no card, all", {false, {}, u"O'NeilR3 王一R1 王一R2"_s}},
             {"every reader, all", {true, {}, u"O'NeilR3 王一R1 王一R2 王二R4"_s}},
             {"no card, part of a name", {false, u"王"_s, u"王一R1 王一R2"_s}},
-            {"every reader, part of a name", {true, u"二"_s, u"王二R4"_s}},
+
             {"quote", {false, u"o'n"_s, u"O'NeilR3"_s}},
         });
     }
@@ -89,34 +89,25 @@ private Q_SLOTS:
         QCOMPARE(m_form->Text2[2].text() + m_form->Text2[11].text() + m_form->Text2[14].text(), QString());
     }
 
-    void photos_data()
-    {
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<bool>("shown");
-        QTest::newRow("picture") << u"face.png"_s << true;
-        QTest::newRow("missing") << u"gone.png"_s << false;
-        QTest::newRow("no picture") << u"library.db"_s << false;
-        QTest::newRow("none") << QString() << false;
-    }
-
     void photos()
     {
-        QFETCH(QString, file);
         QImage face(300, 400, QImage::Format_RGB32);
         face.fill(Qt::gray);
         QVERIFY(face.save(m->folder.filePath(u"face.png"_s)));
-        const auto give = [&](const QString& reader, const QString& name) {
-            const QString path = name.isEmpty() ? u"null"_s : u'\'' + m->folder.filePath(name) + u'\'';
-            m->send(u"update dzk set photo=%1 where readercode='%2'"_s.arg(path, reader));
+        const auto give = [&](const QString& reader, const QString& path) {
+            m->send(u"update dzk set photo='%1' where readercode='%2'"_s.arg(path, reader));
         };
-        give(u"R1"_s, u"face.png"_s);
-        give(u"R3"_s, file);
+        const auto shown = [&] { return !m_form->Image1.pixmap(Qt::ReturnByValue).isNull(); };
+        give(u"R1"_s, m->folder.filePath(u"face.png"_s));
         open();
-        search(u"王"_s);
-        m_form->Grid1.setRow(m_form->Grid1.cells().findRow(u"R1"_s, 1));
-        QVERIFY(!m_form->Image1.pixmap(Qt::ReturnByValue).isNull());
-        search(u"neil"_s);
-        QTEST(!m_form->Image1.pixmap(Qt::ReturnByValue).isNull(), "shown");
+        for (const QString& faulty : {m->folder.filePath(u"gone.png"_s), u"/dev/null"_s, QString()}) {
+            give(u"R3"_s, faulty);
+            search(u"王"_s);
+            m_form->Grid1.setRow(m_form->Grid1.cells().findRow(u"R1"_s, 1));
+            QVERIFY(shown());
+            search(u"neil"_s);
+            QVERIFY2(!shown(), qPrintable(faulty));
+        }
     }
 
     void sameNameTakesTheLineShown()
@@ -154,24 +145,18 @@ private Q_SLOTS:
         QCOMPARE(m_form->PickedCode, u"R3"_s);
     }
 
-    void leavingTakesNobody_data()
-    {
-        QTest::addColumn<bool>("byButton");
-        QTest::newRow("button") << true;
-        QTest::newRow("close box") << false;
-    }
-
     void leavingTakesNobody()
     {
-        QFETCH(bool, byButton);
-        open();
-        m_form->PickedCode = u"R1"_s;
-        if (byButton)
-            m_form->Command2[1].click();
-        else
-            m_form->close();
-        QVERIFY(!m_form->isVisible());
-        QCOMPARE(m_form->PickedCode, QString());
+        for (const bool byButton : {true, false}) {
+            open();
+            m_form->PickedCode = u"R1"_s;
+            if (byButton)
+                m_form->Command2[1].click();
+            else
+                m_form->close();
+            QVERIFY(!m_form->isVisible());
+            QCOMPARE(m_form->PickedCode, QString());
+        }
     }
 
     void readerGone()

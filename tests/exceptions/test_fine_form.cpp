@@ -1,10 +1,8 @@
-#include "exceptions/desk_fine_dialog.h"
 #include "exceptions/fine_form.h"
-#include "support/test_library.h"
+#include "exceptions/fine_screen_double.h"
 #include "support/window_steps.h"
 
 #include <QApplication>
-#include <QTimer>
 
 using namespace quilla;
 
@@ -16,8 +14,7 @@ private Q_SLOTS:
     void init()
     {
         m = std::make_unique<TestLibrary>();
-        m->reader(u"R1"_s,
-            {{u"name"_s, u"甲"_s}, {u"fine"_s, u"0.1"_s}, {u"defile"_s, u"0.5"_s}, {u"lost"_s, u"2"_s}});
+        m->reader(u"R1"_s, FineRules);
         m->copy(u"B1"_s);
         m->copy(u"B2"_s);
         m->loan(u"B1"_s, u"R1"_s, u"2026-03-07"_s);
@@ -109,29 +106,6 @@ private Q_SLOTS:
         m_form->Command1[2].click();
         QVERIFY(!m_form->isVisible());
         QCOMPARE(m_form->SavedFlag(), u"yes"_s);
-    }
-
-    void deskLearnsOfTheSettlement_data()
-    {
-        QTest::addColumn<int>("button");
-        QTest::addColumn<bool>("settled");
-        QTest::newRow("saved") << 1 << true;
-        QTest::newRow("closed") << 2 << false;
-    }
-
-    void deskLearnsOfTheSettlement()
-    {
-        QFETCH(int, button);
-        QString reader;
-        QTimer::singleShot(0, this, [&] {
-            auto* form = qobject_cast<FKmangerFrm*>(QApplication::activeModalWidget());
-            QVERIFY(form);
-            reader = form->Text1[0].text();
-            form->Command1[button].click();
-        });
-        DeskFineDialog dialog(m->session);
-        QTEST(dialog.settle(u"B1"_s), "settled");
-        QCOMPARE(reader, u"R1"_s);
     }
 
 private:
