@@ -49,10 +49,9 @@ private Q_SLOTS:
         QCOMPARE(localeDateText(QDateTime()), QString());
     }
 
-    using TextsCompare = std::tuple<QString, QString, bool>;
     void textsCompare_data()
     {
-        cases<TextsCompare>({
+        cases<QString, QString, bool>({
             {"case", {u"abC1"_s, u"ABc1"_s, true}},
             {"blanks behind", {u"有效"_s, u"有效  "_s, true}},
             {"blank in front", {u" a"_s, u"a"_s, false}},
@@ -65,7 +64,7 @@ private Q_SLOTS:
 
     void textsCompare()
     {
-        const auto [left, right, same] = given<TextsCompare>();
+        const auto [left, right, same] = given<QString, QString, bool>();
         QCOMPARE(sameText(left, right), same);
         QCOMPARE(sameText(right, left), same);
     }

@@ -99,10 +99,9 @@ private Q_SLOTS:
         QCOMPARE(found, expected);
     }
 
-    using ScaleDataIsSound = std::tuple<int, int, int, int>;
     void scaleDataIsSound_data()
     {
-        cases<ScaleDataIsSound>({
+        cases<int, int, int, int>({
             {"fewer loans than readers", {100, 900, 70, 2}},
             {"loans not shared evenly", {100, 901, 250, 2}},
             {"more loans than copies", {50, 60, 1000, 0}},
@@ -112,7 +111,7 @@ private Q_SLOTS:
 
     void scaleDataIsSound()
     {
-        const auto [readers, copies, loans, holds] = given<ScaleDataIsSound>();
+        const auto [readers, copies, loans, holds] = given<int, int, int, int>();
         TestBase base([&](Connection& connection) {
             fillScaleData(connection,
                 {.readers = readers,

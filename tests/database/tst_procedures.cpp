@@ -156,6 +156,37 @@ using Fill = void (*)(Circulation&);
 
 Q_DECLARE_METATYPE(Fill)
 
+namespace {
+
+/// A server that takes everything and keeps what it was sent.
+class RecordingServer final : public Driver {
+public:
+    explicit RecordingServer(QStringList& sent)
+        : m_sent(sent)
+    {
+    }
+    sql::Engine engine() const override { return sql::Engine::SqlServer; }
+    bool hasOneWriter() const override { return false; }
+    bool isAlive() override { return true; }
+    int execute(const sql::Translation& statement, const std::vector<sql::Literal>&) override
+    {
+        m_sent += QString::fromUtf8(statement.text);
+        return 0;
+    }
+    std::unique_ptr<Cursor> query(const sql::Translation&, const std::vector<sql::Literal>&) override
+    {
+        return {};
+    }
+    void begin(OnFailure) override { }
+    void commit() override { }
+    void rollback() override { }
+
+private:
+    QStringList& m_sent;
+};
+
+} // namespace
+
 class TestProcedures : public QObject {
     Q_OBJECT
 
@@ -173,13 +204,12 @@ private:
     std::map<Fill, std::unique_ptr<Circulation>> m_libraries;
 
 private Q_SLOTS:
-    using Figures = std::tuple<Fill, QString, QStringList>;
     void figures_data()
     {
         const QStringList february {u"1 借出册数=2 还回册数=1 读者人次=2"_s, u"14 还回册数=1 读者人次=1"_s,
             u"15 还回册数=1 过期册数=1 罚款金额=0.3 读者人次=1"_s, u"28 借出册数=1 读者人次=1 注销册数=1"_s,
             u"合计 借出册数=3 还回册数=3 过期册数=1 罚款金额=0.3 读者人次=5 注销册数=1"_s, u"29x7"_s};
-        cases<Figures>({
+        cases<Fill, QString, QStringList>({
             {"work of a month", {Fill(fillWorkload), u"exec dbo.YueLiuTongTJ '2026-2',28"_s, february}},
             {"month with a 0", {Fill(fillWorkload), u"exec yueliutongtj '2026-02','28'"_s, february}},
             {"work of a year",
@@ -217,7 +247,7 @@ private Q_SLOTS:
 
     void figures()
     {
-        const auto [fill, call, expected] = given<Figures>();
+        const auto [fill, call, expected] = given<Fill, QString, QStringList>();
         Circulation& library = filled(fill);
         QCOMPARE(library.figures(call).join(u'\n'), expected.join(u'\n'));
     }
@@ -380,37 +410,6 @@ private Q_SLOTS:
         QCOMPARE(sent.filter(u"create procedure dbo."_s).size(), 9);
     }
 };
-
-namespace {
-
-/// A server that takes everything and keeps what it was sent.
-class RecordingServer final : public Driver {
-public:
-    explicit RecordingServer(QStringList& sent)
-        : m_sent(sent)
-    {
-    }
-    sql::Engine engine() const override { return sql::Engine::SqlServer; }
-    bool hasOneWriter() const override { return false; }
-    bool isAlive() override { return true; }
-    int execute(const sql::Translation& statement, const std::vector<sql::Literal>&) override
-    {
-        m_sent += QString::fromUtf8(statement.text);
-        return 0;
-    }
-    std::unique_ptr<Cursor> query(const sql::Translation&, const std::vector<sql::Literal>&) override
-    {
-        return {};
-    }
-    void begin(OnFailure) override { }
-    void commit() override { }
-    void rollback() override { }
-
-private:
-    QStringList& m_sent;
-};
-
-} // namespace
 
 QTEST_GUILESS_MAIN(TestProcedures)
 #include "tst_procedures.moc"

@@ -97,14 +97,13 @@ private Q_SLOTS:
     }
 
     /// Given one loan due on `due` of a copy in `state`.
-    using Views = std::tuple<QString, QString, QString>;
     void views_data()
     {
         const QString open
             = u"select readercode,name,readerclass,readunit,barcode,bookname,author,price,orderdate,yhdate,"
               "operater,fine,defile,lost from JhskV"_s;
         const QString overdue = u"select barcode,cqday from JHSKCQV"_s;
-        cases<Views>({
+        cases<QString, QString, QString>({
             {"an open loan with reader and book",
                 {{}, open, u"R1|张三|教师|中文系|B1|书|作者|25|2003-09-01|2003-10-01|op|0.1|1|3"_s}},
             {"due today is not overdue", {{}, overdue, {}}},
@@ -133,7 +132,7 @@ private Q_SLOTS:
 
     void views()
     {
-        const auto [change, select, expected] = given<Views>();
+        const auto [change, select, expected] = given<QString, QString, QString>();
         TestBase base([](Connection& filled) {
             filled.execute(u"insert into zsk(bookname,author) values('书','作者')");
             filled.execute(

@@ -9,6 +9,16 @@
 
 using namespace quilla;
 
+namespace {
+
+const QString Script
+    = u"create table book (bookid int identity(1,1) not null primary key, code varchar(20) not null, "
+      "name varchar(50), price decimal(8,3), lent bit default 0, day datetime, memo varchar(20000))\n"
+      "go\n"
+      "create index ix_book_code on book (code)\n"_s;
+
+} // namespace
+
 /// The driver for servers, on a real PostgreSQL.
 class TestOdbc : public QObject {
     Q_OBJECT
@@ -397,16 +407,6 @@ private:
     sql::Schema m_schema;
     std::unique_ptr<PooledFactory> m_factory;
 };
-
-namespace {
-
-const QString Script
-    = u"create table book (bookid int identity(1,1) not null primary key, code varchar(20) not null, "
-      "name varchar(50), price decimal(8,3), lent bit default 0, day datetime, memo varchar(20000))\n"
-      "go\n"
-      "create index ix_book_code on book (code)\n"_s;
-
-} // namespace
 
 QTEST_GUILESS_MAIN(TestOdbc)
 #include "tst_odbc.moc"

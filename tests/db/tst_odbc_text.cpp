@@ -6,6 +6,20 @@
 
 using namespace quilla;
 
+namespace {
+
+const std::vector<std::pair<QString, QString>> Sources {{u"tushu"_s, u"PostgreSQL Unicode"_s},
+    {u"jiu"_s, u"/usr/lib/odbc/libtdsodbc.so"_s}, {u"other"_s, u"Some Driver"_s}};
+
+/// What is appended for PostgreSQL when the stored text tells none of it.
+const QString Postgres
+    = u"UseServerSidePrepare=1;Protocol=7.4-0;UseDeclareFetch=0;UpdatableCursors=0;BoolsAsChar=0;"
+      u"LFConversion=0;"
+      "Parse=0;CommLog=0;Debug=0;"
+      "pqopt={keepalives_idle=15 keepalives_interval=5 keepalives_count=3 tcp_user_timeout=30000};"_s;
+
+} // namespace
+
 /// What the driver manager is given for a stored text; no server is asked.
 class TestOdbcText : public QObject {
     Q_OBJECT
@@ -86,20 +100,6 @@ private Q_SLOTS:
         QVERIFY(!told.contains(u"geheim"_s));
     }
 };
-
-namespace {
-
-const std::vector<std::pair<QString, QString>> Sources {{u"tushu"_s, u"PostgreSQL Unicode"_s},
-    {u"jiu"_s, u"/usr/lib/odbc/libtdsodbc.so"_s}, {u"other"_s, u"Some Driver"_s}};
-
-/// What is appended for PostgreSQL when the stored text tells none of it.
-const QString Postgres
-    = u"UseServerSidePrepare=1;Protocol=7.4-0;UseDeclareFetch=0;UpdatableCursors=0;BoolsAsChar=0;"
-      u"LFConversion=0;"
-      "Parse=0;CommLog=0;Debug=0;"
-      "pqopt={keepalives_idle=15 keepalives_interval=5 keepalives_count=3 tcp_user_timeout=30000};"_s;
-
-} // namespace
 
 QTEST_GUILESS_MAIN(TestOdbcText)
 #include "tst_odbc_text.moc"

@@ -121,10 +121,9 @@ private Q_SLOTS:
         QVERIFY(!LikePattern(view(pattern)).matches(view(QByteArray("a").repeated(2000))));
     }
 
-    using Difference = std::tuple<QByteArray, QString, QString, qint64>;
     void difference_data()
     {
-        cases<Difference>({
+        cases<QByteArray, QString, QString, qint64>({
             {"borders, not days", {QByteArray("day"), u"2004-03-01 23:59:59"_s, u"2004-03-02"_s, qint64(1)}},
             {"same day", {QByteArray("day"), u"2004-03-01"_s, u"2004-03-01 23:59:59"_s, qint64(0)}},
             {"backwards", {QByteArray("day"), u"2004-03-01"_s, u"2004-02-28"_s, qint64(-2)}},
@@ -139,15 +138,14 @@ private Q_SLOTS:
 
     void difference()
     {
-        const auto [unit, from, to, difference] = given<Difference>();
+        const auto [unit, from, to, difference] = given<QByteArray, QString, QString, qint64>();
         QCOMPARE(dateDifference(view(unit), *readMoment(from), *readMoment(to)), difference);
         QVERIFY(!dateDifference("dy", *readMoment(from), *readMoment(to)));
     }
 
-    using Add = std::tuple<QByteArray, qint64, QString, QString>;
     void add_data()
     {
-        cases<Add>({
+        cases<QByteArray, qint64, QString, QString>({
             {"short month", {QByteArray("month"), qint64(1), u"2004-01-31"_s, u"2004-02-29"_s}},
             {"keeps the time",
                 {QByteArray("year"), qint64(-1), u"2004-02-29 8:00:00"_s, u"2003-02-28 8:00:00"_s}},
@@ -162,7 +160,7 @@ private Q_SLOTS:
 
     void add()
     {
-        const auto [unit, number, from, to] = given<Add>();
+        const auto [unit, number, from, to] = given<QByteArray, qint64, QString, QString>();
         QCOMPARE(dateAdd(view(unit), number, *readMoment(from)), readMoment(to));
     }
 

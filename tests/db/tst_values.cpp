@@ -18,12 +18,11 @@ class TestValues : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    using Reads = std::tuple<Value, QString, QVariant, QVariant, bool>;
     void reads_data()
     {
         const QVariant none;
         const auto decimal = [](const QString& digits) { return Value(DecimalText {digits}); };
-        cases<Reads>({
+        cases<Value, QString, QVariant, QVariant, bool>({
             {"null", {Value(), {}, none, none, false}},
             {"bit", {Value(true), u"True"_s, QVariant(1), QVariant(1.0), true}},
             {"bit off", {Value(false), u"False"_s, QVariant(0), QVariant(0.0), false}},
@@ -43,7 +42,7 @@ private Q_SLOTS:
 
     void reads()
     {
-        const auto [value, text, integer, number, isTrue] = given<Reads>();
+        const auto [value, text, integer, number, isTrue] = given<Value, QString, QVariant, QVariant, bool>();
         QCOMPARE(value.text(), text);
         QCOMPARE(value.integer().has_value(), integer.isValid());
         if (integer.isValid()) QCOMPARE(*value.integer(), integer.toLongLong());

@@ -54,9 +54,9 @@ private Q_SLOTS:
         QCOMPARE(m_desk.takeDone(), QString());
     }
 
-    using Refusals = std::tuple<QString, QString, QString, int, QString, QString, int, QString>;
     void refusals_data()
     {
+        using Case = std::tuple<QString, QString, QString, int, QString, QString, int, QString>;
         const QString own = u"青简台"_s;
         const QString hint = u"提示"_s;
         constexpr int info = int(Icon::Information);
@@ -65,13 +65,13 @@ private Q_SLOTS:
         const QString selects = u"select barcode"_s;
         const auto copy = [](const char* values) { return u"update sck set "_s + QString::fromUtf8(values); };
         const auto unknown = [&](const QString& before, const QString& barcode) {
-            return Refusals {before, barcode, u"R1"_s, 4, NoSuchCopyText, hint, info, selects};
+            return Case {before, barcode, u"R1"_s, 4, NoSuchCopyText, hint, info, selects};
         };
         const auto barred
             = [&](const QString& before, int result, const QString& text, const QString& title) {
-                  return Refusals {before, u"B1"_s, u"R1"_s, result, text, title, info, selects};
+                  return Case {before, u"B1"_s, u"R1"_s, result, text, title, info, selects};
               };
-        cases<Refusals>({
+        cases<QString, QString, QString, int, QString, QString, int, QString>({
             {"no reader code", {{}, u"B1"_s, {}, 1, {}, {}, 0, {}}},
             {"no barcode", {{}, {}, u"R1"_s, 1, {}, {}, 0, {}}},
             {"unknown reader", {{}, u"B1"_s, u"R9"_s, 2, NoSuchReaderText, hint, warning, u"focus reader"_s}},
@@ -90,7 +90,8 @@ private Q_SLOTS:
 
     void refusals()
     {
-        const auto [before, barcode, reader, result, text, title, icon, done] = given<Refusals>();
+        const auto [before, barcode, reader, result, text, title, icon, done]
+            = given<QString, QString, QString, int, QString, QString, int, QString>();
         if (!before.isEmpty()) m->send(before);
         const QString all = m->everything();
         if (!text.isEmpty()) m->prompt.expect(text).titled(title).icon(Icon(icon));
@@ -102,14 +103,13 @@ private Q_SLOTS:
         m->send(u"update sck set borrowstatus=1,bookstatus='库本'"_s);
     }
 
-    using Cards = std::tuple<QString, QString, QString>;
     void cards_data()
     {
         const QString lost = u"该读者证在挂失中。。。"_s;
         const QString cancelled = u"该读者证已注销！"_s;
         const QString expired = u"该读者证已过期"_s;
         const QString invalid = u"读者证过期或无效！"_s;
-        cases<Cards>({
+        cases<QString, QString, QString>({
 
             {"valid, no term", {u"有效"_s, u"null"_s, {}}},
             {"valid, blanks behind", {u"有效  "_s, u"2026-03-11"_s, {}}},
@@ -124,7 +124,7 @@ private Q_SLOTS:
 
     void cards()
     {
-        const auto [status, term, text] = given<Cards>();
+        const auto [status, term, text] = given<QString, QString, QString>();
         m->reader(u"C1"_s, {{u"readstatus"_s, status}, {u"term"_s, term}});
         if (!text.isEmpty()) m->prompt.expect(text).titled(u"提示").icon(Icon::Information);
         QCOMPARE(charge(u"B1"_s, u"C1"_s), text.isEmpty() ? 0 : 5);
@@ -169,13 +169,11 @@ private Q_SLOTS:
         QCOMPARE(m->value(u"select yhdate from jhsk"_s), due);
     }
 
-    using Holds = std::tuple<QString, QString, bool, QString>;
-    using Holds = std::tuple<QString, QString, Answer, int, QString>;
     void holds_data()
     {
         constexpr Answer none = Answer::Ok;
         const QString ahead = u"2026-03-11"_s;
-        cases<Holds>({
+        cases<QString, QString, Answer, int, QString>({
             {"own, live", {u"R1"_s, ahead, none, 0, {}}},
             {"own, last day today", {u"R1"_s, u"2026-03-10"_s, none, 0, u"R1|B1|2026-03-10|True"_s}},
             {"own, no last day", {u"R1"_s, u"null"_s, none, 0, u"R1|B1|null|True"_s}},
@@ -187,7 +185,7 @@ private Q_SLOTS:
 
     void holds()
     {
-        const auto [holder, lastDay, answer, result, left] = given<Holds>();
+        const auto [holder, lastDay, answer, result, left] = given<QString, QString, Answer, int, QString>();
         m->reservation(
             holder, {{u"barcode"_s, u"B1"_s}, {u"oldtime"_s, lastDay}, {u"orderstatus"_s, u"1"_s}});
         if (answer != Answer::Ok)

@@ -13,10 +13,9 @@ class TestChargeFaults : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    using EachStatement = std::tuple<QString, QString, int, QString, bool>;
     void eachStatement_data()
     {
-        cases<EachStatement>({
+        cases<QString, QString, int, QString, bool>({
             {"reader", {{}, u"from DZK  where"_s, 2, u"没有找到该读者"_s, false}},
             {"overdue count", {{}, u"count(jhskid)"_s, 0, {}, true}},
             {"copy", {{}, u"from SCK  where"_s, 4, u"书库没有此书的记录"_s, false}},
@@ -37,7 +36,8 @@ private Q_SLOTS:
 
     void eachStatement()
     {
-        const auto [holder, statement, result, box, written] = given<EachStatement>(); // box: its beginning
+        const auto [holder, statement, result, box, written]
+            = given<QString, QString, int, QString, bool>(); // box: its beginning
         TestLibrary library;
         DeskDouble desk;
         plant(library, holder);

@@ -30,13 +30,12 @@ private Q_SLOTS:
 
     /// The rule of the desk: whatever becomes of a scan, the box is empty, the focus is in it unless the
     /// outcome leads elsewhere, and `tMsg` speaks of this scan alone.
-    using EveryScanLeavesTheBoxReady = std::tuple<QString, QString, QString, QString, QString>;
     void everyScanLeavesTheBoxReady_data()
     {
         const QString box = u"TxtBarCode"_s;
         const QString hold = u"insert into yyk(readercode,zskid,barcode,oldtime,ordertime,orderstatus) "
                              "values('R2',1,'B1','2026-03-20','2026-03-01',1)"_s;
-        cases<EveryScanLeavesTheBoxReady>({
+        cases<QString, QString, QString, QString, QString>({
             {"charged", {{}, u"B1"_s, {}, u"借书成功"_s, box}},
             {"empty", {{}, {}, {}, {}, box}},
             {"reader gone",
@@ -51,7 +50,8 @@ private Q_SLOTS:
 
     void everyScanLeavesTheBoxReady()
     {
-        const auto [before, barcode, box, message, place] = given<EveryScanLeavesTheBoxReady>();
+        const auto [before, barcode, box, message, place]
+            = given<QString, QString, QString, QString, QString>();
         m->reader(u"R2"_s);
         type(m_desk->TxtReaderCode, u"R1"_s);
         m_desk->tMsg.setText(u"old"_s);

@@ -82,12 +82,11 @@ private Q_SLOTS:
         QCOMPARE(m->everything(), all);
     }
 
-    using Offers = std::tuple<QStringList, QString, Answer, QString>;
     void offers_data()
     {
         const QStringList two {u"R2 2026-03-02 "_s, u"R1 2026-03-01 "_s};
         const QStringList served {u"R2 2026-03-02 "_s, u"R1 2026-03-01 B7"_s};
-        cases<Offers>({
+        cases<QStringList, QString, Answer, QString>({
             {"taken", {QStringList {u"R2 2026-03-01 "_s}, u"R2"_s, Answer::Yes, u"R2|B1|2026-03-13|True"_s}},
             {"earliest first, declined", {two, u"R1"_s, Answer::No, u"R1||null|False\nR2||null|False"_s}},
             {"earliest is served already", {served, {}, Answer::Ok, u"R1|B7|null|False\nR2||null|False"_s}},
@@ -99,7 +98,7 @@ private Q_SLOTS:
     /// The reservations are given as reader, when, copy held.
     void offers()
     {
-        const auto [claims, offered, answer, after] = given<Offers>();
+        const auto [claims, offered, answer, after] = given<QStringList, QString, Answer, QString>();
         for (const QString& claim : claims) {
             const QStringList parts = claim.split(u' ');
             m->reservation(parts[0], {{u"ordertime"_s, parts[1]}, {u"barcode"_s, parts[2]}});
@@ -169,11 +168,10 @@ private Q_SLOTS:
         QCOMPARE(m->value(u"select count(*) from jhsk"_s), u"1"_s);
     }
 
-    using RenewalChecks = std::tuple<QString, QString, QString, int, QString>;
     void renewalChecks_data()
     {
         const QString never = u"该读者不可续借书刊。"_s;
-        cases<RenewalChecks>({
+        cases<QString, QString, QString, int, QString>({
 
             {"last", {u"2"_s, u"15"_s, u"1"_s, 2, {}}},
             {"used up", {u"2"_s, u"15"_s, u"2"_s, -1, u"此书刊已经续借2次，不能再续借。"_s}},
@@ -186,7 +184,7 @@ private Q_SLOTS:
 
     void renewalChecks()
     {
-        const auto [allowed, days, made, count, text] = given<RenewalChecks>();
+        const auto [allowed, days, made, count, text] = given<QString, QString, QString, int, QString>();
         m->send(u"update dzk set recount=%1,reday=%2 where readercode='R1'"_s.arg(allowed, days));
         m->send(u"update jhsk set res=%1"_s.arg(made));
         if (!text.isEmpty()) m->prompt.expect(text).titled(u"操作提示").icon(Icon::Warning);
@@ -211,10 +209,9 @@ private Q_SLOTS:
         QVERIFY_THROWS_EXCEPTION(Error, CheckRenewal(m->session, m_desk, u"B1"_s));
     }
 
-    using RenewalOfAHeldCopy = std::tuple<QString, int, int>;
     void renewalOfAHeldCopy_data()
     {
-        cases<RenewalOfAHeldCopy>({
+        cases<QString, int, int>({
             {"another's, declined", {u"R2"_s, int(Answer::No), -1}},
             {"another's, lent", {u"R2"_s, int(Answer::Yes), 0}},
             {"own", {u"R1"_s, 0, 0}},
@@ -223,7 +220,7 @@ private Q_SLOTS:
 
     void renewalOfAHeldCopy()
     {
-        const auto [holder, answer, result] = given<RenewalOfAHeldCopy>();
+        const auto [holder, answer, result] = given<QString, int, int>();
         m->reservation(
             holder, {{u"barcode"_s, u"B1"_s}, {u"oldtime"_s, u"2026-03-20"_s}, {u"orderstatus"_s, u"1"_s}});
         QCOMPARE(discharge(u"B1"_s), 0);

@@ -22,11 +22,10 @@ class TestDueDate : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    using Moves = std::tuple<int, QString, QString>;
     /// Charged on 2026-03-01.
     void moves_data()
     {
-        cases<Moves>({
+        cases<int, QString, QString>({
             {"before the loan", {30, u"2026-02-01 2026-02-28"_s, u"2026-03-31"_s}},
             {"after the due date", {30, u"2026-04-01 2026-04-05"_s, u"2026-03-31"_s}},
             {"wholly inside, six days", {30, u"2026-03-10 2026-03-15"_s, u"2026-04-01"_s}},
@@ -47,7 +46,7 @@ private Q_SLOTS:
 
     void moves()
     {
-        const auto [days, periods, due] = given<Moves>();
+        const auto [days, periods, due] = given<int, QString, QString>();
         QCOMPARE(isoDate(moveOverHolidays(QDate(2026, 3, 1), days, holidays(periods))), due);
     }
 

@@ -67,10 +67,9 @@ private Q_SLOTS:
             u"(name Like '%o''n %1%' OR readercode ='o''n %1') And (readunit ='b') And (readerclass ='c') And (bookname Like '%d%' OR barcode = 'd')"_s);
     }
 
-    using FindsByTheBoxes = std::tuple<int, QString, QStringList>;
     void findsByTheBoxes_data()
     {
-        cases<FindsByTheBoxes>({
+        cases<int, QString, QStringList>({
             {"part of a name", {0, u"王"_s, QStringList {u"B1"_s, u"B2"_s, u"B3"_s}}},
             {"card", {0, u"r2"_s, QStringList {u"B2"_s, u"B3"_s}}},
             {"unit", {1, u"一班"_s, QStringList {u"B1"_s}}},
@@ -83,7 +82,7 @@ private Q_SLOTS:
 
     void findsByTheBoxes()
     {
-        const auto [tick, text, barcodes] = given<FindsByTheBoxes>();
+        const auto [tick, text, barcodes] = given<int, QString, QStringList>();
         page().Check2[tick].click();
         QWidget* const boxes[] = {&page().Text2[0], &page().Combo1, &page().Combo2, &page().Text2[1]};
         QVERIFY(boxes[tick]->hasFocus());

@@ -26,10 +26,9 @@ private Q_SLOTS:
         QCOMPARE(m_desk.takeDone(), u"empty barcode"_s);
     }
 
-    using RepairsTheState = std::tuple<QString, QString, QString>;
     void repairsTheState_data()
     {
-        cases<RepairsTheState>({
+        cases<QString, QString, QString>({
 
             {"last day is today", {u"有效"_s, u"2026-03-10"_s, u"超期"_s}},
             {"ahead", {u"有效"_s, u"2026-03-11"_s, u"有效"_s}},
@@ -43,7 +42,7 @@ private Q_SLOTS:
 
     void repairsTheState()
     {
-        const auto [status, term, repaired] = given<RepairsTheState>();
+        const auto [status, term, repaired] = given<QString, QString, QString>();
         m->reader(u"O'1"_s, {{u"readstatus"_s, status}, {u"term"_s, term}});
         m->reader(u"R2"_s, {{u"readstatus"_s, status}, {u"term"_s, term}});
         ShowReader(m->session, m_desk, u"O'1"_s);

@@ -31,10 +31,9 @@ private Q_SLOTS:
         QCOMPARE(m->prompt.takeComplaints(), QString());
     }
 
-    using Lists = std::tuple<bool, QString, QString>;
     void lists_data()
     {
-        cases<Lists>({
+        cases<bool, QString, QString>({
             {"no card, all", {false, {}, u"O'NeilR3 王一R1 王一R2"_s}},
             {"every reader, all", {true, {}, u"O'NeilR3 王一R1 王一R2 王二R4"_s}},
             {"no card, part of a name", {false, u"王"_s, u"王一R1 王一R2"_s}},
@@ -45,7 +44,7 @@ private Q_SLOTS:
 
     void lists()
     {
-        const auto [every, part, listed] = given<Lists>();
+        const auto [every, part, listed] = given<bool, QString, QString>();
         open(every ? everyReaderPicker() : noCardPicker());
         m_form->Text1.clear();
         search(part);
@@ -183,10 +182,9 @@ private Q_SLOTS:
         QCOMPARE(m_form->labNotExists.text(), u"O'Neil，没有无证借书权限"_s);
     }
 
-    using DeskTakesTheReader = std::tuple<int, QString, QString>;
     void deskTakesTheReader_data()
     {
-        cases<DeskTakesTheReader>({
+        cases<int, QString, QString>({
             {"picked", {0, u"R3"_s, u"TxtBarCode"_s}},
             {"left", {1, {}, u"TxtReaderCode"_s}},
         });
@@ -194,7 +192,7 @@ private Q_SLOTS:
 
     void deskTakesTheReader()
     {
-        const auto [button, reader, focus] = given<DeskTakesTheReader>();
+        const auto [button, reader, focus] = given<int, QString, QString>();
         m->send(u"update dzk set wuzheng=0 where readercode<>'R3'"_s);
         NoHost host;
         FineDouble fines;

@@ -33,10 +33,9 @@ private Q_SLOTS:
 
     void cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
 
-    using Found = std::tuple<int, QString, QString, QString, QString>;
     void found_data()
     {
-        cases<Found>({
+        cases<int, QString, QString, QString, QString>({
             {"reader code, other case", {0, u" r1 "_s, u"r1|甲||"_s, u"B1,B2"_s, {}}},
             {"reader name", {1, u"甲"_s, u"R1|甲||"_s, u"B1,B2"_s, {}}},
             {"name with a quote", {1, u"O'Neil"_s, u"R2|O'Neil||"_s, {}, {}}},
@@ -48,7 +47,7 @@ private Q_SLOTS:
 
     void found()
     {
-        const auto [box, text, identity, loans, kinds] = given<Found>();
+        const auto [box, text, identity, loans, kinds] = given<int, QString, QString, QString, QString>();
         m_screen.enter(box, text);
         QCOMPARE(m_screen.texts(), identity);
         QCOMPARE(m_screen.loans, loans);
@@ -56,10 +55,9 @@ private Q_SLOTS:
         QVERIFY(m_fines->LookupDone);
     }
 
-    using NotFound = std::tuple<int, QString, QString>;
     void notFound_data()
     {
-        cases<NotFound>({
+        cases<int, QString, QString>({
 
             {"reader with a quote", {0, u"R'9"_s, NoReader}},
             {"name as an injection", {1, u"x'; delete from dzk --"_s, NoName}},
@@ -72,7 +70,7 @@ private Q_SLOTS:
     /// A look-up that finds nothing empties the whole screen.
     void notFound()
     {
-        const auto [box, text, message] = given<NotFound>();
+        const auto [box, text, message] = given<int, QString, QString>();
         m_screen.enter(FineBox::Barcode, u"B2"_s);
         m_screen.setTicked(FineKind::Lost, true);
         m_screen.tickable[2] = false;
@@ -118,11 +116,10 @@ private Q_SLOTS:
         QVERIFY(!m->sent.isEmpty());
     }
 
-    using Amounts = std::tuple<QString, QString, QString, QString>;
     void amounts_data()
     {
         const QString large = u"999999989999000.00"_s;
-        cases<Amounts>({
+        cases<QString, QString, QString, QString>({
             {"no binary fraction", {u"1"_s, u"1.005"_s, u"1.01"_s, u"=(1.00*1.005)"_s}},
             {"null price", {u"null"_s, u"2"_s, u"0.00"_s, u"=(0.00*2)"_s}},
             {"null rate", {u"25"_s, u"null"_s, u"0.00"_s, u"=(25.00*0)"_s}},
@@ -133,7 +130,7 @@ private Q_SLOTS:
     /// Damage and loss take the same way, each with its own rate.
     void amounts()
     {
-        const auto [price, factor, amount, working] = given<Amounts>();
+        const auto [price, factor, amount, working] = given<QString, QString, QString, QString>();
         m->send(u"update sck set price=%1"_s.arg(price));
         for (const auto& [kind, column] :
             {std::pair {FineKind::Defile, u"defile"_s}, std::pair {FineKind::Lost, u"lost"_s}}) {
@@ -147,10 +144,9 @@ private Q_SLOTS:
         }
     }
 
-    using Overdue = std::tuple<QString, QString, QString, QString>;
     void overdue_data()
     {
-        cases<Overdue>({
+        cases<QString, QString, QString, QString>({
             {"today", {u"2026-03-10"_s, u"0.1"_s, {}, {}}},
             {"yesterday", {u"2026-03-09"_s, u"0.1"_s, u"0.10"_s, u"=(0.10*1)"_s}},
             {"thirty days", {u"2026-02-08"_s, u"0.1"_s, u"3.00"_s, u"=(0.10*30)"_s}},
@@ -160,7 +156,7 @@ private Q_SLOTS:
 
     void overdue()
     {
-        const auto [due, rate, amount, working] = given<Overdue>();
+        const auto [due, rate, amount, working] = given<QString, QString, QString, QString>();
         m->holiday(u"假"_s, u"2026-02-20 2026-03-09"_s); // a fine runs through holidays
         m->send(u"update jhsk set yhdate='%1' where barcode='B1'"_s.arg(due));
         m->send(u"update dzk set fine=%1"_s.arg(rate));
@@ -241,11 +237,10 @@ private Q_SLOTS:
         refused(u"无效条形码，取消该操作。"_s, u"Text1(2)"_s);
     }
 
-    using FailingStatements = std::tuple<QString, QString, QString, bool>;
     void failingStatements_data()
     {
         const QString all = u"R1|甲|B2|书名2"_s;
-        cases<FailingStatements>({
+        cases<QString, QString, QString, bool>({
             {"look-up", {u"Select readercode,name,bookname"_s, NoBarcode, u"|||"_s, false}},
             {"loans", {u"Select barcode,bookname,orderdate"_s, {}, all, true}},
             {"rates", {u"price,lost,fine"_s, {}, all, true}},
@@ -258,7 +253,7 @@ private Q_SLOTS:
     /// seen.
     void failingStatements()
     {
-        const auto [statement, message, identity, done] = given<FailingStatements>();
+        const auto [statement, message, identity, done] = given<QString, QString, QString, bool>();
         if (!message.isEmpty()) m->prompt.expect(message);
         m->failAt(statement);
         m_screen.enter(FineBox::Barcode, u"B2"_s);

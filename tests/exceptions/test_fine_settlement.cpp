@@ -37,13 +37,12 @@ private Q_SLOTS:
         QCOMPARE(m->broken(), QString());
     }
 
-    using Kinds = std::tuple<QString, bool, QString, bool>;
     void kinds_data()
     {
         const QString overdue = u"超期|0.3|0.3|"_s;
         const QString defile = u"污损|12.5|12.5|"_s;
         const QString lost = u"丢失|50|50|"_s;
-        cases<Kinds>({
+        cases<QString, bool, QString, bool>({
 
             {"damage in time", {u"1"_s, false, defile, false}},
 
@@ -53,7 +52,7 @@ private Q_SLOTS:
 
     void kinds()
     {
-        const auto [ticked, late, taken, lost] = given<Kinds>();
+        const auto [ticked, late, taken, lost] = given<QString, bool, QString, bool>();
         if (!late) m->send(u"update jhsk set yhdate='2026-03-20' where barcode='B1'"_s);
         start(u"A"_s);
         for (const QChar kind : ticked)
@@ -115,10 +114,9 @@ private Q_SLOTS:
             QCOMPARE(fines(), u"超期|0.3|%1|"_s.arg(stored));
     }
 
-    using Reservations = std::tuple<QString, int, QString>;
     void reservations_data()
     {
-        cases<Reservations>({
+        cases<QString, int, QString>({
             {"null, yes", {u"null"_s, int(Answer::Yes), u"R2|B1|null|True R1||null|False"_s}},
             {"empty, no", {{}, int(Answer::No), u"R2||null|False R1||null|False"_s}},
             {"has another copy", {u"B3"_s, 0, u"R2|B3|null|False R1||null|False"_s}},
@@ -128,7 +126,7 @@ private Q_SLOTS:
     /// The earliest reservation of the title is asked about; the hold has no last day.
     void reservations()
     {
-        const auto [held, answer, after] = given<Reservations>();
+        const auto [held, answer, after] = given<QString, int, QString>();
         m->copy(u"B3"_s, {{u"zskid"_s, u"1"_s}});
         m->reservation(u"R2"_s, {{u"ordertime"_s, u"2026-03-01"_s}, {u"barcode"_s, held}});
         m->reservation(u"R1"_s, {{u"ordertime"_s, u"2026-03-02"_s}});
@@ -152,7 +150,6 @@ private Q_SLOTS:
         QCOMPARE(m->value(u"select count(*) from diushik"_s), u"1"_s);
     }
 
-    using WayOut = std::tuple<QString, int, bool>;
     /// Kept open, the screen goes on with the same reader and shows the loan that is left.
     void keptOpen()
     {

@@ -4,18 +4,20 @@
 
 namespace quilla {
 
-/// The table of a data-driven test: each row a name and a struct of what is given and what must come of it.
-template <typename Case> void cases(std::initializer_list<std::pair<const char*, Case>> rows)
+/// The table of a data-driven test: each row a name and what is given and must come of it.
+template <typename... Column>
+void cases(std::initializer_list<std::pair<const char*, std::tuple<Column...>>> rows)
 {
-    QTest::addColumn<Case>("case");
+    QTest::addColumn<std::tuple<Column...>>("case");
     for (const auto& [name, row] : rows)
         QTest::newRow(name) << row;
 }
 
 /// The row that runs.
-template <typename Case> Case given()
+template <typename... Column> std::tuple<Column...> given()
 {
-    return *static_cast<const Case*>(QTest::qData("case", qMetaTypeId<Case>()));
+    using Given = std::tuple<Column...>;
+    return *static_cast<const Given*>(QTest::qData("case", qMetaTypeId<Given>()));
 }
 
 } // namespace quilla
