@@ -2,7 +2,6 @@
 #include "platform/core/error.h"
 #include "platform/core/settings.h"
 #include "platform/core/text.h"
-#include "support/cases.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -14,32 +13,20 @@ class TestCore : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void datesAreRead_data()
+    void datesAreRead()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("read"); // empty: no date
-        const auto row = [](const QString& text, const QString& read) {
-            QTest::newRow(qPrintable(text)) << text << read;
-        };
-        row(u"2003-01-05"_s, u"2003-01-05T00:00:00.000"_s);
-        row(u"2003-1-5"_s, u"2003-01-05T00:00:00.000"_s);
-        row(u"2003/01/05"_s, u"2003-01-05T00:00:00.000"_s);
-        row(u"20030105"_s, u"2003-01-05T00:00:00.000"_s);
-        row(u" 2003-01-05 8:05:03 "_s, u"2003-01-05T08:05:03.000"_s);
-        row(u"2003-01-05 23:59:59.9876"_s, u"2003-01-05T23:59:59.987"_s);
-        row(u"2004-02-29T12:00"_s, u"2004-02-29T12:00:00.000"_s);
+        const std::pair<QString, QString> dates[] {{u"2003-01-05"_s, u"2003-01-05T00:00:00.000"_s},
+            {u"2003-1-5"_s, u"2003-01-05T00:00:00.000"_s}, {u"2003/01/05"_s, u"2003-01-05T00:00:00.000"_s},
+            {u"20030105"_s, u"2003-01-05T00:00:00.000"_s},
+            {u" 2003-01-05 8:05:03 "_s, u"2003-01-05T08:05:03.000"_s},
+            {u"2003-01-05 23:59:59.9876"_s, u"2003-01-05T23:59:59.987"_s},
+            {u"2004-02-29T12:00"_s, u"2004-02-29T12:00:00.000"_s}};
+        for (const auto& [text, read] : dates)
+            QCOMPARE(readDate(text).value_or(QDateTime()).toString(u"yyyy-MM-ddTHH:mm:ss.zzz"), read);
         for (const QString& bad : {u""_s, u"2003"_s, u"2003-02-29"_s, u"2003-13-01"_s, u"03-01-05"_s,
                  u"2003-01/05"_s, u"2003-01-05x"_s, u"2003-01-05 24:00"_s, u"2003-01-05 8"_s, u"200301051"_s,
                  u"２００３-01-05"_s, u"-2003-01-05"_s})
-            row(bad, {});
-    }
-
-    void datesAreRead()
-    {
-        QFETCH(QString, text);
-        QFETCH(QString, read);
-        const auto date = readDate(text);
-        QCOMPARE(date ? date->toString(u"yyyy-MM-ddTHH:mm:ss.zzz") : QString(), read);
+            QVERIFY2(!readDate(bad), qPrintable(bad));
     }
 
     void localeText()
@@ -49,24 +36,13 @@ private Q_SLOTS:
         QCOMPARE(localeDateText(QDateTime()), QString());
     }
 
-    void textsCompare_data()
-    {
-        cases<QString, QString, bool>({
-            {"case", {u"abC1"_s, u"ABc1"_s, true}},
-            {"blanks behind", {u"有效"_s, u"有效  "_s, true}},
-            {"blank in front", {u" a"_s, u"a"_s, false}},
-            {"tab behind", {u"a\t"_s, u"a"_s, false}},
-            {"accented case", {u"É"_s, u"é"_s, true}},
-            {"only blanks", {u"  "_s, u""_s, true}},
-            {"full width digit", {u"１"_s, u"1"_s, false}},
-        });
-    }
-
     void textsCompare()
     {
-        const auto [left, right, same] = given<QString, QString, bool>();
-        QCOMPARE(sameText(left, right), same);
-        QCOMPARE(sameText(right, left), same);
+        const std::tuple<QString, QString, bool> pairs[] {{u"abC1"_s, u"ABc1"_s, true},
+            {u"有效"_s, u"有效  "_s, true}, {u" a"_s, u"a"_s, false}, {u"a\t"_s, u"a"_s, false},
+            {u"É"_s, u"é"_s, true}, {u"  "_s, u""_s, true}, {u"１"_s, u"1"_s, false}};
+        for (const auto& [left, right, same] : pairs)
+            QVERIFY2(sameText(left, right) == same && sameText(right, left) == same, qPrintable(left));
     }
 
     void lastErrorKeepsTheLast()

@@ -1,7 +1,4 @@
-#include "database/library_schema.h"
-#include "database/procedures.h"
 #include "platform/db/command.h"
-#include "platform/db/pool.h"
 #include "support/cases.h"
 #include "support/test_library.h"
 
@@ -156,37 +153,6 @@ using Fill = void (*)(Circulation&);
 
 Q_DECLARE_METATYPE(Fill)
 
-namespace {
-
-/// A server that takes everything and keeps what it was sent.
-class RecordingServer final : public Driver {
-public:
-    explicit RecordingServer(QStringList& sent)
-        : m_sent(sent)
-    {
-    }
-    sql::Engine engine() const override { return sql::Engine::SqlServer; }
-    bool hasOneWriter() const override { return false; }
-    bool isAlive() override { return true; }
-    int execute(const sql::Translation& statement, const std::vector<sql::Literal>&) override
-    {
-        m_sent += QString::fromUtf8(statement.text);
-        return 0;
-    }
-    std::unique_ptr<Cursor> query(const sql::Translation&, const std::vector<sql::Literal>&) override
-    {
-        return {};
-    }
-    void begin(OnFailure) override { }
-    void commit() override { }
-    void rollback() override { }
-
-private:
-    QStringList& m_sent;
-};
-
-} // namespace
-
 class TestProcedures : public QObject {
     Q_OBJECT
 
@@ -254,116 +220,99 @@ private Q_SLOTS:
 
     void rows_data()
     {
-        QTest::addColumn<Fill>("fill");
-        QTest::addColumn<QString>("call");
-        QTest::addColumn<QStringList>("expected");
-
         const QString r1 = u"一中|读者R1|学生|R1|2|0|2|0|0|0|0|0|0|0|0|0|0"_s;
         const QString r2 = u"二中|读者R2|GUEST |R2|1|0|1|0|0|0|0|0|0|0|0|0|0"_s;
         const QString r3 = u"一中|读者R3|家长|R3|1|0|1|0|0|0|0|0|0|0|0|0|0"_s;
         const QString gone = u"null|null|null|gone|1|0|1|0|0|0|0|0|0|0|0|0|0"_s;
-        QTest::newRow("readers of a year") << Fill(fillReaders) << u"exec procndztj '2026','全部','全部'"_s
-                                           << QStringList {gone, r1, r3, r2};
-        QTest::newRow("readers of a unit")
-            << Fill(fillReaders) << u"exec procndztj '2026','一中 ','全部'"_s << QStringList {r1, r3};
-        QTest::newRow("readers of a type")
-            << Fill(fillReaders) << u"exec procndztj '2026','','guest'"_s << QStringList {r2};
-        QTest::newRow("the year before") << Fill(fillReaders) << u"exec procndztj '2025','一中','学生'"_s
-                                         << QStringList {u"一中|读者R1|学生|R1|1|0|0|0|0|0|0|0|0|0|0|0|1"_s};
-        QTest::newRow("nobody borrowed")
-            << Fill(fillReaders) << u"exec procndztj '2024','全部','全部'"_s << QStringList();
-
         const QString b4 = u"1|全部|I3/0|书名4|著者4|3"_s;
         const QString b2 = u"2|全部|I1/0|书名2|著者2|2"_s;
         const QString b1 = u"2|全部|I247.5/0|书名1|著者1|2"_s;
         const QString b3 = u"4|全部|TP311/0|书名3|著者3|1"_s;
         const QString january = u",'2026-01-01','2026-01-31',"_s;
-        QTest::newRow("titles, with a shared rank")
-            << Fill(fillRankings) << u"exec procjhphb '全部','10'"_s + january + u"'全部' "_s
-            << QStringList {b4, b2, b1, b3};
-        QTest::newRow("titles, cut inside a rank")
-            << Fill(fillRankings) << u"exec procjhphb '','2'"_s + january + u"'' "_s << QStringList {b4, b2};
-        QTest::newRow("titles of a class")
-            << Fill(fillRankings) << u"exec procjhphb '全部','10'"_s + january + u"'tp' "_s
-            << QStringList {u"1|全部|TP311/0|书名3|著者3|1"_s};
-        QTest::newRow("a class is no pattern")
-            << Fill(fillRankings) << u"exec procjhphb '全部','10'"_s + january + u"'%' "_s << QStringList();
-        QTest::newRow("titles of a unit")
-            << Fill(fillRankings) << u"exec procjhphb '一中','10'"_s + january + u"'I' "_s
-            << QStringList {u"1|一中|I247.5/0|书名1|著者1|2"_s, u"2|一中|I3/0|书名4|著者4|1"_s};
-        QTest::newRow("readers, with a shared rank")
-            << Fill(fillRankings) << u"exec procdzjyphb  '全部','10','2026-01-01','2026-01-31'"_s
-            << QStringList {u"1|读者R1|教师|一中|2"_s, u"1|读者R2|学生|二中|2"_s, u"3|读者R3|学生|一中 |1"_s};
-        QTest::newRow("readers of a type on one day")
-            << Fill(fillRankings) << u"exec procdzjyphb  '学生 ','1','2026-01-31','2026-01-31'"_s
-            << QStringList {u"1|读者R2|学生|二中|1"_s};
-        QTest::newRow("from after to")
-            << Fill(fillRankings) << u"exec procdzjyphb  '全部','10','2026-02-01','2026-01-31'"_s
-            << QStringList();
-
-        QTest::newRow("history of a copy") << Fill(fillHistory) << u"exec procjylstj 0,'B1',''"_s
-                                           << QStringList {u"在借|b1 |r1|2025-01-01|null|王馆员"_s,
-                                                  u"已还|B1|R2|2025-06-01|2025-06-20|李馆员"_s,
-                                                  u"已还|B1|R1|2025-05-01|2025-05-20|李馆员"_s};
-        QTest::newRow("history of a reader") << Fill(fillHistory) << u"exec procjylstj 17,'B1','R1'"_s
-                                             << QStringList {u"在借|b1 |r1|2025-01-01|null|王馆员"_s,
-                                                    u"已还|B2|R1|2025-06-01|2025-06-20|李馆员"_s,
-                                                    u"已还|B1|R1|2025-05-01|2025-05-20|李馆员"_s};
-        QTest::newRow("history of nothing")
-            << Fill(fillHistory) << u"exec procjylstj 1,'B1','R1'"_s << QStringList();
+        cases<Fill, QString, QStringList>({
+            {"readers of a year",
+                {Fill(fillReaders), u"exec procndztj '2026','全部','全部'"_s,
+                    QStringList {gone, r1, r3, r2}}},
+            {"readers of a unit",
+                {Fill(fillReaders), u"exec procndztj '2026','一中 ','全部'"_s, QStringList {r1, r3}}},
+            {"readers of a type",
+                {Fill(fillReaders), u"exec procndztj '2026','','guest'"_s, QStringList {r2}}},
+            {"the year before",
+                {Fill(fillReaders), u"exec procndztj '2025','一中','学生'"_s,
+                    QStringList {u"一中|读者R1|学生|R1|1|0|0|0|0|0|0|0|0|0|0|0|1"_s}}},
+            {"nobody borrowed", {Fill(fillReaders), u"exec procndztj '2024','全部','全部'"_s, {}}},
+            {"titles, with a shared rank",
+                {Fill(fillRankings), u"exec procjhphb '全部','10'"_s + january + u"'全部' "_s,
+                    QStringList {b4, b2, b1, b3}}},
+            {"titles, cut inside a rank",
+                {Fill(fillRankings), u"exec procjhphb '','2'"_s + january + u"'' "_s, QStringList {b4, b2}}},
+            {"titles of a class",
+                {Fill(fillRankings), u"exec procjhphb '全部','10'"_s + january + u"'tp' "_s,
+                    QStringList {u"1|全部|TP311/0|书名3|著者3|1"_s}}},
+            {"a class is no pattern",
+                {Fill(fillRankings), u"exec procjhphb '全部','10'"_s + january + u"'%' "_s, {}}},
+            {"titles of a unit",
+                {Fill(fillRankings), u"exec procjhphb '一中','10'"_s + january + u"'I' "_s,
+                    QStringList {u"1|一中|I247.5/0|书名1|著者1|2"_s, u"2|一中|I3/0|书名4|著者4|1"_s}}},
+            {"readers, with a shared rank",
+                {Fill(fillRankings), u"exec procdzjyphb '全部','10','2026-01-01','2026-01-31'"_s,
+                    QStringList {
+                        u"1|读者R1|教师|一中|2"_s, u"1|读者R2|学生|二中|2"_s, u"3|读者R3|学生|一中 |1"_s}}},
+            {"readers of a type on one day",
+                {Fill(fillRankings), u"exec procdzjyphb '学生 ','1','2026-01-31','2026-01-31'"_s,
+                    QStringList {u"1|读者R2|学生|二中|1"_s}}},
+            {"from after to",
+                {Fill(fillRankings), u"exec procdzjyphb '全部','10','2026-02-01','2026-01-31'"_s, {}}},
+            {"history of a copy",
+                {Fill(fillHistory), u"exec procjylstj 0,'B1',''"_s,
+                    QStringList {u"在借|b1 |r1|2025-01-01|null|王馆员"_s,
+                        u"已还|B1|R2|2025-06-01|2025-06-20|李馆员"_s,
+                        u"已还|B1|R1|2025-05-01|2025-05-20|李馆员"_s}}},
+            {"history of a reader",
+                {Fill(fillHistory), u"exec procjylstj 17,'B1','R1'"_s,
+                    QStringList {u"在借|b1 |r1|2025-01-01|null|王馆员"_s,
+                        u"已还|B2|R1|2025-06-01|2025-06-20|李馆员"_s,
+                        u"已还|B1|R1|2025-05-01|2025-05-20|李馆员"_s}}},
+            {"history of nothing", {Fill(fillHistory), u"exec procjylstj 1,'B1','R1'"_s, {}}},
+        });
     }
 
     void rows()
     {
-        QFETCH(Fill, fill);
-        QFETCH(QString, call);
-        QFETCH(QStringList, expected);
-        Circulation& library = filled(fill);
-        QCOMPARE(library.rows(call).join(u'\n'), expected.join(u'\n'));
+        const auto [fill, call, expected] = given<Fill, QString, QStringList>();
+        QCOMPARE(filled(fill).rows(call).join(u'\n'), expected.join(u'\n'));
     }
 
     /// An error or no rows, and nothing happens to the library.
-    void refusesBadArguments_data()
-    {
-        QTest::addColumn<QString>("call");
-        QTest::addColumn<bool>("isError");
-
-        const QString tail = u"','2026-01-01','2026-01-31'"_s;
-        QTest::newRow("month 13") << u"exec dbo.YueLiuTongTJ '2026-13',31"_s << true;
-        QTest::newRow("month 0") << u"exec procydztj '2026','0'"_s << true;
-        QTest::newRow("no month") << u"exec procydztj '2026',''"_s << true;
-        QTest::newRow("no period") << u"exec dbo.YueJieChuFenLeiTJ '',31"_s << true;
-        QTest::newRow("letters for a year") << u"exec dbo.NianJieChuFenLeiTJ 'year'"_s << true;
-        QTest::newRow("a quote for a year") << u"exec procndztj ''' or 1=1 --','全部','全部'"_s << true;
-        QTest::newRow("a quote for a unit") << u"exec procndztj '2026',''' or ''''=''','全部'"_s << false;
-        QTest::newRow("a parameter's name for a unit")
-            << u"exec procndztj '2026','@leixing','全部'"_s << false;
-        QTest::newRow("a quote for a copy") << u"exec procjylstj 0,''' or 1=1 --',''"_s << false;
-        QTest::newRow("a statement for a count")
-            << u"exec procdzjyphb '全部','1;delete from dzk"_s + tail << true;
-        QTest::newRow("no number") << u"exec procdzjyphb '全部','/"_s + tail << true;
-        QTest::newRow("a fraction") << u"exec procdzjyphb '全部','1.5"_s + tail << true;
-        QTest::newRow("a number too large") << u"exec procdzjyphb '全部','99999999999"_s + tail << true;
-        QTest::newRow("no count") << u"exec procdzjyphb '全部','"_s + tail << false;
-        QTest::newRow("less than nothing") << u"exec procdzjyphb '全部','-3"_s + tail << false;
-        QTest::newRow("no date") << u"exec procjhphb '全部','10','2026-02-30','2026-03-31','A' "_s << true;
-        QTest::newRow("an argument missing") << u"exec procjylstj 0,'B1'"_s << true;
-        QTest::newRow("unknown name") << u"exec procnone 0"_s << true;
-    }
-
     void refusesBadArguments()
     {
-        QFETCH(QString, call);
-        QFETCH(bool, isError);
+        const QString tail = u"','2026-01-01','2026-01-31'"_s;
+        const std::pair<QString, bool> calls[] {
+            {u"exec dbo.YueLiuTongTJ '2026-13',31"_s, true},
+            {u"exec procydztj '2026',''"_s, true},
+            {u"exec procndztj ''' or 1=1 --','全部','全部'"_s, true},
+            {u"exec procndztj '2026',''' or ''''=''','全部'"_s, false},
+            {u"exec procndztj '2026','@leixing','全部'"_s, false},
+            {u"exec procjylstj 0,''' or 1=1 --',''"_s, false},
+            {u"exec procdzjyphb '全部','1;delete from dzk"_s + tail, true},
+            {u"exec procdzjyphb '全部','99999999999"_s + tail, true},
+            {u"exec procdzjyphb '全部','"_s + tail, false},
+            {u"exec procdzjyphb '全部','-3"_s + tail, false},
+            {u"exec procjhphb '全部','10','2026-02-30','2026-03-31','A' "_s, true},
+            {u"exec procjylstj 0,'B1'"_s, true},
+            {u"exec procnone 0"_s, true},
+        };
         Circulation& library = filled(fillRankings);
         const QString before = library.everything();
-        QString told;
-        try {
-            QCOMPARE(library.rows(call), QStringList());
-        } catch (const Error& error) {
-            told = error.text;
+        for (const auto& [call, isError] : calls) {
+            QString told;
+            try {
+                QCOMPARE(library.rows(call), QStringList());
+            } catch (const Error& error) {
+                told = error.text;
+            }
+            QVERIFY2(told.isEmpty() != isError, qPrintable(call + told));
         }
-        QVERIFY2(told.isEmpty() != isError, qPrintable(told));
         QCOMPARE(library.everything(), before);
     }
 
@@ -394,20 +343,6 @@ private Q_SLOTS:
         Command injected(connection, u"dbo.nianLiuTongTJ"_s);
         injected.append(u"@tongjiData", u"',1"_s, 4);
         QVERIFY_THROWS_EXCEPTION(Error, injected.execute());
-    }
-
-    void areCreatedWhereTheyAreKept()
-    {
-        QStringList sent;
-        const sql::Schema schema = librarySchema();
-        sql::Translator translator(sql::Engine::SqlServer, schema);
-        const PoolContext context {[&](sql::Engine) -> sql::Translator& { return translator; }, {}, {}};
-        const auto pool
-            = std::make_shared<Pool>([&] { return std::make_unique<RecordingServer>(sent); }, context);
-        Connection connection(pool->lend());
-        createLibrary(connection);
-        QCOMPARE(sent.last(9), procedureDefinitions());
-        QCOMPARE(sent.filter(u"create procedure dbo."_s).size(), 9);
     }
 };
 
