@@ -41,10 +41,17 @@ private Q_SLOTS:
         QCOMPARE(m->prompt.takeComplaints(), QString());
         QCOMPARE(m->rows(u"select readercode,barcode,orderdate,yhdate,res from jhsk order by barcode"_s),
             (QStringList {u"R1|B1|2026-03-10|2026-04-09|2"_s, u"R2|B2|2026-03-12|2026-04-01|0"_s}));
-        QCOMPARE(m->rows(u"select barcode,yhdate,backdate from jhslsk order by jhslsk"_s),
-            (QStringList {u"B1|2026-03-30|2026-03-10"_s, u"B1|2026-04-09|2026-03-10"_s,
-                u"B2|2026-03-30|2026-03-10"_s, u"B3|2026-03-30|2026-04-05"_s,
-                u"B4|2026-03-30|2026-04-05"_s}));
+        const auto history = [](const QString& barcode, const QString& due, const QString& back) {
+            return u"R1|%1|2026-03-10|%2|%3|王馆员"_s.arg(barcode, due, back);
+        };
+        QCOMPARE(
+            m->rows(
+                u"select readercode,barcode,orderdate,yhdate,backdate,operater from jhslsk order by jhslsk"_s),
+            (QStringList {history(u"B1"_s, u"2026-03-30"_s, u"2026-03-10"_s),
+                history(u"B1"_s, u"2026-04-09"_s, u"2026-03-10"_s),
+                history(u"B2"_s, u"2026-03-30"_s, u"2026-03-10"_s),
+                history(u"B3"_s, u"2026-03-30"_s, u"2026-04-05"_s),
+                history(u"B4"_s, u"2026-03-30"_s, u"2026-04-05"_s)}));
         QCOMPARE(m->rows(u"select barcode,borrowstatus,bookstatus from sck order by barcode"_s),
             (QStringList {u"B1|False|借出"_s, u"B2|False|借出"_s, u"B3|True|库本"_s, u"B4|False|丢失"_s}));
         QCOMPARE(m->rows(u"select readercode,orderbook,yordercshu from dzk order by readercode"_s),

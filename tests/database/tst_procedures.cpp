@@ -1,65 +1,12 @@
+#include "database/circulation.h"
 #include "platform/db/command.h"
 #include "support/cases.h"
-#include "support/test_library.h"
 
 #include <QtTest>
 
 using namespace quilla;
 
 namespace {
-
-/// A library whose copies, cards and loans the test tells one by one.
-class Circulation : public TestLibrary {
-public:
-    void title(const QString& barcode, const QString& classcode)
-    {
-        copy(barcode);
-        send(u"update zsk set classcode=%1 where zskid=(select zskid from sck where barcode='%2')"_s.arg(
-            classcode.isNull() ? u"null"_s : u'\'' + classcode + u'\'', barcode));
-    }
-    void card(const QString& code, const QString& unit, const QString& type)
-    {
-        reader(code, {{u"readunit"_s, unit}, {u"readerclass"_s, type}});
-    }
-    /// A loan that ended; due thirty days after its charge unless told.
-    void lent(const QString& reader, const QString& barcode, const QString& from, const QString& back,
-        const QString& due = {})
-    {
-        const QString late = isoDate(readDate(from)->addDays(30));
-        insert(u"jhslsk"_s,
-            {{u"readercode"_s, reader}, {u"barcode"_s, barcode}, {u"orderdate"_s, from},
-                {u"yhdate"_s, due.isNull() ? late : due}, {u"backdate"_s, back},
-                {u"operater"_s, u"李馆员"_s}});
-    }
-    void open(const QString& reader, const QString& barcode, const QString& from)
-    {
-        insert(u"jhsk"_s,
-            {{u"readercode"_s, reader}, {u"barcode"_s, barcode}, {u"orderdate"_s, from},
-                {u"yhdate"_s, u"2026-04-01"_s}, {u"operater"_s, u"王馆员"_s}});
-    }
-    void fine(const QString& money, const QString& date)
-    {
-        insert(u"fkk"_s, {{u"readercode"_s, u"R1"_s}, {u"sfmoney"_s, money}, {u"opratedate"_s, date}});
-    }
-    void withdrawn(const QString& date) { insert(u"BookOut"_s, {{u"outdate"_s, date}}); }
-
-    /// The lines of a statistic, each with its first column and the figures that are not 0 under their
-    /// names; lines without any are counted, not shown.
-    QStringList figures(const QString& call) { return figuresOf(factory.open(connectionText).open(call)); }
-    static QStringList figuresOf(Recordset rows)
-    {
-        QStringList lines;
-        const auto count = rows.recordCount();
-        for (; !rows.eof(); rows.next()) {
-            QString line = rows.field(0).text();
-            for (int at = 1; at < rows.fieldCount(); ++at)
-                if (rows.field(at).text() != u"0")
-                    line += u" %1=%2"_s.arg(rows.fieldName(at).toUpper(), rows.field(at).text());
-            if (line != rows.field(0).text()) lines += line;
-        }
-        return lines += u"%1x%2"_s.arg(count).arg(rows.fieldCount());
-    }
-};
 
 void fillWorkload(Circulation& library)
 {
@@ -151,8 +98,6 @@ using Fill = void (*)(Circulation&);
 
 } // namespace
 
-Q_DECLARE_METATYPE(Fill)
-
 class TestProcedures : public QObject {
     Q_OBJECT
 
@@ -176,37 +121,36 @@ private Q_SLOTS:
             u"15 还回册数=1 过期册数=1 罚款金额=0.3 读者人次=1"_s, u"28 借出册数=1 读者人次=1 注销册数=1"_s,
             u"合计 借出册数=3 还回册数=3 过期册数=1 罚款金额=0.3 读者人次=5 注销册数=1"_s, u"29x7"_s};
         cases<Fill, QString, QStringList>({
-            {"work of a month", {Fill(fillWorkload), u"exec dbo.YueLiuTongTJ '2026-2',28"_s, february}},
-            {"month with a 0", {Fill(fillWorkload), u"exec yueliutongtj '2026-02','28'"_s, february}},
+            {"work of a month", {fillWorkload, u"exec dbo.YueLiuTongTJ '2026-2',28"_s, february}},
+            {"month with a 0", {fillWorkload, u"exec yueliutongtj '2026-02','28'"_s, february}},
             {"work of a year",
-                {Fill(fillWorkload), u"exec dbo.nianLiuTongTJ '2026'"_s,
+                {fillWorkload, u"exec dbo.nianLiuTongTJ '2026'"_s,
                     QStringList {u"1 借出册数=1 罚款金额=99 读者人次=1"_s,
                         u"2 借出册数=3 还回册数=3 过期册数=1 罚款金额=0.3 读者人次=5 注销册数=1"_s,
                         u"3 还回册数=1 读者人次=1"_s,
                         u"合计 借出册数=4 还回册数=4 过期册数=1 罚款金额=99.3 读者人次=7 注销册数=1"_s,
                         u"13x7"_s}}},
             {"December ends the year",
-                {Fill(fillWorkload), u"exec dbo.YueLiuTongTJ '2025-12',31"_s,
+                {fillWorkload, u"exec dbo.YueLiuTongTJ '2025-12',31"_s,
                     QStringList {u"31 借出册数=2 读者人次=1"_s, u"合计 借出册数=2 读者人次=1"_s, u"32x7"_s}}},
             {"month without work",
-                {Fill(fillWorkload), u"exec dbo.YueLiuTongTJ '2026-04',30"_s, QStringList {u"0x7"_s}}},
+                {fillWorkload, u"exec dbo.YueLiuTongTJ '2026-04',30"_s, QStringList {u"0x7"_s}}},
             {"classes of a leap day",
-                {Fill(fillClasses), u"exec dbo.YueJieChuFenLeiTJ '2024-2',29"_s,
+                {fillClasses, u"exec dbo.YueJieChuFenLeiTJ '2024-2',29"_s,
                     QStringList {u"29 I类=1 Z类=1 小计=2"_s, u"合计 I类=1 Z类=1 小计=2"_s, u"30x24"_s}}},
             {"classes of a year",
-                {Fill(fillClasses), u"exec dbo.NianJieChuFenLeiTJ '2024'"_s,
+                {fillClasses, u"exec dbo.NianJieChuFenLeiTJ '2024'"_s,
                     QStringList {u"2 I类=1 Z类=1 小计=2"_s, u"3 I类=1 小计=1"_s, u"12 I类=1 小计=1"_s,
                         u"合计 I类=3 Z类=1 小计=4"_s, u"13x24"_s}}},
             {"only a class without a column",
-                {Fill(fillClasses), u"exec dbo.NianJieChuFenLeiTJ '2023'"_s, QStringList {u"0x24"_s}}},
+                {fillClasses, u"exec dbo.NianJieChuFenLeiTJ '2023'"_s, QStringList {u"0x24"_s}}},
             {"types of a month in the order of their list",
-                {Fill(fillReaders), u"exec procydztj '2026','2'"_s,
+                {fillReaders, u"exec procydztj '2026','2'"_s,
                     QStringList {u"学生 小计=2 T1=1 T28=1"_s, u"Guest 小计=1 T3=1"_s, u" 小计=1 T3=1"_s,
                         u"家长 小计=1 T3=1"_s, u"5x33"_s}}},
-            {"types without a loan",
-                {Fill(fillReaders), u"exec procydztj '2026','3'"_s, QStringList {u"0x33"_s}}},
+            {"types without a loan", {fillReaders, u"exec procydztj '2026','3'"_s, QStringList {u"0x33"_s}}},
             {"types in December",
-                {Fill(fillReaders), u"exec procydztj '2025','12'"_s,
+                {fillReaders, u"exec procydztj '2025','12'"_s,
                     QStringList {u"学生 小计=1 T31=1"_s, u"3x33"_s}}},
         });
     }
@@ -231,49 +175,47 @@ private Q_SLOTS:
         const QString january = u",'2026-01-01','2026-01-31',"_s;
         cases<Fill, QString, QStringList>({
             {"readers of a year",
-                {Fill(fillReaders), u"exec procndztj '2026','全部','全部'"_s,
-                    QStringList {gone, r1, r3, r2}}},
+                {fillReaders, u"exec procndztj '2026','全部','全部'"_s, QStringList {gone, r1, r3, r2}}},
             {"readers of a unit",
-                {Fill(fillReaders), u"exec procndztj '2026','一中 ','全部'"_s, QStringList {r1, r3}}},
-            {"readers of a type",
-                {Fill(fillReaders), u"exec procndztj '2026','','guest'"_s, QStringList {r2}}},
+                {fillReaders, u"exec procndztj '2026','一中 ','全部'"_s, QStringList {r1, r3}}},
+            {"readers of a type", {fillReaders, u"exec procndztj '2026','','guest'"_s, QStringList {r2}}},
             {"the year before",
-                {Fill(fillReaders), u"exec procndztj '2025','一中','学生'"_s,
+                {fillReaders, u"exec procndztj '2025','一中','学生'"_s,
                     QStringList {u"一中|读者R1|学生|R1|1|0|0|0|0|0|0|0|0|0|0|0|1"_s}}},
-            {"nobody borrowed", {Fill(fillReaders), u"exec procndztj '2024','全部','全部'"_s, {}}},
+            {"nobody borrowed", {fillReaders, u"exec procndztj '2024','全部','全部'"_s, {}}},
             {"titles, with a shared rank",
-                {Fill(fillRankings), u"exec procjhphb '全部','10'"_s + january + u"'全部' "_s,
+                {fillRankings, u"exec procjhphb '全部','10'"_s + january + u"'全部' "_s,
                     QStringList {b4, b2, b1, b3}}},
             {"titles, cut inside a rank",
-                {Fill(fillRankings), u"exec procjhphb '','2'"_s + january + u"'' "_s, QStringList {b4, b2}}},
+                {fillRankings, u"exec procjhphb '','2'"_s + january + u"'' "_s, QStringList {b4, b2}}},
             {"titles of a class",
-                {Fill(fillRankings), u"exec procjhphb '全部','10'"_s + january + u"'tp' "_s,
+                {fillRankings, u"exec procjhphb '全部','10'"_s + january + u"'tp' "_s,
                     QStringList {u"1|全部|TP311/0|书名3|著者3|1"_s}}},
             {"a class is no pattern",
-                {Fill(fillRankings), u"exec procjhphb '全部','10'"_s + january + u"'%' "_s, {}}},
+                {fillRankings, u"exec procjhphb '全部','10'"_s + january + u"'%' "_s, {}}},
             {"titles of a unit",
-                {Fill(fillRankings), u"exec procjhphb '一中','10'"_s + january + u"'I' "_s,
+                {fillRankings, u"exec procjhphb '一中','10'"_s + january + u"'I' "_s,
                     QStringList {u"1|一中|I247.5/0|书名1|著者1|2"_s, u"2|一中|I3/0|书名4|著者4|1"_s}}},
             {"readers, with a shared rank",
-                {Fill(fillRankings), u"exec procdzjyphb '全部','10','2026-01-01','2026-01-31'"_s,
+                {fillRankings, u"exec procdzjyphb '全部','10','2026-01-01','2026-01-31'"_s,
                     QStringList {
                         u"1|读者R1|教师|一中|2"_s, u"1|读者R2|学生|二中|2"_s, u"3|读者R3|学生|一中 |1"_s}}},
             {"readers of a type on one day",
-                {Fill(fillRankings), u"exec procdzjyphb '学生 ','1','2026-01-31','2026-01-31'"_s,
+                {fillRankings, u"exec procdzjyphb '学生 ','1','2026-01-31','2026-01-31'"_s,
                     QStringList {u"1|读者R2|学生|二中|1"_s}}},
             {"from after to",
-                {Fill(fillRankings), u"exec procdzjyphb '全部','10','2026-02-01','2026-01-31'"_s, {}}},
+                {fillRankings, u"exec procdzjyphb '全部','10','2026-02-01','2026-01-31'"_s, {}}},
             {"history of a copy",
-                {Fill(fillHistory), u"exec procjylstj 0,'B1',''"_s,
+                {fillHistory, u"exec procjylstj 0,'B1',''"_s,
                     QStringList {u"在借|b1 |r1|2025-01-01|null|王馆员"_s,
                         u"已还|B1|R2|2025-06-01|2025-06-20|李馆员"_s,
                         u"已还|B1|R1|2025-05-01|2025-05-20|李馆员"_s}}},
             {"history of a reader",
-                {Fill(fillHistory), u"exec procjylstj 17,'B1','R1'"_s,
+                {fillHistory, u"exec procjylstj 17,'B1','R1'"_s,
                     QStringList {u"在借|b1 |r1|2025-01-01|null|王馆员"_s,
                         u"已还|B2|R1|2025-06-01|2025-06-20|李馆员"_s,
                         u"已还|B1|R1|2025-05-01|2025-05-20|李馆员"_s}}},
-            {"history of nothing", {Fill(fillHistory), u"exec procjylstj 1,'B1','R1'"_s, {}}},
+            {"history of nothing", {fillHistory, u"exec procjylstj 1,'B1','R1'"_s, {}}},
         });
     }
 

@@ -49,8 +49,8 @@ private Q_SLOTS:
         const QString overdue = u"select barcode,cqday from JHSKCQV"_s;
         cases<QString, QString, QString>({
             {"an open loan with reader and book",
-                {{}, open, u"R1|张三|教师|中文系|B1|书|作者|25|2003-09-01|2003-10-01|op|0.1|1|3"_s}},
-            {"due today is not overdue", {{}, overdue, {}}},
+                {QString(), open, u"R1|张三|教师|中文系|B1|书|作者|25|2003-09-01|2003-10-01|op|0.1|1|3"_s}},
+            {"due today is not overdue", {QString(), overdue, {}}},
             {"due yesterday is a day overdue",
                 {u"update jhsk set yhdate='2003-09-30'"_s, overdue, u"B1|1"_s}},
             {"a withdrawn copy drops out", {u"update sck set bookstatus='注销'"_s, open, {}}},
@@ -69,7 +69,7 @@ private Q_SLOTS:
                 {u"update sck set bookstatus='注销'"_s,
                     u"select bookname,author,price from BookV where barcode='B1'"_s, u"书|作者|25"_s}},
             {"charges, open and finished",
-                {{}, u"select readercode,barcode,orderdate from JHK order by orderdate"_s,
+                {QString(), u"select readercode,barcode,orderdate from JHK order by orderdate"_s,
                     u"R1|B1|2003-08-01\nR1|B1|2003-09-01"_s}},
         });
     }

@@ -4,10 +4,42 @@
 #include "database/procedures.h"
 #include "database/resource_text.h"
 #include "database/test_base.h"
+#include "db/error_of.h"
 #include "platform/sql/translator.h"
 #include "support/postgres_database.h"
 
 using namespace quilla;
+
+namespace {
+
+/// An empty library on the server.
+struct ServerLibrary {
+    ServerLibrary() { createLibrary(connection); }
+
+    /// How the server finds the rows.
+    QString plan(const QString& tsql)
+    {
+        sql::Translator translator(sql::Engine::Postgres, schema);
+        std::vector<sql::Literal> literals;
+        QByteArray text = translator.translate(tsql, literals).text;
+        for (const sql::Literal& literal : literals)
+            text.replace(text.indexOf('?'), 1, '\'' + literal.text.toUtf8() + '\'');
+        const QByteArray explain = "EXPLAIN (COSTS OFF) " + text;
+        const auto lines = checkedResult(PQexec(database.handle(), explain.constData()));
+        QString plan;
+        for (int line = 0; line < PQntuples(lines.get()); ++line)
+            plan += QString::fromUtf8(PQgetvalue(lines.get(), line, 0)) + u'\n';
+        return plan;
+    }
+
+    PostgresDatabase database;
+    SystemClock clock;
+    sql::Schema schema = librarySchema();
+    PooledFactory factory {schema, clock};
+    Connection connection = factory.open(database.connectionText());
+};
+
+} // namespace
 
 /// Libraries on servers: copied from the embedded file, or made by a script.
 class TestServers : public QObject {
@@ -103,6 +135,47 @@ private Q_SLOTS:
             QVERIFY(!translator.translate(statement, literals).returnsRows);
         }
         QVERIFY(rest.last().contains(u"'O''Hara'"_s));
+    }
+
+    void columnsKeepOutWhatIsNotTheirs()
+    {
+        const QString full(10, u'男');
+        const std::pair<QString, bool> rows[] {{u"'R','%1',null"_s.arg(full), true},
+            {u"'R','%1   ',null"_s.arg(full), true}, // blanks beyond the width
+            {u"'R','%1女',null"_s.arg(full), false}, {u"null,'',null"_s, false}, {u"'R','',''"_s, false},
+            {u"'R','','2003-02-29'"_s, false}};
+        ServerLibrary library;
+        for (const auto& [values, taken] : rows) {
+            const QString insert = u"insert into dzk(readercode,sex,term) values("_s + values + u')';
+            const bool failed = errorOf([&] { library.connection.execute(insert); });
+            QVERIFY2(failed != taken, qPrintable(values));
+        }
+    }
+
+    void clockMovesInsideATransaction()
+    {
+        ServerLibrary library;
+        const auto now = [&] { return library.connection.open(u"select getdate()").field(0).moment(); };
+        library.connection.begin();
+        const QDateTime before = now();
+        QTRY_VERIFY(now() > before);
+    }
+
+    /// Codes are found by their indexes whatever their case and the blanks behind them.
+    void codesAreFoundByIndexes()
+    {
+        ServerLibrary library;
+        library.database.run("SET enable_seqscan = off");
+        for (const QString& statement :
+            {u"select readstatus from DZK  where ReaderCode='R1'"_s,
+                u"select borrowstatus from SCK  where bookstatus<>'丢失' and barcode='B1'"_s,
+                u"select oldtime from yyk  join dzk on yyk.readercode=dzk.readercode where yyk.barcode='B1'"_s,
+                u"select count(jhskid) from jhsk where readercode='R1' And yhdate<'2004-1-1'"_s,
+                u"select name,price from JhskV where barcode='B1'"_s,
+                u"delete from jhslsk where barcode='B1'"_s}) {
+            const QString told = library.plan(statement);
+            QVERIFY2(told.contains(u"Index Cond"_s) && !told.contains(u"Seq Scan"_s), qPrintable(told));
+        }
     }
 
 private:

@@ -79,11 +79,7 @@ private Q_SLOTS:
             {u"Server=ku;PWD=geheim;"_s, {}, u"既没有数据源"_s}};
         for (const auto& [stored, drivers, words] : texts) {
             QString told;
-            QVERIFY(errorOf(
-                [&, &text = stored, &installed = drivers] {
-                    odbcText(ConnectionItems(text), {installed, Sources});
-                },
-                &told));
+            QVERIFY(errorOf([&] { odbcText(ConnectionItems(stored), {drivers, Sources}); }, &told));
             QVERIFY2(told.contains(words), qPrintable(told));
             QVERIFY(!told.contains(u"geheim"_s));
         }

@@ -36,7 +36,6 @@ private Q_SLOTS:
         const QString hold = u"insert into yyk(readercode,zskid,barcode,oldtime,ordertime,orderstatus) "
                              "values('R2',1,'B1','2026-03-20','2026-03-01',1)"_s;
         cases<QString, QString, QString, QString, QString>({
-            {"charged", {{}, u"B1"_s, {}, u"借书成功"_s, box}},
             {"empty", {{}, {}, {}, {}, box}},
             {"reader gone",
                 {u"delete from dzk"_s, u"B1"_s, u"没有找到该读者的信息！"_s, {}, u"TxtReaderCode"_s}},

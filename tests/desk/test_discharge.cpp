@@ -39,18 +39,6 @@ private Q_SLOTS:
 
     void cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
 
-    void closesTheLoan()
-    {
-        QCOMPARE(discharge(u"b1 "_s), 0);
-        QCOMPARE(m->value(u"select count(*) from jhsk"_s), u"0"_s);
-        QCOMPARE(m->value(u"select readercode,barcode,orderdate,yhdate,backdate,operater from jhslsk"_s),
-            u"R1|B1|2026-02-20|2026-03-11|2026-03-10|王馆员"_s);
-        QCOMPARE(m->value(u"select borrowstatus,bookstatus from sck"_s), u"True|库本"_s);
-        QCOMPARE(m->value(u"select orderbook from dzk where readercode='R1'"_s), u"0"_s);
-        QCOMPARE(m_desk.takeDone(), u"reader R1"_s);
-        QCOMPARE(m->broken(), QString());
-    }
-
     void unknownLoan()
     {
         const QString all = m->everything();

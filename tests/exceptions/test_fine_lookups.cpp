@@ -116,54 +116,50 @@ private Q_SLOTS:
         QVERIFY(!m->sent.isEmpty());
     }
 
-    void amounts_data()
-    {
-        const QString large = u"999999989999000.00"_s;
-        cases<QString, QString, QString, QString>({
-            {"no binary fraction", {u"1"_s, u"1.005"_s, u"1.01"_s, u"=(1.00*1.005)"_s}},
-            {"null price", {u"null"_s, u"2"_s, u"0.00"_s, u"=(0.00*2)"_s}},
-            {"null rate", {u"25"_s, u"null"_s, u"0.00"_s, u"=(25.00*0)"_s}},
-            {"large", {u"9999999999.99"_s, u"99999.999"_s, large, u"=(9999999999.99*99999.999)"_s}},
-        });
-    }
-
     /// Damage and loss take the same way, each with its own rate.
     void amounts()
     {
-        const auto [price, factor, amount, working] = given<QString, QString, QString, QString>();
-        m->send(u"update sck set price=%1"_s.arg(price));
-        for (const auto& [kind, column] :
-            {std::pair {FineKind::Defile, u"defile"_s}, std::pair {FineKind::Lost, u"lost"_s}}) {
-            m->send(u"update dzk set defile=7,lost=7"_s);
-            m->send(u"update dzk set %1=%2"_s.arg(column, factor));
-            m_screen.enter(FineBox::Barcode, u"B1"_s);
-            m_screen.setTicked(kind, true);
-            QCOMPARE(
-                m_screen.texts(FineBox::due(kind), FineBox::remark(kind)), amount + u'|' + amount + u'|');
-            QCOMPARE(m_screen.workings[std::size_t(kind)], working);
+        const QString large = u"999999989999000.00"_s;
+        const std::tuple<QString, QString, QString, QString> rows[] {
+            {u"1"_s, u"1.005"_s, u"1.01"_s, u"=(1.00*1.005)"_s},
+            {u"null"_s, u"2"_s, u"0.00"_s, u"=(0.00*2)"_s},
+            {u"25"_s, u"null"_s, u"0.00"_s, u"=(25.00*0)"_s},
+            {u"9999999999.99"_s, u"99999.999"_s, large, u"=(9999999999.99*99999.999)"_s},
+        };
+        for (const auto& [price, factor, amount, working] : rows) {
+            m->send(u"update sck set price=%1"_s.arg(price));
+            for (const auto& [kind, column] :
+                {std::pair {FineKind::Defile, u"defile"_s}, std::pair {FineKind::Lost, u"lost"_s}}) {
+                m->send(u"update dzk set defile=7,lost=7"_s);
+                m->send(u"update dzk set %1=%2"_s.arg(column, factor));
+                m_screen.enter(FineBox::Barcode, {});
+                m_screen.enter(FineBox::Barcode, u"B1"_s);
+                m_screen.setTicked(kind, true);
+                QCOMPARE(
+                    m_screen.texts(FineBox::due(kind), FineBox::remark(kind)), amount + u'|' + amount + u'|');
+                QCOMPARE(m_screen.workings[std::size_t(kind)], working);
+            }
         }
-    }
-
-    void overdue_data()
-    {
-        cases<QString, QString, QString, QString>({
-            {"today", {u"2026-03-10"_s, u"0.1"_s, {}, {}}},
-            {"yesterday", {u"2026-03-09"_s, u"0.1"_s, u"0.10"_s, u"=(0.10*1)"_s}},
-            {"thirty days", {u"2026-02-08"_s, u"0.1"_s, u"3.00"_s, u"=(0.10*30)"_s}},
-            {"finer than a cent", {u"2026-03-05"_s, u"0.125"_s, u"0.63"_s, u"=(0.13*5)"_s}},
-        });
     }
 
     void overdue()
     {
-        const auto [due, rate, amount, working] = given<QString, QString, QString, QString>();
         m->holiday(u"假"_s, u"2026-02-20 2026-03-09"_s); // a fine runs through holidays
-        m->send(u"update jhsk set yhdate='%1' where barcode='B1'"_s.arg(due));
-        m->send(u"update dzk set fine=%1"_s.arg(rate));
-        m_screen.enter(FineBox::Barcode, u"B1"_s);
-        QCOMPARE(m_screen.kinds(), amount.isEmpty() ? QString() : u"0"_s);
-        QCOMPARE(m_screen.texts(4, 6), amount + u'|' + amount + u'|');
-        QCOMPARE(m_screen.workings[0], working);
+        const std::tuple<QString, QString, QString, QString> rows[] {
+            {u"2026-03-10"_s, u"0.1"_s, QString(), QString()},
+            {u"2026-03-09"_s, u"0.1"_s, u"0.10"_s, u"=(0.10*1)"_s},
+            {u"2026-02-08"_s, u"0.1"_s, u"3.00"_s, u"=(0.10*30)"_s},
+            {u"2026-03-05"_s, u"0.125"_s, u"0.63"_s, u"=(0.13*5)"_s},
+        };
+        for (const auto& [due, rate, amount, working] : rows) {
+            m->send(u"update jhsk set yhdate='%1' where barcode='B1'"_s.arg(due));
+            m->send(u"update dzk set fine=%1"_s.arg(rate));
+            m_screen.enter(FineBox::Barcode, {});
+            m_screen.enter(FineBox::Barcode, u"B1"_s);
+            QCOMPARE(m_screen.kinds(), amount.isEmpty() ? QString() : u"0"_s);
+            QCOMPARE(m_screen.texts(4, 6), amount + u'|' + amount + u'|');
+            QCOMPARE(m_screen.workings[0], working);
+        }
     }
 
     /// The overdue days end on the day of registration, and the amount is that of the register.

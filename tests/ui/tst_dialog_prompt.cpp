@@ -110,7 +110,7 @@ private Q_SLOTS:
         const std::pair<QString, Answer> hands[] {
             {u"y"_s, Answer::Yes}, {u"n"_s, Answer::No}, {u"\r"_s, Answer::No}}; // Enter takes the default
         for (const auto& [keys, answer] : hands) {
-            QTimer::singleShot(0, this, [pressed = keys] { queueKeys(pressed); });
+            QTimer::singleShot(0, this, [&] { queueKeys(keys); });
             QCOMPARE(DialogPrompt().show(question()), answer);
         }
     }

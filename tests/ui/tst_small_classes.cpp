@@ -145,7 +145,7 @@ private Q_SLOTS:
             CreateMenu menu;
             menu.setChooser([](const QStringList&) { return 1; });
             menu.Popup({u"前"_s});
-            menu.setChooser([choice = chosen](const QStringList&) { return choice; });
+            menu.setChooser([&](const QStringList&) { return chosen; });
             QCOMPARE(menu.Popup({u" 增加 "_s, u" - "_s, u"删除"_s}), number);
             QCOMPARE(menu.SelMenuString(), text);
         }
