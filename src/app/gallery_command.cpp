@@ -10,6 +10,7 @@
 #include "frame/main_form.h"
 #include "frame/password_form.h"
 #include "frame/sublib.h"
+#include "platform/ui/dialog_prompt.h"
 #include "platform/ui/error_form.h"
 #include "platform/ui/gallery.h"
 #include "platform/ui/working_form.h"
@@ -21,8 +22,10 @@
 #include "readers/reader_name_editor.h"
 #include "statistics/query_form.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QTextStream>
+#include <QTimer>
 
 namespace quilla {
 
@@ -130,6 +133,19 @@ void addQuery(Album& album, Session& session)
     album.add(form.objectName(), form);
 }
 
+/// The boxes as `DialogPrompt` shows them, each closed once it is drawn.
+void addMessages(Album& album)
+{
+    for (const Icon icon : {Icon::Information, Icon::Warning, Icon::Critical, Icon::Question}) {
+        QTimer::singleShot(0, qApp, [&album, icon] {
+            QWidget* box = QApplication::activeModalWidget();
+            album.add(u"message-%1"_s.arg(QString::number(int(icon))), *box);
+            box->close();
+        });
+        DialogPrompt().ask(u"你确定要删除读者:R2004001 吗？(Y/N)"_s, OperationTitle, icon, Answer::No);
+    }
+}
+
 } // namespace
 
 int renderGallery(DeskApplication& desk, const QString& folder)
@@ -153,6 +169,7 @@ int renderGallery(DeskApplication& desk, const QString& folder)
     album.add(u"errMessageFrm"_s, failure);
     WorkingFrm working;
     album.add(u"WorkingFrm"_s, working);
+    addMessages(album);
 
     LtMainFrm window(session, desk.screens());
     window.openUp();

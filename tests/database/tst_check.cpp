@@ -1,6 +1,7 @@
 #include "database/check.h"
 #include "database/scale.h"
 #include "database/test_base.h"
+#include "support/cases.h"
 
 using namespace quilla;
 
@@ -36,103 +37,107 @@ class TestCheck : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void findsViolation_data();
-    void findsViolation();
-    void scaleDataIsSound_data();
-    void scaleDataIsSound();
+    void findsViolation_data()
+    {
+        cases<QString, QStringList>({
+            {"nothing wrong", {u"update dzk set name=name"_s, {}}},
+            {"counter of loans too high",
+                {u"update dzk set orderbook=3 where readercode='R1'"_s,
+                    QStringList {u"orderbook: 读者证号=R1  姓名=张三  已借册数=3  借书记录=2"_s}}},
+            {"counter of loans below zero",
+                {u"update dzk set orderbook=-1 where readercode='R2'"_s,
+                    QStringList {u"orderbook: 读者证号=R2  姓名=李四  已借册数=-1  借书记录=0"_s}}},
+            {"counter of loans null beside loans",
+                {u"update dzk set orderbook=null where readercode='R1'"_s,
+                    QStringList {u"orderbook: 读者证号=R1  姓名=张三  已借册数=  借书记录=2"_s}}},
+            {"counter of loans null without loans",
+                {u"update dzk set orderbook=null where readercode='R2'"_s, {}}},
+            {"loan of nobody",
+                {u"delete from dzk where readercode='R1'"_s,
+                    QStringList {
+                        u"loan-reader: 借书控制号=1  读者证号=r1  条形码=A1\n借书控制号=2  读者证号=R1  条形码=a2"_s}}},
+            {"copy lent twice",
+                {u"insert into jhsk(readercode,barcode) values('R2','A1')"_s,
+                    QStringList {u"orderbook: 读者证号=R2  姓名=李四  已借册数=0  借书记录=1"_s,
+                        u"one-loan-a-copy: 条形码=A1  借书记录=2"_s}}},
+            {"loan of a copy on the shelf",
+                {u"update sck set borrowstatus=1,bookstatus='库本' where barcode='A1'"_s,
+                    QStringList {
+                        u"loaned-copy: 借书控制号=1  读者证号=r1  条形码=A1  图书状态=库本  可借=True"_s}}},
+            {"loan of a lendable copy",
+                {u"update sck set borrowstatus=1 where barcode='A1'"_s,
+                    QStringList {
+                        u"loaned-copy: 借书控制号=1  读者证号=r1  条形码=A1  图书状态=借出  可借=True"_s}}},
+            {"loan of an unknown copy",
+                {u"delete from sck where barcode='A1'"_s,
+                    QStringList {u"loaned-copy: 借书控制号=1  读者证号=r1  条形码=A1  图书状态=  可借="_s}}},
+            {"copy out without a loan",
+                {u"update sck set borrowstatus=0,bookstatus='借出' where barcode='B4'"_s,
+                    QStringList {u"copy-out: 条形码=B4"_s}}},
+            {"held copy of another title",
+                {u"update yyk set barcode='A1' where orderstatus=1"_s,
+                    QStringList {u"held-copy: 读者证号=R2  控制ID=2  条形码=A1"_s}}},
+            {"held without a copy",
+                {u"update yyk set barcode='' where orderstatus=1"_s,
+                    QStringList {u"held-copy: 读者证号=R2  控制ID=2  条形码="_s}}},
+            {"waiting again keeps its deadline",
+                {u"update yyk set barcode='',orderstatus=0,oldtime='2003-09-01' where barcode='B1'"_s, {}}},
+            {"counter of reservations too low",
+                {u"update dzk set yordercshu=1 where readercode='R2'"_s,
+                    QStringList {u"yordercshu: 读者证号=R2  姓名=李四  预借册数=1  预约记录=2"_s}}},
+            {"cleared reservations still count", {u"delete from yyk where orderstatus=0"_s, {}}},
+            {"reservations of a deleted card", {u"delete from dzk where readercode='R2'"_s, {}}},
+            {"lost without a ledger row",
+                {u"delete from BookOut where cause='丢失'"_s,
+                    QStringList {u"ledger: 条形码=B2  图书状态=丢失"_s}}},
+            {"withdrawn without a ledger row",
+                {u"update BookOut set barcode='B9' where barcode='B3'"_s,
+                    QStringList {u"ledger: 条形码=B3  图书状态=注销"_s}}},
+            {"a code twice",
+                {u"insert into dzk(readercode,orderbook) values('r2 ',0)"_s,
+                    QStringList {u"reader-code-once: 读者证号=R2  张数=2"_s,
+                        u"yordercshu: 读者证号=r2   姓名=  预借册数=0  预约记录=2"_s}}},
+        });
+    }
+
+    void findsViolation()
+    {
+        const auto [change, expected] = given<QString, QStringList>();
+        TestBase base(fillSound);
+        base.connection.execute(change);
+        QStringList found;
+        for (const Finding& finding : checkLibrary(base.connection))
+            found += finding.rule + u": "_s + finding.rows.join(u'\n');
+        QCOMPARE(found, expected);
+    }
+
+    void scaleDataIsSound_data()
+    {
+        cases<int, int, int, int>({
+            {"fewer loans than readers", {100, 900, 70, 2}},
+            {"loans not shared evenly", {100, 901, 250, 2}},
+            {"more loans than copies", {50, 60, 1000, 0}},
+            {"nothing", {0, 0, 0, 0}},
+        });
+    }
+
+    void scaleDataIsSound()
+    {
+        const auto [readers, copies, loans, holds] = given<int, int, int, int>();
+        TestBase base([&](Connection& connection) {
+            fillScaleData(connection,
+                {.readers = readers,
+                    .copies = copies,
+                    .history = 500,
+                    .loans = loans,
+                    .today = QDate(2003, 10, 1)});
+        });
+        QVERIFY(checkLibrary(base.connection).empty());
+        QCOMPARE(base.rows(u"select count(*) from jhsk").toInt(), std::min(loans, copies));
+        QCOMPARE(base.rows(u"select count(*) from jhslsk where backdate<='2003-10-01'"), u"500"_s);
+        QCOMPARE(base.rows(u"select count(*) from yyk where oldtime>='2003-10-01'").toInt(), holds);
+    }
 };
-
-void TestCheck::findsViolation_data()
-{
-    QTest::addColumn<QString>("change");
-    QTest::addColumn<QStringList>("expected"); // rule: rows
-    const auto row = [](const char* name, const QString& change, const QStringList& expected) {
-        QTest::newRow(name) << change << expected;
-    };
-    row("nothing wrong", u"update dzk set name=name"_s, {});
-    row("counter of loans too high", u"update dzk set orderbook=3 where readercode='R1'"_s,
-        {u"orderbook: 读者证号=R1  姓名=张三  已借册数=3  借书记录=2"_s});
-    row("counter of loans below zero", u"update dzk set orderbook=-1 where readercode='R2'"_s,
-        {u"orderbook: 读者证号=R2  姓名=李四  已借册数=-1  借书记录=0"_s});
-    row("counter of loans null beside loans", u"update dzk set orderbook=null where readercode='R1'"_s,
-        {u"orderbook: 读者证号=R1  姓名=张三  已借册数=  借书记录=2"_s});
-    row("counter of loans null without loans", u"update dzk set orderbook=null where readercode='R2'"_s, {});
-    row("loan of nobody", u"delete from dzk where readercode='R1'"_s,
-        {u"loan-reader: 借书控制号=1  读者证号=r1  条形码=A1\n借书控制号=2  读者证号=R1  条形码=a2"_s});
-    row("copy lent twice", u"insert into jhsk(readercode,barcode) values('R2','A1')"_s,
-        {u"orderbook: 读者证号=R2  姓名=李四  已借册数=0  借书记录=1"_s,
-            u"one-loan-a-copy: 条形码=A1  借书记录=2"_s});
-    row("loan of a copy on the shelf",
-        u"update sck set borrowstatus=1,bookstatus='库本' where barcode='A1'"_s,
-        {u"loaned-copy: 借书控制号=1  读者证号=r1  条形码=A1  图书状态=库本  可借=True"_s});
-    row("loan of a lendable copy", u"update sck set borrowstatus=1 where barcode='A1'"_s,
-        {u"loaned-copy: 借书控制号=1  读者证号=r1  条形码=A1  图书状态=借出  可借=True"_s});
-    row("loan of an unknown copy", u"delete from sck where barcode='A1'"_s,
-        {u"loaned-copy: 借书控制号=1  读者证号=r1  条形码=A1  图书状态=  可借="_s});
-    row("copy out without a loan", u"update sck set borrowstatus=0,bookstatus='借出' where barcode='B4'"_s,
-        {u"copy-out: 条形码=B4"_s});
-    row("held copy of another title", u"update yyk set barcode='A1' where orderstatus=1"_s,
-        {u"held-copy: 读者证号=R2  控制ID=2  条形码=A1"_s});
-    row("held without a copy", u"update yyk set barcode='' where orderstatus=1"_s,
-        {u"held-copy: 读者证号=R2  控制ID=2  条形码="_s});
-    row("waiting again keeps its deadline",
-        u"update yyk set barcode='',orderstatus=0,oldtime='2003-09-01' where barcode='B1'"_s, {});
-    row("counter of reservations too low", u"update dzk set yordercshu=1 where readercode='R2'"_s,
-        {u"yordercshu: 读者证号=R2  姓名=李四  预借册数=1  预约记录=2"_s});
-    row("cleared reservations still count", u"delete from yyk where orderstatus=0"_s, {});
-    row("reservations of a deleted card", u"delete from dzk where readercode='R2'"_s, {});
-    row("lost without a ledger row", u"delete from BookOut where cause='丢失'"_s,
-        {u"ledger: 条形码=B2  图书状态=丢失"_s});
-    row("withdrawn without a ledger row", u"update BookOut set barcode='B9' where barcode='B3'"_s,
-        {u"ledger: 条形码=B3  图书状态=注销"_s});
-    row("a code twice", u"insert into dzk(readercode,orderbook) values('r2 ',0)"_s,
-        {u"reader-code-once: 读者证号=R2  张数=2"_s,
-            u"yordercshu: 读者证号=r2   姓名=  预借册数=0  预约记录=2"_s});
-}
-
-void TestCheck::findsViolation()
-{
-    QFETCH(QString, change);
-    QFETCH(QStringList, expected);
-    TestBase base(fillSound);
-    base.connection.execute(change);
-    QStringList found;
-    for (const Finding& finding : checkLibrary(base.connection))
-        found += finding.rule + u": "_s + finding.rows.join(u'\n');
-    QCOMPARE(found, expected);
-}
-
-void TestCheck::scaleDataIsSound_data()
-{
-    QTest::addColumn<int>("readers");
-    QTest::addColumn<int>("copies");
-    QTest::addColumn<int>("loans");
-    QTest::addColumn<int>("holds");
-    QTest::newRow("fewer loans than readers") << 100 << 900 << 70 << 2;
-    QTest::newRow("loans not shared evenly") << 100 << 901 << 250 << 2;
-    QTest::newRow("more loans than copies") << 50 << 60 << 1000 << 0;
-    QTest::newRow("nothing") << 0 << 0 << 0 << 0;
-}
-
-void TestCheck::scaleDataIsSound()
-{
-    QFETCH(int, readers);
-    QFETCH(int, copies);
-    QFETCH(int, loans);
-    QFETCH(int, holds);
-    TestBase base([&](Connection& connection) {
-        fillScaleData(connection,
-            {.readers = readers,
-                .copies = copies,
-                .history = 500,
-                .loans = loans,
-                .today = QDate(2003, 10, 1)});
-    });
-    QVERIFY(checkLibrary(base.connection).empty());
-    QCOMPARE(base.rows(u"select count(*) from jhsk").toInt(), std::min(loans, copies));
-    QCOMPARE(base.rows(u"select count(*) from jhslsk where backdate<='2003-10-01'"), u"500"_s);
-    QCOMPARE(base.rows(u"select count(*) from yyk where oldtime>='2003-10-01'").toInt(), holds);
-}
 
 QTEST_GUILESS_MAIN(TestCheck)
 #include "tst_check.moc"

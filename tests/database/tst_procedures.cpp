@@ -1,67 +1,12 @@
-#include "database/library_schema.h"
-#include "database/procedures.h"
+#include "database/circulation.h"
 #include "platform/db/command.h"
-#include "platform/db/pool.h"
-#include "support/test_library.h"
+#include "support/cases.h"
 
 #include <QtTest>
 
 using namespace quilla;
 
 namespace {
-
-/// A library whose copies, cards and loans the test tells one by one.
-class Circulation : public TestLibrary {
-public:
-    void title(const QString& barcode, const QString& classcode)
-    {
-        copy(barcode);
-        send(u"update zsk set classcode=%1 where zskid=(select zskid from sck where barcode='%2')"_s.arg(
-            classcode.isNull() ? u"null"_s : u'\'' + classcode + u'\'', barcode));
-    }
-    void card(const QString& code, const QString& unit, const QString& type)
-    {
-        reader(code, {{u"readunit"_s, unit}, {u"readerclass"_s, type}});
-    }
-    /// A loan that ended; due thirty days after its charge unless told.
-    void lent(const QString& reader, const QString& barcode, const QString& from, const QString& back,
-        const QString& due = {})
-    {
-        const QString late = isoDate(readDate(from)->addDays(30));
-        insert(u"jhslsk"_s,
-            {{u"readercode"_s, reader}, {u"barcode"_s, barcode}, {u"orderdate"_s, from},
-                {u"yhdate"_s, due.isNull() ? late : due}, {u"backdate"_s, back},
-                {u"operater"_s, u"李馆员"_s}});
-    }
-    void open(const QString& reader, const QString& barcode, const QString& from)
-    {
-        insert(u"jhsk"_s,
-            {{u"readercode"_s, reader}, {u"barcode"_s, barcode}, {u"orderdate"_s, from},
-                {u"yhdate"_s, u"2026-04-01"_s}, {u"operater"_s, u"王馆员"_s}});
-    }
-    void fine(const QString& money, const QString& date)
-    {
-        insert(u"fkk"_s, {{u"readercode"_s, u"R1"_s}, {u"sfmoney"_s, money}, {u"opratedate"_s, date}});
-    }
-    void withdrawn(const QString& date) { insert(u"BookOut"_s, {{u"outdate"_s, date}}); }
-
-    /// The lines of a statistic, each with its first column and the figures that are not 0 under their
-    /// names; lines without any are counted, not shown.
-    QStringList figures(const QString& call) { return figuresOf(factory.open(connectionText).open(call)); }
-    static QStringList figuresOf(Recordset rows)
-    {
-        QStringList lines;
-        const auto count = rows.recordCount();
-        for (; !rows.eof(); rows.next()) {
-            QString line = rows.field(0).text();
-            for (int at = 1; at < rows.fieldCount(); ++at)
-                if (rows.field(at).text() != u"0")
-                    line += u" %1=%2"_s.arg(rows.fieldName(at).toUpper(), rows.field(at).text());
-            if (line != rows.field(0).text()) lines += line;
-        }
-        return lines += u"%1x%2"_s.arg(count).arg(rows.fieldCount());
-    }
-};
 
 void fillWorkload(Circulation& library)
 {
@@ -153,8 +98,6 @@ using Fill = void (*)(Circulation&);
 
 } // namespace
 
-Q_DECLARE_METATYPE(Fill)
-
 class TestProcedures : public QObject {
     Q_OBJECT
 
@@ -172,257 +115,178 @@ private:
     std::map<Fill, std::unique_ptr<Circulation>> m_libraries;
 
 private Q_SLOTS:
-    void figures_data();
-    void figures();
-    void rows_data();
-    void rows();
-    void refusesBadArguments_data();
-    void refusesBadArguments();
-    void countsEachClassInItsColumn();
-    void answersCommands();
-    void areCreatedWhereTheyAreKept();
+    void figures_data()
+    {
+        const QStringList february {u"1 借出册数=2 还回册数=1 读者人次=2"_s, u"14 还回册数=1 读者人次=1"_s,
+            u"15 还回册数=1 过期册数=1 罚款金额=0.3 读者人次=1"_s, u"28 借出册数=1 读者人次=1 注销册数=1"_s,
+            u"合计 借出册数=3 还回册数=3 过期册数=1 罚款金额=0.3 读者人次=5 注销册数=1"_s, u"29x7"_s};
+        cases<Fill, QString, QStringList>({
+            {"work of a month", {fillWorkload, u"exec dbo.YueLiuTongTJ '2026-2',28"_s, february}},
+            {"month with a 0", {fillWorkload, u"exec yueliutongtj '2026-02','28'"_s, february}},
+            {"work of a year",
+                {fillWorkload, u"exec dbo.nianLiuTongTJ '2026'"_s,
+                    QStringList {u"1 借出册数=1 罚款金额=99 读者人次=1"_s,
+                        u"2 借出册数=3 还回册数=3 过期册数=1 罚款金额=0.3 读者人次=5 注销册数=1"_s,
+                        u"3 还回册数=1 读者人次=1"_s,
+                        u"合计 借出册数=4 还回册数=4 过期册数=1 罚款金额=99.3 读者人次=7 注销册数=1"_s,
+                        u"13x7"_s}}},
+            {"December ends the year",
+                {fillWorkload, u"exec dbo.YueLiuTongTJ '2025-12',31"_s,
+                    QStringList {u"31 借出册数=2 读者人次=1"_s, u"合计 借出册数=2 读者人次=1"_s, u"32x7"_s}}},
+            {"month without work",
+                {fillWorkload, u"exec dbo.YueLiuTongTJ '2026-04',30"_s, QStringList {u"0x7"_s}}},
+            {"classes of a leap day",
+                {fillClasses, u"exec dbo.YueJieChuFenLeiTJ '2024-2',29"_s,
+                    QStringList {u"29 I类=1 Z类=1 小计=2"_s, u"合计 I类=1 Z类=1 小计=2"_s, u"30x24"_s}}},
+            {"classes of a year",
+                {fillClasses, u"exec dbo.NianJieChuFenLeiTJ '2024'"_s,
+                    QStringList {u"2 I类=1 Z类=1 小计=2"_s, u"3 I类=1 小计=1"_s, u"12 I类=1 小计=1"_s,
+                        u"合计 I类=3 Z类=1 小计=4"_s, u"13x24"_s}}},
+            {"only a class without a column",
+                {fillClasses, u"exec dbo.NianJieChuFenLeiTJ '2023'"_s, QStringList {u"0x24"_s}}},
+            {"types of a month in the order of their list",
+                {fillReaders, u"exec procydztj '2026','2'"_s,
+                    QStringList {u"学生 小计=2 T1=1 T28=1"_s, u"Guest 小计=1 T3=1"_s, u" 小计=1 T3=1"_s,
+                        u"家长 小计=1 T3=1"_s, u"5x33"_s}}},
+            {"types without a loan", {fillReaders, u"exec procydztj '2026','3'"_s, QStringList {u"0x33"_s}}},
+            {"types in December",
+                {fillReaders, u"exec procydztj '2025','12'"_s,
+                    QStringList {u"学生 小计=1 T31=1"_s, u"3x33"_s}}},
+        });
+    }
+
+    void figures()
+    {
+        const auto [fill, call, expected] = given<Fill, QString, QStringList>();
+        Circulation& library = filled(fill);
+        QCOMPARE(library.figures(call).join(u'\n'), expected.join(u'\n'));
+    }
+
+    void rows_data()
+    {
+        const QString r1 = u"一中|读者R1|学生|R1|2|0|2|0|0|0|0|0|0|0|0|0|0"_s;
+        const QString r2 = u"二中|读者R2|GUEST |R2|1|0|1|0|0|0|0|0|0|0|0|0|0"_s;
+        const QString r3 = u"一中|读者R3|家长|R3|1|0|1|0|0|0|0|0|0|0|0|0|0"_s;
+        const QString gone = u"null|null|null|gone|1|0|1|0|0|0|0|0|0|0|0|0|0"_s;
+        const QString b4 = u"1|全部|I3/0|书名4|著者4|3"_s;
+        const QString b2 = u"2|全部|I1/0|书名2|著者2|2"_s;
+        const QString b1 = u"2|全部|I247.5/0|书名1|著者1|2"_s;
+        const QString b3 = u"4|全部|TP311/0|书名3|著者3|1"_s;
+        const QString january = u",'2026-01-01','2026-01-31',"_s;
+        cases<Fill, QString, QStringList>({
+            {"readers of a year",
+                {fillReaders, u"exec procndztj '2026','全部','全部'"_s, QStringList {gone, r1, r3, r2}}},
+            {"readers of a unit",
+                {fillReaders, u"exec procndztj '2026','一中 ','全部'"_s, QStringList {r1, r3}}},
+            {"readers of a type", {fillReaders, u"exec procndztj '2026','','guest'"_s, QStringList {r2}}},
+            {"the year before",
+                {fillReaders, u"exec procndztj '2025','一中','学生'"_s,
+                    QStringList {u"一中|读者R1|学生|R1|1|0|0|0|0|0|0|0|0|0|0|0|1"_s}}},
+            {"nobody borrowed", {fillReaders, u"exec procndztj '2024','全部','全部'"_s, {}}},
+            {"titles, with a shared rank",
+                {fillRankings, u"exec procjhphb '全部','10'"_s + january + u"'全部' "_s,
+                    QStringList {b4, b2, b1, b3}}},
+            {"titles, cut inside a rank",
+                {fillRankings, u"exec procjhphb '','2'"_s + january + u"'' "_s, QStringList {b4, b2}}},
+            {"titles of a class",
+                {fillRankings, u"exec procjhphb '全部','10'"_s + january + u"'tp' "_s,
+                    QStringList {u"1|全部|TP311/0|书名3|著者3|1"_s}}},
+            {"a class is no pattern",
+                {fillRankings, u"exec procjhphb '全部','10'"_s + january + u"'%' "_s, {}}},
+            {"titles of a unit",
+                {fillRankings, u"exec procjhphb '一中','10'"_s + january + u"'I' "_s,
+                    QStringList {u"1|一中|I247.5/0|书名1|著者1|2"_s, u"2|一中|I3/0|书名4|著者4|1"_s}}},
+            {"readers, with a shared rank",
+                {fillRankings, u"exec procdzjyphb '全部','10','2026-01-01','2026-01-31'"_s,
+                    QStringList {
+                        u"1|读者R1|教师|一中|2"_s, u"1|读者R2|学生|二中|2"_s, u"3|读者R3|学生|一中 |1"_s}}},
+            {"readers of a type on one day",
+                {fillRankings, u"exec procdzjyphb '学生 ','1','2026-01-31','2026-01-31'"_s,
+                    QStringList {u"1|读者R2|学生|二中|1"_s}}},
+            {"from after to",
+                {fillRankings, u"exec procdzjyphb '全部','10','2026-02-01','2026-01-31'"_s, {}}},
+            {"history of a copy",
+                {fillHistory, u"exec procjylstj 0,'B1',''"_s,
+                    QStringList {u"在借|b1 |r1|2025-01-01|null|王馆员"_s,
+                        u"已还|B1|R2|2025-06-01|2025-06-20|李馆员"_s,
+                        u"已还|B1|R1|2025-05-01|2025-05-20|李馆员"_s}}},
+            {"history of a reader",
+                {fillHistory, u"exec procjylstj 17,'B1','R1'"_s,
+                    QStringList {u"在借|b1 |r1|2025-01-01|null|王馆员"_s,
+                        u"已还|B2|R1|2025-06-01|2025-06-20|李馆员"_s,
+                        u"已还|B1|R1|2025-05-01|2025-05-20|李馆员"_s}}},
+            {"history of nothing", {fillHistory, u"exec procjylstj 1,'B1','R1'"_s, {}}},
+        });
+    }
+
+    void rows()
+    {
+        const auto [fill, call, expected] = given<Fill, QString, QStringList>();
+        QCOMPARE(filled(fill).rows(call).join(u'\n'), expected.join(u'\n'));
+    }
+
+    /// An error or no rows, and nothing happens to the library.
+    void refusesBadArguments()
+    {
+        const QString tail = u"','2026-01-01','2026-01-31'"_s;
+        const std::pair<QString, bool> calls[] {
+            {u"exec dbo.YueLiuTongTJ '2026-13',31"_s, true},
+            {u"exec procydztj '2026',''"_s, true},
+            {u"exec procndztj ''' or 1=1 --','全部','全部'"_s, true},
+            {u"exec procndztj '2026',''' or ''''=''','全部'"_s, false},
+            {u"exec procndztj '2026','@leixing','全部'"_s, false},
+            {u"exec procjylstj 0,''' or 1=1 --',''"_s, false},
+            {u"exec procdzjyphb '全部','1;delete from dzk"_s + tail, true},
+            {u"exec procdzjyphb '全部','99999999999"_s + tail, true},
+            {u"exec procdzjyphb '全部','"_s + tail, false},
+            {u"exec procdzjyphb '全部','-3"_s + tail, false},
+            {u"exec procjhphb '全部','10','2026-02-30','2026-03-31','A' "_s, true},
+            {u"exec procjylstj 0,'B1'"_s, true},
+            {u"exec procnone 0"_s, true},
+        };
+        Circulation& library = filled(fillRankings);
+        const QString before = library.everything();
+        for (const auto& [call, isError] : calls) {
+            QString told;
+            try {
+                QCOMPARE(library.rows(call), QStringList());
+            } catch (const Error& error) {
+                told = error.text;
+            }
+            QVERIFY2(told.isEmpty() != isError, qPrintable(call + told));
+        }
+        QCOMPARE(library.everything(), before);
+    }
+
+    void countsEachClassInItsColumn()
+    {
+        QStringList expected {u"3"_s};
+        for (int at = 0; at < Letters.size(); ++at)
+            expected += QString::number(at % 3 + 1);
+        expected += u"43"_s;
+        Circulation& library = filled(fillLetters);
+        QCOMPARE(library.rows(u"exec dbo.NianJieChuFenLeiTJ '2026'"_s).at(2), expected.join(u'|'));
+        expected.first() = u"8"_s;
+        QCOMPARE(library.rows(u"exec dbo.YueJieChuFenLeiTJ '2026-3',31"_s).at(7), expected.join(u'|'));
+    }
+
+    void answersCommands()
+    {
+        Circulation& library = filled(fillWorkload);
+        Connection connection = library.factory.open(library.connectionText);
+        Command month(connection, u"dbo.YueLiuTongTJ"_s);
+        month.append(u"@tongjiData", u"2026-3"_s, 7);
+        month.append(u"@monthDays", 31);
+        QCOMPARE(Circulation::figuresOf(month.execute()),
+            QStringList({u"1 还回册数=1 读者人次=1"_s, u"合计 还回册数=1 读者人次=1"_s, u"32x7"_s}));
+        Command year(connection, u"dbo.nianLiuTongTJ"_s);
+        year.append(u"@tongjiData", u"20261"_s, 4);
+        QCOMPARE(year.execute().recordCount(), 13);
+        Command injected(connection, u"dbo.nianLiuTongTJ"_s);
+        injected.append(u"@tongjiData", u"',1"_s, 4);
+        QVERIFY_THROWS_EXCEPTION(Error, injected.execute());
+    }
 };
-
-void TestProcedures::figures_data()
-{
-    QTest::addColumn<Fill>("fill");
-    QTest::addColumn<QString>("call");
-    QTest::addColumn<QStringList>("expected");
-
-    const QStringList february {u"1 借出册数=2 还回册数=1 读者人次=2"_s, u"14 还回册数=1 读者人次=1"_s,
-        u"15 还回册数=1 过期册数=1 罚款金额=0.3 读者人次=1"_s, u"28 借出册数=1 读者人次=1 注销册数=1"_s,
-        u"合计 借出册数=3 还回册数=3 过期册数=1 罚款金额=0.3 读者人次=5 注销册数=1"_s, u"29x7"_s};
-    QTest::newRow("work of a month") << Fill(fillWorkload) << u"exec dbo.YueLiuTongTJ '2026-2',28"_s
-                                     << february;
-    QTest::newRow("month with a 0") << Fill(fillWorkload) << u"exec yueliutongtj '2026-02','28'"_s
-                                    << february;
-    QTest::newRow("work of a year")
-        << Fill(fillWorkload) << u"exec dbo.nianLiuTongTJ '2026'"_s
-        << QStringList {u"1 借出册数=1 罚款金额=99 读者人次=1"_s,
-               u"2 借出册数=3 还回册数=3 过期册数=1 罚款金额=0.3 读者人次=5 注销册数=1"_s,
-               u"3 还回册数=1 读者人次=1"_s,
-               u"合计 借出册数=4 还回册数=4 过期册数=1 罚款金额=99.3 读者人次=7 注销册数=1"_s, u"13x7"_s};
-    QTest::newRow("December ends the year")
-        << Fill(fillWorkload) << u"exec dbo.YueLiuTongTJ '2025-12',31"_s
-        << QStringList {u"31 借出册数=2 读者人次=1"_s, u"合计 借出册数=2 读者人次=1"_s, u"32x7"_s};
-    QTest::newRow("month without work")
-        << Fill(fillWorkload) << u"exec dbo.YueLiuTongTJ '2026-04',30"_s << QStringList {u"0x7"_s};
-
-    QTest::newRow("classes of a leap day")
-        << Fill(fillClasses) << u"exec dbo.YueJieChuFenLeiTJ '2024-2',29"_s
-        << QStringList {u"29 I类=1 Z类=1 小计=2"_s, u"合计 I类=1 Z类=1 小计=2"_s, u"30x24"_s};
-    QTest::newRow("classes of a year") << Fill(fillClasses) << u"exec dbo.NianJieChuFenLeiTJ '2024'"_s
-                                       << QStringList {u"2 I类=1 Z类=1 小计=2"_s, u"3 I类=1 小计=1"_s,
-                                              u"12 I类=1 小计=1"_s, u"合计 I类=3 Z类=1 小计=4"_s, u"13x24"_s};
-    QTest::newRow("only a class without a column")
-        << Fill(fillClasses) << u"exec dbo.NianJieChuFenLeiTJ '2023'"_s << QStringList {u"0x24"_s};
-
-    QTest::newRow("types of a month in the order of their list")
-        << Fill(fillReaders) << u"exec procydztj '2026','2'"_s
-        << QStringList {u"学生 小计=2 T1=1 T28=1"_s, u"Guest 小计=1 T3=1"_s, u" 小计=1 T3=1"_s,
-               u"家长 小计=1 T3=1"_s, u"5x33"_s};
-    QTest::newRow("types without a loan")
-        << Fill(fillReaders) << u"exec procydztj '2026','3'"_s << QStringList {u"0x33"_s};
-    QTest::newRow("types in December") << Fill(fillReaders) << u"exec procydztj '2025','12'"_s
-                                       << QStringList {u"学生 小计=1 T31=1"_s, u"3x33"_s};
-}
-
-void TestProcedures::figures()
-{
-    QFETCH(Fill, fill);
-    QFETCH(QString, call);
-    QFETCH(QStringList, expected);
-    Circulation& library = filled(fill);
-    QCOMPARE(library.figures(call).join(u'\n'), expected.join(u'\n'));
-}
-
-void TestProcedures::rows_data()
-{
-    QTest::addColumn<Fill>("fill");
-    QTest::addColumn<QString>("call");
-    QTest::addColumn<QStringList>("expected");
-
-    const QString r1 = u"一中|读者R1|学生|R1|2|0|2|0|0|0|0|0|0|0|0|0|0"_s;
-    const QString r2 = u"二中|读者R2|GUEST |R2|1|0|1|0|0|0|0|0|0|0|0|0|0"_s;
-    const QString r3 = u"一中|读者R3|家长|R3|1|0|1|0|0|0|0|0|0|0|0|0|0"_s;
-    const QString gone = u"null|null|null|gone|1|0|1|0|0|0|0|0|0|0|0|0|0"_s;
-    QTest::newRow("readers of a year")
-        << Fill(fillReaders) << u"exec procndztj '2026','全部','全部'"_s << QStringList {gone, r1, r3, r2};
-    QTest::newRow("readers of a unit")
-        << Fill(fillReaders) << u"exec procndztj '2026','一中 ','全部'"_s << QStringList {r1, r3};
-    QTest::newRow("readers of a type")
-        << Fill(fillReaders) << u"exec procndztj '2026','','guest'"_s << QStringList {r2};
-    QTest::newRow("the year before") << Fill(fillReaders) << u"exec procndztj '2025','一中','学生'"_s
-                                     << QStringList {u"一中|读者R1|学生|R1|1|0|0|0|0|0|0|0|0|0|0|0|1"_s};
-    QTest::newRow("nobody borrowed") << Fill(fillReaders) << u"exec procndztj '2024','全部','全部'"_s
-                                     << QStringList();
-
-    const QString b4 = u"1|全部|I3/0|书名4|著者4|3"_s;
-    const QString b2 = u"2|全部|I1/0|书名2|著者2|2"_s;
-    const QString b1 = u"2|全部|I247.5/0|书名1|著者1|2"_s;
-    const QString b3 = u"4|全部|TP311/0|书名3|著者3|1"_s;
-    const QString january = u",'2026-01-01','2026-01-31',"_s;
-    QTest::newRow("titles, with a shared rank")
-        << Fill(fillRankings) << u"exec procjhphb '全部','10'"_s + january + u"'全部' "_s
-        << QStringList {b4, b2, b1, b3};
-    QTest::newRow("titles, cut inside a rank")
-        << Fill(fillRankings) << u"exec procjhphb '','2'"_s + january + u"'' "_s << QStringList {b4, b2};
-    QTest::newRow("titles of a class")
-        << Fill(fillRankings) << u"exec procjhphb '全部','10'"_s + january + u"'tp' "_s
-        << QStringList {u"1|全部|TP311/0|书名3|著者3|1"_s};
-    QTest::newRow("a class is no pattern")
-        << Fill(fillRankings) << u"exec procjhphb '全部','10'"_s + january + u"'%' "_s << QStringList();
-    QTest::newRow("titles of a unit")
-        << Fill(fillRankings) << u"exec procjhphb '一中','10'"_s + january + u"'I' "_s
-        << QStringList {u"1|一中|I247.5/0|书名1|著者1|2"_s, u"2|一中|I3/0|书名4|著者4|1"_s};
-    QTest::newRow("readers, with a shared rank")
-        << Fill(fillRankings) << u"exec procdzjyphb  '全部','10','2026-01-01','2026-01-31'"_s
-        << QStringList {u"1|读者R1|教师|一中|2"_s, u"1|读者R2|学生|二中|2"_s, u"3|读者R3|学生|一中 |1"_s};
-    QTest::newRow("readers of a type on one day")
-        << Fill(fillRankings) << u"exec procdzjyphb  '学生 ','1','2026-01-31','2026-01-31'"_s
-        << QStringList {u"1|读者R2|学生|二中|1"_s};
-    QTest::newRow("from after to") << Fill(fillRankings)
-                                   << u"exec procdzjyphb  '全部','10','2026-02-01','2026-01-31'"_s
-                                   << QStringList();
-
-    QTest::newRow("history of a copy")
-        << Fill(fillHistory) << u"exec procjylstj 0,'B1',''"_s
-        << QStringList {u"在借|b1 |r1|2025-01-01|null|王馆员"_s, u"已还|B1|R2|2025-06-01|2025-06-20|李馆员"_s,
-               u"已还|B1|R1|2025-05-01|2025-05-20|李馆员"_s};
-    QTest::newRow("history of a reader")
-        << Fill(fillHistory) << u"exec procjylstj 17,'B1','R1'"_s
-        << QStringList {u"在借|b1 |r1|2025-01-01|null|王馆员"_s, u"已还|B2|R1|2025-06-01|2025-06-20|李馆员"_s,
-               u"已还|B1|R1|2025-05-01|2025-05-20|李馆员"_s};
-    QTest::newRow("history of nothing")
-        << Fill(fillHistory) << u"exec procjylstj 1,'B1','R1'"_s << QStringList();
-}
-
-void TestProcedures::rows()
-{
-    QFETCH(Fill, fill);
-    QFETCH(QString, call);
-    QFETCH(QStringList, expected);
-    Circulation& library = filled(fill);
-    QCOMPARE(library.rows(call).join(u'\n'), expected.join(u'\n'));
-}
-
-/// An error or no rows, and nothing happens to the library.
-void TestProcedures::refusesBadArguments_data()
-{
-    QTest::addColumn<QString>("call");
-    QTest::addColumn<bool>("isError");
-
-    const QString tail = u"','2026-01-01','2026-01-31'"_s;
-    QTest::newRow("month 13") << u"exec dbo.YueLiuTongTJ '2026-13',31"_s << true;
-    QTest::newRow("month 0") << u"exec procydztj '2026','0'"_s << true;
-    QTest::newRow("no month") << u"exec procydztj '2026',''"_s << true;
-    QTest::newRow("no period") << u"exec dbo.YueJieChuFenLeiTJ '',31"_s << true;
-    QTest::newRow("letters for a year") << u"exec dbo.NianJieChuFenLeiTJ 'year'"_s << true;
-    QTest::newRow("a quote for a year") << u"exec procndztj ''' or 1=1 --','全部','全部'"_s << true;
-    QTest::newRow("a quote for a unit") << u"exec procndztj '2026',''' or ''''=''','全部'"_s << false;
-    QTest::newRow("a parameter's name for a unit") << u"exec procndztj '2026','@leixing','全部'"_s << false;
-    QTest::newRow("a quote for a copy") << u"exec procjylstj 0,''' or 1=1 --',''"_s << false;
-    QTest::newRow("a statement for a count")
-        << u"exec procdzjyphb '全部','1;delete from dzk"_s + tail << true;
-    QTest::newRow("no number") << u"exec procdzjyphb '全部','/"_s + tail << true;
-    QTest::newRow("a fraction") << u"exec procdzjyphb '全部','1.5"_s + tail << true;
-    QTest::newRow("a number too large") << u"exec procdzjyphb '全部','99999999999"_s + tail << true;
-    QTest::newRow("no count") << u"exec procdzjyphb '全部','"_s + tail << false;
-    QTest::newRow("less than nothing") << u"exec procdzjyphb '全部','-3"_s + tail << false;
-    QTest::newRow("no date") << u"exec procjhphb '全部','10','2026-02-30','2026-03-31','A' "_s << true;
-    QTest::newRow("an argument missing") << u"exec procjylstj 0,'B1'"_s << true;
-    QTest::newRow("unknown name") << u"exec procnone 0"_s << true;
-}
-
-void TestProcedures::refusesBadArguments()
-{
-    QFETCH(QString, call);
-    QFETCH(bool, isError);
-    Circulation& library = filled(fillRankings);
-    const QString before = library.everything();
-    QString told;
-    try {
-        QCOMPARE(library.rows(call), QStringList());
-    } catch (const Error& error) {
-        told = error.text;
-    }
-    QVERIFY2(told.isEmpty() != isError, qPrintable(told));
-    QCOMPARE(library.everything(), before);
-}
-
-void TestProcedures::countsEachClassInItsColumn()
-{
-    QStringList expected {u"3"_s};
-    for (int at = 0; at < Letters.size(); ++at)
-        expected += QString::number(at % 3 + 1);
-    expected += u"43"_s;
-    Circulation& library = filled(fillLetters);
-    QCOMPARE(library.rows(u"exec dbo.NianJieChuFenLeiTJ '2026'"_s).at(2), expected.join(u'|'));
-    expected.first() = u"8"_s;
-    QCOMPARE(library.rows(u"exec dbo.YueJieChuFenLeiTJ '2026-3',31"_s).at(7), expected.join(u'|'));
-}
-
-void TestProcedures::answersCommands()
-{
-    Circulation& library = filled(fillWorkload);
-    Connection connection = library.factory.open(library.connectionText);
-    Command month(connection, u"dbo.YueLiuTongTJ"_s);
-    month.append(u"@tongjiData", u"2026-3"_s, 7);
-    month.append(u"@monthDays", 31);
-    QCOMPARE(Circulation::figuresOf(month.execute()),
-        QStringList({u"1 还回册数=1 读者人次=1"_s, u"合计 还回册数=1 读者人次=1"_s, u"32x7"_s}));
-    Command year(connection, u"dbo.nianLiuTongTJ"_s);
-    year.append(u"@tongjiData", u"20261"_s, 4);
-    QCOMPARE(year.execute().recordCount(), 13);
-    Command injected(connection, u"dbo.nianLiuTongTJ"_s);
-    injected.append(u"@tongjiData", u"',1"_s, 4);
-    QVERIFY_THROWS_EXCEPTION(Error, injected.execute());
-}
-
-namespace {
-
-/// A server that takes everything and keeps what it was sent.
-class RecordingServer final : public Driver {
-public:
-    explicit RecordingServer(QStringList& sent)
-        : m_sent(sent)
-    {
-    }
-    sql::Engine engine() const override { return sql::Engine::SqlServer; }
-    bool hasOneWriter() const override { return false; }
-    bool isAlive() override { return true; }
-    int execute(const sql::Translation& statement, const std::vector<sql::Literal>&) override
-    {
-        m_sent += QString::fromUtf8(statement.text);
-        return 0;
-    }
-    std::unique_ptr<Cursor> query(const sql::Translation&, const std::vector<sql::Literal>&) override
-    {
-        return {};
-    }
-    void begin(OnFailure) override { }
-    void commit() override { }
-    void rollback() override { }
-
-private:
-    QStringList& m_sent;
-};
-
-} // namespace
-
-void TestProcedures::areCreatedWhereTheyAreKept()
-{
-    QStringList sent;
-    const sql::Schema schema = librarySchema();
-    sql::Translator translator(sql::Engine::SqlServer, schema);
-    const PoolContext context {[&](sql::Engine) -> sql::Translator& { return translator; }, {}, {}};
-    const auto pool
-        = std::make_shared<Pool>([&] { return std::make_unique<RecordingServer>(sent); }, context);
-    Connection connection(pool->lend());
-    createLibrary(connection);
-    QCOMPARE(sent.last(9), procedureDefinitions());
-    QCOMPARE(sent.filter(u"create procedure dbo."_s).size(), 9);
-}
 
 QTEST_GUILESS_MAIN(TestProcedures)
 #include "tst_procedures.moc"

@@ -4,127 +4,195 @@
 #include "database/procedures.h"
 #include "database/resource_text.h"
 #include "database/test_base.h"
+#include "db/error_of.h"
 #include "platform/sql/translator.h"
 #include "support/postgres_database.h"
 
 using namespace quilla;
+
+namespace {
+
+/// An empty library on the server.
+struct ServerLibrary {
+    ServerLibrary() { createLibrary(connection); }
+
+    /// How the server finds the rows.
+    QString plan(const QString& tsql)
+    {
+        sql::Translator translator(sql::Engine::Postgres, schema);
+        std::vector<sql::Literal> literals;
+        QByteArray text = translator.translate(tsql, literals).text;
+        for (const sql::Literal& literal : literals)
+            text.replace(text.indexOf('?'), 1, '\'' + literal.text.toUtf8() + '\'');
+        const QByteArray explain = "EXPLAIN (COSTS OFF) " + text;
+        const auto lines = checkedResult(PQexec(database.handle(), explain.constData()));
+        QString plan;
+        for (int line = 0; line < PQntuples(lines.get()); ++line)
+            plan += QString::fromUtf8(PQgetvalue(lines.get(), line, 0)) + u'\n';
+        return plan;
+    }
+
+    PostgresDatabase database;
+    SystemClock clock;
+    sql::Schema schema = librarySchema();
+    PooledFactory factory {schema, clock};
+    Connection connection = factory.open(database.connectionText());
+};
+
+} // namespace
 
 /// Libraries on servers: copied from the embedded file, or made by a script.
 class TestServers : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void copyBringsEverything();
-    void copyIntoALibraryLeavesIt();
-    void scriptIsWhatCreationSends();
+    void copyBringsEverything()
+    {
+        TestBase base([](Connection& created) {
+            DemoOptions options;
+            options.today = QDate(2003, 10, 1);
+            options.titles = 60;
+            options.copies = 120;
+            options.readers = 20;
+            fillDemoLibrary(created, options);
+            created.execute(u"insert into dzk(readercode,name,fine,term,memo) values('O''hara  ','𠮷 "
+                            u"''\"\\?',-0.125,'2003-05-06 "
+                            "07:08:09.120','a\r\n b')");
+            created.execute(u"delete from jhslsk where jhslsk<10");
+        });
+        const PostgresDatabase database;
+        Connection target = base.factory.open(database.connectionText());
+        QStringList told;
+        target.begin(OnFailure::EndTransaction);
+        copyLibrary(base.connection, target, [&](const QString& table, qint64) { told += table; });
+        target.commit();
+        for (const sql::Table& table : base.schema.tables()) {
+            if (table.view) continue;
+            QVERIFY(told.contains(table.name));
+            QCOMPARE(sortedRows(target, table), sortedRows(base.connection, table));
+        }
+        QVERIFY(checkLibrary(target).empty());
+        // The next number comes after all that were brought.
+        target.execute(u"insert into jhslsk(readercode,barcode) values('R','B')");
+        QCOMPARE(target
+                     .open(u"select count(*) from jhslsk where jhslsk=(select max(jhslsk) from jhslsk) and "
+                           u"barcode='B'")
+                     .field(0)
+                     .integer(),
+            1);
+        QVERIFY(target.open(u"select min(jhslsk) from jhslsk").field(0).integer() >= 10);
+    }
+
+    void copyIntoALibraryLeavesIt()
+    {
+        TestBase base;
+        const PostgresDatabase database;
+        Connection target = base.factory.open(database.connectionText());
+        createLibrary(target);
+        target.execute(u"insert into dzlx(readerclass) values('教师')");
+        target.begin(OnFailure::EndTransaction);
+        QString words;
+        try {
+            copyLibrary(base.connection, target, [](const QString&, qint64) {});
+        } catch (const Error& error) {
+            words = error.text;
+        }
+        QVERIFY2(words.contains(u"目标数据库必须是空的"_s), qPrintable(words));
+        QVERIFY_THROWS_EXCEPTION(Error, target.commit());
+        QCOMPARE(target.open(u"select readerclass from dzlx").field(0).text(), u"教师"_s);
+    }
+
+    /// Read back, it holds the same tables and views; no statement is changed on its way to a server of that
+    /// dialect.
+    void scriptIsWhatCreationSends()
+    {
+        const QStringList statements = splitStatements(libraryScript(u"O'Hara"_s));
+        QString definitions;
+        QStringList rest;
+        for (const QString& statement : statements) {
+            const bool defines = statement.contains(u"create table"_s) || statement.contains(u"create view"_s)
+                || statement.contains(u"create index"_s);
+            if (defines)
+                definitions += statement + u"go\n"_s;
+            else
+                rest += statement;
+        }
+        const sql::Schema read = sql::readSchema(definitions);
+        const sql::Schema schema = librarySchema();
+        QCOMPARE(read.tables().size(), schema.tables().size());
+        for (const sql::Table& table : schema.tables()) {
+            QVERIFY2(read.table(table.name), qPrintable(table.name));
+            QCOMPARE(read.table(table.name)->columns.size(), table.columns.size());
+        }
+        sql::Translator translator(sql::Engine::SqlServer, schema);
+        std::vector<sql::Literal> literals;
+        for (const QString& procedure : procedureDefinitions()) {
+            QVERIFY(rest.removeOne(procedure.trimmed() + u'\n'));
+            QCOMPARE(translator.translate(procedure, literals).text, procedure.toUtf8());
+        }
+        for (const QString& statement : rest) {
+            QVERIFY2(statement.contains(u"insert into"_s), qPrintable(statement));
+            QVERIFY(!translator.translate(statement, literals).returnsRows);
+        }
+        QVERIFY(rest.last().contains(u"'O''Hara'"_s));
+    }
+
+    void columnsKeepOutWhatIsNotTheirs()
+    {
+        const QString full(10, u'男');
+        const std::pair<QString, bool> rows[] {{u"'R','%1',null"_s.arg(full), true},
+            {u"'R','%1   ',null"_s.arg(full), true}, // blanks beyond the width
+            {u"'R','%1女',null"_s.arg(full), false}, {u"null,'',null"_s, false}, {u"'R','',''"_s, false},
+            {u"'R','','2003-02-29'"_s, false}};
+        ServerLibrary library;
+        for (const auto& [values, taken] : rows) {
+            const QString insert = u"insert into dzk(readercode,sex,term) values("_s + values + u')';
+            const bool failed = errorOf([&] { library.connection.execute(insert); });
+            QVERIFY2(failed != taken, qPrintable(values));
+        }
+    }
+
+    void clockMovesInsideATransaction()
+    {
+        ServerLibrary library;
+        const auto now = [&] { return library.connection.open(u"select getdate()").field(0).moment(); };
+        library.connection.begin();
+        const QDateTime before = now();
+        QTRY_VERIFY(now() > before);
+    }
+
+    /// Codes are found by their indexes whatever their case and the blanks behind them.
+    void codesAreFoundByIndexes()
+    {
+        ServerLibrary library;
+        library.database.run("SET enable_seqscan = off");
+        for (const QString& statement :
+            {u"select readstatus from DZK  where ReaderCode='R1'"_s,
+                u"select borrowstatus from SCK  where bookstatus<>'丢失' and barcode='B1'"_s,
+                u"select oldtime from yyk  join dzk on yyk.readercode=dzk.readercode where yyk.barcode='B1'"_s,
+                u"select count(jhskid) from jhsk where readercode='R1' And yhdate<'2004-1-1'"_s,
+                u"select name,price from JhskV where barcode='B1'"_s,
+                u"delete from jhslsk where barcode='B1'"_s}) {
+            const QString told = library.plan(statement);
+            QVERIFY2(told.contains(u"Index Cond"_s) && !told.contains(u"Seq Scan"_s), qPrintable(told));
+        }
+    }
 
 private:
-    static QStringList sortedRows(Connection& connection, const sql::Table& table);
+    /// Each row as one text, nulls told from empty texts.
+    QStringList sortedRows(Connection& connection, const sql::Table& table)
+    {
+        QStringList lines;
+        for (Recordset row = connection.open(u"select * from "_s + table.name); !row.eof(); row.next()) {
+            QString line;
+            for (int field = 0; field < row.fieldCount(); ++field)
+                line += row.field(field).isNull() ? u"-|"_s : u"="_s + row.field(field).text() + u'|';
+            lines += line;
+        }
+        lines.sort();
+        return lines;
+    }
 };
-
-/// Each row as one text, nulls told from empty texts.
-QStringList TestServers::sortedRows(Connection& connection, const sql::Table& table)
-{
-    QStringList lines;
-    for (Recordset row = connection.open(u"select * from "_s + table.name); !row.eof(); row.next()) {
-        QString line;
-        for (int field = 0; field < row.fieldCount(); ++field)
-            line += row.field(field).isNull() ? u"-|"_s : u"="_s + row.field(field).text() + u'|';
-        lines += line;
-    }
-    lines.sort();
-    return lines;
-}
-
-void TestServers::copyBringsEverything()
-{
-    TestBase base([](Connection& created) {
-        DemoOptions options;
-        options.today = QDate(2003, 10, 1);
-        options.titles = 60;
-        options.copies = 120;
-        options.readers = 20;
-        fillDemoLibrary(created, options);
-        created.execute(u"insert into dzk(readercode,name,fine,term,memo) values('O''hara  ','𠮷 "
-                        u"''\"\\?',-0.125,'2003-05-06 "
-                        "07:08:09.120','a\r\n b')");
-        created.execute(u"delete from jhslsk where jhslsk<10");
-    });
-    const PostgresDatabase database;
-    Connection target = base.factory.open(database.connectionText());
-    QStringList told;
-    target.begin(OnFailure::EndTransaction);
-    copyLibrary(base.connection, target, [&](const QString& table, qint64) { told += table; });
-    target.commit();
-    for (const sql::Table& table : base.schema.tables()) {
-        if (table.view) continue;
-        QVERIFY(told.contains(table.name));
-        QCOMPARE(sortedRows(target, table), sortedRows(base.connection, table));
-    }
-    QVERIFY(checkLibrary(target).empty());
-    // The next number comes after all that were brought.
-    target.execute(u"insert into jhslsk(readercode,barcode) values('R','B')");
-    QCOMPARE(
-        target
-            .open(
-                u"select count(*) from jhslsk where jhslsk=(select max(jhslsk) from jhslsk) and barcode='B'")
-            .field(0)
-            .integer(),
-        1);
-    QVERIFY(target.open(u"select min(jhslsk) from jhslsk").field(0).integer() >= 10);
-}
-
-void TestServers::copyIntoALibraryLeavesIt()
-{
-    TestBase base;
-    const PostgresDatabase database;
-    Connection target = base.factory.open(database.connectionText());
-    createLibrary(target);
-    target.execute(u"insert into dzlx(readerclass) values('教师')");
-    target.begin(OnFailure::EndTransaction);
-    QString words;
-    try {
-        copyLibrary(base.connection, target, [](const QString&, qint64) {});
-    } catch (const Error& error) {
-        words = error.text;
-    }
-    QVERIFY2(words.contains(u"目标数据库必须是空的"_s), qPrintable(words));
-    QVERIFY_THROWS_EXCEPTION(Error, target.commit());
-    QCOMPARE(target.open(u"select readerclass from dzlx").field(0).text(), u"教师"_s);
-}
-
-/// Read back, it holds the same tables and views; no statement is changed on its way to a server of that
-/// dialect.
-void TestServers::scriptIsWhatCreationSends()
-{
-    const QStringList statements = splitStatements(libraryScript(u"O'Hara"_s));
-    QString definitions;
-    QStringList rest;
-    for (const QString& statement : statements) {
-        const bool defines = statement.contains(u"create table"_s) || statement.contains(u"create view"_s)
-            || statement.contains(u"create index"_s);
-        if (defines)
-            definitions += statement + u"go\n"_s;
-        else
-            rest += statement;
-    }
-    const sql::Schema read = sql::readSchema(definitions);
-    const sql::Schema schema = librarySchema();
-    QCOMPARE(read.tables().size(), schema.tables().size());
-    for (const sql::Table& table : schema.tables()) {
-        QVERIFY2(read.table(table.name), qPrintable(table.name));
-        QCOMPARE(read.table(table.name)->columns.size(), table.columns.size());
-    }
-    for (const QString& procedure : procedureDefinitions())
-        QVERIFY(rest.removeOne(procedure.trimmed() + u'\n'));
-    sql::Translator translator(sql::Engine::SqlServer, schema);
-    std::vector<sql::Literal> literals;
-    for (const QString& statement : rest) {
-        QVERIFY2(statement.contains(u"insert into"_s), qPrintable(statement));
-        QVERIFY(!translator.translate(statement, literals).returnsRows);
-    }
-    QVERIFY(rest.last().contains(u"'O''Hara'"_s));
-}
 
 QTEST_GUILESS_MAIN(TestServers)
 #include "tst_servers.moc"

@@ -12,257 +12,146 @@ private Q_SLOTS:
     void init() { m_base = std::make_unique<Base>(); }
     void cleanup() { m_base.reset(); }
 
-    void kindsThroughAndThrough();
-    void closedConnection();
-    void returnRollsBack();
-    void readerSeesAndIsNotHeldUp();
-    void secondTransactionIsRefused();
-    void singleWriteJoinsTheTransaction();
-    void rollbackWithoutTransaction();
-    void forwardBesideWrites();
-    void forwardInsideOwnTransaction();
-    void hookSeesAll();
-    void hookFailure();
-    void hookFailureAtCommit();
-    void procedures();
-    void serversAreRefused_data();
-    void serversAreRefused();
-    void replacedFileIsOpenedAnew();
+    void closedConnection()
+    {
+        Connection connection;
+        QVERIFY(!connection.isOpen());
+        QCOMPARE(errorOf([&] { connection.execute(u"delete book"); }), ErrorNumber::NotOpen);
+        QCOMPARE(errorOf([&] { connection.open(u"select code from book"); }), ErrorNumber::NotOpen);
+        QCOMPARE(errorOf([&] { connection.begin(); }), ErrorNumber::NotOpen);
+        connection.close();
+        QVERIFY(Recordset().eof());
+        QCOMPARE(Recordset().recordCount(), 0);
+    }
+
+    void returnRollsBack()
+    {
+        auto connection = m_base->open();
+        connection.begin();
+        connection.execute(u"insert into book(code) values('a')");
+        connection = m_base->open();
+        QCOMPARE(m_base->one(u"select count(*) from book"), u"0"_s);
+        connection.execute(u"insert into book(code) values('b')");
+        connection.close();
+        QCOMPARE(m_base->one(u"select count(*) from book"), u"1"_s);
+    }
+
+    void readerSeesAndIsNotHeldUp()
+    {
+        auto reader = m_base->open();
+        auto writer = m_base->open();
+        writer.begin();
+        writer.execute(u"insert into book(code) values('a')");
+        QCOMPARE(reader.open(u"select code from book").recordCount(), 1);
+        writer.commit();
+        QCOMPARE(errorOf([&] { writer.commit(); }), ErrorNumber::NotOpen);
+        QCOMPARE(reader.open(u"select code from book").recordCount(), 1);
+    }
+
+    void secondTransactionIsRefused()
+    {
+        auto first = m_base->open();
+        auto second = m_base->open();
+        first.begin();
+        QVERIFY(errorOf([&] { first.begin(); }));
+        first.execute(u"insert into book(code) values('a')");
+        QVERIFY(errorOf([&] { second.begin(); }));
+        second.rollback(); // of no transaction: leaves the first one's alone
+        first.commit();
+        second.begin();
+        second.execute(u"insert into book(code) values('b')");
+        second.rollback();
+        QCOMPARE(m_base->one(u"select count(*) from book"), u"1"_s);
+    }
+
+    void singleWriteJoinsTheTransaction()
+    {
+        auto first = m_base->open();
+        auto second = m_base->open();
+        first.begin();
+        second.execute(u"insert into book(code) values('b')");
+        first.rollback();
+        QCOMPARE(m_base->one(u"select count(*) from book"), u"0"_s);
+    }
+
+    void rollbackWithoutTransaction()
+    {
+        auto connection = m_base->open();
+        connection.rollback();
+        connection.execute(u"insert into book(code) values('a')");
+        connection.rollback();
+        QCOMPARE(m_base->one(u"select count(*) from book"), u"1"_s);
+    }
+
+    void forwardBesideWrites()
+    {
+        auto connection = m_base->open();
+        for (const QStringView code : {u"a", u"b", u"c"})
+            connection.execute(u"insert into book(code) values('%1')"_s.arg(code));
+        auto rows = connection.open(u"select code from book order by code", CursorType::Forward);
+        QCOMPARE(rows.recordCount(), -1);
+        QString seen;
+        for (; !rows.eof(); rows.next()) {
+            seen += rows.field(u"CODE").text();
+            // Own statements, and transactions of others, on the rows being read.
+            connection.execute(u"update book set name='x' where code='%1'"_s.arg(rows.field(0).text()));
+            QCOMPARE(connection.open(u"select code from book where name='x'").recordCount(), seen.size());
+            auto other = m_base->open();
+            other.begin();
+            other.execute(u"insert into book(code) values('z')");
+            other.commit();
+            QCOMPARE(m_base->one(u"select count(*) from book where code='z'"), QString::number(seen.size()));
+        }
+        QCOMPARE(seen, u"abc"_s);
+        QCOMPARE(errorOf([&] { rows.field(0); }), ErrorNumber::NoCurrentRow);
+        QVERIFY(errorOf([&] { rows.first(); }));
+    }
+
+    void forwardInsideOwnTransaction()
+    {
+        auto connection = m_base->open();
+        connection.begin();
+        connection.execute(u"insert into book(code) values('a')");
+        auto rows = connection.open(u"select code from book", CursorType::Forward);
+        QCOMPARE(rows.field(0).text(), u"a"_s);
+        connection.execute(u"update book set name='x'");
+        connection.commit();
+        rows.next();
+        QVERIFY(rows.eof());
+        QCOMPARE(m_base->one(u"select name from book"), u"x"_s);
+    }
+
+    void serversAreRefused()
+    {
+        const std::pair<QString, QString> texts[] {{u"DSN=no such source;UID=a;PWD=;"_s, u"no such source"_s},
+            {u"Driver=Microsoft Access Driver (*.mdb);UID=a;"_s, u"没有指定"_s}};
+        for (const auto& [stored, words] : texts) {
+            QString told;
+            QVERIFY(errorOf([&] { m_base->factory.open(stored); }, &told));
+            QVERIFY2(told.contains(words), qPrintable(told));
+        }
+    }
+
+    void replacedFileIsOpenedAnew()
+    {
+        QCOMPARE(m_base->one(u"select count(*) from book"), u"0"_s);
+        const QString copy = m_base->folder.filePath(u"copy.db"_s);
+        m_base->open().execute(u"insert into book(code) values('a')");
+        backupEmbedded(m_base->path(), copy);
+        m_base->open().execute(u"insert into book(code) values('b')");
+        QVERIFY(QFile::rename(m_base->path(), m_base->path() + u".old"_s));
+        QVERIFY(errorOf([&] { m_base->open(); }));
+        for (const QStringView left : {u"-wal", u"-shm"})
+            QFile::remove(m_base->path() + left.toString());
+        QVERIFY(QFile::rename(copy, m_base->path()));
+        QCOMPARE(m_base->one(u"select count(*) from book"), u"1"_s);
+        m_base->factory.drain();
+        QCOMPARE(m_base->one(u"select count(*) from book"), u"1"_s);
+    }
 
 private:
     std::unique_ptr<Base> m_base;
 };
-
-void TestPool::kindsThroughAndThrough()
-{
-    auto connection = m_base->open();
-    QCOMPARE(connection.execute(
-                 u"insert into Book(code,name,price,lent,day) Values('O''1','书名',6.125,1,'2004-3-9')"),
-        1);
-    QCOMPARE(connection.execute(u"insert into book(code) values('b2')"), 1);
-    auto rows = connection.open(u"select * from BOOK where code='o''1  '");
-    QCOMPARE(rows.recordCount(), 1);
-    const QStringList expected {u"1"_s, u"O'1"_s, u"书名"_s, u"6.13"_s, u"True"_s, u"2004-03-09"_s};
-    for (int i = 0; i < rows.fieldCount(); ++i)
-        QCOMPARE(rows.field(i).text(), expected[i]);
-    QCOMPARE(m_base->one(u"select lent from book where code='B2'"), u"False"_s);
-    QCOMPARE(connection.execute(u"update book set lent=1 where code='none'"), 0);
-    QCOMPARE(errorOf([&] { connection.execute(u"update book set day='' where code='b2'"); }),
-        ErrorNumber::CannotConvert);
-}
-
-void TestPool::closedConnection()
-{
-    Connection connection;
-    QVERIFY(!connection.isOpen());
-    QCOMPARE(errorOf([&] { connection.execute(u"delete book"); }), ErrorNumber::NotOpen);
-    QCOMPARE(errorOf([&] { connection.open(u"select code from book"); }), ErrorNumber::NotOpen);
-    QCOMPARE(errorOf([&] { connection.begin(); }), ErrorNumber::NotOpen);
-    connection.close();
-    QVERIFY(Recordset().eof());
-    QCOMPARE(Recordset().recordCount(), 0);
-}
-
-void TestPool::returnRollsBack()
-{
-    auto connection = m_base->open();
-    connection.begin();
-    connection.execute(u"insert into book(code) values('a')");
-    connection = m_base->open();
-    QCOMPARE(m_base->one(u"select count(*) from book"), u"0"_s);
-    connection.execute(u"insert into book(code) values('b')");
-    connection.close();
-    QCOMPARE(m_base->one(u"select count(*) from book"), u"1"_s);
-}
-
-void TestPool::readerSeesAndIsNotHeldUp()
-{
-    auto reader = m_base->open();
-    auto writer = m_base->open();
-    writer.begin();
-    writer.execute(u"insert into book(code) values('a')");
-    QCOMPARE(reader.open(u"select code from book").recordCount(), 1);
-    writer.commit();
-    QCOMPARE(errorOf([&] { writer.commit(); }), ErrorNumber::NotOpen);
-    QCOMPARE(reader.open(u"select code from book").recordCount(), 1);
-}
-
-void TestPool::secondTransactionIsRefused()
-{
-    auto first = m_base->open();
-    auto second = m_base->open();
-    first.begin();
-    QVERIFY(errorOf([&] { first.begin(); }));
-    first.execute(u"insert into book(code) values('a')");
-    QVERIFY(errorOf([&] { second.begin(); }));
-    second.rollback(); // of no transaction: leaves the first one's alone
-    first.commit();
-    second.begin();
-    second.execute(u"insert into book(code) values('b')");
-    second.rollback();
-    QCOMPARE(m_base->one(u"select count(*) from book"), u"1"_s);
-}
-
-void TestPool::singleWriteJoinsTheTransaction()
-{
-    auto first = m_base->open();
-    auto second = m_base->open();
-    first.begin();
-    second.execute(u"insert into book(code) values('b')");
-    first.rollback();
-    QCOMPARE(m_base->one(u"select count(*) from book"), u"0"_s);
-}
-
-void TestPool::rollbackWithoutTransaction()
-{
-    auto connection = m_base->open();
-    connection.rollback();
-    connection.execute(u"insert into book(code) values('a')");
-    connection.rollback();
-    QCOMPARE(m_base->one(u"select count(*) from book"), u"1"_s);
-}
-
-void TestPool::forwardBesideWrites()
-{
-    auto connection = m_base->open();
-    for (const QStringView code : {u"a", u"b", u"c"})
-        connection.execute(u"insert into book(code) values('%1')"_s.arg(code));
-    auto rows = connection.open(u"select code from book order by code", CursorType::Forward);
-    QCOMPARE(rows.recordCount(), -1);
-    QString seen;
-    for (; !rows.eof(); rows.next()) {
-        seen += rows.field(u"CODE").text();
-        // Own statements, and transactions of others, on the rows being read.
-        connection.execute(u"update book set name='x' where code='%1'"_s.arg(rows.field(0).text()));
-        QCOMPARE(connection.open(u"select code from book where name='x'").recordCount(), seen.size());
-        auto other = m_base->open();
-        other.begin();
-        other.execute(u"insert into book(code) values('z')");
-        other.commit();
-        QCOMPARE(m_base->one(u"select count(*) from book where code='z'"), QString::number(seen.size()));
-    }
-    QCOMPARE(seen, u"abc"_s);
-    QCOMPARE(errorOf([&] { rows.field(0); }), ErrorNumber::NoCurrentRow);
-    QVERIFY(errorOf([&] { rows.first(); }));
-}
-
-void TestPool::forwardInsideOwnTransaction()
-{
-    auto connection = m_base->open();
-    connection.begin();
-    connection.execute(u"insert into book(code) values('a')");
-    auto rows = connection.open(u"select code from book", CursorType::Forward);
-    QCOMPARE(rows.field(0).text(), u"a"_s);
-    connection.execute(u"update book set name='x'");
-    connection.commit();
-    rows.next();
-    QVERIFY(rows.eof());
-    QCOMPARE(m_base->one(u"select name from book"), u"x"_s);
-}
-
-void TestPool::hookSeesAll()
-{
-    QStringList seen;
-    m_base->factory.setHook([&](QStringView statement) { seen += statement.toString(); });
-    auto connection = m_base->open();
-    connection.begin();
-    connection.execute(u"delete book");
-    connection.rollback();
-    connection.begin();
-    connection.open(u"select code from book");
-    connection.commit();
-    QCOMPARE(seen,
-        QStringList({u"begin"_s, u"delete book"_s, u"rollback"_s, u"begin"_s, u"select code from book"_s,
-            u"commit"_s}));
-}
-
-void TestPool::hookFailure()
-{
-    m_base->factory.setHook([](QStringView statement) {
-        if (statement.startsWith(u"update")) throw Error(7, u"test"_s, u"断开"_s);
-    });
-    auto connection = m_base->open();
-    connection.begin();
-    connection.execute(u"insert into book(code) values('a')");
-    QCOMPARE(errorOf([&] { connection.execute(u"update book set name='x'"); }), 7);
-    connection.execute(u"insert into book(code) values('b')");
-    connection.commit();
-    QCOMPARE(m_base->one(u"select count(*) from book"), u"2"_s);
-}
-
-void TestPool::hookFailureAtCommit()
-{
-    bool fail = true;
-    m_base->factory.setHook([&](QStringView statement) {
-        if (statement == u"commit" && std::exchange(fail, false)) throw Error(7, u"test"_s, u"磁盘已满"_s);
-    });
-    auto connection = m_base->open();
-    connection.begin();
-    connection.execute(u"insert into book(code) values('a')");
-    QCOMPARE(errorOf([&] { connection.commit(); }), 7);
-    connection.rollback();
-    QCOMPARE(m_base->one(u"select count(*) from book"), u"0"_s);
-    connection.begin();
-    connection.execute(u"insert into book(code) values('b')");
-    connection.commit();
-    QCOMPARE(m_base->one(u"select code from book"), u"b"_s);
-}
-
-void TestPool::procedures()
-{
-    auto connection = m_base->open();
-    QCOMPARE(errorOf([&] { connection.open(u"exec procx '1'"); }), ErrorNumber::NotUnderstood);
-    m_base->factory.setProcedures(
-        [](Connection& inside, const QString& name, const std::vector<Value>& arguments) {
-            inside.execute(u"insert into book(code) values('p')");
-            return recordsetOf({{u"name"_s, sql::Kind::Text}, {u"day"_s, sql::Kind::Date}},
-                {Value(name), Value(QDateTime(QDate(2004, 3, 9), QTime(1, 2, 3))), arguments[1], Value()});
-        });
-    connection.begin();
-    auto rows = connection.open(u"exec dbo.procx 17,'o''neil'");
-    QCOMPARE(rows.recordCount(), 2);
-    QCOMPARE(rows.field(0).text(), u"procx"_s);
-    QCOMPARE(rows.field(u"day").text(), u"2004-03-09 1:02:03"_s);
-    rows.next();
-    QCOMPARE(rows.field(0).text(), u"o'neil"_s);
-    QVERIFY(rows.field(1).isNull());
-    connection.rollback();
-    QCOMPARE(m_base->one(u"select count(*) from book"), u"0"_s);
-}
-
-void TestPool::serversAreRefused_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("words");
-    QTest::newRow("unknown source") << u"DSN=no such source;UID=a;PWD=;"_s << u"no such source"_s;
-    QTest::newRow("no file told") << u"Driver=Microsoft Access Driver (*.mdb);UID=a;"_s << u"没有指定"_s;
-}
-
-void TestPool::serversAreRefused()
-{
-    QFETCH(QString, text);
-    QFETCH(QString, words);
-    QString told;
-    QVERIFY(errorOf([&] { m_base->factory.open(text); }, &told));
-    QVERIFY2(told.contains(words), qPrintable(told));
-}
-
-void TestPool::replacedFileIsOpenedAnew()
-{
-    QCOMPARE(m_base->one(u"select count(*) from book"), u"0"_s);
-    const QString copy = m_base->folder.filePath(u"copy.db"_s);
-    m_base->open().execute(u"insert into book(code) values('a')");
-    backupEmbedded(m_base->path(), copy);
-    m_base->open().execute(u"insert into book(code) values('b')");
-    QVERIFY(QFile::rename(m_base->path(), m_base->path() + u".old"_s));
-    QVERIFY(errorOf([&] { m_base->open(); }));
-    for (const QStringView left : {u"-wal", u"-shm"})
-        QFile::remove(m_base->path() + left.toString());
-    QVERIFY(QFile::rename(copy, m_base->path()));
-    QCOMPARE(m_base->one(u"select count(*) from book"), u"1"_s);
-    m_base->factory.drain();
-    QCOMPARE(m_base->one(u"select count(*) from book"), u"1"_s);
-}
 
 QTEST_GUILESS_MAIN(TestPool)
 #include "tst_pool.moc"

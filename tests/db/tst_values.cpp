@@ -11,209 +11,128 @@
 
 using namespace quilla;
 
-Q_DECLARE_METATYPE(quilla::Value)
-
 class TestValues : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void reads_data();
-    void reads();
-    void decimals_data();
-    void decimals();
-    void digits_data();
-    void digits();
-    void dates_data();
-    void dates();
-    void items();
-    void odbcSources();
-    void embeddedFile_data();
-    void embeddedFile();
+    void reads()
+    {
+        struct Reading {
+            Value value;
+            QString text;
+            std::optional<qint64> integer;
+            std::optional<double> number;
+            bool isTrue = false;
+        };
+        const auto decimal = [](const QString& digits) { return Value(DecimalText {digits}); };
+        const Reading readings[] {{Value(), {}, {}, {}}, {Value(true), u"True"_s, 1, 1.0, true},
+            {Value(false), u"False"_s, 0, 0.0}, {decimal(u"2.5"_s), u"2.5"_s, 3, 2.5, true},
+            {decimal(u"-2.50"_s), u"-2.50"_s, -3, -2.5, true},
+            {decimal(u"1.4999999999999999"_s), u"1.4999999999999999"_s, 1, 1.5, true},
+            {decimal(u"0.00"_s), u"0.00"_s, 0, 0.0}, {Value(u" 12 "_s), u" 12 "_s, 12, 12.0, true},
+            {Value(u"12a"_s), u"12a"_s, {}, {}}, {Value(u""_s), u""_s, {}, {}},
+            {Value(u"inf"_s), u"inf"_s, {}, {}}};
+        for (const auto& [value, text, integer, number, isTrue] : readings) {
+            QCOMPARE(value.text(), text);
+            QVERIFY2(value.integer() == integer && value.number() == number && value.isTrue() == isTrue,
+                qPrintable(text));
+            QVERIFY(!value.moment().isValid());
+        }
+    }
+
+    void decimals()
+    {
+        const char* const long_ = "123456789012345678901246845678901234567890123.45";
+        const struct {
+            const char* left;
+            const char* right;
+            const char* product;
+            const char* money;
+        } products[] {{"1.005", "1", "1.005", "1.01"}, // below it as a binary fraction
+            {"-1.005", "1.000", "-1.005", "-1.01"}, {"-0.5", "-.25", "0.125", "0.13"},
+            {"-0.001", "1", "-0.001", "0.00"}, {"9.995", "1", "9.995", "10.00"},
+            {" +007. ", "2", "14", "14.00"}, {"1.5E-3", "1e4", "15", "15.00"}, {"0", "-5", "0", "0.00"},
+            {"123456789012345678901234.5", "1000000000000000000000.1", long_, long_}};
+        const auto read = [](const char* text) { return Decimal::read(QString::fromLatin1(text)); };
+        for (const auto& [left, right, product, money] : products) {
+            const Decimal result = read(left).value() * read(right).value();
+            QCOMPARE(result.text(), QString::fromLatin1(product));
+            QCOMPARE(result.fixed(2), QString::fromLatin1(money));
+        }
+        for (const char* text : {"", ".", "-", "1e", "e5", "1e101", "1.2.3", "0x1", "nan", "1,000", "abc"})
+            QVERIFY2(!read(text), text);
+    }
+
+    void digits()
+    {
+        const std::pair<double, const char*> numbers[] {{0.1 + 0.2, "0.3"}, {6.125, "6.125"},
+            {-12.5, "-12.5"}, {-0.0, "0"}, {1e16, "10000000000000000"}, {0.00001, "0.00001"},
+            {1.23456789012345e-7, "0.000000123456789012345"}, {9.9999999999999999e-6, "0.00001"}};
+        for (const auto& [number, written] : numbers)
+            QCOMPARE(DecimalDigits(number).view(), std::string_view(written));
+    }
+
+    void dates()
+    {
+        const std::pair<QString, const char*> texts[] {{u"2004-03-09"_s, "2004-03-09"},
+            {u"2004-03-09 8:05:03"_s, "2004-03-09 08:05:03.000"},
+            {u"2004-03-09 18:05:03.007"_s, "2004-03-09 18:05:03.007"},
+            {u"2004-03-09 00:00:00.000"_s, "2004-03-09"}, {u" 2004/3/9 "_s, "2004-03-09"},
+            {u"20040309"_s, "2004-03-09"}};
+        for (const auto& [text, canonical] : texts) {
+            const auto moment = readMoment(text);
+            const QByteArray utf8 = text.toUtf8();
+            QCOMPARE(readMoment(std::string_view(utf8.constData(), std::size_t(utf8.size()))), moment);
+            QCOMPARE(CanonicalMoment(moment.value()).view(), std::string_view(canonical));
+            QCOMPARE(localeText(*moment), localeDateText(*readDate(text)));
+            QCOMPARE(Value(text).moment(), Value(*moment).moment());
+        }
+        for (const QString& text : {u"2003-02-29"_s, u"2003-02-28 24:00:00"_s, u"2004-0x-09"_s,
+                 u"2004-03-09 :05:03"_s, u"2004-03-09x"_s, u""_s})
+            QVERIFY2(!readMoment(text), qPrintable(text));
+    }
+
+    void items()
+    {
+        const ConnectionItems items(u" PROVIDER = MSDASQL;dsn=a b ;UID=;PWD=x=y;;uid=late;odd"_s);
+        QCOMPARE(items.value(u"provider"), u"MSDASQL"_s);
+        QCOMPARE(items.value(u"DSN"), u"a b"_s);
+        QCOMPARE(items.value(u"UID"), u""_s);
+        QCOMPARE(items.value(u"pwd"), u"x=y"_s);
+        QVERIFY(!items.value(u"odd").has_value());
+        QVERIFY(!items.value(u"Database").has_value());
+    }
+
+    void odbcSources()
+    {
+        QTemporaryFile file;
+        QVERIFY(file.open());
+        file.write("[ODBC Data Sources]\n馆藏=x\nSecond=x\n[馆藏]\nDriver=x\n[Second]\nDriver=x\n");
+        file.close();
+        qputenv("ODBCINI", file.fileName().toLocal8Bit());
+        const auto names = odbcDataSources();
+        qunsetenv("ODBCINI");
+        QVERIFY(std::find(names.begin(), names.end(), u"馆藏"_s) != names.end());
+        QVERIFY(std::find(names.begin(), names.end(), u"Second"_s) != names.end());
+    }
+
+    /// What leads to a file, and what to a server.
+    void embeddedFile()
+    {
+        const QString folder = QFileInfo(embeddedDatabaseFile()).path();
+        const QString builtIn = u"PROVIDER=MSDASQL;DSN="_s + BuiltInDataSource + u";UID=a;PWD=;"_s;
+        const QString access
+            = u"PROVIDER=MSDASQL;Driver=Microsoft Access Driver (*.mdb);Server=s;UID=a;PWD=;"_s;
+        const std::pair<QString, std::optional<QString>> texts[] {{builtIn, embeddedDatabaseFile()},
+            {builtIn + u"Database=/srv/it''s.db;"_s, u"/srv/it's.db"_s},
+            {access + u"Database=/srv/lib.mdb;"_s, u"/srv/lib.mdb"_s},
+            {access + u"Database=馆/lib;"_s, folder + u"/馆/lib"_s}, {access, u""_s},
+            {u"DSN=server;Database=/srv/lib.db;"_s, {}}, {u"Driver=SQL Server;Server=s;Database=lib;"_s, {}},
+            {{}, {}}};
+        for (const auto& [text, file] : texts)
+            QVERIFY2(embeddedFileOf(ConnectionItems(text)) == file, qPrintable(text));
+    }
 };
-
-void TestValues::reads_data()
-{
-    QTest::addColumn<Value>("value");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QVariant>("integer");
-    QTest::addColumn<QVariant>("number");
-    QTest::addColumn<bool>("isTrue");
-
-    const QVariant none;
-    const auto decimal = [](const QString& digits) { return Value(DecimalText {digits}); };
-    QTest::newRow("null") << Value() << QString() << none << none << false;
-    QTest::newRow("bit") << Value(true) << u"True"_s << QVariant(1) << QVariant(1.0) << true;
-    QTest::newRow("bit off") << Value(false) << u"False"_s << QVariant(0) << QVariant(0.0) << false;
-    QTest::newRow("number") << Value(qint64(-7)) << u"-7"_s << QVariant(-7) << QVariant(-7.0) << true;
-    QTest::newRow("half up") << decimal(u"2.5"_s) << u"2.5"_s << QVariant(3) << QVariant(2.5) << true;
-    QTest::newRow("half down") << decimal(u"-2.50"_s) << u"-2.50"_s << QVariant(-3) << QVariant(-2.5) << true;
-    QTest::newRow("below half") << decimal(u"1.4999999999999999"_s) << u"1.4999999999999999"_s << QVariant(1)
-                                << QVariant(1.5) << true;
-    QTest::newRow("zero") << decimal(u"0.00"_s) << u"0.00"_s << QVariant(0) << QVariant(0.0) << false;
-    QTest::newRow("text number") << Value(u" 12 "_s) << u" 12 "_s << QVariant(12) << QVariant(12.0) << true;
-    QTest::newRow("no number") << Value(u"12a"_s) << u"12a"_s << none << none << false;
-    QTest::newRow("empty") << Value(u""_s) << u""_s << none << none << false;
-    QTest::newRow("not finite") << Value(u"inf"_s) << u"inf"_s << none << none << false;
-}
-
-void TestValues::reads()
-{
-    QFETCH(Value, value);
-    QFETCH(QVariant, integer);
-    QFETCH(QVariant, number);
-    QTEST(value.text(), "text");
-    QCOMPARE(value.integer().has_value(), integer.isValid());
-    if (integer.isValid()) QCOMPARE(*value.integer(), integer.toLongLong());
-    QCOMPARE(value.number().has_value(), number.isValid());
-    if (number.isValid()) QCOMPARE(*value.number(), number.toDouble());
-    QTEST(value.isTrue(), "isTrue");
-    QVERIFY(!value.moment().isValid());
-}
-
-void TestValues::decimals_data()
-{
-    QTest::addColumn<QString>("left");
-    QTest::addColumn<QString>("right");
-    QTest::addColumn<QString>("product"); // empty: `left` is no number
-    QTest::addColumn<QString>("money");
-    const auto row = [](const char* left, const char* right, const char* product, const char* money) {
-        QTest::addRow("%s*%s", left, right) << QString::fromLatin1(left) << QString::fromLatin1(right)
-                                            << QString::fromLatin1(product) << QString::fromLatin1(money);
-    };
-    row("0.1", "12", "1.2", "1.20");
-    row("1.005", "1", "1.005", "1.01"); // below it as a binary fraction
-    row("-1.005", "1.000", "-1.005", "-1.01");
-    row("-0.5", "-.25", "0.125", "0.13");
-    row("-0.001", "1", "-0.001", "0.00");
-    row("9.995", "1", "9.995", "10.00");
-    row(" +007. ", "2", "14", "14.00");
-    row("1.5E-3", "1e4", "15", "15.00");
-    row("0", "-5", "0", "0.00");
-    row("123456789012345678901234.5", "1000000000000000000000.1",
-        "123456789012345678901246845678901234567890123.45",
-        "123456789012345678901246845678901234567890123.45");
-    for (const char* text : {"", ".", "-", "1e", "e5", "1e101", "1.2.3", "0x1", "nan", "1,000"})
-        row(text, "1", "", "");
-}
-
-void TestValues::decimals()
-{
-    QFETCH(QString, left);
-    QFETCH(QString, right);
-    QFETCH(QString, product);
-    const auto number = Decimal::read(left);
-    QCOMPARE(number.has_value(), !product.isEmpty());
-    if (!number) return;
-    const Decimal result = *number * Decimal::read(right).value_or(Decimal());
-    QCOMPARE(result.text(), product);
-    QTEST(result.fixed(2), "money");
-}
-
-void TestValues::digits_data()
-{
-    QTest::addColumn<double>("number");
-    QTest::addColumn<QString>("digits");
-    QTest::newRow("sum of money") << 0.1 + 0.2 << u"0.3"_s;
-    QTest::newRow("eighths") << 6.125 << u"6.125"_s;
-    QTest::newRow("negative") << -12.5 << u"-12.5"_s;
-    QTest::newRow("minus nothing") << -0.0 << u"0"_s;
-    QTest::newRow("no exponent above") << 1e16 << u"10000000000000000"_s;
-    QTest::newRow("no exponent below") << 0.00001 << u"0.00001"_s;
-    QTest::newRow("all digits below") << 1.23456789012345e-7 << u"0.000000123456789012345"_s;
-    QTest::newRow("carry") << 9.9999999999999999e-6 << u"0.00001"_s;
-}
-
-void TestValues::digits()
-{
-    QFETCH(double, number);
-    const DecimalDigits digits(number);
-    QTEST(QString::fromUtf8(digits.view().data(), qsizetype(digits.view().size())), "digits");
-}
-
-void TestValues::dates_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("canonical");
-    QTest::newRow("date") << u"2004-03-09"_s << u"2004-03-09"_s;
-    QTest::newRow("locale text") << u"2004-03-09 8:05:03"_s << u"2004-03-09 08:05:03.000"_s;
-    QTest::newRow("canonical") << u"2004-03-09 18:05:03.007"_s << u"2004-03-09 18:05:03.007"_s;
-    QTest::newRow("midnight told") << u"2004-03-09 00:00:00.000"_s << u"2004-03-09"_s;
-    QTest::newRow("short") << u" 2004/3/9 "_s << u"2004-03-09"_s;
-    QTest::newRow("compact") << u"20040309"_s << u"2004-03-09"_s;
-    QTest::newRow("no such day") << u"2003-02-29"_s << QString();
-    QTest::newRow("no such hour") << u"2003-02-28 24:00:00"_s << QString();
-    QTest::newRow("letters in place") << u"2004-0x-09"_s << QString();
-    QTest::newRow("short time") << u"2004-03-09 :05:03"_s << QString();
-    QTest::newRow("behind") << u"2004-03-09x"_s << QString();
-    QTest::newRow("empty") << u""_s << QString();
-}
-
-void TestValues::dates()
-{
-    QFETCH(QString, text);
-    QFETCH(QString, canonical);
-    const auto moment = readMoment(text);
-    const QByteArray utf8 = text.toUtf8();
-    QCOMPARE(readMoment(std::string_view(utf8.constData(), std::size_t(utf8.size()))), moment);
-    QCOMPARE(moment.has_value(), !canonical.isEmpty());
-    if (!moment) return;
-    const CanonicalMoment written(*moment);
-    QCOMPARE(QString::fromUtf8(written.view().data(), qsizetype(written.view().size())), canonical);
-    QCOMPARE(localeText(*moment), localeDateText(*readDate(text)));
-    QCOMPARE(Value(text).moment(), Value(*moment).moment());
-}
-
-void TestValues::items()
-{
-    const ConnectionItems items(u" PROVIDER = MSDASQL;dsn=a b ;UID=;PWD=x=y;;uid=late;odd"_s);
-    QCOMPARE(items.value(u"provider"), u"MSDASQL"_s);
-    QCOMPARE(items.value(u"DSN"), u"a b"_s);
-    QCOMPARE(items.value(u"UID"), u""_s);
-    QCOMPARE(items.value(u"pwd"), u"x=y"_s);
-    QVERIFY(!items.value(u"odd").has_value());
-    QVERIFY(!items.value(u"Database").has_value());
-}
-
-void TestValues::odbcSources()
-{
-    QTemporaryFile file;
-    QVERIFY(file.open());
-    file.write("[ODBC Data Sources]\n馆藏=x\nSecond=x\n[馆藏]\nDriver=x\n[Second]\nDriver=x\n");
-    file.close();
-    qputenv("ODBCINI", file.fileName().toLocal8Bit());
-    const auto names = odbcDataSources();
-    qunsetenv("ODBCINI");
-    QVERIFY(std::find(names.begin(), names.end(), u"馆藏"_s) != names.end());
-    QVERIFY(std::find(names.begin(), names.end(), u"Second"_s) != names.end());
-}
-
-void TestValues::embeddedFile_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QVariant>("file"); // invalid: leads to a server
-    const QString folder = QFileInfo(embeddedDatabaseFile()).path();
-    const QString builtIn = u"PROVIDER=MSDASQL;DSN="_s + BuiltInDataSource + u";UID=a;PWD=;"_s;
-    const QString access = u"PROVIDER=MSDASQL;Driver=Microsoft Access Driver (*.mdb);Server=s;UID=a;PWD=;"_s;
-    QTest::newRow("built in") << builtIn << QVariant(embeddedDatabaseFile());
-    QTest::newRow("built in, elsewhere")
-        << builtIn + u"Database=/srv/it''s.db;"_s << QVariant(u"/srv/it's.db"_s);
-    QTest::newRow("entry of the dialog")
-        << access + u"Database=/srv/lib.mdb;"_s << QVariant(u"/srv/lib.mdb"_s);
-    QTest::newRow("relative") << access + u"Database=馆/lib;"_s << QVariant(folder + u"/馆/lib"_s);
-    QTest::newRow("no path") << access << QVariant(u""_s);
-    QTest::newRow("other source") << u"DSN=server;Database=/srv/lib.db;"_s << QVariant();
-    QTest::newRow("server") << u"Driver=SQL Server;Server=s;Database=lib;"_s << QVariant();
-    QTest::newRow("nothing") << u""_s << QVariant();
-}
-
-void TestValues::embeddedFile()
-{
-    QFETCH(QString, text);
-    QFETCH(QVariant, file);
-    const auto found = embeddedFileOf(ConnectionItems(text));
-    QCOMPARE(found.has_value(), file.isValid());
-    if (found) QCOMPARE(*found, file.toString());
-}
 
 QTEST_GUILESS_MAIN(TestValues)
 #include "tst_values.moc"

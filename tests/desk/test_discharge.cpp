@@ -3,6 +3,7 @@
 #include "desk/reader_panel_ops.h"
 #include "desk/renewal_ops.h"
 #include "frame/sublib.h"
+#include "support/cases.h"
 #include "support/desk_double.h"
 #include "support/fine_double.h"
 #include "support/test_library.h"
@@ -25,30 +26,217 @@ class TestDischarge : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init()
+    {
+        m = std::make_unique<TestLibrary>();
+        m_fines = {};
+        m->reader(u"R1"_s, {{u"recount"_s, u"2"_s}, {u"reday"_s, u"15"_s}, {u"daycount"_s, u"60"_s}});
+        m->reader(u"R2"_s, {{u"orderday"_s, u"3"_s}});
+        m->copy(u"B1"_s);
+        m->loan(u"B1"_s, u"R1"_s, u"2026-03-11"_s);
+        m_desk.takeDone();
+    }
 
-    void closesTheLoan();
-    void unknownLoan_data();
-    void unknownLoan();
-    void overdueGoesToTheFines_data();
-    void overdueGoesToTheFines();
-    void copyWithdrawnMeanwhileIsRolledBack();
-    void offers_data();
-    void offers();
-    void failedOfferKeepsTheReturn();
-    void faults_data();
-    void faults();
-    void noConnection();
+    void cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
 
-    void renewalChecks_data();
-    void renewalChecks();
-    void renewalOfNothing();
-    void renewalEndsTheProgramOnNull();
-    void renewalCountsUp();
-    void renewalOfAHeldCopy_data();
-    void renewalOfAHeldCopy();
-    void returnsOfToday();
+    void unknownLoan()
+    {
+        const QString all = m->everything();
+        m->prompt.expect(u"查找不到此书的借书记录"_s).titled(u"青简台").icon(Icon::Information);
+        QCOMPARE(discharge(u"' or 1=1 --"_s), 1);
+        QCOMPARE(discharge({}), 0);
+        QCOMPARE(m->everything(), all);
+    }
+
+    /// A copy brought back on its due date is late, and what becomes of it is the fine screen's.
+    void overdueGoesToTheFines()
+    {
+        m->send(u"update jhsk set yhdate='2026-03-10'"_s);
+        const QString all = m->everything();
+        for (const bool settled : {false, true}) {
+            m_fines.closes = [&](const QString&) { return settled; };
+            QCOMPARE(discharge(u"B1"_s), settled ? 0 : 10);
+            QCOMPARE(m_desk.takeDone(), u"reader R1, untick"_s);
+        }
+        QCOMPARE(m_fines.given, (QStringList {u"B1"_s, u"B1"_s}));
+        QCOMPARE(m->everything(), all);
+    }
+
+    void copyWithdrawnMeanwhileIsRolledBack()
+    {
+        m->send(u"update sck set bookstatus='注销'"_s);
+        const QString all = m->everything();
+        QCOMPARE(discharge(u"B1"_s), -2);
+        QCOMPARE(m->everything(), all);
+    }
+
+    void offers_data()
+    {
+        const QStringList two {u"R2 2026-03-02 "_s, u"R1 2026-03-01 "_s};
+        const QStringList served {u"R2 2026-03-02 "_s, u"R1 2026-03-01 B7"_s};
+        cases<QStringList, QString, Answer, QString>({
+            {"taken", {QStringList {u"R2 2026-03-01 "_s}, u"R2"_s, Answer::Yes, u"R2|B1|2026-03-13|True"_s}},
+            {"earliest first, declined", {two, u"R1"_s, Answer::No, u"R1||null|False\nR2||null|False"_s}},
+            {"earliest is served already", {served, {}, Answer::Ok, u"R1|B7|null|False\nR2||null|False"_s}},
+            {"reader is gone: ten days",
+                {QStringList {u"R7 2026-03-01 "_s}, u"R7"_s, Answer::Yes, u"R7|B1|2026-03-20|True"_s}},
+        });
+    }
+
+    /// The reservations are given as reader, when, copy held.
+    void offers()
+    {
+        const auto [claims, offered, answer, after] = given<QStringList, QString, Answer, QString>();
+        for (const QString& claim : claims) {
+            const QStringList parts = claim.split(u' ');
+            m->reservation(parts[0], {{u"ordertime"_s, parts[1]}, {u"barcode"_s, parts[2]}});
+        }
+        if (!offered.isEmpty())
+            m->prompt.expect(offerTo(offered)).titled(u"操作提示").icon(Icon::Information).answer(answer);
+        QCOMPARE(discharge(u"B1"_s), 0);
+        QCOMPARE(m->rows(u"select readercode,barcode,oldtime,orderstatus from yyk order by readercode"_s)
+                     .join(u'\n'),
+            after);
+        QCOMPARE(m->value(u"select bookstatus from sck"_s), u"库本"_s);
+    }
+
+    void failedOfferKeepsTheReturn()
+    {
+        m->reservation(u"R2"_s);
+        m->failAt(u"update yyk set oldtime"_s);
+        m->prompt.expect(offerTo(u"R2"_s)).answer(Answer::Yes);
+        m->prompt.expect(u"预约失败！原因如下：\n语句失败：update yyk set oldtime"_s)
+            .titled(u"操作提示")
+            .icon(Icon::Information);
+        QCOMPARE(discharge(u"B1"_s), 0);
+        m->factory.setHook({});
+        QCOMPARE(m->value(u"select count(*) from jhsk"_s), u"0"_s);
+        QVERIFY(!m->session.error.isSet());
+    }
+
+    void faults_data()
+    {
+        QTest::addColumn<QString>("statement");
+        QTest::addColumn<int>("result");
+        QTest::newRow("loan") << u"select jhskid,readercode"_s << 1;
+        QTest::newRow("begin") << u"begin"_s << -2;
+        QTest::newRow("history") << u"insert into JHSLSK"_s << -2;
+        QTest::newRow("reader") << u"update DZK"_s << -2;
+        QTest::newRow("copy") << u"update SCK"_s << -2;
+        QTest::newRow("delete") << u"delete from JHSK"_s << -2;
+        QTest::newRow("commit") << u"commit"_s << -2;
+        QTest::newRow("offer") << u"select top 1 yyk.zskid"_s << 0;
+        QTest::newRow("hold period") << u"select orderday"_s << 0;
+    }
+
+    void faults()
+    {
+        QFETCH(QString, statement);
+        QFETCH(int, result);
+        m->reservation(u"R2"_s);
+        const QString all = m->everything();
+        if (result == 1) m->prompt.expect(u"查找不到此书的借书记录"_s);
+        if (statement == u"select orderday") m->prompt.expect(offerTo(u"R2"_s)).answer(Answer::Yes);
+        m->failAt(statement);
+        QCOMPARE(discharge(u"B1"_s), result);
+        m->factory.setHook({});
+        QCOMPARE(m->everything() == all, result != 0);
+        QCOMPARE(m->broken(), QString());
+        QVERIFY(!m->session.error.isSet());
+    }
+
+    void noConnection()
+    {
+        m->settings.values.clear();
+        m->prompt.expect(u"无法取得正确连接数据库的信息!现在输入吗?"_s).answer(Answer::No);
+        QCOMPARE(discharge(u"B1"_s), 0);
+        m->prompt.expect(u"无法取得正确连接数据库的信息!现在输入吗?"_s).answer(Answer::No);
+        QCOMPARE(int(CheckRenewal(m->session, m_desk, u"B1"_s)), 0);
+        storeConnectionText(m->session, m->connectionText);
+        QCOMPARE(m->value(u"select count(*) from jhsk"_s), u"1"_s);
+    }
+
+    void renewalChecks_data()
+    {
+        const QString never = u"该读者不可续借书刊。"_s;
+        cases<QString, QString, QString, int, QString>({
+
+            {"last", {u"2"_s, u"15"_s, u"1"_s, 2, {}}},
+            {"used up", {u"2"_s, u"15"_s, u"2"_s, -1, u"此书刊已经续借2次，不能再续借。"_s}},
+
+            {"none allowed", {u"0"_s, u"15"_s, u"0"_s, -1, never}},
+            {"no days", {u"2"_s, u"0"_s, u"0"_s, -1, never}},
+            {"days unknown", {u"2"_s, u"null"_s, u"0"_s, 1, {}}},
+        });
+    }
+
+    void renewalChecks()
+    {
+        const auto [allowed, days, made, count, text] = given<QString, QString, QString, int, QString>();
+        m->send(u"update dzk set recount=%1,reday=%2 where readercode='R1'"_s.arg(allowed, days));
+        m->send(u"update jhsk set res=%1"_s.arg(made));
+        if (!text.isEmpty()) m->prompt.expect(text).titled(u"操作提示").icon(Icon::Warning);
+        QCOMPARE(int(CheckRenewal(m->session, m_desk, u"B1"_s)), count);
+        QCOMPARE(m_desk.takeDone(), text.isEmpty() ? QString() : u"untick"_s);
+    }
+
+    void renewalOfNothing()
+    {
+        m->prompt.expect(u"此书刊没有借阅，或该读者类型不符。"_s).titled(u"操作提示").icon(Icon::Warning);
+        QCOMPARE(int(CheckRenewal(m->session, m_desk, u"it's"_s)), -1);
+        QCOMPARE(m_desk.takeDone(), QString());
+        m->prompt.expect(u"请先输入读者"_s).titled(u"提示").icon(Icon::Warning);
+        QCOMPARE(int(RechargeBook(m->session, m_desk, 1, u"B1"_s, u"R9"_s)), 2);
+    }
+
+    void renewalEndsTheProgramOnNull()
+    {
+        m->send(u"update dzk set recount=null where readercode='R1'"_s);
+        QVERIFY_THROWS_EXCEPTION(Error, CheckRenewal(m->session, m_desk, u"B1"_s));
+        m->failAt(u"Select recount"_s);
+        QVERIFY_THROWS_EXCEPTION(Error, CheckRenewal(m->session, m_desk, u"B1"_s));
+    }
+
+    void renewalOfAHeldCopy_data()
+    {
+        cases<QString, int, int>({
+            {"another's, declined", {u"R2"_s, int(Answer::No), -1}},
+            {"another's, lent", {u"R2"_s, int(Answer::Yes), 0}},
+            {"own", {u"R1"_s, 0, 0}},
+        });
+    }
+
+    void renewalOfAHeldCopy()
+    {
+        const auto [holder, answer, result] = given<QString, int, int>();
+        m->reservation(
+            holder, {{u"barcode"_s, u"B1"_s}, {u"oldtime"_s, u"2026-03-20"_s}, {u"orderstatus"_s, u"1"_s}});
+        QCOMPARE(discharge(u"B1"_s), 0);
+        if (holder == u"R2") m->prompt.expectStart(u"这本书已经有人预约了！"_s).answer(Answer(answer));
+        QCOMPARE(int(RechargeBook(m->session, m_desk, 2, u"B1"_s, u"R1"_s)), result);
+        QCOMPARE(m->value(u"select res from jhsk"_s), result == 0 ? u"0"_s : QString());
+        QCOMPARE(m->broken(), QString());
+    }
+
+    void returnsOfToday()
+    {
+        m->copy(u"B2"_s);
+        m->copy(u"B3"_s);
+        const auto returned = [&](const QString& barcode, const QString& back) {
+            m->insert(
+                u"jhslsk"_s, {{u"readercode"_s, u"R1"_s}, {u"barcode"_s, barcode}, {u"backdate"_s, back}});
+        };
+        returned(u"B1"_s, u"2026-03-09"_s);
+        returned(u"B2"_s, u"2026-03-10"_s);
+        returned(u"B3"_s, u"2026-03-10 8:00:00"_s);
+        returned(u"B9"_s, u"2026-03-10"_s);
+        ShowReturns(m->session, m_desk, u"r1"_s, Returns::Today);
+        QCOMPARE(m_desk.returns, (QStringList {u"B3"_s, u"B2"_s}));
+        ShowReturns(m->session, m_desk, u"R1"_s, Returns::All);
+        QCOMPARE(m_desk.returns, (QStringList {u"B3"_s, u"B2"_s, u"B1"_s}));
+        ShowReturns(m->session, m_desk, {}, Returns::All);
+        QCOMPARE(m_desk.returns, QStringList());
+    }
 
 private:
     int discharge(const QString& barcode) { return DischargeBook(m->session, m_desk, m_fines, barcode); }
@@ -57,282 +245,6 @@ private:
     DeskDouble m_desk;
     FineDouble m_fines;
 };
-
-void TestDischarge::init()
-{
-    m = std::make_unique<TestLibrary>();
-    m_fines = {};
-    m->reader(u"R1"_s, {{u"recount"_s, u"2"_s}, {u"reday"_s, u"15"_s}, {u"daycount"_s, u"60"_s}});
-    m->reader(u"R2"_s, {{u"orderday"_s, u"3"_s}});
-    m->copy(u"B1"_s);
-    m->loan(u"B1"_s, u"R1"_s, u"2026-03-11"_s);
-    m_desk.takeDone();
-}
-
-void TestDischarge::cleanup()
-{
-    QCOMPARE(m->prompt.takeComplaints(), QString());
-}
-
-void TestDischarge::closesTheLoan()
-{
-    QCOMPARE(discharge(u"b1 "_s), 0);
-    QCOMPARE(m->value(u"select count(*) from jhsk"_s), u"0"_s);
-    QCOMPARE(m->value(u"select readercode,barcode,orderdate,yhdate,backdate,operater from jhslsk"_s),
-        u"R1|B1|2026-02-20|2026-03-11|2026-03-10|王馆员"_s);
-    QCOMPARE(m->value(u"select borrowstatus,bookstatus from sck"_s), u"True|库本"_s);
-    QCOMPARE(m->value(u"select orderbook from dzk where readercode='R1'"_s), u"0"_s);
-    QCOMPARE(m_desk.takeDone(), u"reader R1"_s);
-    QCOMPARE(m->broken(), QString());
-}
-
-void TestDischarge::unknownLoan_data()
-{
-    QTest::addColumn<QString>("barcode");
-    for (const QString& barcode : {u"B9"_s, u"%"_s, u"' or 1=1 --"_s, u" "_s, u"😀"_s, QString(10'000, u'长')})
-        QTest::newRow(qPrintable(barcode.left(12))) << barcode;
-}
-
-void TestDischarge::unknownLoan()
-{
-    QFETCH(QString, barcode);
-    const QString all = m->everything();
-    m->prompt.expect(u"查找不到此书的借书记录"_s).titled(u"青简台").icon(Icon::Information);
-    QCOMPARE(discharge(barcode), 1);
-    QCOMPARE(discharge({}), 0);
-    QCOMPARE(m->everything(), all);
-}
-
-void TestDischarge::overdueGoesToTheFines_data()
-{
-    QTest::addColumn<QString>("due");
-    QTest::addColumn<bool>("settled");
-    QTest::newRow("on its due date, left") << u"2026-03-10"_s << false;
-    QTest::newRow("late, settled") << u"2026-02-10"_s << true;
-}
-
-void TestDischarge::overdueGoesToTheFines()
-{
-    QFETCH(QString, due);
-    QFETCH(bool, settled);
-    m->send(u"update jhsk set yhdate='%1'"_s.arg(due));
-    const QString all = m->everything();
-    m_fines.closes = [&](const QString&) { return settled; };
-    QCOMPARE(discharge(u"B1"_s), settled ? 0 : 10);
-    QCOMPARE(m_fines.given, QStringList {u"B1"_s});
-    QCOMPARE(m_desk.takeDone(), u"reader R1, untick"_s);
-    QCOMPARE(m->everything(), all);
-}
-
-void TestDischarge::copyWithdrawnMeanwhileIsRolledBack()
-{
-    m->send(u"update sck set bookstatus='注销'"_s);
-    const QString all = m->everything();
-    QCOMPARE(discharge(u"B1"_s), -2);
-    QCOMPARE(m->everything(), all);
-}
-
-void TestDischarge::offers_data()
-{
-    QTest::addColumn<QStringList>("claims"); // reader, when, copy held
-    QTest::addColumn<QString>("offered");
-    QTest::addColumn<int>("answer");
-    QTest::addColumn<QString>("after"); // of the reservations, by reader
-    const QString waiting = u"2026-03-01"_s;
-    QTest::newRow("taken") << QStringList {u"R2 2026-03-01 "_s} << u"R2"_s << int(Answer::Yes)
-                           << u"R2|B1|2026-03-13|True"_s;
-    QTest::newRow("declined") << QStringList {u"R2 2026-03-01 "_s} << u"R2"_s << int(Answer::No)
-                              << u"R2||null|False"_s;
-    QTest::newRow("earliest first") << QStringList {u"R2 2026-03-02 "_s, u"R1 2026-03-01 "_s} << u"R1"_s
-                                    << int(Answer::No) << u"R1||null|False\nR2||null|False"_s;
-    QTest::newRow("earliest is served already") << QStringList {u"R2 2026-03-02 "_s, u"R1 2026-03-01 B7"_s}
-                                                << QString() << 0 << u"R1|B7|null|False\nR2||null|False"_s;
-    QTest::newRow("reader is gone: ten days")
-        << QStringList {u"R7 2026-03-01 "_s} << u"R7"_s << int(Answer::Yes) << u"R7|B1|2026-03-20|True"_s;
-}
-
-void TestDischarge::offers()
-{
-    QFETCH(QStringList, claims);
-    QFETCH(QString, offered);
-    QFETCH(int, answer);
-    QFETCH(QString, after);
-    for (const QString& claim : claims) {
-        const QStringList parts = claim.split(u' ');
-        m->reservation(parts[0], {{u"ordertime"_s, parts[1]}, {u"barcode"_s, parts[2]}});
-    }
-    if (!offered.isEmpty())
-        m->prompt.expect(offerTo(offered)).titled(u"操作提示").icon(Icon::Information).answer(Answer(answer));
-    QCOMPARE(discharge(u"B1"_s), 0);
-    QCOMPARE(
-        m->rows(u"select readercode,barcode,oldtime,orderstatus from yyk order by readercode"_s).join(u'\n'),
-        after);
-    QCOMPARE(m->value(u"select bookstatus from sck"_s), u"库本"_s);
-}
-
-void TestDischarge::failedOfferKeepsTheReturn()
-{
-    m->reservation(u"R2"_s);
-    m->failAt(u"update yyk set oldtime"_s);
-    m->prompt.expect(offerTo(u"R2"_s)).answer(Answer::Yes);
-    m->prompt.expect(u"预约失败！原因如下：\n语句失败：update yyk set oldtime"_s)
-        .titled(u"操作提示")
-        .icon(Icon::Information);
-    QCOMPARE(discharge(u"B1"_s), 0);
-    m->factory.setHook({});
-    QCOMPARE(m->value(u"select count(*) from jhsk"_s), u"0"_s);
-    QVERIFY(!m->session.error.isSet());
-}
-
-void TestDischarge::faults_data()
-{
-    QTest::addColumn<QString>("statement");
-    QTest::addColumn<int>("result");
-    QTest::newRow("loan") << u"select jhskid,readercode"_s << 1;
-    QTest::newRow("begin") << u"begin"_s << -2;
-    QTest::newRow("history") << u"insert into JHSLSK"_s << -2;
-    QTest::newRow("reader") << u"update DZK"_s << -2;
-    QTest::newRow("copy") << u"update SCK"_s << -2;
-    QTest::newRow("delete") << u"delete from JHSK"_s << -2;
-    QTest::newRow("commit") << u"commit"_s << -2;
-    QTest::newRow("offer") << u"select top 1 yyk.zskid"_s << 0;
-    QTest::newRow("hold period") << u"select orderday"_s << 0;
-}
-
-void TestDischarge::faults()
-{
-    QFETCH(QString, statement);
-    QFETCH(int, result);
-    m->reservation(u"R2"_s);
-    const QString all = m->everything();
-    if (result == 1) m->prompt.expect(u"查找不到此书的借书记录"_s);
-    if (statement == u"select orderday") m->prompt.expect(offerTo(u"R2"_s)).answer(Answer::Yes);
-    m->failAt(statement);
-    QCOMPARE(discharge(u"B1"_s), result);
-    m->factory.setHook({});
-    QCOMPARE(m->everything() == all, result != 0);
-    QCOMPARE(m->broken(), QString());
-    QVERIFY(!m->session.error.isSet());
-}
-
-void TestDischarge::noConnection()
-{
-    m->settings.values.clear();
-    m->prompt.expect(u"无法取得正确连接数据库的信息!现在输入吗?"_s).answer(Answer::No);
-    QCOMPARE(discharge(u"B1"_s), 0);
-    m->prompt.expect(u"无法取得正确连接数据库的信息!现在输入吗?"_s).answer(Answer::No);
-    QCOMPARE(int(CheckRenewal(m->session, m_desk, u"B1"_s)), 0);
-    storeConnectionText(m->session, m->connectionText);
-    QCOMPARE(m->value(u"select count(*) from jhsk"_s), u"1"_s);
-}
-
-void TestDischarge::renewalChecks_data()
-{
-    QTest::addColumn<QString>("allowed");
-    QTest::addColumn<QString>("days");
-    QTest::addColumn<QString>("made");
-    QTest::addColumn<int>("count");
-    QTest::addColumn<QString>("text");
-    const QString never = u"该读者不可续借书刊。"_s;
-    QTest::newRow("first") << u"2"_s << u"15"_s << u"0"_s << 1 << QString();
-    QTest::newRow("last") << u"2"_s << u"15"_s << u"1"_s << 2 << QString();
-    QTest::newRow("used up") << u"2"_s << u"15"_s << u"2"_s << -1 << u"此书刊已经续借2次，不能再续借。"_s;
-    QTest::newRow("over") << u"2"_s << u"15"_s << u"3"_s << -1 << u"此书刊已经续借3次，不能再续借。"_s;
-    QTest::newRow("none allowed") << u"0"_s << u"15"_s << u"0"_s << -1 << never;
-    QTest::newRow("no days") << u"2"_s << u"0"_s << u"0"_s << -1 << never;
-    QTest::newRow("days unknown") << u"2"_s << u"null"_s << u"0"_s << 1 << QString();
-}
-
-void TestDischarge::renewalChecks()
-{
-    QFETCH(QString, allowed);
-    QFETCH(QString, days);
-    QFETCH(QString, made);
-    QFETCH(int, count);
-    QFETCH(QString, text);
-    m->send(u"update dzk set recount=%1,reday=%2 where readercode='R1'"_s.arg(allowed, days));
-    m->send(u"update jhsk set res=%1"_s.arg(made));
-    if (!text.isEmpty()) m->prompt.expect(text).titled(u"操作提示").icon(Icon::Warning);
-    QCOMPARE(int(CheckRenewal(m->session, m_desk, u"B1"_s)), count);
-    QCOMPARE(m_desk.takeDone(), text.isEmpty() ? QString() : u"untick"_s);
-}
-
-void TestDischarge::renewalOfNothing()
-{
-    for (const QString& barcode : {u"B9"_s, u"it's"_s}) {
-        m->prompt.expect(u"此书刊没有借阅，或该读者类型不符。"_s).titled(u"操作提示").icon(Icon::Warning);
-        QCOMPARE(int(CheckRenewal(m->session, m_desk, barcode)), -1);
-    }
-    QCOMPARE(m_desk.takeDone(), QString());
-}
-
-void TestDischarge::renewalEndsTheProgramOnNull()
-{
-    m->send(u"update dzk set recount=null where readercode='R1'"_s);
-    QVERIFY_THROWS_EXCEPTION(Error, CheckRenewal(m->session, m_desk, u"B1"_s));
-    m->failAt(u"Select recount"_s);
-    QVERIFY_THROWS_EXCEPTION(Error, CheckRenewal(m->session, m_desk, u"B1"_s));
-}
-
-void TestDischarge::renewalCountsUp()
-{
-    for (const int made : {1, 2}) {
-        const qint16 count = CheckRenewal(m->session, m_desk, u"B1"_s);
-        QCOMPARE(int(count), made);
-        QCOMPARE(discharge(u"B1"_s), 0);
-        QCOMPARE(int(RechargeBook(m->session, m_desk, count, u"B1"_s, u"R1"_s)), 0);
-        QCOMPARE(m->value(u"select readercode,orderdate,yhdate,res from jhsk"_s),
-            u"R1|2026-03-10|2026-04-09|%1"_s.arg(made));
-    }
-    QCOMPARE(m->value(u"select count(*) from jhslsk"_s), u"2"_s);
-    QCOMPARE(m->value(u"select orderbook from dzk where readercode='R1'"_s), u"1"_s);
-    QCOMPARE(m->broken(), QString());
-    m->prompt.expect(u"请先输入读者"_s).titled(u"提示").icon(Icon::Warning);
-    QCOMPARE(int(RechargeBook(m->session, m_desk, 1, u"B1"_s, u"R9"_s)), 2);
-}
-
-void TestDischarge::renewalOfAHeldCopy_data()
-{
-    QTest::addColumn<QString>("holder");
-    QTest::addColumn<int>("answer");
-    QTest::addColumn<int>("result");
-    QTest::newRow("another's, declined") << u"R2"_s << int(Answer::No) << -1;
-    QTest::newRow("another's, lent") << u"R2"_s << int(Answer::Yes) << 0;
-    QTest::newRow("own") << u"R1"_s << 0 << 0;
-}
-
-void TestDischarge::renewalOfAHeldCopy()
-{
-    QFETCH(QString, holder);
-    QFETCH(int, answer);
-    QFETCH(int, result);
-    m->reservation(
-        holder, {{u"barcode"_s, u"B1"_s}, {u"oldtime"_s, u"2026-03-20"_s}, {u"orderstatus"_s, u"1"_s}});
-    QCOMPARE(discharge(u"B1"_s), 0);
-    if (holder == u"R2") m->prompt.expectStart(u"这本书已经有人预约了！"_s).answer(Answer(answer));
-    QCOMPARE(int(RechargeBook(m->session, m_desk, 2, u"B1"_s, u"R1"_s)), result);
-    QCOMPARE(m->value(u"select res from jhsk"_s), result == 0 ? u"0"_s : QString());
-    QCOMPARE(m->broken(), QString());
-}
-
-void TestDischarge::returnsOfToday()
-{
-    m->copy(u"B2"_s);
-    m->copy(u"B3"_s);
-    const auto returned = [&](const QString& barcode, const QString& back) {
-        m->insert(u"jhslsk"_s, {{u"readercode"_s, u"R1"_s}, {u"barcode"_s, barcode}, {u"backdate"_s, back}});
-    };
-    returned(u"B1"_s, u"2026-03-09"_s);
-    returned(u"B2"_s, u"2026-03-10"_s);
-    returned(u"B3"_s, u"2026-03-10 8:00:00"_s);
-    returned(u"B9"_s, u"2026-03-10"_s);
-    ShowReturns(m->session, m_desk, u"r1"_s, Returns::Today);
-    QCOMPARE(m_desk.returns, (QStringList {u"B3"_s, u"B2"_s}));
-    ShowReturns(m->session, m_desk, u"R1"_s, Returns::All);
-    QCOMPARE(m_desk.returns, (QStringList {u"B3"_s, u"B2"_s, u"B1"_s}));
-    ShowReturns(m->session, m_desk, {}, Returns::All);
-    QCOMPARE(m_desk.returns, QStringList());
-}
 
 QTEST_GUILESS_MAIN(TestDischarge)
 #include "test_discharge.moc"

@@ -1,102 +1,90 @@
 #include "desk/due_date_ops.h"
+#include "support/cases.h"
 #include "support/test_library.h"
 
 #include <QTest>
 
 using namespace quilla;
 
-class TestDueDate : public QObject {
-    Q_OBJECT
-
-private Q_SLOTS:
-    void moves_data();
-    void moves();
-    void calendarOfTheDatabase();
-    void emptyCalendarKeepsTheTime();
-    void noConnectionGivesTheZeroDate();
-    void failuresLeaveNoError();
-};
-
 namespace {
 
-std::vector<Holiday> holidays(const QStringList& periods)
+std::vector<Holiday> holidays(const QString& periods)
 {
     std::vector<Holiday> all;
-    for (const QString& period : periods)
+    for (const QString& period : periods.split(u',', Qt::SkipEmptyParts))
         all.push_back(*readHoliday(period));
     return all;
 }
 
 } // namespace
 
-void TestDueDate::moves_data()
-{
-    QTest::addColumn<int>("days");
-    QTest::addColumn<QStringList>("periods");
-    QTest::addColumn<QString>("due");
-    const auto row = [](const char* name, int days, const QStringList& periods, const QString& due) {
-        QTest::newRow(name) << days << periods << due;
-    };
-    // Charged on 2026-03-01.
-    row("before the loan", 30, {u"2026-02-01 2026-02-28"_s}, u"2026-03-31"_s);
-    row("after the due date", 30, {u"2026-04-01 2026-04-05"_s}, u"2026-03-31"_s);
-    row("wholly inside, six days", 30, {u"2026-03-10 2026-03-15"_s}, u"2026-04-01"_s);
-    row("wholly inside, one day", 30, {u"2026-03-10 2026-03-10"_s}, u"2026-04-01"_s);
-    row("runs past the due date", 30, {u"2026-03-25 2026-04-04"_s}, u"2026-04-11"_s);
-    row("ends on the due date", 30, {u"2026-03-25 2026-03-31"_s}, u"2026-04-07"_s);
-    row("begins on the due date", 30, {u"2026-03-31 2026-04-02"_s}, u"2026-04-03"_s);
-    row("runs already", 30, {u"2026-02-20 2026-03-05"_s}, u"2026-04-04"_s);
-    row("begins on the day of the charge", 30, {u"2026-03-01 2026-03-05"_s}, u"2026-04-04"_s);
-    row("covers the whole loan", 10, {u"2026-02-20 2026-03-20"_s}, u"2026-03-30"_s);
-    row("two, the second reached by the first", 30, {u"2026-03-25 2026-04-04"_s, u"2026-04-10 2026-04-20"_s},
-        u"2026-05-05"_s);
-    row("the start moves with each", 30, {u"2026-03-05 2026-03-07"_s, u"2026-03-06 2026-03-09"_s},
-        u"2026-04-08"_s);
-    row("none", 7, {}, u"2026-03-08"_s);
-}
+class TestDueDate : public QObject {
+    Q_OBJECT
 
-void TestDueDate::moves()
-{
-    QFETCH(int, days);
-    QFETCH(QStringList, periods);
-    QFETCH(QString, due);
-    QCOMPARE(isoDate(moveOverHolidays(QDate(2026, 3, 1), days, holidays(periods))), due);
-}
+private Q_SLOTS:
+    /// Charged on 2026-03-01.
+    void moves_data()
+    {
+        cases<int, QString, QString>({
+            {"before the loan", {30, u"2026-02-01 2026-02-28"_s, u"2026-03-31"_s}},
+            {"after the due date", {30, u"2026-04-01 2026-04-05"_s, u"2026-03-31"_s}},
+            {"wholly inside, six days", {30, u"2026-03-10 2026-03-15"_s, u"2026-04-01"_s}},
+            {"wholly inside, one day", {30, u"2026-03-10 2026-03-10"_s, u"2026-04-01"_s}},
+            {"runs past the due date", {30, u"2026-03-25 2026-04-04"_s, u"2026-04-11"_s}},
+            {"ends on the due date", {30, u"2026-03-25 2026-03-31"_s, u"2026-04-07"_s}},
+            {"begins on the due date", {30, u"2026-03-31 2026-04-02"_s, u"2026-04-03"_s}},
+            {"runs already", {30, u"2026-02-20 2026-03-05"_s, u"2026-04-04"_s}},
+            {"begins on the day of the charge", {30, u"2026-03-01 2026-03-05"_s, u"2026-04-04"_s}},
+            {"covers the whole loan", {10, u"2026-02-20 2026-03-20"_s, u"2026-03-30"_s}},
+            {"two, the second reached by the first",
+                {30, u"2026-03-25 2026-04-04,2026-04-10 2026-04-20"_s, u"2026-05-05"_s}},
+            {"the start moves with each",
+                {30, u"2026-03-05 2026-03-07,2026-03-06 2026-03-09"_s, u"2026-04-08"_s}},
+            {"none", {7, {}, u"2026-03-08"_s}},
+        });
+    }
 
-void TestDueDate::calendarOfTheDatabase()
-{
-    TestLibrary library;
-    library.setNow(QDateTime(QDate(2026, 3, 1), QTime(23, 59, 59)));
-    library.holiday(u"二"_s, u"2026-04-10 2026-04-20"_s);
-    library.holiday(u"一"_s, u"2026-03-25 2026-04-04"_s);
-    library.holiday(u"坏行"_s, u"2026-03-xx"_s);
-    library.insert(u"Global"_s, {{u"type"_s, u"other"_s}, {u"code"_s, u"2026-03-02 2026-09-01"_s}});
-    QCOMPARE(ComputeDueDate(library.session, 30), QDateTime(QDate(2026, 5, 5), QTime(0, 0)));
-}
+    void moves()
+    {
+        const auto [days, periods, due] = given<int, QString, QString>();
+        QCOMPARE(isoDate(moveOverHolidays(QDate(2026, 3, 1), days, holidays(periods))), due);
+    }
 
-void TestDueDate::emptyCalendarKeepsTheTime()
-{
-    TestLibrary library;
-    QCOMPARE(ComputeDueDate(library.session, 20), library.clock.moment.addDays(20));
-}
+    void calendarOfTheDatabase()
+    {
+        TestLibrary library;
+        library.setNow(QDateTime(QDate(2026, 3, 1), QTime(23, 59, 59)));
+        library.holiday(u"二"_s, u"2026-04-10 2026-04-20"_s);
+        library.holiday(u"一"_s, u"2026-03-25 2026-04-04"_s);
+        library.holiday(u"坏行"_s, u"2026-03-xx"_s);
+        library.insert(u"Global"_s, {{u"type"_s, u"other"_s}, {u"code"_s, u"2026-03-02 2026-09-01"_s}});
+        QCOMPARE(ComputeDueDate(library.session, 30), QDateTime(QDate(2026, 5, 5), QTime(0, 0)));
+    }
 
-void TestDueDate::noConnectionGivesTheZeroDate()
-{
-    TestLibrary library;
-    library.settings.values.clear();
-    library.prompt.expect(u"无法取得正确连接数据库的信息!现在输入吗?"_s).answer(Answer::No);
-    QCOMPARE(isoDate(ComputeDueDate(library.session, 30)), u"1899-12-30"_s);
-    QCOMPARE(library.prompt.takeComplaints(), QString());
-}
+    void emptyCalendarKeepsTheTime()
+    {
+        TestLibrary library;
+        QCOMPARE(ComputeDueDate(library.session, 20), library.clock.moment.addDays(20));
+    }
 
-void TestDueDate::failuresLeaveNoError()
-{
-    TestLibrary library;
-    library.failAt(u"From Global"_s);
-    library.session.error.keep(Error(1, u"test"_s, u"old"_s));
-    QCOMPARE(ComputeDueDate(library.session, 3), library.clock.moment.addDays(3));
-    QVERIFY(!library.session.error.isSet());
-}
+    void noConnectionGivesTheZeroDate()
+    {
+        TestLibrary library;
+        library.settings.values.clear();
+        library.prompt.expect(u"无法取得正确连接数据库的信息!现在输入吗?"_s).answer(Answer::No);
+        QCOMPARE(isoDate(ComputeDueDate(library.session, 30)), u"1899-12-30"_s);
+        QCOMPARE(library.prompt.takeComplaints(), QString());
+    }
+
+    void failuresLeaveNoError()
+    {
+        TestLibrary library;
+        library.failAt(u"From Global"_s);
+        library.session.error.keep(Error(1, u"test"_s, u"old"_s));
+        QCOMPARE(ComputeDueDate(library.session, 3), library.clock.moment.addDays(3));
+        QVERIFY(!library.session.error.isSet());
+    }
+};
 
 QTEST_GUILESS_MAIN(TestDueDate)
 #include "test_due_date.moc"

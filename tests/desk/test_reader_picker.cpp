@@ -1,5 +1,6 @@
 #include "desk/desk_form.h"
 #include "desk/reader_picker_form.h"
+#include "support/cases.h"
 #include "support/fine_double.h"
 #include "support/screen_host.h"
 #include "support/test_library.h"
@@ -15,23 +16,198 @@ class TestReaderPicker : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init()
+    {
+        m = std::make_unique<TestLibrary>();
+        for (const auto& [code, name, allowed] :
+            std::initializer_list<std::tuple<QString, QString, QString>> {{u"R1"_s, u"王一"_s, u"1"_s},
+                {u"R2"_s, u"王一"_s, u"1"_s}, {u"R3"_s, u"O'Neil"_s, u"1"_s}, {u"R4"_s, u"王二"_s, u"0"_s}})
+            m->reader(code, {{u"name"_s, name}, {u"wuzheng"_s, allowed}});
+    }
 
-    void lists_data();
-    void lists();
-    void nobodyFound();
-    void details();
-    void photos_data();
-    void photos();
-    void sameNameTakesTheLineShown();
-    void anotherNameIsNotTaken();
-    void leavingTakesNobody_data();
-    void leavingTakesNobody();
-    void readerGone();
-    void failingStatements();
-    void deskTakesTheReader_data();
-    void deskTakesTheReader();
+    void cleanup()
+    {
+        m_form.reset();
+        QCOMPARE(m->prompt.takeComplaints(), QString());
+    }
+
+    void lists_data()
+    {
+        cases<bool, QString, QString>({
+            {"no card, all", {false, {}, u"O'NeilR3 王一R1 王一R2"_s}},
+            {"every reader, all", {true, {}, u"O'NeilR3 王一R1 王一R2 王二R4"_s}},
+            {"no card, part of a name", {false, u"王"_s, u"王一R1 王一R2"_s}},
+
+            {"quote", {false, u"o'n"_s, u"O'NeilR3"_s}},
+        });
+    }
+
+    void lists()
+    {
+        const auto [every, part, listed] = given<bool, QString, QString>();
+        open(every ? everyReaderPicker() : noCardPicker());
+        m_form->Text1.clear();
+        search(part);
+        QCOMPARE(names(), listed);
+        QVERIFY(
+            m_form->Grid1.hasFocus() && m_form->Command2[0].isEnabled() && !m_form->labNotExists.isVisible());
+        QCOMPARE(m_form->Text1.text(), m_form->Grid1.current(0));
+        QCOMPARE(m_form->Text2[3].text(), m_form->Grid1.current(1));
+    }
+
+    void nobodyFound()
+    {
+        for (const auto& [picker, notice] : {std::pair {noCardPicker(), u"x' or 1=1 --，没有无证借书权限"_s},
+                 std::pair {everyReaderPicker(), u"x' or 1=1 --，没有登记读者证！"_s}}) {
+            open(picker);
+            search(u"x' or 1=1 --"_s);
+            QCOMPARE(m_form->labNotExists.text(), notice);
+            QVERIFY(m_form->labNotExists.isVisible() && !m_form->Command2[0].isEnabled());
+            QCOMPARE(names() + m_form->Text2[0].text(), QString());
+            QCOMPARE(m_form->Grid1.Rows(), 2);
+        }
+    }
+
+    void details()
+    {
+        m->send(
+            u"update dzk set sex='女',readunit='二班',paperdate='2024-09-01',yordercshu=3,memo=null where readercode='R3'"_s);
+        m->insert(u"dzkx"_s,
+            {{u"readercode"_s, u"R3"_s}, {u"zhenghaolx"_s, u"学生证"_s}, {u"zhenghao"_s, u"Z9"_s},
+                {u"dizhi"_s, u"路"_s}, {u"birthday"_s, u"2008-05-06"_s}, {u"email"_s, u"null"_s}});
+        open();
+        search(u"neil"_s);
+        QStringList texts;
+        for (const TextBox& box : m_form->Text2) {
+            QVERIFY(box.isReadOnly());
+            texts.append(box.text());
+        }
+        QCOMPARE(texts.join(u'|'),
+            u"O'Neil|女|2008-05-06|R3|学生|有效|2024-09-01|2027-12-31|5|0|3|学生证|Z9|二班|路||"_s);
+        search(u"王"_s); // a reader without a row of details
+        QCOMPARE(m_form->Text2[2].text() + m_form->Text2[11].text() + m_form->Text2[14].text(), QString());
+    }
+
+    void photos()
+    {
+        QImage face(300, 400, QImage::Format_RGB32);
+        face.fill(Qt::gray);
+        QVERIFY(face.save(m->folder.filePath(u"face.png"_s)));
+        const auto give = [&](const QString& reader, const QString& path) {
+            m->send(u"update dzk set photo='%1' where readercode='%2'"_s.arg(path, reader));
+        };
+        const auto shown = [&] { return !m_form->Image1.pixmap(Qt::ReturnByValue).isNull(); };
+        give(u"R1"_s, m->folder.filePath(u"face.png"_s));
+        open();
+        for (const QString& faulty : {m->folder.filePath(u"gone.png"_s), u"/dev/null"_s, QString()}) {
+            give(u"R3"_s, faulty);
+            search(u"王"_s);
+            m_form->Grid1.setRow(m_form->Grid1.cells().findRow(u"R1"_s, 1));
+            QVERIFY(shown());
+            search(u"neil"_s);
+            QVERIFY2(!shown(), qPrintable(faulty));
+        }
+    }
+
+    void sameNameTakesTheLineShown()
+    {
+        open();
+        search(u"王"_s);
+        for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up}) {
+            const QColor resting = m_form->Grid1.palette().color(QPalette::Active, QPalette::Highlight);
+            QTest::keyPress(&m_form->Grid1, key);
+            QVERIFY(m_form->Grid1.palette().color(QPalette::Active, QPalette::Highlight) != resting);
+            QTest::keyRelease(&m_form->Grid1, key);
+            QCOMPARE(m_form->Grid1.palette().color(QPalette::Active, QPalette::Highlight), resting);
+            QCOMPARE(m_form->Text2[3].text(), m_form->Grid1.current(1));
+        }
+        QTest::keyClick(&m_form->Grid1, Qt::Key_Down);
+        const QString second = m_form->Grid1.TextMatrix(2, 1);
+        m_form->Command2[0].click();
+        QVERIFY(!m_form->isVisible());
+        QCOMPARE(m_form->PickedCode + m_form->PickedFlag, second + u"yes"_s);
+    }
+
+    void anotherNameIsNotTaken()
+    {
+        open();
+        search(u"neil"_s);
+        m_form->Text1.selectAll();
+        m_form->Text1.insert(u"王一"_s);
+        m_form->Command2[0].click();
+        QVERIFY(m_form->isVisible() && !m_form->Command2[0].isEnabled());
+        QCOMPARE(m_form->PickedCode + m_form->PickedFlag, QString());
+        // a click on the line brings the reader back
+        QTest::mouseClick(m_form->Grid1.viewport(), Qt::LeftButton, {}, {20, 10});
+        QCOMPARE(m_form->Text1.text(), u"O'Neil"_s);
+        m_form->Command2[0].click();
+        QCOMPARE(m_form->PickedCode, u"R3"_s);
+    }
+
+    void leavingTakesNobody()
+    {
+        for (const bool byButton : {true, false}) {
+            open();
+            m_form->PickedCode = u"R1"_s;
+            if (byButton)
+                m_form->Command2[1].click();
+            else
+                m_form->close();
+            QVERIFY(!m_form->isVisible());
+            QCOMPARE(m_form->PickedCode, QString());
+        }
+    }
+
+    void readerGone()
+    {
+        open();
+        search(u"王"_s);
+        m->send(u"delete from dzk"_s);
+        m->prompt.expect(u"该读者不存在！(可能已经被删除)"_s).titled(u"操作提示").icon(Icon::Information);
+        QTest::keyClick(&m_form->Grid1, Qt::Key_Down);
+        QCOMPARE(m_form->Text2[0].text() + m_form->Text2[3].text(), QString());
+        m_form->Command2[0].click();
+        QVERIFY(m_form->isVisible());
+    }
+
+    void failingStatements()
+    {
+        open();
+        m->failAt(u"from dzkx"_s);
+        m->prompt.expectStart(u"语句失败"_s).titled(u"操作提示");
+        search(u"neil"_s);
+        QCOMPARE(m_form->Text2[3].text(), QString()); // nobody half shown
+        m->failAt(u"wuzheng=1"_s);
+        m_form->Command1.click();
+        QCOMPARE(m_form->labNotExists.text(), u"O'Neil，没有无证借书权限"_s);
+    }
+
+    void deskTakesTheReader_data()
+    {
+        cases<int, QString, QString>({
+            {"picked", {0, u"R3"_s, u"TxtBarCode"_s}},
+            {"left", {1, {}, u"TxtReaderCode"_s}},
+        });
+    }
+
+    void deskTakesTheReader()
+    {
+        const auto [button, reader, focus] = given<int, QString, QString>();
+        m->send(u"update dzk set wuzheng=0 where readercode<>'R3'"_s);
+        NoHost host;
+        FineDouble fines;
+        TsjhFrm desk(m->session, host, fines);
+        appear(desk);
+        type(desk.TxtReaderCode, u"R1"_s);
+        QTimer::singleShot(0, this, [&] {
+            auto* picker = qobject_cast<ReaderPickerFrm*>(QApplication::activeModalWidget());
+            QVERIFY(picker);
+            picker->Command2[button].click();
+        });
+        desk.cmdWuZhengJieShu.click();
+        QCOMPARE(desk.TxtReaderCode.text() + desk.Label5[PanelLabel::Code].text(), reader + reader);
+        QCOMPARE(desk.focusWidget()->objectName(), focus);
+    }
 
 private:
     QString names()
@@ -57,217 +233,6 @@ private:
     std::unique_ptr<TestLibrary> m;
     std::unique_ptr<ReaderPickerFrm> m_form;
 };
-
-void TestReaderPicker::init()
-{
-    m = std::make_unique<TestLibrary>();
-    for (const auto& [code, name, allowed] :
-        std::initializer_list<std::tuple<QString, QString, QString>> {{u"R1"_s, u"王一"_s, u"1"_s},
-            {u"R2"_s, u"王一"_s, u"1"_s}, {u"R3"_s, u"O'Neil"_s, u"1"_s}, {u"R4"_s, u"王二"_s, u"0"_s}})
-        m->reader(code, {{u"name"_s, name}, {u"wuzheng"_s, allowed}});
-}
-
-void TestReaderPicker::cleanup()
-{
-    m_form.reset();
-    QCOMPARE(m->prompt.takeComplaints(), QString());
-}
-
-void TestReaderPicker::lists_data()
-{
-    QTest::addColumn<bool>("every");
-    QTest::addColumn<QString>("part");
-    QTest::addColumn<QString>("listed");
-    QTest::newRow("no card, all") << false << QString() << u"O'NeilR3 王一R1 王一R2"_s;
-    QTest::newRow("every reader, all") << true << QString() << u"O'NeilR3 王一R1 王一R2 王二R4"_s;
-    QTest::newRow("no card, part of a name") << false << u"王"_s << u"王一R1 王一R2"_s;
-    QTest::newRow("every reader, part of a name") << true << u"二"_s << u"王二R4"_s;
-    QTest::newRow("quote") << false << u"o'n"_s << u"O'NeilR3"_s;
-}
-
-void TestReaderPicker::lists()
-{
-    QFETCH(bool, every);
-    QFETCH(QString, part);
-    open(every ? everyReaderPicker() : noCardPicker());
-    m_form->Text1.clear();
-    search(part);
-    QTEST(names(), "listed");
-    QVERIFY(m_form->Grid1.hasFocus() && m_form->Command2[0].isEnabled() && !m_form->labNotExists.isVisible());
-    QCOMPARE(m_form->Text1.text(), m_form->Grid1.current(0));
-    QCOMPARE(m_form->Text2[3].text(), m_form->Grid1.current(1));
-}
-
-void TestReaderPicker::nobodyFound()
-{
-    for (const auto& [picker, notice] : {std::pair {noCardPicker(), u"x' or 1=1 --，没有无证借书权限"_s},
-             std::pair {everyReaderPicker(), u"x' or 1=1 --，没有登记读者证！"_s}}) {
-        open(picker);
-        search(u"x' or 1=1 --"_s);
-        QCOMPARE(m_form->labNotExists.text(), notice);
-        QVERIFY(m_form->labNotExists.isVisible() && !m_form->Command2[0].isEnabled());
-        QCOMPARE(names() + m_form->Text2[0].text(), QString());
-        QCOMPARE(m_form->Grid1.Rows(), 2);
-    }
-}
-
-void TestReaderPicker::details()
-{
-    m->send(
-        u"update dzk set sex='女',readunit='二班',paperdate='2024-09-01',yordercshu=3,memo=null where readercode='R3'"_s);
-    m->insert(u"dzkx"_s,
-        {{u"readercode"_s, u"R3"_s}, {u"zhenghaolx"_s, u"学生证"_s}, {u"zhenghao"_s, u"Z9"_s},
-            {u"dizhi"_s, u"路"_s}, {u"birthday"_s, u"2008-05-06"_s}, {u"email"_s, u"null"_s}});
-    open();
-    search(u"neil"_s);
-    QStringList texts;
-    for (const TextBox& box : m_form->Text2) {
-        QVERIFY(box.isReadOnly());
-        texts.append(box.text());
-    }
-    QCOMPARE(texts.join(u'|'),
-        u"O'Neil|女|2008-05-06|R3|学生|有效|2024-09-01|2027-12-31|5|0|3|学生证|Z9|二班|路||"_s);
-    search(u"王"_s); // a reader without a row of details
-    QCOMPARE(m_form->Text2[2].text() + m_form->Text2[11].text() + m_form->Text2[14].text(), QString());
-}
-
-void TestReaderPicker::photos_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<bool>("shown");
-    QTest::newRow("picture") << u"face.png"_s << true;
-    QTest::newRow("missing") << u"gone.png"_s << false;
-    QTest::newRow("no picture") << u"library.db"_s << false;
-    QTest::newRow("none") << QString() << false;
-}
-
-void TestReaderPicker::photos()
-{
-    QFETCH(QString, file);
-    QImage face(300, 400, QImage::Format_RGB32);
-    face.fill(Qt::gray);
-    QVERIFY(face.save(m->folder.filePath(u"face.png"_s)));
-    const auto give = [&](const QString& reader, const QString& name) {
-        const QString path = name.isEmpty() ? u"null"_s : u'\'' + m->folder.filePath(name) + u'\'';
-        m->send(u"update dzk set photo=%1 where readercode='%2'"_s.arg(path, reader));
-    };
-    give(u"R1"_s, u"face.png"_s);
-    give(u"R3"_s, file);
-    open();
-    search(u"王"_s);
-    m_form->Grid1.setRow(m_form->Grid1.cells().findRow(u"R1"_s, 1));
-    QVERIFY(!m_form->Image1.pixmap(Qt::ReturnByValue).isNull());
-    search(u"neil"_s);
-    QTEST(!m_form->Image1.pixmap(Qt::ReturnByValue).isNull(), "shown");
-}
-
-void TestReaderPicker::sameNameTakesTheLineShown()
-{
-    open();
-    search(u"王"_s);
-    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up}) {
-        const QColor resting = m_form->Grid1.palette().color(QPalette::Active, QPalette::Highlight);
-        QTest::keyPress(&m_form->Grid1, key);
-        QVERIFY(m_form->Grid1.palette().color(QPalette::Active, QPalette::Highlight) != resting);
-        QTest::keyRelease(&m_form->Grid1, key);
-        QCOMPARE(m_form->Grid1.palette().color(QPalette::Active, QPalette::Highlight), resting);
-        QCOMPARE(m_form->Text2[3].text(), m_form->Grid1.current(1));
-    }
-    QTest::keyClick(&m_form->Grid1, Qt::Key_Down);
-    const QString second = m_form->Grid1.TextMatrix(2, 1);
-    m_form->Command2[0].click();
-    QVERIFY(!m_form->isVisible());
-    QCOMPARE(m_form->PickedCode + m_form->PickedFlag, second + u"yes"_s);
-}
-
-void TestReaderPicker::anotherNameIsNotTaken()
-{
-    open();
-    search(u"neil"_s);
-    m_form->Text1.selectAll();
-    m_form->Text1.insert(u"王一"_s);
-    m_form->Command2[0].click();
-    QVERIFY(m_form->isVisible() && !m_form->Command2[0].isEnabled());
-    QCOMPARE(m_form->PickedCode + m_form->PickedFlag, QString());
-    // a click on the line brings the reader back
-    QTest::mouseClick(m_form->Grid1.viewport(), Qt::LeftButton, {}, {20, 10});
-    QCOMPARE(m_form->Text1.text(), u"O'Neil"_s);
-    m_form->Command2[0].click();
-    QCOMPARE(m_form->PickedCode, u"R3"_s);
-}
-
-void TestReaderPicker::leavingTakesNobody_data()
-{
-    QTest::addColumn<bool>("byButton");
-    QTest::newRow("button") << true;
-    QTest::newRow("close box") << false;
-}
-
-void TestReaderPicker::leavingTakesNobody()
-{
-    QFETCH(bool, byButton);
-    open();
-    m_form->PickedCode = u"R1"_s;
-    if (byButton)
-        m_form->Command2[1].click();
-    else
-        m_form->close();
-    QVERIFY(!m_form->isVisible());
-    QCOMPARE(m_form->PickedCode, QString());
-}
-
-void TestReaderPicker::readerGone()
-{
-    open();
-    search(u"王"_s);
-    m->send(u"delete from dzk"_s);
-    m->prompt.expect(u"该读者不存在！(可能已经被删除)"_s).titled(u"操作提示").icon(Icon::Information);
-    QTest::keyClick(&m_form->Grid1, Qt::Key_Down);
-    QCOMPARE(m_form->Text2[0].text() + m_form->Text2[3].text(), QString());
-    m_form->Command2[0].click();
-    QVERIFY(m_form->isVisible());
-}
-
-void TestReaderPicker::failingStatements()
-{
-    open();
-    m->failAt(u"from dzkx"_s);
-    m->prompt.expectStart(u"语句失败"_s).titled(u"操作提示");
-    search(u"neil"_s);
-    QCOMPARE(m_form->Text2[3].text(), QString()); // nobody half shown
-    m->failAt(u"wuzheng=1"_s);
-    m_form->Command1.click();
-    QCOMPARE(m_form->labNotExists.text(), u"O'Neil，没有无证借书权限"_s);
-}
-
-void TestReaderPicker::deskTakesTheReader_data()
-{
-    QTest::addColumn<int>("button");
-    QTest::addColumn<QString>("reader");
-    QTest::addColumn<QString>("focus");
-    QTest::newRow("picked") << 0 << u"R3"_s << u"TxtBarCode"_s;
-    QTest::newRow("left") << 1 << QString() << u"TxtReaderCode"_s;
-}
-
-void TestReaderPicker::deskTakesTheReader()
-{
-    QFETCH(int, button);
-    QFETCH(QString, reader);
-    m->send(u"update dzk set wuzheng=0 where readercode<>'R3'"_s);
-    NoHost host;
-    FineDouble fines;
-    TsjhFrm desk(m->session, host, fines);
-    appear(desk);
-    type(desk.TxtReaderCode, u"R1"_s);
-    QTimer::singleShot(0, this, [&] {
-        auto* picker = qobject_cast<ReaderPickerFrm*>(QApplication::activeModalWidget());
-        QVERIFY(picker);
-        picker->Command2[button].click();
-    });
-    desk.cmdWuZhengJieShu.click();
-    QCOMPARE(desk.TxtReaderCode.text() + desk.Label5[PanelLabel::Code].text(), reader + reader);
-    QTEST(desk.focusWidget()->objectName(), "focus");
-}
 
 QTEST_MAIN(TestReaderPicker)
 #include "test_reader_picker.moc"

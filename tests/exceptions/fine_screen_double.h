@@ -1,12 +1,17 @@
 #pragma once
 
 #include "exceptions/fine_ops.h"
+#include "support/test_library.h"
 
 #include <QStringList>
 
 #include <array>
 
 namespace quilla {
+
+/// What R1 pays for.
+inline const Row FineRules {
+    {u"name"_s, u"甲"_s}, {u"fine"_s, u"0.1"_s}, {u"defile"_s, u"0.5"_s}, {u"lost"_s, u"2"_s}};
 
 /// A fine screen without a window: it holds what the operations put on it and reports changes back.
 class FineScreenDouble final : public FineView {

@@ -1,10 +1,8 @@
-#include "exceptions/desk_fine_dialog.h"
 #include "exceptions/fine_form.h"
-#include "support/test_library.h"
+#include "exceptions/fine_screen_double.h"
 #include "support/window_steps.h"
 
 #include <QApplication>
-#include <QTimer>
 
 using namespace quilla;
 
@@ -13,16 +11,102 @@ class TestFineForm : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init()
+    {
+        m = std::make_unique<TestLibrary>();
+        m->reader(u"R1"_s, FineRules);
+        m->copy(u"B1"_s);
+        m->copy(u"B2"_s);
+        m->loan(u"B1"_s, u"R1"_s, u"2026-03-07"_s);
+        m->loan(u"B2"_s, u"R1"_s, u"2026-03-10"_s);
+    }
 
-    void enterLooksUpAndMovesOn();
-    void faultyAmountComesBackIntoItsBox();
-    void accessKeyLeavesTheBoxFirst();
-    void deskLocksReaderAndBook();
-    void saveByKeys();
-    void deskLearnsOfTheSettlement_data();
-    void deskLearnsOfTheSettlement();
+    void cleanup()
+    {
+        m_form.reset();
+        QCOMPARE(m->prompt.takeComplaints(), QString());
+    }
+
+    void enterLooksUpAndMovesOn()
+    {
+        open(u"A"_s);
+        QVERIFY(m_form->Text1[0].hasFocus());
+        for (const int index : {4, 7, 10})
+            QVERIFY(!m_form->Text1[index].isEnabled());
+        scan(0, u"R1"_s);
+        QCOMPARE(focus(), u"Text1(1)"_s);
+        QCOMPARE(m_form->Text1[1].text(), u"甲"_s);
+        QCOMPARE(m_form->Grid1[0].Rows(), 3);
+        QCOMPARE(m_form->Grid1[0].TextMatrix(2, 3), u"2026-03-10"_s);
+        m->prompt.expect(u"此条形码不存在 或 不存在借阅信息。"_s);
+        scan(2, u"B9"_s);
+        QCOMPARE(focus(), u"Text1(2)"_s);
+        QCOMPARE(m_form->Text1[0].text() + m_form->Grid1[0].TextMatrix(1, 0), QString());
+    }
+
+    void faultyAmountComesBackIntoItsBox()
+    {
+        open(u"A"_s);
+        scan(2, u"B1"_s);
+        QTest::mouseClick(&m_form->Check1[1], Qt::LeftButton);
+        QCOMPARE(m_form->SSTab1.currentIndex(), 1);
+        QCOMPARE(m_form->Text1[7].text() + m_form->lXinXi[1].text(), u"10.00=(20.00*0.5)"_s);
+        m_form->Text1[8].setFocus();
+        QTest::keyClicks(&m_form->Text1[8], u"zehn"_s);
+        m->prompt.expect(u"无效数字格式，取消该操作。"_s);
+        m_form->SSTab1.setCurrentIndex(4);
+        QCoreApplication::processEvents();
+        QCOMPARE(m_form->SSTab1.currentIndex(), 1);
+        QCOMPARE(focus(), u"Text1(8)"_s);
+        QCOMPARE(m_form->Text1[8].text(), QString());
+    }
+
+    /// An access key presses a button without taking the focus, and still the box is looked up first.
+    void accessKeyLeavesTheBoxFirst()
+    {
+        open(u"A"_s);
+        m_form->Text1[2].setFocus();
+        QTest::keyClicks(&m_form->Text1[2], u"B1"_s);
+        QTest::keyClick(m_form.get(), Qt::Key_S, Qt::AltModifier);
+        QTRY_COMPARE(m_form->SavedFlag(), u"yes"_s);
+        QCOMPARE(m->value(u"select readercode,sfmoney from fkk"_s), u"R1|0.3"_s);
+    }
+
+    void deskLocksReaderAndBook()
+    {
+        m_form = std::make_unique<FKmangerFrm>(m->session, u"E"_s);
+        m_form->Text1[2].setText(u"B2"_s);
+        m_form->Text1_LostFocus(2);
+        appear(*m_form);
+        for (int index = 0; index < 4; ++index)
+            QVERIFY(!m_form->Text1[index].isEnabled());
+        QVERIFY(!m_form->Check1[0].isEnabled() && !m_form->Check1[0].isChecked());
+        m->prompt.expect(u"请选择罚款类别（罚款原因）。"_s); // due today: no fine of its own
+        m_form->Command1[1].click();
+        QCOMPARE(focus(), u"Check1(1)"_s);
+        QTest::keyClick(&m_form->Check1[1], Qt::Key_Space);
+        m_form->Command1[0].click();
+        QVERIFY(!m_form->isVisible());
+        QCOMPARE(m->value(u"select cause,sfmoney from fkk"_s), u"污损|10"_s);
+    }
+
+    void saveByKeys()
+    {
+        open(u"A"_s);
+        scan(2, u"B1"_s);
+        m_form->Text1[5].setFocus();
+        QTest::keyClicks(&m_form->Text1[5], u"0.255"_s); // over the selected text
+        m_form->Command1[0].setFocus();
+        QTest::keyClick(&m_form->Command1[0], Qt::Key_Return);
+        QVERIFY(m_form->isVisible());
+        QCOMPARE(focus(), u"Text1(0)"_s);
+        QCOMPARE(m_form->Text1[0].text() + m_form->Text1[2].text(), u"R1"_s);
+        QCOMPARE(m_form->Grid1[0].TextMatrix(1, 0), u"B2"_s);
+        QCOMPARE(m_form->Grid1[1].TextMatrix(1, 2) + m_form->Grid1[1].TextMatrix(1, 3), u"超期0.26"_s);
+        m_form->Command1[2].click();
+        QVERIFY(!m_form->isVisible());
+        QCOMPARE(m_form->SavedFlag(), u"yes"_s);
+    }
 
 private:
     QString focus() const
@@ -45,127 +129,6 @@ private:
     std::unique_ptr<TestLibrary> m;
     std::unique_ptr<FKmangerFrm> m_form;
 };
-
-void TestFineForm::init()
-{
-    m = std::make_unique<TestLibrary>();
-    m->reader(
-        u"R1"_s, {{u"name"_s, u"甲"_s}, {u"fine"_s, u"0.1"_s}, {u"defile"_s, u"0.5"_s}, {u"lost"_s, u"2"_s}});
-    m->copy(u"B1"_s);
-    m->copy(u"B2"_s);
-    m->loan(u"B1"_s, u"R1"_s, u"2026-03-07"_s);
-    m->loan(u"B2"_s, u"R1"_s, u"2026-03-10"_s);
-}
-
-void TestFineForm::cleanup()
-{
-    m_form.reset();
-    QCOMPARE(m->prompt.takeComplaints(), QString());
-}
-
-void TestFineForm::enterLooksUpAndMovesOn()
-{
-    open(u"A"_s);
-    QVERIFY(m_form->Text1[0].hasFocus());
-    for (const int index : {4, 7, 10})
-        QVERIFY(!m_form->Text1[index].isEnabled());
-    scan(0, u"R1"_s);
-    QCOMPARE(focus(), u"Text1(1)"_s);
-    QCOMPARE(m_form->Text1[1].text(), u"甲"_s);
-    QCOMPARE(m_form->Grid1[0].Rows(), 3);
-    QCOMPARE(m_form->Grid1[0].TextMatrix(2, 3), u"2026-03-10"_s);
-    m->prompt.expect(u"此条形码不存在 或 不存在借阅信息。"_s);
-    scan(2, u"B9"_s);
-    QCOMPARE(focus(), u"Text1(2)"_s);
-    QCOMPARE(m_form->Text1[0].text() + m_form->Grid1[0].TextMatrix(1, 0), QString());
-}
-
-void TestFineForm::faultyAmountComesBackIntoItsBox()
-{
-    open(u"A"_s);
-    scan(2, u"B1"_s);
-    QTest::mouseClick(&m_form->Check1[1], Qt::LeftButton);
-    QCOMPARE(m_form->SSTab1.currentIndex(), 1);
-    QCOMPARE(m_form->Text1[7].text() + m_form->lXinXi[1].text(), u"10.00=(20.00*0.5)"_s);
-    m_form->Text1[8].setFocus();
-    QTest::keyClicks(&m_form->Text1[8], u"zehn"_s);
-    m->prompt.expect(u"无效数字格式，取消该操作。"_s);
-    m_form->SSTab1.setCurrentIndex(4);
-    QCoreApplication::processEvents();
-    QCOMPARE(m_form->SSTab1.currentIndex(), 1);
-    QCOMPARE(focus(), u"Text1(8)"_s);
-    QCOMPARE(m_form->Text1[8].text(), QString());
-}
-
-/// An access key presses a button without taking the focus, and still the box is looked up first.
-void TestFineForm::accessKeyLeavesTheBoxFirst()
-{
-    open(u"A"_s);
-    m_form->Text1[2].setFocus();
-    QTest::keyClicks(&m_form->Text1[2], u"B1"_s);
-    QTest::keyClick(m_form.get(), Qt::Key_S, Qt::AltModifier);
-    QTRY_COMPARE(m_form->SavedFlag(), u"yes"_s);
-    QCOMPARE(m->value(u"select readercode,sfmoney from fkk"_s), u"R1|0.3"_s);
-}
-
-void TestFineForm::deskLocksReaderAndBook()
-{
-    m_form = std::make_unique<FKmangerFrm>(m->session, u"E"_s);
-    m_form->Text1[2].setText(u"B2"_s);
-    m_form->Text1_LostFocus(2);
-    appear(*m_form);
-    for (int index = 0; index < 4; ++index)
-        QVERIFY(!m_form->Text1[index].isEnabled());
-    QVERIFY(!m_form->Check1[0].isEnabled() && !m_form->Check1[0].isChecked());
-    m->prompt.expect(u"请选择罚款类别（罚款原因）。"_s); // due today: no fine of its own
-    m_form->Command1[1].click();
-    QCOMPARE(focus(), u"Check1(1)"_s);
-    QTest::keyClick(&m_form->Check1[1], Qt::Key_Space);
-    m_form->Command1[0].click();
-    QVERIFY(!m_form->isVisible());
-    QCOMPARE(m->value(u"select cause,sfmoney from fkk"_s), u"污损|10"_s);
-}
-
-void TestFineForm::saveByKeys()
-{
-    open(u"A"_s);
-    scan(2, u"B1"_s);
-    m_form->Text1[5].setFocus();
-    QTest::keyClicks(&m_form->Text1[5], u"0.255"_s); // over the selected text
-    m_form->Command1[0].setFocus();
-    QTest::keyClick(&m_form->Command1[0], Qt::Key_Return);
-    QVERIFY(m_form->isVisible());
-    QCOMPARE(focus(), u"Text1(0)"_s);
-    QCOMPARE(m_form->Text1[0].text() + m_form->Text1[2].text(), u"R1"_s);
-    QCOMPARE(m_form->Grid1[0].TextMatrix(1, 0), u"B2"_s);
-    QCOMPARE(m_form->Grid1[1].TextMatrix(1, 2) + m_form->Grid1[1].TextMatrix(1, 3), u"超期0.26"_s);
-    m_form->Command1[2].click();
-    QVERIFY(!m_form->isVisible());
-    QCOMPARE(m_form->SavedFlag(), u"yes"_s);
-}
-
-void TestFineForm::deskLearnsOfTheSettlement_data()
-{
-    QTest::addColumn<int>("button");
-    QTest::addColumn<bool>("settled");
-    QTest::newRow("saved") << 1 << true;
-    QTest::newRow("closed") << 2 << false;
-}
-
-void TestFineForm::deskLearnsOfTheSettlement()
-{
-    QFETCH(int, button);
-    QString reader;
-    QTimer::singleShot(0, this, [&] {
-        auto* form = qobject_cast<FKmangerFrm*>(QApplication::activeModalWidget());
-        QVERIFY(form);
-        reader = form->Text1[0].text();
-        form->Command1[button].click();
-    });
-    DeskFineDialog dialog(m->session);
-    QTEST(dialog.settle(u"B1"_s), "settled");
-    QCOMPARE(reader, u"R1"_s);
-}
 
 QTEST_MAIN(TestFineForm)
 #include "test_fine_form.moc"

@@ -1,7 +1,5 @@
 #include "exceptions/fine_screen_double.h"
-#include "support/test_library.h"
-
-#include <QTest>
+#include "support/cases.h"
 
 using namespace quilla;
 
@@ -19,354 +17,264 @@ class TestFineLookups : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init()
+    {
+        m = std::make_unique<TestLibrary>();
+        m->reader(u"R1"_s, FineRules);
+        m->reader(u"R2"_s, {{u"name"_s, u"O'Neil"_s}});
+        for (const QString& barcode : {u"B1"_s, u"B2"_s, u"B3"_s})
+            m->copy(barcode, {{u"price"_s, u"25"_s}});
+        m->loan(u"B1"_s, u"R1"_s, u"2026-03-15"_s);
+        m->loan(u"B2"_s, u"R1"_s, u"2026-03-09"_s);
+        m_screen = {};
+        m_fines = std::make_unique<FineHandling>(m->session, m_screen, u"A"_s);
+        m_screen.handling = m_fines.get();
+    }
 
-    void found_data();
-    void found();
-    void notFound_data();
-    void notFound();
-    void readerOfAnotherBook();
-    void bookOfTheSameReaderKeepsTheGrids();
-    void aLookUpIsMadeOncePerChange();
-    void amounts_data();
-    void amounts();
-    void overdue_data();
-    void overdue();
-    void registeredLoss();
-    void kindNeedsABook();
-    void clearedKindEmptiesItsBoxes();
-    void takenAmounts_data();
-    void takenAmounts();
-    void validation_data();
-    void validation();
-    void failingStatements_data();
-    void failingStatements();
-    void noConnection();
+    void cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
+
+    void found_data()
+    {
+        cases<int, QString, QString, QString, QString>({
+            {"reader code, other case", {0, u" r1 "_s, u"r1|甲||"_s, u"B1,B2"_s, {}}},
+            {"reader name", {1, u"甲"_s, u"R1|甲||"_s, u"B1,B2"_s, {}}},
+            {"name with a quote", {1, u"O'Neil"_s, u"R2|O'Neil||"_s, {}, {}}},
+            {"barcode", {2, u"B1"_s, u"R1|甲|B1|书名1"_s, u"B1"_s, {}}},
+            {"barcode of a late copy", {2, u"B2"_s, u"R1|甲|B2|书名2"_s, u"B2"_s, u"0"_s}},
+            {"title", {3, u"书名2"_s, u"R1|甲|B2|书名2"_s, u"B2"_s, u"0"_s}},
+        });
+    }
+
+    void found()
+    {
+        const auto [box, text, identity, loans, kinds] = given<int, QString, QString, QString, QString>();
+        m_screen.enter(box, text);
+        QCOMPARE(m_screen.texts(), identity);
+        QCOMPARE(m_screen.loans, loans);
+        QCOMPARE(m_screen.kinds(), kinds);
+        QVERIFY(m_fines->LookupDone);
+    }
+
+    void notFound_data()
+    {
+        cases<int, QString, QString>({
+
+            {"reader with a quote", {0, u"R'9"_s, NoReader}},
+            {"name as an injection", {1, u"x'; delete from dzk --"_s, NoName}},
+            {"copy without a loan", {2, u"B3"_s, NoBarcode}},
+
+            {"title with a place mark", {3, u"%1"_s, NoTitle}},
+        });
+    }
+
+    /// A look-up that finds nothing empties the whole screen.
+    void notFound()
+    {
+        const auto [box, text, message] = given<int, QString, QString>();
+        m_screen.enter(FineBox::Barcode, u"B2"_s);
+        m_screen.setTicked(FineKind::Lost, true);
+        m_screen.tickable[2] = false;
+        const QString before = m->everything();
+        m->prompt.expect(message).titled(u"操作提示").icon(Icon::Warning);
+        m_screen.enter(box, text);
+        QCOMPARE(m_screen.texts(0, 12), QString(12, u'|'));
+        QCOMPARE(m_screen.kinds() + m_screen.loans + m_fines->GridReader + m_screen.workings[0], QString());
+        QVERIFY(m_screen.tickable[2]);
+        QCOMPARE(m_screen.focus, u"Text1(%1)"_s.arg(box));
+        QCOMPARE(m->everything(), before);
+    }
+
+    void readerOfAnotherBook()
+    {
+        m_screen.enter(FineBox::Barcode, u"B2"_s);
+        m->prompt.expect(u"该读者并不存在此书刊的节阅信息。"_s).titled(u"操作提示").icon(Icon::Warning);
+        m_screen.enter(FineBox::ReaderCode, u"R2"_s);
+        QCOMPARE(m_screen.texts(0, 12), u"R2|O'Neil"_s + QString(11, u'|'));
+        QCOMPARE(m_screen.kinds() + m_screen.workings[0], QString());
+        QCOMPARE(m_screen.focus, u"Text1(2)"_s);
+        QCOMPARE(m_screen.loans, QString());
+    }
+
+    void bookOfTheSameReaderKeepsTheGrids()
+    {
+        m_screen.enter(FineBox::ReaderCode, u"r1"_s);
+        m_screen.enter(FineBox::Barcode, u"B2"_s);
+        QCOMPARE(m_screen.loans, u"B1,B2"_s);
+        m_screen.enter(FineBox::Barcode, u"B1"_s);
+        QCOMPARE(m_screen.kinds() + m_screen.texts(4, 6), u"||"_s); // the fines of B2 are gone
+    }
+
+    void aLookUpIsMadeOncePerChange()
+    {
+        m_screen.enter(FineBox::Barcode, u"B1"_s);
+        m->failAt({});
+        m_fines->Text1_LostFocus(FineBox::Barcode);
+        m_screen.enter(FineBox::ReaderName, u"甲"_s);
+        QCOMPARE(m->sent, QStringList());
+        m_screen.enter(FineBox::ReaderName, {});
+        m_screen.enter(FineBox::ReaderName, u"甲"_s);
+        QVERIFY(!m->sent.isEmpty());
+    }
+
+    /// Damage and loss take the same way, each with its own rate.
+    void amounts()
+    {
+        const QString large = u"999999989999000.00"_s;
+        const std::tuple<QString, QString, QString, QString> rows[] {
+            {u"1"_s, u"1.005"_s, u"1.01"_s, u"=(1.00*1.005)"_s},
+            {u"null"_s, u"2"_s, u"0.00"_s, u"=(0.00*2)"_s},
+            {u"25"_s, u"null"_s, u"0.00"_s, u"=(25.00*0)"_s},
+            {u"9999999999.99"_s, u"99999.999"_s, large, u"=(9999999999.99*99999.999)"_s},
+        };
+        for (const auto& [price, factor, amount, working] : rows) {
+            m->send(u"update sck set price=%1"_s.arg(price));
+            for (const auto& [kind, column] :
+                {std::pair {FineKind::Defile, u"defile"_s}, std::pair {FineKind::Lost, u"lost"_s}}) {
+                m->send(u"update dzk set defile=7,lost=7"_s);
+                m->send(u"update dzk set %1=%2"_s.arg(column, factor));
+                m_screen.enter(FineBox::Barcode, {});
+                m_screen.enter(FineBox::Barcode, u"B1"_s);
+                m_screen.setTicked(kind, true);
+                QCOMPARE(
+                    m_screen.texts(FineBox::due(kind), FineBox::remark(kind)), amount + u'|' + amount + u'|');
+                QCOMPARE(m_screen.workings[std::size_t(kind)], working);
+            }
+        }
+    }
+
+    void overdue()
+    {
+        m->holiday(u"假"_s, u"2026-02-20 2026-03-09"_s); // a fine runs through holidays
+        const std::tuple<QString, QString, QString, QString> rows[] {
+            {u"2026-03-10"_s, u"0.1"_s, QString(), QString()},
+            {u"2026-03-09"_s, u"0.1"_s, u"0.10"_s, u"=(0.10*1)"_s},
+            {u"2026-02-08"_s, u"0.1"_s, u"3.00"_s, u"=(0.10*30)"_s},
+            {u"2026-03-05"_s, u"0.125"_s, u"0.63"_s, u"=(0.13*5)"_s},
+        };
+        for (const auto& [due, rate, amount, working] : rows) {
+            m->send(u"update jhsk set yhdate='%1' where barcode='B1'"_s.arg(due));
+            m->send(u"update dzk set fine=%1"_s.arg(rate));
+            m_screen.enter(FineBox::Barcode, {});
+            m_screen.enter(FineBox::Barcode, u"B1"_s);
+            QCOMPARE(m_screen.kinds(), amount.isEmpty() ? QString() : u"0"_s);
+            QCOMPARE(m_screen.texts(4, 6), amount + u'|' + amount + u'|');
+            QCOMPARE(m_screen.workings[0], working);
+        }
+    }
+
+    /// The overdue days end on the day of registration, and the amount is that of the register.
+    void registeredLoss()
+    {
+        m->send(u"update jhsk set yhdate='2026-01-05' where barcode='B1'"_s);
+        m->send(u"insert into diushik values('R1','甲','','B1','书名1',12.5,'2026-01-15')"_s);
+        m_screen.enter(FineBox::Barcode, u"B1"_s);
+        QCOMPARE(m_screen.kinds(), u"02"_s);
+        QVERIFY(!m_screen.tickable[2]);
+        QCOMPARE(m_screen.texts(4, 5) + u' ' + m_screen.texts(10, 11), u"1.00|1.00 12.50|12.50"_s);
+        QCOMPARE(m_screen.workings[0] + m_screen.workings[2], u"=(0.10*10)=(25.00*2)"_s);
+        m->send(u"update diushik set yfjine=null,createdate='2026-01-05'"_s);
+        m_screen.enter(FineBox::Barcode, {});
+        m_screen.enter(FineBox::Barcode, u"B1"_s);
+        QCOMPARE(m_screen.kinds() + u' ' + m_screen.texts(10, 11), u"2 0.00|0.00"_s);
+        m_screen.enter(FineBox::Barcode, u"B2"_s); // not in the register
+        QCOMPARE(m_screen.kinds(), u"0"_s);
+        QVERIFY(m_screen.tickable[2]);
+    }
+
+    /// A kind needs a book, and cleared it empties its boxes.
+    void kinds()
+    {
+        m_screen.enter(FineBox::ReaderCode, u"R1"_s);
+        m_screen.setTicked(FineKind::Lost, true);
+        QCOMPARE(m_screen.kinds() + m_screen.boxes[10], QString());
+        m_screen.enter(FineBox::Barcode, u"B2"_s);
+        m_screen.setTicked(FineKind::Defile, true);
+        m_screen.setTicked(FineKind::Lost, true);
+        m_screen.setBox(FineBox::remark(FineKind::Lost), u"整本"_s);
+        m_screen.setTicked(FineKind::Lost, false);
+        QCOMPARE(m_screen.texts(4, 12), u"0.10|0.10||12.50|12.50||||"_s);
+        QCOMPARE(m_screen.workings[2], QString());
+    }
+
+    /// An amount is put into its form, what is none comes off the box.
+    void takenAmounts()
+    {
+        for (const int box : {5, 8, 11}) {
+            m_screen.enter(box, u" 6.125 "_s);
+            QCOMPARE(m_screen.box(box) + m_screen.focus, u"6.13"_s);
+            m->prompt.expect(u"无效数字格式，取消该操作。"_s).titled(u"操作提示").icon(Icon::Warning);
+            m_screen.enter(box, u"1; delete"_s);
+            QCOMPARE(m_screen.box(box) + std::exchange(m_screen.focus, {}), u"Text1(%1)"_s.arg(box));
+        }
+    }
+
+    /// What the screen's four boxes, its kinds and the library lack for a settlement, each told once.
+    void validation()
+    {
+        m_screen.enter(FineBox::Barcode, u"B1"_s);
+        const auto whole = m_screen.boxes;
+        const auto refused = [&](const QString& message, const QString& focus) {
+            m->prompt.expect(message).titled(u"操作提示").icon(Icon::Warning);
+            const QString before = m->everything();
+            m_fines->SavedFlag = u"yes"_s;
+            m_fines->save(1);
+            QCOMPARE(m_screen.focus, focus);
+            QVERIFY(m_fines->SavedFlag.isEmpty() && !m_screen.closed);
+            QCOMPARE(m->everything(), before);
+        };
+        for (int box = 0; box <= 3; ++box) {
+            m_screen.setBox(box, {});
+            refused(u"无效数据，数据输入不能为空。"_s, u"Text1(%1)"_s.arg(box));
+            m_screen.boxes = whole;
+        }
+        refused(u"请选择罚款类别（罚款原因）。"_s, u"Check1(1)"_s);
+        m_screen.setTicked(FineKind::Defile, true);
+        m->send(u"delete from jhsk"_s);
+        refused(u"无效条形码，取消该操作。"_s, u"Text1(2)"_s);
+    }
+
+    void failingStatements_data()
+    {
+        const QString all = u"R1|甲|B2|书名2"_s;
+        cases<QString, QString, QString, bool>({
+            {"look-up", {u"Select readercode,name,bookname"_s, NoBarcode, u"|||"_s, false}},
+            {"loans", {u"Select barcode,bookname,orderdate"_s, {}, all, true}},
+            {"rates", {u"price,lost,fine"_s, {}, all, true}},
+            {"register", {u"diushik"_s, {}, all, true}},
+            {"days", {u"datediff"_s, {}, all, false}},
+        });
+    }
+
+    /// A look-up goes on after a failing statement, and is made again when the failure is the last thing
+    /// seen.
+    void failingStatements()
+    {
+        const auto [statement, message, identity, done] = given<QString, QString, QString, bool>();
+        if (!message.isEmpty()) m->prompt.expect(message);
+        m->failAt(statement);
+        m_screen.enter(FineBox::Barcode, u"B2"_s);
+        QCOMPARE(m_screen.texts(), identity);
+        QCOMPARE(m_fines->LookupDone, done);
+        QVERIFY(!m->session.error.isSet());
+    }
+
+    void noConnection()
+    {
+        m->settings.values.clear();
+        for (int opening = 0; opening < 2; ++opening)
+            m->prompt.expectStart(u"无法取得正确连接数据库的信息!"_s).answer(Answer::No);
+        m_screen.enter(FineBox::Barcode, u"B2"_s);
+        QCOMPARE(m_screen.texts(), u"||B2|"_s);
+        QVERIFY(!m_fines->LookupDone);
+        m_fines->SaveFine(1);
+        QVERIFY(!m_screen.closed && m_fines->SavedFlag.isEmpty());
+    }
 
 private:
     std::unique_ptr<TestLibrary> m;
     FineScreenDouble m_screen;
     std::unique_ptr<FineHandling> m_fines;
 };
-
-void TestFineLookups::init()
-{
-    m = std::make_unique<TestLibrary>();
-    m->reader(
-        u"R1"_s, {{u"name"_s, u"甲"_s}, {u"fine"_s, u"0.1"_s}, {u"defile"_s, u"0.5"_s}, {u"lost"_s, u"2"_s}});
-    m->reader(u"R2"_s, {{u"name"_s, u"O'Neil"_s}});
-    for (const QString& barcode : {u"B1"_s, u"B2"_s, u"B3"_s})
-        m->copy(barcode, {{u"price"_s, u"25"_s}});
-    m->loan(u"B1"_s, u"R1"_s, u"2026-03-15"_s);
-    m->loan(u"B2"_s, u"R1"_s, u"2026-03-09"_s);
-    m_screen = {};
-    m_fines = std::make_unique<FineHandling>(m->session, m_screen, u"A"_s);
-    m_screen.handling = m_fines.get();
-}
-
-void TestFineLookups::cleanup()
-{
-    QCOMPARE(m->prompt.takeComplaints(), QString());
-}
-
-void TestFineLookups::found_data()
-{
-    QTest::addColumn<int>("box");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("identity");
-    QTest::addColumn<QString>("loans");
-    QTest::addColumn<QString>("kinds");
-    QTest::newRow("reader code, other case") << 0 << u" r1 "_s << u"r1|甲||"_s << u"B1,B2"_s << QString();
-    QTest::newRow("reader name") << 1 << u"甲"_s << u"R1|甲||"_s << u"B1,B2"_s << QString();
-    QTest::newRow("name with a quote") << 1 << u"O'Neil"_s << u"R2|O'Neil||"_s << QString() << QString();
-    QTest::newRow("barcode") << 2 << u"B1"_s << u"R1|甲|B1|书名1"_s << u"B1"_s << QString();
-    QTest::newRow("barcode of a late copy") << 2 << u"B2"_s << u"R1|甲|B2|书名2"_s << u"B2"_s << u"0"_s;
-    QTest::newRow("title") << 3 << u"书名2"_s << u"R1|甲|B2|书名2"_s << u"B2"_s << u"0"_s;
-}
-
-void TestFineLookups::found()
-{
-    QFETCH(int, box);
-    QFETCH(QString, text);
-    m_screen.enter(box, text);
-    QTEST(m_screen.texts(), "identity");
-    QTEST(m_screen.loans, "loans");
-    QTEST(m_screen.kinds(), "kinds");
-    QVERIFY(m_fines->LookupDone);
-}
-
-void TestFineLookups::notFound_data()
-{
-    QTest::addColumn<int>("box");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("message");
-    QTest::newRow("reader") << 0 << u"R9"_s << NoReader;
-    QTest::newRow("reader with a quote") << 0 << u"R'9"_s << NoReader;
-    QTest::newRow("name as an injection") << 1 << u"x'; delete from dzk --"_s << NoName;
-    QTest::newRow("copy without a loan") << 2 << u"B3"_s << NoBarcode;
-    QTest::newRow("barcode that is always true") << 2 << u"' or '1'='1"_s << NoBarcode;
-    QTest::newRow("title with a place mark") << 3 << u"%1"_s << NoTitle;
-}
-
-/// A look-up that finds nothing empties the whole screen.
-void TestFineLookups::notFound()
-{
-    QFETCH(int, box);
-    QFETCH(QString, text);
-    QFETCH(QString, message);
-    m_screen.enter(FineBox::Barcode, u"B2"_s);
-    m_screen.setTicked(FineKind::Lost, true);
-    m_screen.tickable[2] = false;
-    const QString before = m->everything();
-    m->prompt.expect(message).titled(u"操作提示").icon(Icon::Warning);
-    m_screen.enter(box, text);
-    QCOMPARE(m_screen.texts(0, 12), QString(12, u'|'));
-    QCOMPARE(m_screen.kinds() + m_screen.loans + m_fines->GridReader + m_screen.workings[0], QString());
-    QVERIFY(m_screen.tickable[2]);
-    QCOMPARE(m_screen.focus, u"Text1(%1)"_s.arg(box));
-    QCOMPARE(m->everything(), before);
-}
-
-void TestFineLookups::readerOfAnotherBook()
-{
-    m_screen.enter(FineBox::Barcode, u"B2"_s);
-    m->prompt.expect(u"该读者并不存在此书刊的节阅信息。"_s).titled(u"操作提示").icon(Icon::Warning);
-    m_screen.enter(FineBox::ReaderCode, u"R2"_s);
-    QCOMPARE(m_screen.texts(0, 12), u"R2|O'Neil"_s + QString(11, u'|'));
-    QCOMPARE(m_screen.kinds() + m_screen.workings[0], QString());
-    QCOMPARE(m_screen.focus, u"Text1(2)"_s);
-    QCOMPARE(m_screen.loans, QString());
-}
-
-void TestFineLookups::bookOfTheSameReaderKeepsTheGrids()
-{
-    m_screen.enter(FineBox::ReaderCode, u"r1"_s);
-    m_screen.enter(FineBox::Barcode, u"B2"_s);
-    QCOMPARE(m_screen.loans, u"B1,B2"_s);
-    m_screen.enter(FineBox::Barcode, u"B1"_s);
-    QCOMPARE(m_screen.kinds() + m_screen.texts(4, 6), u"||"_s); // the fines of B2 are gone
-}
-
-void TestFineLookups::aLookUpIsMadeOncePerChange()
-{
-    m_screen.enter(FineBox::Barcode, u"B1"_s);
-    m->failAt({});
-    m_fines->Text1_LostFocus(FineBox::Barcode);
-    m_screen.enter(FineBox::ReaderName, u"甲"_s);
-    QCOMPARE(m->sent, QStringList());
-    m_screen.enter(FineBox::ReaderName, {});
-    m_screen.enter(FineBox::ReaderName, u"甲"_s);
-    QVERIFY(!m->sent.isEmpty());
-}
-
-void TestFineLookups::amounts_data()
-{
-    QTest::addColumn<QString>("price");
-    QTest::addColumn<QString>("factor");
-    QTest::addColumn<QString>("amount");
-    QTest::addColumn<QString>("working");
-    const auto row = [](const char* name, const char* price, const char* factor, const char* amount,
-                         const char* working) {
-        QTest::newRow(name) << QString::fromLatin1(price) << QString::fromLatin1(factor)
-                            << QString::fromLatin1(amount) << QString::fromLatin1(working);
-    };
-    row("usual", "25", "2", "50.00", "=(25.00*2)");
-    row("half of a cent goes up", "25", "0.245", "6.13", "=(25.00*0.245)");
-    row("no binary fraction", "1", "1.005", "1.01", "=(1.00*1.005)");
-    row("tenths", "0.1", "0.3", "0.03", "=(0.10*0.3)");
-    row("null price", "null", "2", "0.00", "=(0.00*2)");
-    row("null rate", "25", "null", "0.00", "=(25.00*0)");
-    row("large", "9999999999.99", "99999.999", "999999989999000.00", "=(9999999999.99*99999.999)");
-}
-
-/// Damage and loss take the same way, each with its own rate.
-void TestFineLookups::amounts()
-{
-    QFETCH(QString, price);
-    QFETCH(QString, factor);
-    QFETCH(QString, amount);
-    QFETCH(QString, working);
-    m->send(u"update sck set price=%1"_s.arg(price));
-    for (const auto& [kind, column] :
-        {std::pair {FineKind::Defile, u"defile"_s}, std::pair {FineKind::Lost, u"lost"_s}}) {
-        m->send(u"update dzk set defile=7,lost=7"_s);
-        m->send(u"update dzk set %1=%2"_s.arg(column, factor));
-        m_screen.enter(FineBox::Barcode, u"B1"_s);
-        m_screen.setTicked(kind, true);
-        QCOMPARE(m_screen.texts(FineBox::due(kind), FineBox::remark(kind)), amount + u'|' + amount + u'|');
-        QCOMPARE(m_screen.workings[std::size_t(kind)], working);
-    }
-}
-
-void TestFineLookups::overdue_data()
-{
-    QTest::addColumn<QString>("due");
-    QTest::addColumn<QString>("rate");
-    QTest::addColumn<QString>("amount");
-    QTest::addColumn<QString>("working");
-    const auto row
-        = [](const char* name, const char* due, const char* rate, const char* amount, const char* working) {
-              QTest::newRow(name) << QString::fromLatin1(due) << QString::fromLatin1(rate)
-                                  << QString::fromLatin1(amount) << QString::fromLatin1(working);
-          };
-    row("today", "2026-03-10", "0.1", "", "");
-    row("yesterday", "2026-03-09", "0.1", "0.10", "=(0.10*1)");
-    row("thirty days", "2026-02-08", "0.1", "3.00", "=(0.10*30)");
-    row("finer than a cent", "2026-03-05", "0.125", "0.63", "=(0.13*5)");
-    row("no rate", "2026-03-05", "null", "0.00", "=(0.00*5)");
-}
-
-void TestFineLookups::overdue()
-{
-    QFETCH(QString, due);
-    QFETCH(QString, rate);
-    QFETCH(QString, amount);
-    QFETCH(QString, working);
-    m->holiday(u"假"_s, u"2026-02-20 2026-03-09"_s); // a fine runs through holidays
-    m->send(u"update jhsk set yhdate='%1' where barcode='B1'"_s.arg(due));
-    m->send(u"update dzk set fine=%1"_s.arg(rate));
-    m_screen.enter(FineBox::Barcode, u"B1"_s);
-    QCOMPARE(m_screen.kinds(), amount.isEmpty() ? QString() : u"0"_s);
-    QCOMPARE(m_screen.texts(4, 6), amount + u'|' + amount + u'|');
-    QCOMPARE(m_screen.workings[0], working);
-}
-
-/// The overdue days end on the day of registration, and the amount is that of the register.
-void TestFineLookups::registeredLoss()
-{
-    m->send(u"update jhsk set yhdate='2026-01-05' where barcode='B1'"_s);
-    m->send(u"insert into diushik values('R1','甲','','B1','书名1',12.5,'2026-01-15')"_s);
-    m_screen.enter(FineBox::Barcode, u"B1"_s);
-    QCOMPARE(m_screen.kinds(), u"02"_s);
-    QVERIFY(!m_screen.tickable[2]);
-    QCOMPARE(m_screen.texts(4, 5) + u' ' + m_screen.texts(10, 11), u"1.00|1.00 12.50|12.50"_s);
-    QCOMPARE(m_screen.workings[0] + m_screen.workings[2], u"=(0.10*10)=(25.00*2)"_s);
-    m->send(u"update diushik set yfjine=null,createdate='2026-01-05'"_s);
-    m_screen.enter(FineBox::Barcode, {});
-    m_screen.enter(FineBox::Barcode, u"B1"_s);
-    QCOMPARE(m_screen.kinds() + u' ' + m_screen.texts(10, 11), u"2 0.00|0.00"_s);
-    m_screen.enter(FineBox::Barcode, u"B2"_s); // not in the register
-    QCOMPARE(m_screen.kinds(), u"0"_s);
-    QVERIFY(m_screen.tickable[2]);
-}
-
-void TestFineLookups::kindNeedsABook()
-{
-    m_screen.enter(FineBox::ReaderCode, u"R1"_s);
-    m_screen.setTicked(FineKind::Lost, true);
-    QCOMPARE(m_screen.kinds() + m_screen.boxes[10], QString());
-}
-
-void TestFineLookups::clearedKindEmptiesItsBoxes()
-{
-    m_screen.enter(FineBox::Barcode, u"B2"_s);
-    m_screen.setTicked(FineKind::Defile, true);
-    m_screen.setTicked(FineKind::Lost, true);
-    m_screen.setBox(FineBox::remark(FineKind::Lost), u"整本"_s);
-    m_screen.setTicked(FineKind::Lost, false);
-    QCOMPARE(m_screen.texts(4, 12), u"0.10|0.10||12.50|12.50||||"_s);
-    QCOMPARE(m_screen.workings[2], QString());
-}
-
-void TestFineLookups::takenAmounts_data()
-{
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("shown");
-    for (const auto& [typed, shown] : std::initializer_list<std::pair<const char*, const char*>> {
-             {" 3 ", "3.00"}, {"6.125", "6.13"}, {"-6.125", "-6.13"}, {".5", "0.50"}, {"1e2", "100.00"},
-             {"2.", "2.00"}, {"99999999999999999999.995", "100000000000000000000.00"}, {"-0.001", "0.00"}})
-        QTest::newRow(typed) << QString::fromLatin1(typed) << QString::fromLatin1(shown);
-    for (const char* typed : {"abc", "1,5", "0x10", "inf", "1)", "1; delete", "1e999999", "."})
-        QTest::newRow(typed) << QString::fromLatin1(typed) << QString();
-}
-
-void TestFineLookups::takenAmounts()
-{
-    QFETCH(QString, typed);
-    QFETCH(QString, shown);
-    for (const int box : {5, 8, 11}) {
-        if (shown.isEmpty())
-            m->prompt.expect(u"无效数字格式，取消该操作。"_s).titled(u"操作提示").icon(Icon::Warning);
-        m_screen.focus.clear();
-        m_screen.enter(box, typed);
-        QCOMPARE(m_screen.box(box), shown);
-        QCOMPARE(m_screen.focus, shown.isEmpty() ? u"Text1(%1)"_s.arg(box) : QString());
-    }
-}
-
-void TestFineLookups::validation_data()
-{
-    QTest::addColumn<int>("emptied"); // a box, or -1
-    QTest::addColumn<bool>("ticked");
-    QTest::addColumn<bool>("loanGone");
-    QTest::addColumn<QString>("message");
-    QTest::addColumn<QString>("focus");
-    const QString empty = u"无效数据，数据输入不能为空。"_s;
-    for (int box = 0; box <= 3; ++box)
-        QTest::addRow("box %d empty", box) << box << true << false << empty << u"Text1(%1)"_s.arg(box);
-    QTest::newRow("no kind") << -1 << false << false << u"请选择罚款类别（罚款原因）。"_s << u"Check1(1)"_s;
-    QTest::newRow("loan gone") << -1 << true << true << u"无效条形码，取消该操作。"_s << u"Text1(2)"_s;
-}
-
-void TestFineLookups::validation()
-{
-    QFETCH(int, emptied);
-    QFETCH(bool, ticked);
-    QFETCH(bool, loanGone);
-    QFETCH(QString, message);
-    m_screen.enter(FineBox::Barcode, u"B1"_s);
-    m_screen.setTicked(FineKind::Defile, ticked);
-    if (emptied >= 0) m_screen.setBox(emptied, {});
-    if (loanGone) m->send(u"delete from jhsk"_s);
-    const QString before = m->everything();
-    m_fines->SavedFlag = u"yes"_s;
-    m->prompt.expect(message).titled(u"操作提示").icon(Icon::Warning);
-    m_fines->save(1);
-    QTEST(m_screen.focus, "focus");
-    QCOMPARE(m_fines->SavedFlag, QString());
-    QVERIFY(!m_screen.closed);
-    QCOMPARE(m->everything(), before);
-}
-
-void TestFineLookups::failingStatements_data()
-{
-    QTest::addColumn<QString>("statement");
-    QTest::addColumn<QString>("message");
-    QTest::addColumn<QString>("identity");
-    QTest::addColumn<bool>("done");
-    const QString all = u"R1|甲|B2|书名2"_s;
-    QTest::newRow("look-up") << u"Select readercode,name,bookname"_s << NoBarcode << u"|||"_s << false;
-    QTest::newRow("loans") << u"Select barcode,bookname,orderdate"_s << QString() << all << true;
-    QTest::newRow("rates") << u"price,lost,fine"_s << QString() << all << true;
-    QTest::newRow("register") << u"diushik"_s << QString() << all << true;
-    QTest::newRow("days") << u"datediff"_s << QString() << all << false;
-}
-
-/// A look-up goes on after a failing statement, and is made again when the failure is the last thing seen.
-void TestFineLookups::failingStatements()
-{
-    QFETCH(QString, statement);
-    QFETCH(QString, message);
-    if (!message.isEmpty()) m->prompt.expect(message);
-    m->failAt(statement);
-    m_screen.enter(FineBox::Barcode, u"B2"_s);
-    QTEST(m_screen.texts(), "identity");
-    QTEST(m_fines->LookupDone, "done");
-    QVERIFY(!m->session.error.isSet());
-}
-
-void TestFineLookups::noConnection()
-{
-    m->settings.values.clear();
-    for (int opening = 0; opening < 2; ++opening)
-        m->prompt.expectStart(u"无法取得正确连接数据库的信息!"_s).answer(Answer::No);
-    m_screen.enter(FineBox::Barcode, u"B2"_s);
-    QCOMPARE(m_screen.texts(), u"||B2|"_s);
-    QVERIFY(!m_fines->LookupDone);
-    m_fines->SaveFine(1);
-    QVERIFY(!m_screen.closed && m_fines->SavedFlag.isEmpty());
-}
 
 QTEST_GUILESS_MAIN(TestFineLookups)
 #include "test_fine_lookups.moc"

@@ -1,7 +1,5 @@
 #include "exceptions/fine_screen_double.h"
-#include "support/test_library.h"
-
-#include <QTest>
+#include "support/cases.h"
 
 using namespace quilla;
 
@@ -21,258 +19,210 @@ class TestFineSettlement : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init()
+    {
+        m = std::make_unique<TestLibrary>();
+        m->reader(u"R1"_s, FineRules);
+        m->reader(u"R2"_s);
+        m->copy(u"B1"_s, {{u"price"_s, u"25"_s}});
+        m->copy(u"B2"_s);
+        m->loan(u"B1"_s, u"R1"_s, u"2026-03-07"_s);
+        m->loan(u"B2"_s, u"R1"_s, u"2026-03-20"_s);
+        start(u"A"_s);
+    }
 
-    void kinds_data();
-    void kinds();
-    void hostileTexts();
-    void amountsGoBare_data();
-    void amountsGoBare();
-    void reservations_data();
-    void reservations();
-    void lostBookLeavesQueueAndRegister();
-    void wayOut_data();
-    void wayOut();
-    void eachStatement_data();
-    void eachStatement();
-    void failingServerDate();
+    void cleanup()
+    {
+        QCOMPARE(m->prompt.takeComplaints(), QString());
+        QCOMPARE(m->broken(), QString());
+    }
+
+    void kinds_data()
+    {
+        const QString overdue = u"超期|0.3|0.3|"_s;
+        const QString defile = u"污损|12.5|12.5|"_s;
+        const QString lost = u"丢失|50|50|"_s;
+        cases<QString, bool, QString, bool>({
+
+            {"damage in time", {u"1"_s, false, defile, false}},
+
+            {"all three", {u"21"_s, true, overdue + u' ' + defile + u' ' + lost, true}},
+        });
+    }
+
+    void kinds()
+    {
+        const auto [ticked, late, taken, lost] = given<QString, bool, QString, bool>();
+        if (!late) m->send(u"update jhsk set yhdate='2026-03-20' where barcode='B1'"_s);
+        start(u"A"_s);
+        for (const QChar kind : ticked)
+            m_screen.setTicked(FineKind(kind.digitValue()), true);
+        m_fines->save(1);
+        QCOMPARE(m_fines->SavedFlag, u"yes"_s);
+        QCOMPARE(fines(), taken);
+        QCOMPARE(m->value(u"select distinct readercode,name,barcode,bookname,oprater,opratedate from fkk"_s),
+            u"R1|甲|B1|书名1|王馆员|2026-03-10"_s);
+        QCOMPARE(m->value(u"select borrowstatus,bookstatus from sck where barcode='B1'"_s),
+            lost ? u"False|丢失"_s : u"True|库本"_s);
+        QCOMPARE(m->value(u"select bookname,author,barcode,price,cause,memo,outdate,operater from BookOut"_s),
+            lost ? u"书名1|著者1|B1|25|丢失|null|2026-03-10|王馆员"_s : QString());
+        QCOMPARE(m->value(u"select readercode,barcode,orderdate,yhdate,backdate,operater from jhslsk"_s),
+            u"R1|B1|2026-02-20|%1|2026-03-10|王馆员"_s.arg(late ? u"2026-03-07"_s : u"2026-03-20"_s));
+        QCOMPARE(m->value(u"select barcode from jhsk"_s)
+                + m->value(u"select orderbook from dzk where readercode='R1'"_s),
+            u"B21"_s);
+    }
+
+    void hostileTexts()
+    {
+        m->send(u"update dzk set name='O''Neil %1' where readercode='R1'"_s);
+        m->send(u"update zsk set bookname='L''été %2; --' where zskid=1"_s);
+        m->session.OperatorName = u"d'A"_s;
+        start(u"A"_s);
+        m_screen.setBox(FineBox::remark(FineKind::Overdue), u"it's %9'); delete from dzk --"_s);
+        m_fines->save(1);
+        QCOMPARE(m->value(u"select name,bookname,oprater,memo from fkk"_s),
+            u"O'Neil %1|L'été %2; --|d'A|it's %9'); delete from dzk --"_s);
+        QCOMPARE(m->value(u"select operater from jhslsk"_s), u"d'A"_s);
+    }
+
+    /// Only `sfmoney` is the operator's; what is no number leaves a hole that fails the settlement.
+    void amountsGoBare()
+    {
+        const QString before = m->everything();
+        for (const QString& taken : {u""_s, u"yfmoney"_s, u"1,'x','x','2026-01-01','') --"_s}) {
+            m_screen.setBox(FineBox::taken(FineKind::Overdue), taken);
+            m->prompt.expect(SaveFailed).titled(u"操作提示").icon(Icon::Warning);
+            m_fines->save(1);
+            QVERIFY(!m_screen.closed);
+        }
+        QCOMPARE(m->everything(), before);
+        m_screen.setBox(FineBox::taken(FineKind::Overdue), u"-0.125"_s); // not left yet
+        m_fines->save(1);
+        QVERIFY(m_screen.closed);
+        QCOMPARE(fines(), u"超期|0.3|-0.13|"_s);
+    }
+
+    void reservations_data()
+    {
+        cases<QString, int, QString>({
+            {"null, yes", {u"null"_s, int(Answer::Yes), u"R2|B1|null|True R1||null|False"_s}},
+            {"empty, no", {{}, int(Answer::No), u"R2||null|False R1||null|False"_s}},
+            {"has another copy", {u"B3"_s, 0, u"R2|B3|null|False R1||null|False"_s}},
+        });
+    }
+
+    /// The earliest reservation of the title is asked about; the hold has no last day.
+    void reservations()
+    {
+        const auto [held, answer, after] = given<QString, int, QString>();
+        m->copy(u"B3"_s, {{u"zskid"_s, u"1"_s}});
+        m->reservation(u"R2"_s, {{u"ordertime"_s, u"2026-03-01"_s}, {u"barcode"_s, held}});
+        m->reservation(u"R1"_s, {{u"ordertime"_s, u"2026-03-02"_s}});
+        if (answer) m->prompt.expect(questionOf(u"R2"_s)).titled(u"操作提示").answer(Answer(answer));
+        m_fines->save(1);
+        QCOMPARE(m->rows(u"select readercode,barcode,oldtime,orderstatus from yyk order by ordertime"_s)
+                     .join(u' '),
+            after);
+        QCOMPARE(m->value(u"select bookstatus from sck where barcode='B1'"_s), u"库本"_s);
+    }
+
+    void lostBookLeavesQueueAndRegister()
+    {
+        m->reservation(u"R2"_s);
+        m->send(u"insert into diushik values('R1','甲','','B1','书名1',30,'2026-03-08')"_s);
+        start(u"A"_s);
+        const QString queue = m->value(u"select * from yyk"_s);
+        m_fines->save(1);
+        QCOMPARE(fines(), u"超期|0.1|0.1| 丢失|30|30|"_s);
+        QCOMPARE(m->value(u"select * from yyk"_s), queue);
+        QCOMPARE(m->value(u"select count(*) from diushik"_s), u"1"_s);
+    }
+
+    /// Kept open, the screen goes on with the same reader and shows the loan that is left.
+    void keptOpen()
+    {
+        m_screen.setTicked(FineKind::Lost, true);
+        m_fines->save(0);
+        QVERIFY(!m_screen.closed);
+        QCOMPARE(m_fines->SavedFlag, u"yes"_s);
+        QCOMPARE(m_screen.texts(0, 12), u"R1|甲"_s + QString(11, u'|'));
+        QCOMPARE(m_screen.kinds() + m_screen.workings[0], QString());
+        QCOMPARE(m_screen.loans + u' ' + m_screen.fines, u"B2 B1,B1"_s);
+        QCOMPARE(m_screen.focus, u"Text1(0)"_s);
+    }
+
+    void eachStatement_data()
+    {
+        QTest::addColumn<bool>("lost");
+        QTest::newRow("comes back") << false;
+        QTest::newRow("lost") << true;
+    }
+
+    /// A failure of each statement leaves library and screen as they were, and the settlement works
+    /// afterwards.
+    void eachStatement()
+    {
+        QFETCH(bool, lost);
+        m->reservation(u"R2"_s);
+        m_screen.setTicked(FineKind::Defile, true);
+        m_screen.setTicked(FineKind::Lost, lost);
+        m_fines->SavedFlag = u"yes"_s; // of the settlement before
+        saveFailing(u"commit"_s, !lost);
+        const QStringList sent = m->sent.mid(m->sent.indexOf(u"begin"));
+        bool asked = false;
+        for (const QString& statement : sent.first(sent.indexOf(u"commit"))) {
+            if (!statement.contains(u"getdate")) saveFailing(statement, asked);
+            asked |= statement.startsWith(u"select top 1 yyk");
+        }
+        if (!lost) m->prompt.expect(questionOf(u"R2"_s)).answer(Answer::Yes);
+        m_fines->save(1);
+        QVERIFY(m_screen.closed && asked != lost);
+    }
+
+    /// A server date that cannot be had is told each time, and the client's clock serves.
+    void failingServerDate()
+    {
+        m->failAt(u"getdate()"_s);
+        for (int date = 0; date < 2; ++date)
+            m->prompt.expectStart(u"获取服务器日期时出现错误！"_s);
+        m_fines->save(1);
+        m->factory.setHook({});
+        QCOMPARE(m->value(u"select opratedate from fkk"_s), u"2026-03-10"_s);
+    }
 
 private:
-    void start(const QString& mode);
+    void start(const QString& mode)
+    {
+        m_screen = {};
+        m_fines = std::make_unique<FineHandling>(m->session, m_screen, mode);
+        m_screen.handling = m_fines.get();
+        m_screen.enter(FineBox::Barcode, u"B1"_s);
+    }
+
+    /// Saves where that statement fails, before or after the question about the reservation.
+    void saveFailing(const QString& statement, bool asked)
+    {
+        const QString before = m->everything();
+        const auto boxes = m_screen.boxes;
+        if (asked) m->prompt.expect(questionOf(u"R2"_s)).answer(Answer::Yes);
+        m->prompt.expect(SaveFailed).titled(u"操作提示").icon(Icon::Warning);
+        m->sent.clear();
+        m->failAt(statement);
+        m_fines->save(1);
+        m->factory.setHook({});
+        QCOMPARE(statement + m->prompt.takeComplaints(), statement);
+        QCOMPARE(m->everything(), before);
+        QVERIFY(m_screen.boxes == boxes && !m_screen.closed && !m->session.error.isSet());
+        QCOMPARE(m_fines->SavedFlag, u"yes"_s);
+    }
+
     QString fines() { return m->rows(u"select cause,yfmoney,sfmoney,memo from fkk"_s).join(u' '); }
 
     std::unique_ptr<TestLibrary> m;
     FineScreenDouble m_screen;
     std::unique_ptr<FineHandling> m_fines;
 };
-
-void TestFineSettlement::init()
-{
-    m = std::make_unique<TestLibrary>();
-    m->reader(
-        u"R1"_s, {{u"name"_s, u"甲"_s}, {u"fine"_s, u"0.1"_s}, {u"defile"_s, u"0.5"_s}, {u"lost"_s, u"2"_s}});
-    m->reader(u"R2"_s);
-    m->copy(u"B1"_s, {{u"price"_s, u"25"_s}});
-    m->copy(u"B2"_s);
-    m->loan(u"B1"_s, u"R1"_s, u"2026-03-07"_s);
-    m->loan(u"B2"_s, u"R1"_s, u"2026-03-20"_s);
-    start(u"A"_s);
-}
-
-void TestFineSettlement::start(const QString& mode)
-{
-    m_screen = {};
-    m_fines = std::make_unique<FineHandling>(m->session, m_screen, mode);
-    m_screen.handling = m_fines.get();
-    m_screen.enter(FineBox::Barcode, u"B1"_s);
-}
-
-void TestFineSettlement::cleanup()
-{
-    QCOMPARE(m->prompt.takeComplaints(), QString());
-    QCOMPARE(m->broken(), QString());
-}
-
-void TestFineSettlement::kinds_data()
-{
-    QTest::addColumn<QString>("ticked"); // besides what the look-up ticks
-    QTest::addColumn<bool>("late");
-    QTest::addColumn<QString>("taken");
-    QTest::addColumn<bool>("lost");
-    const QString overdue = u"超期|0.3|0.3|"_s;
-    const QString defile = u"污损|12.5|12.5|"_s;
-    const QString lost = u"丢失|50|50|"_s;
-    QTest::newRow("overdue") << QString() << true << overdue << false;
-    QTest::newRow("damage in time") << u"1"_s << false << defile << false;
-    QTest::newRow("loss in time") << u"2"_s << false << lost << true;
-    QTest::newRow("all three") << u"21"_s << true << overdue + u' ' + defile + u' ' + lost << true;
-}
-
-void TestFineSettlement::kinds()
-{
-    QFETCH(QString, ticked);
-    QFETCH(bool, late);
-    QFETCH(bool, lost);
-    if (!late) m->send(u"update jhsk set yhdate='2026-03-20' where barcode='B1'"_s);
-    start(u"A"_s);
-    for (const QChar kind : ticked)
-        m_screen.setTicked(FineKind(kind.digitValue()), true);
-    m_fines->save(1);
-    QCOMPARE(m_fines->SavedFlag, u"yes"_s);
-    QTEST(fines(), "taken");
-    QCOMPARE(m->value(u"select distinct readercode,name,barcode,bookname,oprater,opratedate from fkk"_s),
-        u"R1|甲|B1|书名1|王馆员|2026-03-10"_s);
-    QCOMPARE(m->value(u"select borrowstatus,bookstatus from sck where barcode='B1'"_s),
-        lost ? u"False|丢失"_s : u"True|库本"_s);
-    QCOMPARE(m->value(u"select bookname,author,barcode,price,cause,memo,outdate,operater from BookOut"_s),
-        lost ? u"书名1|著者1|B1|25|丢失|null|2026-03-10|王馆员"_s : QString());
-    QCOMPARE(m->value(u"select readercode,barcode,orderdate,yhdate,backdate,operater from jhslsk"_s),
-        u"R1|B1|2026-02-20|%1|2026-03-10|王馆员"_s.arg(late ? u"2026-03-07"_s : u"2026-03-20"_s));
-    QCOMPARE(m->value(u"select barcode from jhsk"_s)
-            + m->value(u"select orderbook from dzk where readercode='R1'"_s),
-        u"B21"_s);
-}
-
-void TestFineSettlement::hostileTexts()
-{
-    m->send(u"update dzk set name='O''Neil %1' where readercode='R1'"_s);
-    m->send(u"update zsk set bookname='L''été %2; --' where zskid=1"_s);
-    m->session.OperatorName = u"d'A"_s;
-    start(u"A"_s);
-    m_screen.setBox(FineBox::remark(FineKind::Overdue), u"it's %9'); delete from dzk --"_s);
-    m_fines->save(1);
-    QCOMPARE(m->value(u"select name,bookname,oprater,memo from fkk"_s),
-        u"O'Neil %1|L'été %2; --|d'A|it's %9'); delete from dzk --"_s);
-    QCOMPARE(m->value(u"select operater from jhslsk"_s), u"d'A"_s);
-}
-
-void TestFineSettlement::amountsGoBare_data()
-{
-    QTest::addColumn<QString>("taken");
-    QTest::addColumn<QString>("stored"); // empty: refused
-    QTest::newRow("lowered") << u"0.10"_s << u"0.1"_s;
-    QTest::newRow("raised") << u"100.00"_s << u"100"_s;
-    QTest::newRow("negative") << u"-1.00"_s << u"-1"_s;
-    QTest::newRow("not left yet") << u"0.125"_s << u"0.13"_s;
-    QTest::newRow("emptied") << QString() << QString();
-    QTest::newRow("column name") << u"yfmoney"_s << QString();
-    QTest::newRow("injection") << u"1,'x','x','2026-01-01','') --"_s << QString();
-}
-
-/// Only `sfmoney` is the operator's; what is no number leaves a hole that fails the settlement.
-void TestFineSettlement::amountsGoBare()
-{
-    QFETCH(QString, taken);
-    QFETCH(QString, stored);
-    const QString before = m->everything();
-    m_screen.setBox(FineBox::taken(FineKind::Overdue), taken);
-    if (stored.isEmpty()) m->prompt.expect(SaveFailed).titled(u"操作提示").icon(Icon::Warning);
-    m_fines->save(1);
-    QCOMPARE(m_screen.closed, !stored.isEmpty());
-    if (stored.isEmpty())
-        QCOMPARE(m->everything(), before);
-    else
-        QCOMPARE(fines(), u"超期|0.3|%1|"_s.arg(stored));
-}
-
-void TestFineSettlement::reservations_data()
-{
-    QTest::addColumn<QString>("held"); // copy of the earliest reservation
-    QTest::addColumn<int>("answer"); // 0: no question
-    QTest::addColumn<QString>("after");
-    QTest::newRow("null, yes") << u"null"_s << int(Answer::Yes) << u"R2|B1|null|True R1||null|False"_s;
-    QTest::newRow("empty, no") << QString() << int(Answer::No) << u"R2||null|False R1||null|False"_s;
-    QTest::newRow("has another copy") << u"B3"_s << 0 << u"R2|B3|null|False R1||null|False"_s;
-}
-
-/// The earliest reservation of the title is asked about; the hold has no last day.
-void TestFineSettlement::reservations()
-{
-    QFETCH(QString, held);
-    QFETCH(int, answer);
-    m->copy(u"B3"_s, {{u"zskid"_s, u"1"_s}});
-    m->reservation(u"R2"_s, {{u"ordertime"_s, u"2026-03-01"_s}, {u"barcode"_s, held}});
-    m->reservation(u"R1"_s, {{u"ordertime"_s, u"2026-03-02"_s}});
-    if (answer) m->prompt.expect(questionOf(u"R2"_s)).titled(u"操作提示").answer(Answer(answer));
-    m_fines->save(1);
-    QTEST(m->rows(u"select readercode,barcode,oldtime,orderstatus from yyk order by ordertime"_s).join(u' '),
-        "after");
-    QCOMPARE(m->value(u"select bookstatus from sck where barcode='B1'"_s), u"库本"_s);
-}
-
-void TestFineSettlement::lostBookLeavesQueueAndRegister()
-{
-    m->reservation(u"R2"_s);
-    m->send(u"insert into diushik values('R1','甲','','B1','书名1',30,'2026-03-08')"_s);
-    start(u"A"_s);
-    const QString queue = m->value(u"select * from yyk"_s);
-    m_fines->save(1);
-    QCOMPARE(fines(), u"超期|0.1|0.1| 丢失|30|30|"_s);
-    QCOMPARE(m->value(u"select * from yyk"_s), queue);
-    QCOMPARE(m->value(u"select count(*) from diushik"_s), u"1"_s);
-}
-
-void TestFineSettlement::wayOut_data()
-{
-    QTest::addColumn<QString>("mode");
-    QTest::addColumn<int>("button");
-    QTest::addColumn<bool>("closed");
-    QTest::newRow("menu, keep open") << u"A"_s << 0 << false;
-    QTest::newRow("menu, close") << u"A"_s << 1 << true;
-    QTest::newRow("desk, keep open") << u"E"_s << 0 << true;
-    QTest::newRow("desk, close") << u"E"_s << 1 << true;
-}
-
-/// Kept open, the screen goes on with the same reader and shows the loan that is left.
-void TestFineSettlement::wayOut()
-{
-    QFETCH(QString, mode);
-    QFETCH(int, button);
-    start(mode);
-    m_screen.setTicked(FineKind::Lost, true);
-    m_fines->save(button);
-    QTEST(m_screen.closed, "closed");
-    QCOMPARE(m_fines->SavedFlag, u"yes"_s);
-    if (m_screen.closed) return;
-    QCOMPARE(m_screen.texts(0, 12), u"R1|甲"_s + QString(11, u'|'));
-    QCOMPARE(m_screen.kinds() + m_screen.workings[0], QString());
-    QCOMPARE(m_screen.loans + u' ' + m_screen.fines, u"B2 B1,B1"_s);
-    QCOMPARE(m_screen.focus, u"Text1(0)"_s);
-}
-
-void TestFineSettlement::eachStatement_data()
-{
-    QTest::addColumn<QString>("statement");
-    QTest::addColumn<bool>("lost");
-    for (const auto& [statement, lost] : std::initializer_list<std::pair<const char*, bool>> {
-             {"begin", false}, {"'超期'", false}, {"'污损'", false}, {"'丢失','王馆员'", true},
-             {"insert into BookOut", true}, {"select top 1 yyk", false}, {"update yyk", false},
-             {"insert into JHSLSK", false}, {"update DZK", true}, {"bookstatus='丢失' where", true},
-             {"bookstatus='库本'", false}, {"delete from JHSK", false}, {"commit", true}, {"commit", false}})
-        QTest::addRow("%s%s", statement, lost ? ", lost" : "") << QString::fromUtf8(statement) << lost;
-}
-
-/// A failure of each statement leaves library and screen as they were, and the settlement works afterwards.
-void TestFineSettlement::eachStatement()
-{
-    QFETCH(QString, statement);
-    QFETCH(bool, lost);
-    m->reservation(u"R2"_s);
-    m_screen.setTicked(FineKind::Defile, true);
-    if (lost) m_screen.setTicked(FineKind::Lost, true);
-    m_fines->SavedFlag = u"yes"_s; // of the settlement before
-    const QString before = m->everything();
-    const auto boxes = m_screen.boxes;
-    const QStringList early {u"begin"_s, u"'超期'"_s, u"'污损'"_s, u"select top 1 yyk"_s};
-    if (!lost && !early.contains(statement)) m->prompt.expect(questionOf(u"R2"_s)).answer(Answer::Yes);
-    m->prompt.expect(SaveFailed).titled(u"操作提示").icon(Icon::Warning);
-
-    m->failAt(statement);
-    m_fines->save(1);
-    m->factory.setHook({});
-
-    QCOMPARE(m->prompt.takeComplaints(), QString());
-    QCOMPARE(m->everything(), before);
-    QCOMPARE(m->broken(), QString());
-    QVERIFY(m_screen.boxes == boxes && !m_screen.closed && !m->session.error.isSet());
-    QCOMPARE(m_fines->SavedFlag, u"yes"_s);
-
-    if (!lost) m->prompt.expect(questionOf(u"R2"_s)).answer(Answer::Yes);
-    m_fines->save(1);
-    QVERIFY(m_screen.closed);
-}
-
-/// A server date that cannot be had is told each time, and the client's clock serves.
-void TestFineSettlement::failingServerDate()
-{
-    m->failAt(u"getdate()"_s);
-    for (int date = 0; date < 2; ++date)
-        m->prompt.expectStart(u"获取服务器日期时出现错误！"_s);
-    m_fines->save(1);
-    m->factory.setHook({});
-    QCOMPARE(m->value(u"select opratedate from fkk"_s), u"2026-03-10"_s);
-}
 
 QTEST_GUILESS_MAIN(TestFineSettlement)
 #include "test_fine_settlement.moc"

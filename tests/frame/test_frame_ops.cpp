@@ -7,6 +7,7 @@
 #include "frame/sublib.h"
 #include "platform/db/connection_text.h"
 #include "platform/db/embedded.h"
+#include "support/cases.h"
 #include "support/test_library.h"
 
 #include <QTest>
@@ -19,405 +20,277 @@ const QString AskForSettings = u"无法取得正确连接数据库的信息!现�
 const QString WrongPassword = u"用户名或用户密码输入错误，请核对后输入。"_s;
 const QString QuoteRefused = u"用户名或者密码中不能包含【'】符号！"_s;
 
-class OneGuard final : public InstanceGuard {
-public:
-    explicit OneGuard(bool isFree)
-        : m_free(isFree)
-    {
-    }
-    bool claim() override { return m_free; }
-
-private:
-    bool m_free;
-};
-
 } // namespace
 
 class TestFrameOps : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init()
+    {
+        m = std::make_unique<TestLibrary>();
+        m->operatorUser(u"Admin"_s, u"Geheim"_s);
+        m->operatorUser(u"编目员"_s, u"1"_s, false);
+    }
 
-    void startRefusesASecondInstance();
-    void oneLockFileOneInstance();
-    void startSplitsTheStoredText_data();
-    void startSplitsTheStoredText();
-    void startAsksForMissingSettings();
+    void cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
 
-    void openingAsksOnFailure();
-    void shapeConnectionTellsNothing();
-    void serverDateFallsBackAndTells();
-    void connectionTextIsBuilt_data();
-    void connectionTextIsBuilt();
-    void connectionInputIsChecked_data();
-    void connectionInputIsChecked();
-    void savingKeepsTheBoxes();
-    void testTellsHowItWent();
+    void startSplitsTheStoredText_data()
+    {
+        cases<QString, QString, QString>({
+            {"server",
+                {u"PROVIDER=MSDASQL;Driver=SQL Server;Server=lib1;UID=a;PWD=b;Database=tsg;"_s, u"lib1"_s,
+                    u"tsg"_s}},
+            {"data source", {u"PROVIDER=MSDASQL;DSN=lib;UID=a;PWD=b;"_s, {}, {}}},
+            {"nothing behind", {u"Server=;Database=;"_s, {}, {}}},
+            {"case counts", {u"server=x;DATABASE=y;"_s, {}, {}}},
+            {"later wins", {u"Server=a;Server=b"_s, u"b"_s, {}}},
+            {"anywhere in the item", {u"PWD=Server=xy"_s, u"ver=xy"_s, {}}},
+            {"both in one item", {u"Server=Database=z"_s, u"Database=z"_s, u"tabase=z"_s}},
+        });
+    }
 
-    void loginEnters();
-    void loginCountsFailures();
-    void loginWithoutTheRight();
-    void loginRefusesQuotes();
-    void loginWithoutSettings();
-    void loginWithAFailingDatabase();
+    void startSplitsTheStoredText()
+    {
+        const auto [text, server, database] = given<QString, QString, QString>();
+        storeConnectionText(m->session, text);
+        LockFileGuard guard(m->folder.path());
+        QVERIFY(prepareStart(m->session, guard));
+        QCOMPARE(m->session.ServerName, server);
+        QCOMPARE(m->session.DatabaseName, database);
+        QCOMPARE(m->editor.calls, 0);
+    }
 
-    void passwordSteps_data();
-    void passwordSteps();
-    void passwordFailuresKeepTheOld();
+    void startAsksForMissingSettings()
+    {
+        m->settings.values.clear();
+        LockFileGuard guard(m->folder.path());
+        QVERIFY(prepareStart(m->session, guard));
+        QCOMPARE(m->editor.calls, 1);
+    }
 
-    void overdueQuestionLooksAtDatesAlone();
-    void openingReportsItsError();
-    void textForStatements();
+    void openingAsksOnFailure()
+    {
+        Connection conn;
+        QCOMPARE(OpenDbConnection(m->session, conn), 1000);
+        QVERIFY(conn.isOpen());
+
+        m->settings.values.clear();
+        m->prompt.expect(AskForSettings)
+            .titled(u"管理系统操作提示")
+            .icon(Icon::Information)
+            .answer(Answer::No);
+        QCOMPARE(OpenDbConnection(m->session, conn), 0);
+        m->prompt.expect(AskForSettings).answer(Answer::Yes);
+        QCOMPARE(OpenDbConnection(m->session, conn), -1);
+
+        storeConnectionText(
+            m->session, u"DSN=%1;UID=a;PWD=geheim;Database=/nowhere/x.db"_s.arg(BuiltInDataSource));
+        const QString failed = u"对不起，连接数据库失败！错误原因如下：\n"_s;
+        m->prompt.expectStart(failed).titled(u"管理系统操作提示").icon(Icon::Information).answer(Answer::No);
+        QCOMPARE(OpenDbConnection(m->session, conn), 1000);
+        QVERIFY(!conn.isOpen());
+        QVERIFY(!m->session.error.isSet());
+        m->prompt.expectStart(failed).answer(Answer::Yes);
+        QCOMPARE(OpenDbConnection(m->session, conn), -1);
+        QCOMPARE(m->editor.calls, 2);
+        QCOMPARE(CloseDbConnection(m->session, conn), 0);
+    }
+
+    void shapeConnectionTellsNothing()
+    {
+        Connection conn;
+        QCOMPARE(OpenShapeConnection(m->session, conn), 0);
+        QVERIFY(conn.isOpen());
+        m->session.ConnectionText
+            = u"PROVIDER=MSDASQL;DSN=%1;UID=a;PWD=;Database=/nowhere/x.db"_s.arg(BuiltInDataSource);
+        QVERIFY(OpenShapeConnection(m->session, conn) != 0);
+        QVERIFY(!conn.isOpen());
+        QVERIFY(!m->session.error.isSet());
+        QVERIFY(m->session.ConnectionText.contains(u"MSDASQL"));
+    }
+
+    void serverDateFallsBackAndTells()
+    {
+        QCOMPARE(GetServerDate(m->session), m->clock.moment);
+        m->session.ConnectionText = u"DSN=%1;UID=a;PWD=;Database=/nowhere/x.db"_s.arg(BuiltInDataSource);
+        m->prompt.expectStart(u"获取服务器日期时出现错误！原因如下：\n"_s)
+            .titled(u"操作提示")
+            .icon(Icon::Information);
+        QCOMPARE(GetServerDate(m->session), m->clock.moment);
+        QVERIFY(!m->session.error.isSet());
+    }
+
+    void savingWritesTheText()
+    {
+        QCOMPARE(buildConnectionText({{}, u"o'neil"_s, u"a'b"_s, u"SQL Server"_s, u"s'1"_s, u"t'g"_s}),
+            u"PROVIDER=MSDASQL;Driver=SQL Server;Server=s''1;UID=o''neil;PWD=a''b;Database=t''g;"_s);
+        QVERIFY(saveConnection(m->session, {u"lib"_s, u"a"_s, u"b"_s, u"SQL Server"_s, u"left"_s, {}}));
+        m->session.ConnectionText.clear();
+        QCOMPARE(m->session.ServerName, u"left"_s);
+        QVERIFY(readConnectionText(m->session));
+        QCOMPARE(m->session.ConnectionText, u"PROVIDER=MSDASQL;DSN=lib;UID=a;PWD=b;"_s);
+    }
+
+    void connectionInputIsChecked()
+    {
+        for (const auto& [server, database] : {std::pair {u""_s, u"b"_s}, std::pair {u"s"_s, u""_s}}) {
+            m->prompt.expect(u"填写的信息不完整!请重新输入!"_s)
+                .titled(u"管理系统操作提示")
+                .icon(Icon::Information);
+            QVERIFY(!checkConnectionInput(m->session, {{}, u"a"_s, u"x"_s, u"d"_s, server, database}));
+        }
+        QVERIFY(checkConnectionInput(m->session, {{}, u"a"_s, {}, u"d"_s, u"s"_s, u"b"_s}));
+        QVERIFY(checkConnectionInput(m->session, {u"lib"_s, u"a"_s, {}, {}, {}, {}}));
+    }
+
+    void testTellsHowItWent()
+    {
+        const QString file = m->folder.filePath(u"another.db"_s);
+        createEmbedded(file, m->schema, m->clock, createLibrary);
+        m->prompt.expect(u"测试通过！\n请保存连接参数！"_s).titled(u"系统提示").icon(Icon::Information);
+        testConnection(m->session, {BuiltInDataSource, u"a"_s, u""_s, {}, {}, file});
+        m->prompt.expectStart(u"连接失败，请重试！！详细信息如下：\n"_s)
+            .titled(u"管理系统操作提示")
+            .icon(Icon::Information);
+        testConnection(m->session, {BuiltInDataSource, u"a"_s, u""_s, {}, {}, u"/nowhere/x.db"_s});
+        QCOMPARE(m->session.ConnectionText, m->connectionText);
+    }
+
+    void loginCountsFailures()
+    {
+        Login login(m->session);
+        m->prompt.expect(WrongPassword).titled(u"操作提示").icon(Icon::Critical);
+        QCOMPARE(login.enter(u"Admin"_s, u"%"_s), LoginOutcome::StayAtName);
+        for (const auto& [name, password] :
+            {std::pair {u"' or 1=1 --"_s, u""_s}, std::pair {u"a"_s, u"'"_s}}) {
+            m->prompt.expect(QuoteRefused).titled(u"操作提示").icon(Icon::Information);
+            QCOMPARE(login.enter(name, password), LoginOutcome::Stay); // does not count
+        }
+        m->prompt.expect(WrongPassword);
+        QCOMPARE(login.enter(QString(10'000, u'长'), u"😀"_s), LoginOutcome::StayAtName);
+        m->prompt.expect(u"对不起，已经三次输入错误，退出该系统。"_s)
+            .titled(u"操作提示")
+            .icon(Icon::Critical);
+        QCOMPARE(login.enter(u""_s, u""_s), LoginOutcome::EndProcess);
+    }
+
+    void loginWithoutTheRight()
+    {
+        m->prompt.expect(u"对不起，你没有使用“青简台”的权限。"_s).titled(u"操作提示").icon(Icon::Critical);
+        m->session.OperatorName.clear();
+        QCOMPARE(Login(m->session).enter(u"编目员"_s, u"1"_s), LoginOutcome::EndProcess);
+        QCOMPARE(m->session.OperatorName, QString());
+    }
+
+    void loginWithoutSettings()
+    {
+        m->settings.values.clear();
+        m->prompt.expect(AskForSettings).answer(Answer::No);
+        QCOMPARE(Login(m->session).enter(u"Admin"_s, u"Geheim"_s), LoginOutcome::Stay);
+        m->editor.edit = [this] { storeConnectionText(m->session, m->connectionText); };
+        m->prompt.expect(AskForSettings).titled(u"管理系统操作提示").answer(Answer::Yes);
+        QCOMPARE(Login(m->session).enter(u"Admin"_s, u"Geheim"_s), LoginOutcome::Entered);
+    }
+
+    void loginWithAFailingDatabase()
+    {
+        m->failAt(u"From LibUse"_s);
+        for (const Answer answer : {Answer::No, Answer::Yes}) {
+            m->prompt.expect(u"是否重新输入连接数据库的信息？"_s)
+                .titled(u"操作提示")
+                .icon(Icon::Information)
+                .answer(answer);
+            QCOMPARE(Login(m->session).enter(u"Admin"_s, u"Geheim"_s), LoginOutcome::Stay);
+        }
+        QCOMPARE(m->editor.calls, 1);
+    }
+
+    void passwordSteps_data()
+    {
+        const QString kept = u"Geheim"_s;
+        const QString differ = u"两次输入的密码不相符，请重新输入"_s;
+        const QString empty = u"你输入的密码是空的，确定要把密码设为空吗？(Y/N)"_s;
+        const auto typed = [](const char* all) { return QString::fromUtf8(all).split(u','); };
+        using Outcome = PasswordOutcome;
+        cases<QStringList, QString, Answer, PasswordOutcome, QString>({
+            {"wrong case of the old",
+                {typed("geheim,a,a"), u"你输入的密码与登陆密码不符"_s, Answer::Ok, Outcome::StayAtOld, kept}},
+            {"quote in the repeat alone",
+                {typed("Geheim,a,a'"), differ, Answer::Ok, Outcome::StayAtNew, kept}},
+            {"quote in the old", {typed("',a,a"), QuoteRefused, Answer::Ok, Outcome::Stay, kept}},
+            {"quote in the new", {typed("Geheim,','"), QuoteRefused, Answer::Ok, Outcome::Stay, kept}},
+            {"empty declined", {typed("Geheim,,"), empty, Answer::No, Outcome::Stay, kept}},
+            {"empty", {typed("Geheim,,"), empty, Answer::Yes, Outcome::Close, {}}},
+        });
+    }
+
+    void passwordSteps()
+    {
+        const auto [typed, text, answer, outcome, stored]
+            = given<QStringList, QString, Answer, PasswordOutcome, QString>();
+        m->session.OperatorName = u"admin"_s;
+        m->prompt.expect(text).answer(answer);
+        if (answer == Answer::Yes)
+            m->prompt.expect(u"密码修改成功！请使用新密码！"_s).titled(u"提示").icon(Icon::Information);
+        QCOMPARE(changePassword(m->session, typed[0], typed[1], typed[2]), outcome);
+        QCOMPARE(m->value(u"select password from LibUse where username='Admin'"_s), stored);
+    }
+
+    void passwordFailuresKeepTheOld()
+    {
+        m->session.OperatorName = u"已删除"_s;
+        m->prompt.expect(u"当前用户已经被删除！"_s).titled(u"提示").icon(Icon::Critical);
+        QCOMPARE(changePassword(m->session, u"Geheim"_s, u"a"_s, u"a"_s), PasswordOutcome::Close);
+
+        m->session.OperatorName = u"Admin"_s;
+        for (const QString& statement : {u"From LibUse"_s, u"Update libuse"_s}) {
+            m->failAt(statement);
+            m->prompt.expect(u"密码修改失败！请使用原密码！"_s).titled(u"提示").icon(Icon::Critical);
+            QCOMPARE(changePassword(m->session, u"Geheim"_s, u"a"_s, u"a"_s), PasswordOutcome::Stay);
+        }
+        m->factory.setHook({});
+        QCOMPARE(m->value(u"select password from LibUse where username='Admin'"_s), u"Geheim"_s);
+    }
+
+    void overdueQuestionLooksAtDatesAlone()
+    {
+        const QString question = u"借还书库中存在超期书刊，是否查看？"_s;
+        std::array<QString, 3> status;
+        const auto open
+            = [&] { return openingSteps(m->session, [&](const auto& texts) { status = texts; }); };
+        m->session.ServerName = u"lib1"_s;
+        m->session.DatabaseName = u"tsg"_s;
+        m->reader(u"R1"_s);
+        m->copy(u"B1"_s);
+        m->loan(u"B1"_s, u"R1"_s, u"2026-03-10"_s);
+        QVERIFY(!open());
+        QCOMPARE(status[0], u"当前日期：2026年03月10日09时"_s);
+        QCOMPARE(status[1], u"操作员：  王馆员"_s);
+        QCOMPARE(status[2], u"当前数据库：lib1上的【tsg】"_s);
+
+        m->send(u"update jhsk set yhdate='2026-03-09'"_s);
+        for (const Answer answer : {Answer::No, Answer::Yes}) {
+            m->prompt.expect(question).titled(u"操作提示").icon(Icon::Warning).answer(answer);
+            QCOMPARE(open(), answer == Answer::Yes);
+        }
+    }
+
+    void openingReportsItsError()
+    {
+        m->failAt(u"From JHSK"_s);
+        m->prompt.expect(u"出现意外错误！详细信息如下：\n语句失败：From JHSK"_s)
+            .titled(u"操作提示")
+            .icon(Icon::Information);
+        QVERIFY(!openingSteps(m->session, [](const auto&) {}));
+        QVERIFY(!m->session.error.isSet());
+    }
+
+    void textForStatements() { QCOMPARE(SqlText(u"  a'b  "_s), u"a''b"_s); }
 
 private:
     std::unique_ptr<TestLibrary> m;
 };
-
-void TestFrameOps::init()
-{
-    m = std::make_unique<TestLibrary>();
-    m->operatorUser(u"Admin"_s, u"Geheim"_s);
-    m->operatorUser(u"编目员"_s, u"1"_s, false);
-}
-
-void TestFrameOps::cleanup()
-{
-    QCOMPARE(m->prompt.takeComplaints(), QString());
-}
-
-void TestFrameOps::startRefusesASecondInstance()
-{
-    OneGuard taken(false);
-    m->session.ConnectionText.clear();
-    m->prompt.expect(u"程序已经运行，不能再次装载。"_s).titled(u"操作提示").icon(Icon::Information);
-    QVERIFY(!prepareStart(m->session, taken));
-    QVERIFY(m->session.ConnectionText.isEmpty());
-}
-
-void TestFrameOps::oneLockFileOneInstance()
-{
-    LockFileGuard second(m->folder.path());
-    {
-        LockFileGuard first(m->folder.path());
-        QVERIFY(first.claim());
-        QVERIFY(!second.claim());
-    }
-    QVERIFY(second.claim());
-}
-
-void TestFrameOps::startSplitsTheStoredText_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("server");
-    QTest::addColumn<QString>("database");
-    QTest::newRow("server") << u"PROVIDER=MSDASQL;Driver=SQL Server;Server=lib1;UID=a;PWD=b;Database=tsg;"_s
-                            << u"lib1"_s << u"tsg"_s;
-    QTest::newRow("data source") << u"PROVIDER=MSDASQL;DSN=lib;UID=a;PWD=b;"_s << QString() << QString();
-    QTest::newRow("nothing behind") << u"Server=;Database=;"_s << QString() << QString();
-    QTest::newRow("case counts") << u"server=x;DATABASE=y;"_s << QString() << QString();
-    QTest::newRow("later wins") << u"Server=a;Server=b"_s << u"b"_s << QString();
-    QTest::newRow("anywhere in the item") << u"PWD=Server=xy"_s << u"ver=xy"_s << QString();
-    QTest::newRow("both in one item") << u"Server=Database=z"_s << u"Database=z"_s << u"tabase=z"_s;
-}
-
-void TestFrameOps::startSplitsTheStoredText()
-{
-    QFETCH(QString, text);
-    QFETCH(QString, server);
-    QFETCH(QString, database);
-    storeConnectionText(m->session, text);
-    OneGuard guard(true);
-    QVERIFY(prepareStart(m->session, guard));
-    QCOMPARE(m->session.ServerName, server);
-    QCOMPARE(m->session.DatabaseName, database);
-    QCOMPARE(m->editor.calls, 0);
-}
-
-void TestFrameOps::startAsksForMissingSettings()
-{
-    m->settings.values.clear();
-    OneGuard guard(true);
-    QVERIFY(prepareStart(m->session, guard));
-    QCOMPARE(m->editor.calls, 1);
-}
-
-void TestFrameOps::openingAsksOnFailure()
-{
-    Connection conn;
-    QCOMPARE(OpenDbConnection(m->session, conn), 1000);
-    QVERIFY(conn.isOpen());
-
-    m->settings.values.clear();
-    m->prompt.expect(AskForSettings).titled(u"管理系统操作提示").icon(Icon::Information).answer(Answer::No);
-    QCOMPARE(OpenDbConnection(m->session, conn), 0);
-    m->prompt.expect(AskForSettings).answer(Answer::Yes);
-    QCOMPARE(OpenDbConnection(m->session, conn), -1);
-
-    storeConnectionText(
-        m->session, u"DSN=%1;UID=a;PWD=geheim;Database=/nowhere/x.db"_s.arg(BuiltInDataSource));
-    const QString failed = u"对不起，连接数据库失败！错误原因如下：\n"_s;
-    m->prompt.expectStart(failed).titled(u"管理系统操作提示").icon(Icon::Information).answer(Answer::No);
-    QCOMPARE(OpenDbConnection(m->session, conn), 1000);
-    QVERIFY(!conn.isOpen());
-    QVERIFY(!m->session.error.isSet());
-    m->prompt.expectStart(failed).answer(Answer::Yes);
-    QCOMPARE(OpenDbConnection(m->session, conn), -1);
-    QCOMPARE(m->editor.calls, 2);
-    QCOMPARE(CloseDbConnection(m->session, conn), 0);
-}
-
-void TestFrameOps::shapeConnectionTellsNothing()
-{
-    Connection conn;
-    QCOMPARE(OpenShapeConnection(m->session, conn), 0);
-    QVERIFY(conn.isOpen());
-    m->session.ConnectionText
-        = u"PROVIDER=MSDASQL;DSN=%1;UID=a;PWD=;Database=/nowhere/x.db"_s.arg(BuiltInDataSource);
-    QVERIFY(OpenShapeConnection(m->session, conn) != 0);
-    QVERIFY(!conn.isOpen());
-    QVERIFY(!m->session.error.isSet());
-    QVERIFY(m->session.ConnectionText.contains(u"MSDASQL"));
-}
-
-void TestFrameOps::serverDateFallsBackAndTells()
-{
-    QCOMPARE(GetServerDate(m->session), m->clock.moment);
-    m->session.ConnectionText = u"DSN=%1;UID=a;PWD=;Database=/nowhere/x.db"_s.arg(BuiltInDataSource);
-    m->prompt.expectStart(u"获取服务器日期时出现错误！原因如下：\n"_s)
-        .titled(u"操作提示")
-        .icon(Icon::Information);
-    QCOMPARE(GetServerDate(m->session), m->clock.moment);
-    QVERIFY(!m->session.error.isSet());
-}
-
-void TestFrameOps::connectionTextIsBuilt_data()
-{
-    QTest::addColumn<QStringList>("input"); // data source, user, password, driver, server, database
-    QTest::addColumn<QString>("text");
-    QTest::newRow("data source") << QStringList {u"lib"_s, u"sa"_s, u""_s, u"SQL Server"_s, u"s"_s, u""_s}
-                                 << u"PROVIDER=MSDASQL;DSN=lib;UID=sa;PWD=;"_s;
-    QTest::newRow("data source, text left in the database box") << QStringList {u"lib"_s, u"sa"_s, u"x"_s,
-        u"SQL Server"_s, u"s"_s, u"tsg"_s} << u"PROVIDER=MSDASQL;DSN=lib;UID=sa;PWD=x;Database=tsg;"_s;
-    QTest::newRow("driver, quotes") << QStringList {u""_s, u"o'neil"_s, u"a'b"_s, u"SQL Server"_s, u"s'1"_s,
-        u"t'g"_s} << u"PROVIDER=MSDASQL;Driver=SQL Server;Server=s''1;UID=o''neil;PWD=a''b;Database=t''g;"_s;
-}
-
-namespace {
-
-ConnectionInput inputOf(const QStringList& boxes)
-{
-    return {boxes[0], boxes[1], boxes[2], boxes[3], boxes[4], boxes[5]};
-}
-
-} // namespace
-
-void TestFrameOps::connectionTextIsBuilt()
-{
-    QFETCH(QStringList, input);
-    QFETCH(QString, text);
-    QCOMPARE(buildConnectionText(inputOf(input)), text);
-}
-
-void TestFrameOps::connectionInputIsChecked_data()
-{
-    QTest::addColumn<QStringList>("input");
-    QTest::addColumn<QString>("complaint");
-    const QString incomplete = u"填写的信息不完整!请重新输入!"_s;
-    QTest::newRow("data source without user")
-        << QStringList {u"lib"_s, u""_s, u"x"_s, u"d"_s, u"s"_s, u"b"_s} << u"用户名不能为空!请重新输入!"_s;
-    QTest::newRow("data source is enough")
-        << QStringList {u"lib"_s, u"a"_s, u""_s, u""_s, u""_s, u""_s} << QString();
-    QTest::newRow("no server") << QStringList {u""_s, u"a"_s, u"x"_s, u"d"_s, u""_s, u"b"_s} << incomplete;
-    QTest::newRow("no database") << QStringList {u""_s, u"a"_s, u"x"_s, u"d"_s, u"s"_s, u""_s} << incomplete;
-    QTest::newRow("no password needed")
-        << QStringList {u""_s, u"a"_s, u""_s, u"d"_s, u"s"_s, u"b"_s} << QString();
-}
-
-void TestFrameOps::connectionInputIsChecked()
-{
-    QFETCH(QStringList, input);
-    QFETCH(QString, complaint);
-    if (!complaint.isEmpty()) m->prompt.expect(complaint).titled(u"管理系统操作提示").icon(Icon::Information);
-    QCOMPARE(checkConnectionInput(m->session, inputOf(input)), complaint.isEmpty());
-}
-
-void TestFrameOps::savingKeepsTheBoxes()
-{
-    QVERIFY(saveConnection(m->session, {u"lib"_s, u"a"_s, u"b"_s, u"SQL Server"_s, u"left"_s, u""_s}));
-    QCOMPARE(m->session.ConnectionText, u"PROVIDER=MSDASQL;DSN=lib;UID=a;PWD=b;"_s);
-    QCOMPARE(m->session.ServerName, u"left"_s);
-    QVERIFY(readConnectionText(m->session));
-    QCOMPARE(m->session.ConnectionText, u"PROVIDER=MSDASQL;DSN=lib;UID=a;PWD=b;"_s);
-}
-
-void TestFrameOps::testTellsHowItWent()
-{
-    const QString file = m->folder.filePath(u"another.db"_s);
-    createEmbedded(file, m->schema, m->clock, createLibrary);
-    m->prompt.expect(u"测试通过！\n请保存连接参数！"_s).titled(u"系统提示").icon(Icon::Information);
-    testConnection(m->session, {BuiltInDataSource, u"a"_s, u""_s, {}, {}, file});
-    m->prompt.expectStart(u"连接失败，请重试！！详细信息如下：\n"_s)
-        .titled(u"管理系统操作提示")
-        .icon(Icon::Information);
-    testConnection(m->session, {BuiltInDataSource, u"a"_s, u""_s, {}, {}, u"/nowhere/x.db"_s});
-    QCOMPARE(m->session.ConnectionText, m->connectionText);
-}
-
-void TestFrameOps::loginEnters()
-{
-    Login login(m->session);
-    QCOMPARE(login.enter(u"aDMIN"_s, u"Geheim"_s), LoginOutcome::Entered);
-    QCOMPARE(m->session.OperatorName, u"aDMIN"_s);
-}
-
-void TestFrameOps::loginCountsFailures()
-{
-    Login login(m->session);
-    m->prompt.expect(WrongPassword).titled(u"操作提示").icon(Icon::Critical);
-    QCOMPARE(login.enter(u"Admin"_s, u"%"_s), LoginOutcome::StayAtName);
-    m->prompt.expect(QuoteRefused);
-    QCOMPARE(login.enter(u"' or 1=1 --"_s, u""_s), LoginOutcome::Stay);
-    m->prompt.expect(WrongPassword);
-    QCOMPARE(login.enter(QString(10'000, u'长'), u"😀"_s), LoginOutcome::StayAtName);
-    m->prompt.expect(u"对不起，已经三次输入错误，退出该系统。"_s).titled(u"操作提示").icon(Icon::Critical);
-    QCOMPARE(login.enter(u""_s, u""_s), LoginOutcome::EndProcess);
-}
-
-void TestFrameOps::loginWithoutTheRight()
-{
-    m->prompt.expect(u"对不起，你没有使用“青简台”的权限。"_s).titled(u"操作提示").icon(Icon::Critical);
-    m->session.OperatorName.clear();
-    QCOMPARE(Login(m->session).enter(u"编目员"_s, u"1"_s), LoginOutcome::EndProcess);
-    QCOMPARE(m->session.OperatorName, QString());
-}
-
-void TestFrameOps::loginRefusesQuotes()
-{
-    for (const auto& [name, password] : {std::pair(u"a'"_s, u"b"_s), std::pair(u"a"_s, u"'"_s)}) {
-        m->prompt.expect(QuoteRefused).titled(u"操作提示").icon(Icon::Information);
-        QCOMPARE(Login(m->session).enter(name, password), LoginOutcome::Stay);
-    }
-}
-
-void TestFrameOps::loginWithoutSettings()
-{
-    m->settings.values.clear();
-    m->prompt.expect(AskForSettings).answer(Answer::No);
-    QCOMPARE(Login(m->session).enter(u"Admin"_s, u"Geheim"_s), LoginOutcome::Stay);
-    m->editor.edit = [this] { storeConnectionText(m->session, m->connectionText); };
-    m->prompt.expect(AskForSettings).titled(u"管理系统操作提示").answer(Answer::Yes);
-    QCOMPARE(Login(m->session).enter(u"Admin"_s, u"Geheim"_s), LoginOutcome::Entered);
-}
-
-void TestFrameOps::loginWithAFailingDatabase()
-{
-    m->failAt(u"From LibUse"_s);
-    for (const Answer answer : {Answer::No, Answer::Yes}) {
-        m->prompt.expect(u"是否重新输入连接数据库的信息？"_s)
-            .titled(u"操作提示")
-            .icon(Icon::Information)
-            .answer(answer);
-        QCOMPARE(Login(m->session).enter(u"Admin"_s, u"Geheim"_s), LoginOutcome::Stay);
-    }
-    QCOMPARE(m->editor.calls, 1);
-}
-
-void TestFrameOps::passwordSteps_data()
-{
-    QTest::addColumn<QStringList>("typed"); // old, new, repeated
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("answer");
-    QTest::addColumn<int>("outcome");
-    QTest::addColumn<QString>("stored");
-    const QString kept = u"Geheim"_s;
-    const QString empty = u"你输入的密码是空的，确定要把密码设为空吗？(Y/N)"_s;
-    const auto row = [](const char* name, const QStringList& typed, const QString& text, Answer answer,
-                         PasswordOutcome outcome, const QString& stored) {
-        QTest::newRow(name) << typed << text << int(answer) << int(outcome) << stored;
-    };
-    row("changed", {kept, u"新 密码"_s, u"新 密码"_s}, u"密码修改成功！请使用新密码！"_s, Answer::Ok,
-        PasswordOutcome::Close, u"新 密码"_s);
-    row("wrong case of the old", {u"geheim"_s, u"a"_s, u"a"_s}, u"你输入的密码与登陆密码不符"_s, Answer::Ok,
-        PasswordOutcome::StayAtOld, kept);
-    row("mismatch", {kept, u"a"_s, u"b"_s}, u"两次输入的密码不相符，请重新输入"_s, Answer::Ok,
-        PasswordOutcome::StayAtNew, kept);
-    row("quote in the repeat alone", {kept, u"a"_s, u"a'"_s}, u"两次输入的密码不相符，请重新输入"_s,
-        Answer::Ok, PasswordOutcome::StayAtNew, kept);
-    row("quote in the old", {u"'"_s, u"a"_s, u"a"_s}, QuoteRefused, Answer::Ok, PasswordOutcome::Stay, kept);
-    row("quote in the new", {kept, u"'"_s, u"'"_s}, QuoteRefused, Answer::Ok, PasswordOutcome::Stay, kept);
-    row("empty declined", {kept, u""_s, u""_s}, empty, Answer::No, PasswordOutcome::Stay, kept);
-    row("empty", {kept, u""_s, u""_s}, empty, Answer::Yes, PasswordOutcome::Close, u""_s);
-}
-
-void TestFrameOps::passwordSteps()
-{
-    QFETCH(QStringList, typed);
-    QFETCH(QString, text);
-    QFETCH(int, answer);
-    QFETCH(int, outcome);
-    QFETCH(QString, stored);
-    m->session.OperatorName = u"admin"_s;
-    m->prompt.expect(text).answer(Answer(answer));
-    if (Answer(answer) == Answer::Yes)
-        m->prompt.expect(u"密码修改成功！请使用新密码！"_s).titled(u"提示").icon(Icon::Information);
-    QCOMPARE(int(changePassword(m->session, typed[0], typed[1], typed[2])), outcome);
-    QCOMPARE(m->value(u"select password from LibUse where username='Admin'"_s), stored);
-}
-
-void TestFrameOps::passwordFailuresKeepTheOld()
-{
-    m->session.OperatorName = u"已删除"_s;
-    m->prompt.expect(u"当前用户已经被删除！"_s).titled(u"提示").icon(Icon::Critical);
-    QCOMPARE(changePassword(m->session, u"Geheim"_s, u"a"_s, u"a"_s), PasswordOutcome::Close);
-
-    m->session.OperatorName = u"Admin"_s;
-    for (const QString& statement : {u"From LibUse"_s, u"Update libuse"_s}) {
-        m->failAt(statement);
-        m->prompt.expect(u"密码修改失败！请使用原密码！"_s).titled(u"提示").icon(Icon::Critical);
-        QCOMPARE(changePassword(m->session, u"Geheim"_s, u"a"_s, u"a"_s), PasswordOutcome::Stay);
-    }
-    m->factory.setHook({});
-    QCOMPARE(m->value(u"select password from LibUse where username='Admin'"_s), u"Geheim"_s);
-}
-
-void TestFrameOps::overdueQuestionLooksAtDatesAlone()
-{
-    const QString question = u"借还书库中存在超期书刊，是否查看？"_s;
-    std::array<QString, 3> status;
-    const auto open = [&] { return openingSteps(m->session, [&](const auto& texts) { status = texts; }); };
-    m->session.ServerName = u"lib1"_s;
-    m->session.DatabaseName = u"tsg"_s;
-    m->reader(u"R1"_s);
-    m->copy(u"B1"_s);
-    m->loan(u"B1"_s, u"R1"_s, u"2026-03-10"_s);
-    QVERIFY(!open());
-    QCOMPARE(status[0], u"当前日期：2026年03月10日09时"_s);
-    QCOMPARE(status[1], u"操作员：  王馆员"_s);
-    QCOMPARE(status[2], u"当前数据库：lib1上的【tsg】"_s);
-
-    m->send(u"update jhsk set yhdate='2026-03-09'"_s);
-    for (const Answer answer : {Answer::No, Answer::Yes}) {
-        m->prompt.expect(question).titled(u"操作提示").icon(Icon::Warning).answer(answer);
-        QCOMPARE(open(), answer == Answer::Yes);
-    }
-}
-
-void TestFrameOps::openingReportsItsError()
-{
-    m->failAt(u"From JHSK"_s);
-    m->prompt.expect(u"出现意外错误！详细信息如下：\n语句失败：From JHSK"_s)
-        .titled(u"操作提示")
-        .icon(Icon::Information);
-    QVERIFY(!openingSteps(m->session, [](const auto&) {}));
-    QVERIFY(!m->session.error.isSet());
-}
-
-void TestFrameOps::textForStatements()
-{
-    QCOMPARE(SqlText(u"  a'b  "_s), u"a''b"_s);
-}
 
 QTEST_GUILESS_MAIN(TestFrameOps)
 #include "test_frame_ops.moc"

@@ -79,23 +79,208 @@ class TestExport : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-    void listCellForCell();
-    void gridCellForCell();
-    void spreadsOverSheets_data();
-    void spreadsOverSheets();
-    void secondSheet();
-    void nothingToExport();
-    void failuresAreTold();
-    void cancelLeavesNothing();
-    void cancelByTheButton();
-    void layouts();
+    void init()
+    {
+        m = std::make_unique<TestLibrary>();
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_program = {};
+        m_program.place = m_folder->path();
+        m_progress = {};
+    }
+
+    void cleanup()
+    {
+        QCOMPARE(m_progress.open, 0);
+        QCOMPARE(m->prompt.takeComplaints(), QString());
+    }
+
+    void listCellForCell()
+    {
+        fine(u"=1+1"_s, u"0001"_s, u"12.5"_s, u"2003-05-31 23:59:59"_s);
+        fine(u"  他说\"it's\" <&> {=A1}  "_s, u"0002"_s, u"null"_s, u"null"_s);
+        fine(u"null"_s, u"123456789012345678"_s, u"0"_s, u"1900-01-01"_s);
+        fine(u"http://x.cn"_s, u"2003-05-31"_s, u"-3.05"_s, u"2004-02-29"_s);
+        exportList(exporter(), FineLayout, m_select, NothingToPrint);
+        QCOMPARE(files(), QStringList {u"清单.xlsx"_s});
+        QCOMPARE(m_program.shown, QStringList {m_folder->filePath(u"清单.xlsx"_s)});
+        QCOMPARE(m_progress.total, 4);
+        QCOMPARE(m_progress.done, 4);
+        const QString ground = u" solid FFCCFFCC center"_s;
+        const QStringList cells {u"sheet Sheet1 7 A1:E2"_s, u"widths A=41 B=14 C=11 E=8"_s,
+            u"A1 s \"清单\" 宋体 14 center center"_s, u"A3 s \"书名\""_s + ground,
+            u"B3 s \"条码\""_s + ground, u"C3 s \"金额\""_s + ground, u"D3 s \"日期\""_s + ground,
+            u"E3 s \"天数\""_s + ground, u"A4 s \"=1+1\" General"_s, u"B4 s \"0001\" General"_s,
+            u"C4 n 12.5 0.00"_s, u"D4 d \"2003-05-31\" yyyy-mm-dd"_s, u"E4 n 7 General"_s,
+            u"A5 s \"他说\\\"it's\\\" <&> {=A1}\" General"_s, u"B5 s \"0002\" General"_s, u"E5 n 7 General"_s,
+            u"B6 s \"123456789012345678\" General"_s, u"C6 n 0 0.00"_s, u"D6 s \"1900-01-01\" General"_s,
+            u"E6 n 7 General"_s, u"A7 s \"http://x.cn\" General"_s, u"B7 s \"2003-05-31\" General"_s,
+            u"C7 n -3.05 0.00"_s, u"D7 d \"2004-02-29\" yyyy-mm-dd"_s, u"E7 n 7 General"_s,
+            u"sheet Sheet2 1 "_s, u"widths A=41 B=14 C=11 E=8"_s, u"sheet Sheet3 1 "_s,
+            u"widths A=41 B=14 C=11 E=8"_s};
+        QCOMPARE(readBack(m_program.shown[0]).join(u'\n'), cells.join(u'\n'));
+        exportList(exporter(), FineLayout, m_select, NothingToPrint); // an older file is not written over
+        QCOMPARE(files(), (QStringList {u"清单 (2).xlsx"_s, u"清单.xlsx"_s}));
+    }
+
+    void gridCellForCell()
+    {
+        GridModel grid;
+        grid.setFormatString(u"^单位|^证号|^小计"_s);
+        const QString control = u"a\tb\x01"_s;
+        grid.addRow({QString(10'000, u'书'), u" 0012 "_s, u"15"_s});
+        grid.addRow({QString(40'000, u'x'), u"12"_s, u"1.50"_s});
+        grid.addRow({control, u""_s, u"007"_s});
+        grid.addRow({u"-"_s, u""_s, u"1234567890123456"_s});
+        const ExportLayout layout {u"统计/表"_s,
+            {{u"单位"_s, {}, 15, CellFormat::Text}, {u"证号"_s, {}, 10, CellFormat::Text},
+                {u"小计"_s, {}, 7}}};
+        exportGrid(exporter(), layout, grid, 4);
+        QCOMPARE(m_program.shown, QStringList {m_folder->filePath(u"统计-表.xlsx"_s)});
+        const QStringList cells = readBack(m_program.shown[0]).mid(6);
+        QVERIFY2(cells.size() == 14, qPrintable(cells.join(u' ').right(500)));
+        QCOMPARE(cells[0], u"A4 s \""_s + QString(10'000, u'书') + u"\" General"_s);
+        QCOMPARE(cells.mid(1, 2).join(u'\n'), u"B4 s \"0012\" General\nC4 n 15 General"_s);
+        QCOMPARE(cells[3], u"A5 s \""_s + QString(32'767, u'x') + u"\" General"_s);
+        QCOMPARE(cells.mid(4, 2).join(u'\n'), u"B5 s \"12\" General\nC5 n 1.5 General"_s);
+        QVERIFY2(cells[6].startsWith(u"A6 s \"a\\tb"), qPrintable(cells[6]));
+        QCOMPARE(cells[7], u"C6 s \"007\" General"_s);
+        QCOMPARE(cells.mid(8, 2).join(u'\n'), u"A7 s \"-\" General\nC7 s \"1234567890123456\" General"_s);
+    }
+
+    void spreadsOverSheets()
+    {
+        using Counts = std::vector<qsizetype>;
+        QCOMPARE(rowsOfSheets(50'000), (Counts {50'000, 0, 0}));
+        QCOMPARE(rowsOfSheets(100'001), (Counts {50'000, 50'000, 1}));
+        QCOMPARE(rowsOfSheets(200'000), (Counts {50'000, 50'000, 100'000}));
+    }
+
+    /// One row more than a sheet holds stands under captions of its own, without a title.
+    void secondSheet()
+    {
+        for (int digit = 0; digit < 10; ++digit)
+            m->insert(u"dzdw"_s, {{u"readunit"_s, QString::number(digit)}});
+        const QString select
+            = u"select top 50001 a.readunit+b.readunit+c.readunit+d.readunit+e.readunit as unit from dzdw a,"
+              "dzdw b,dzdw c,dzdw d,dzdw e order by a.readunit,b.readunit,c.readunit,d.readunit,e.readunit"_s;
+        exportList(exporter(), {u"大表"_s, {{u"单位"_s, u"unit"_s, 8}}}, select, NothingToPrint);
+        QCOMPARE(m_progress.done, 50'001);
+        QCOMPARE(m_program.shown.size(), 1);
+        const QStringList cells = readBack(m_program.shown[0]);
+        QCOMPARE(cells[0], u"sheet Sheet1 50003 A1:A2"_s);
+        QCOMPARE(cells[50'003], u"A50003 s \"49999\" General"_s);
+        QCOMPARE(cells.mid(50'004, 4).join(u'\n'),
+            u"sheet Sheet2 2 \nwidths A=9\nA1 s \"单位\" solid FFCCFFCC center\nA2 s \"50000\" General"_s);
+    }
+
+    void nothingToExport()
+    {
+        m->prompt.expect(u"没有可以打印的信息！"_s).titled(u"操作提示");
+        exportList(exporter(), FineLayout, {}, NothingToPrint);
+        m->prompt.expect(u"没有需要输出的信息！"_s).titled(u"操作提示");
+        exportList(exporter(), FineLayout, {}, NothingToOutput);
+        QCOMPARE(m_progress.total, -1);
+        m->prompt.expect(u"没有符合条件的记录！"_s).titled(u"操作提示");
+        exportList(exporter(), FineLayout, m_select, NothingToPrint);
+        m->prompt.expect(u"没有需要导出的数据！"_s).titled(u"操作提示");
+        exportGrid(exporter(), FineLayout, GridModel(), 0);
+        QVERIFY(files().isEmpty() && m_program.shown.isEmpty());
+    }
+
+    void failuresAreTold()
+    {
+        const QString failed = u"出现意外错误！详细信息如下：\n"_s;
+        for (int row = 0; row < 300; ++row)
+            fine(QString(400, u'x'), QString::number(row), u"1"_s, u"2003-05-31"_s);
+        m->prompt.expectStart(failed);
+        exportList(exporter(), FineLayout, u"select nowhere from fkk"_s, NothingToPrint);
+        m->prompt.expectStart(failed);
+        exportList(exporter(), {u"清单"_s, {{u"?"_s, u"nosuch"_s}}}, m_select, NothingToPrint);
+        m->prompt.expectStart(failed + u"无法写入文件 "_s);
+        m_program.place = u"/nonexistent/folder"_s;
+        exportList(exporter(), FineLayout, m_select, NothingToPrint);
+        m_program.place = m_folder->path();
+        {
+            const FullDisk disk(100'000); // the rows do not fit; the file, packed, would
+            m->prompt.expectStart(failed + u"磁盘已满"_s);
+            exportList(exporter(), FineLayout, m_select, NothingToPrint);
+        }
+        {
+            const FullDisk disk(1'000);
+            m->prompt.expectStart(failed);
+            exportList(exporter(), FineLayout, m_select, NothingToPrint);
+        }
+        QCOMPARE(files(), QStringList());
+        QVERIFY(m_program.shown.isEmpty());
+        m_program.missing = true;
+        m->prompt.expect(failed + u"没有程序"_s);
+        exportList(exporter(), FineLayout, m_select, NothingToPrint);
+    }
+
+    void cancelLeavesNothing()
+    {
+        for (int row = 0; row < 5; ++row)
+            fine(u"x"_s, QString::number(row), u"1"_s, u"2003-05-31"_s);
+        for (const qsizetype after : {0, 1, 4}) {
+            m_progress = {};
+            m_progress.endAfter = after;
+            exportList(exporter(), FineLayout, m_select, NothingToPrint);
+            QCOMPARE(m_progress.done, after);
+        }
+        QVERIFY(files().isEmpty() && m_program.shown.isEmpty());
+    }
+
+    void cancelByTheButton()
+    {
+        for (int row = 0; row < 5; ++row)
+            fine(u"x"_s, QString::number(row), u"1"_s, u"2003-05-31"_s);
+        auto screen = std::make_unique<QWidget>();
+        const auto run = [&](const std::function<void(WorkingFrm&)>& meanwhile) {
+            WorkingProgress progress(screen.get());
+            QTimer::singleShot(0, qApp, [&] {
+                QVERIFY(QGuiApplication::overrideCursor() && !screen->isEnabled());
+                meanwhile(*screen->findChild<WorkingFrm*>());
+            });
+            exportList({m->session, progress, m_program}, FineLayout, m_select, NothingToPrint);
+            QVERIFY(!QGuiApplication::overrideCursor());
+        };
+        run([](WorkingFrm& form) {
+            QVERIFY(form.cmdQuit.isEnabled());
+            form.cmdQuit.click();
+        });
+        QVERIFY(files().isEmpty() && m_program.shown.isEmpty());
+        run([](WorkingFrm&) {});
+        QCOMPARE(files(), QStringList {u"清单.xlsx"_s});
+        QVERIFY(screen->isEnabled() && !screen->findChild<WorkingFrm*>());
+        run([&](WorkingFrm&) { screen.reset(); }); // the screen is closed in the middle of its run
+        QCOMPARE(m_program.shown.size(), 1);
+    }
+
+    void layouts()
+    {
+        QCOMPARE(monthlyWorkloadLayout(2003, 5).title, u"2003年5月流通工作量统计报表"_s);
+        const std::pair<ListExport, QString> sources[] {{ListExport::Readers, u"dzk"_s},
+            {ListExport::Withdrawals, u"BookOut"_s}, {ListExport::LoanHistory, u"JhslskV"_s},
+            {ListExport::OpenLoans, u"JhskV"_s}, {ListExport::Fines, u"FkkV"_s},
+            {ListExport::LostBooks, u"BookOut"_s}, {ListExport::Overdue, u"JhskCqV"_s}};
+        for (const auto& [list, source] : sources) {
+            QStringList fields;
+            for (const ExportColumn& column : listLayout(list).columns)
+                fields.append(column.field);
+            m->rows(u"select "_s + fields.join(u',') + u" from "_s + source);
+        }
+    }
 
 private:
     Exporter exporter() { return {m->session, m_progress, m_program}; }
     QStringList files() const { return QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden); }
-    void fine(const QString& bookname, const QString& barcode, const QString& money, const QString& date);
+
+    void fine(const QString& bookname, const QString& barcode, const QString& money, const QString& date)
+    {
+        m->insert(u"fkk"_s,
+            {{u"bookname"_s, bookname}, {u"barcode"_s, barcode}, {u"sfmoney"_s, money},
+                {u"opratedate"_s, date}});
+    }
 
     std::unique_ptr<TestLibrary> m;
     std::unique_ptr<QTemporaryDir> m_folder;
@@ -104,221 +289,6 @@ private:
     const QString m_select
         = u"select bookname,barcode,sfmoney,opratedate,7 as days from fkk order by barcode"_s;
 };
-
-void TestExport::init()
-{
-    m = std::make_unique<TestLibrary>();
-    m_folder = std::make_unique<QTemporaryDir>();
-    m_program = {};
-    m_program.place = m_folder->path();
-    m_progress = {};
-}
-
-void TestExport::cleanup()
-{
-    QCOMPARE(m_progress.open, 0);
-    QCOMPARE(m->prompt.takeComplaints(), QString());
-}
-
-void TestExport::fine(
-    const QString& bookname, const QString& barcode, const QString& money, const QString& date)
-{
-    m->insert(u"fkk"_s,
-        {{u"bookname"_s, bookname}, {u"barcode"_s, barcode}, {u"sfmoney"_s, money}, {u"opratedate"_s, date}});
-}
-
-void TestExport::listCellForCell()
-{
-    fine(u"=1+1"_s, u"0001"_s, u"12.5"_s, u"2003-05-31 23:59:59"_s);
-    fine(u"  他说\"it's\" <&> {=A1}  "_s, u"0002"_s, u"null"_s, u"null"_s);
-    fine(u"null"_s, u"123456789012345678"_s, u"0"_s, u"1900-01-01"_s);
-    fine(u"http://x.cn"_s, u"2003-05-31"_s, u"-3.05"_s, u"2004-02-29"_s);
-    exportList(exporter(), FineLayout, m_select, NothingToPrint);
-    QCOMPARE(files(), QStringList {u"清单.xlsx"_s});
-    QCOMPARE(m_program.shown, QStringList {m_folder->filePath(u"清单.xlsx"_s)});
-    QCOMPARE(m_progress.total, 4);
-    QCOMPARE(m_progress.done, 4);
-    const QString ground = u" solid FFCCFFCC center"_s;
-    const QStringList cells {u"sheet Sheet1 7 A1:E2"_s, u"widths A=41 B=14 C=11 E=8"_s,
-        u"A1 s \"清单\" 宋体 14 center center"_s, u"A3 s \"书名\""_s + ground, u"B3 s \"条码\""_s + ground,
-        u"C3 s \"金额\""_s + ground, u"D3 s \"日期\""_s + ground, u"E3 s \"天数\""_s + ground,
-        u"A4 s \"=1+1\" General"_s, u"B4 s \"0001\" General"_s, u"C4 n 12.5 0.00"_s,
-        u"D4 d \"2003-05-31\" yyyy-mm-dd"_s, u"E4 n 7 General"_s,
-        u"A5 s \"他说\\\"it's\\\" <&> {=A1}\" General"_s, u"B5 s \"0002\" General"_s, u"E5 n 7 General"_s,
-        u"B6 s \"123456789012345678\" General"_s, u"C6 n 0 0.00"_s, u"D6 s \"1900-01-01\" General"_s,
-        u"E6 n 7 General"_s, u"A7 s \"http://x.cn\" General"_s, u"B7 s \"2003-05-31\" General"_s,
-        u"C7 n -3.05 0.00"_s, u"D7 d \"2004-02-29\" yyyy-mm-dd"_s, u"E7 n 7 General"_s, u"sheet Sheet2 1 "_s,
-        u"widths A=41 B=14 C=11 E=8"_s, u"sheet Sheet3 1 "_s, u"widths A=41 B=14 C=11 E=8"_s};
-    QCOMPARE(readBack(m_program.shown[0]).join(u'\n'), cells.join(u'\n'));
-    exportList(exporter(), FineLayout, m_select, NothingToPrint); // an older file is not written over
-    QCOMPARE(files(), (QStringList {u"清单 (2).xlsx"_s, u"清单.xlsx"_s}));
-}
-
-void TestExport::gridCellForCell()
-{
-    GridModel grid;
-    grid.setFormatString(u"^单位|^证号|^小计"_s);
-    const QString control = u"a\tb\x01"_s;
-    grid.addRow({QString(10'000, u'书'), u" 0012 "_s, u"15"_s});
-    grid.addRow({QString(40'000, u'x'), u"12"_s, u"1.50"_s});
-    grid.addRow({control, u""_s, u"007"_s});
-    grid.addRow({u"-"_s, u""_s, u"1234567890123456"_s});
-    const ExportLayout layout {u"统计/表"_s,
-        {{u"单位"_s, {}, 15, CellFormat::Text}, {u"证号"_s, {}, 10, CellFormat::Text}, {u"小计"_s, {}, 7}}};
-    exportGrid(exporter(), layout, grid, 4);
-    QCOMPARE(m_program.shown, QStringList {m_folder->filePath(u"统计-表.xlsx"_s)});
-    const QStringList cells = readBack(m_program.shown[0]).mid(6);
-    QVERIFY2(cells.size() == 14, qPrintable(cells.join(u' ').right(500)));
-    QCOMPARE(cells[0], u"A4 s \""_s + QString(10'000, u'书') + u"\" General"_s);
-    QCOMPARE(cells.mid(1, 2).join(u'\n'), u"B4 s \"0012\" General\nC4 n 15 General"_s);
-    QCOMPARE(cells[3], u"A5 s \""_s + QString(32'767, u'x') + u"\" General"_s);
-    QCOMPARE(cells.mid(4, 2).join(u'\n'), u"B5 s \"12\" General\nC5 n 1.5 General"_s);
-    QVERIFY2(cells[6].startsWith(u"A6 s \"a\\tb"), qPrintable(cells[6]));
-    QCOMPARE(cells[7], u"C6 s \"007\" General"_s);
-    QCOMPARE(cells.mid(8, 2).join(u'\n'), u"A7 s \"-\" General\nC7 s \"1234567890123456\" General"_s);
-}
-
-void TestExport::spreadsOverSheets_data()
-{
-    QTest::addColumn<qsizetype>("total");
-    QTest::addColumn<QList<qsizetype>>("sheets");
-    const auto row = [](qsizetype total, const QList<qsizetype>& sheets) {
-        QTest::newRow(qPrintable(QString::number(total))) << total << sheets;
-    };
-    row(1, {1, 0, 0});
-    row(50'000, {50'000, 0, 0});
-    row(50'001, {50'000, 1, 0});
-    row(100'000, {50'000, 50'000, 0});
-    row(100'001, {50'000, 50'000, 1});
-    row(200'000, {50'000, 50'000, 100'000});
-}
-
-void TestExport::spreadsOverSheets()
-{
-    QFETCH(qsizetype, total);
-    QFETCH(QList<qsizetype>, sheets);
-    const std::vector<qsizetype> counts = rowsOfSheets(total);
-    QCOMPARE(QList<qsizetype>(counts.begin(), counts.end()), sheets);
-}
-
-/// One row more than a sheet holds stands under captions of its own, without a title.
-void TestExport::secondSheet()
-{
-    for (int digit = 0; digit < 10; ++digit)
-        m->insert(u"dzdw"_s, {{u"readunit"_s, QString::number(digit)}});
-    const QString select
-        = u"select top 50001 a.readunit+b.readunit+c.readunit+d.readunit+e.readunit as unit from dzdw a,"
-          "dzdw b,dzdw c,dzdw d,dzdw e order by a.readunit,b.readunit,c.readunit,d.readunit,e.readunit"_s;
-    exportList(exporter(), {u"大表"_s, {{u"单位"_s, u"unit"_s, 8}}}, select, NothingToPrint);
-    QCOMPARE(m_progress.done, 50'001);
-    QCOMPARE(m_program.shown.size(), 1);
-    const QStringList cells = readBack(m_program.shown[0]);
-    QCOMPARE(cells[0], u"sheet Sheet1 50003 A1:A2"_s);
-    QCOMPARE(cells[50'003], u"A50003 s \"49999\" General"_s);
-    QCOMPARE(cells.mid(50'004, 4).join(u'\n'),
-        u"sheet Sheet2 2 \nwidths A=9\nA1 s \"单位\" solid FFCCFFCC center\nA2 s \"50000\" General"_s);
-}
-
-void TestExport::nothingToExport()
-{
-    m->prompt.expect(u"没有可以打印的信息！"_s).titled(u"操作提示");
-    exportList(exporter(), FineLayout, {}, NothingToPrint);
-    m->prompt.expect(u"没有需要输出的信息！"_s).titled(u"操作提示");
-    exportList(exporter(), FineLayout, {}, NothingToOutput);
-    QCOMPARE(m_progress.total, -1);
-    m->prompt.expect(u"没有符合条件的记录！"_s).titled(u"操作提示");
-    exportList(exporter(), FineLayout, m_select, NothingToPrint);
-    m->prompt.expect(u"没有需要导出的数据！"_s).titled(u"操作提示");
-    exportGrid(exporter(), FineLayout, GridModel(), 0);
-    QVERIFY(files().isEmpty() && m_program.shown.isEmpty());
-}
-
-void TestExport::failuresAreTold()
-{
-    const QString failed = u"出现意外错误！详细信息如下：\n"_s;
-    for (int row = 0; row < 300; ++row)
-        fine(QString(400, u'x'), QString::number(row), u"1"_s, u"2003-05-31"_s);
-    m->prompt.expectStart(failed);
-    exportList(exporter(), FineLayout, u"select nowhere from fkk"_s, NothingToPrint);
-    m->prompt.expectStart(failed);
-    exportList(exporter(), {u"清单"_s, {{u"?"_s, u"nosuch"_s}}}, m_select, NothingToPrint);
-    m->prompt.expectStart(failed + u"无法写入文件 "_s);
-    m_program.place = u"/nonexistent/folder"_s;
-    exportList(exporter(), FineLayout, m_select, NothingToPrint);
-    m_program.place = m_folder->path();
-    {
-        const FullDisk disk(100'000); // the rows do not fit; the file, packed, would
-        m->prompt.expectStart(failed + u"磁盘已满"_s);
-        exportList(exporter(), FineLayout, m_select, NothingToPrint);
-    }
-    {
-        const FullDisk disk(1'000);
-        m->prompt.expectStart(failed);
-        exportList(exporter(), FineLayout, m_select, NothingToPrint);
-    }
-    QCOMPARE(files(), QStringList());
-    QVERIFY(m_program.shown.isEmpty());
-    m_program.missing = true;
-    m->prompt.expect(failed + u"没有程序"_s);
-    exportList(exporter(), FineLayout, m_select, NothingToPrint);
-}
-
-void TestExport::cancelLeavesNothing()
-{
-    for (int row = 0; row < 5; ++row)
-        fine(u"x"_s, QString::number(row), u"1"_s, u"2003-05-31"_s);
-    for (const qsizetype after : {0, 1, 4}) {
-        m_progress = {};
-        m_progress.endAfter = after;
-        exportList(exporter(), FineLayout, m_select, NothingToPrint);
-        QCOMPARE(m_progress.done, after);
-    }
-    QVERIFY(files().isEmpty() && m_program.shown.isEmpty());
-}
-
-void TestExport::cancelByTheButton()
-{
-    for (int row = 0; row < 5; ++row)
-        fine(u"x"_s, QString::number(row), u"1"_s, u"2003-05-31"_s);
-    auto screen = std::make_unique<QWidget>();
-    const auto run = [&](const std::function<void(WorkingFrm&)>& meanwhile) {
-        WorkingProgress progress(screen.get());
-        QTimer::singleShot(0, qApp, [&] {
-            QVERIFY(QGuiApplication::overrideCursor() && !screen->isEnabled());
-            meanwhile(*screen->findChild<WorkingFrm*>());
-        });
-        exportList({m->session, progress, m_program}, FineLayout, m_select, NothingToPrint);
-        QVERIFY(!QGuiApplication::overrideCursor());
-    };
-    run([](WorkingFrm& form) {
-        QVERIFY(form.cmdQuit.isEnabled());
-        form.cmdQuit.click();
-    });
-    QVERIFY(files().isEmpty() && m_program.shown.isEmpty());
-    run([](WorkingFrm&) {});
-    QCOMPARE(files(), QStringList {u"清单.xlsx"_s});
-    QVERIFY(screen->isEnabled() && !screen->findChild<WorkingFrm*>());
-    run([&](WorkingFrm&) { screen.reset(); }); // the screen is closed in the middle of its run
-    QCOMPARE(m_program.shown.size(), 1);
-}
-
-void TestExport::layouts()
-{
-    QCOMPARE(monthlyClassesLayout(2003, 5).columns.size(), 24u);
-    QCOMPARE(monthlyReadersLayout(2003, 5).columns.size(), 33u);
-    QCOMPARE(yearlyReadersLayout(2003).columns.size(), 17u);
-    QCOMPARE(monthlyWorkloadLayout(2003, 5).title, u"2003年5月流通工作量统计报表"_s);
-    const std::pair<ListExport, QString> sources[] {{ListExport::Readers, u"dzk"_s},
-        {ListExport::Withdrawals, u"BookOut"_s}, {ListExport::LoanHistory, u"JhslskV"_s},
-        {ListExport::OpenLoans, u"JhskV"_s}, {ListExport::Fines, u"FkkV"_s},
-        {ListExport::LostBooks, u"BookOut"_s}, {ListExport::Overdue, u"JhskCqV"_s}};
-    for (const auto& [list, source] : sources) {
-        QStringList fields;
-        for (const ExportColumn& column : listLayout(list).columns)
-            fields.append(column.field);
-        m->rows(u"select "_s + fields.join(u',') + u" from "_s + source);
-    }
-}
 
 QTEST_MAIN(TestExport)
 #include "test_export.moc"

@@ -1,12 +1,14 @@
 #include "platform/core/error.h"
 #include "platform/core/text.h"
+#include "platform/db/embedded.h"
+#include "platform/db/pooled_factory.h"
 #include "platform/sql/parser.h"
 #include "platform/sql/printer.h"
 #include "sql/case_file.h"
-#include "sql/postgres_base.h"
-#include "sql/sqlite_base.h"
+#include "support/postgres_database.h"
 
 #include <QDir>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace quilla;
@@ -51,40 +53,81 @@ QString lettersOf(const Translation& translation, const QString& key)
     return letters;
 }
 
-/// A translator with a base of its engine, in which one case leaves no trace for the next.
-template <typename Base> class Bench {
+/// The clock of the cases.
+class CaseClock final : public Clock {
 public:
-    Bench(Engine engine, const Schema& schema)
-        : translator(engine, schema)
+    QDateTime now() const override { return QDateTime(QDate(2004, 3, 9), QTime(8, 5, 3)); }
+};
+
+/// Numbers without the zeros at the end of their fraction, dates in their canonical form.
+QString shown(const Value& value)
+{
+    if (value.isNull()) return u"NULL"_s;
+    if (value.kind() == Kind::Bit) return value.isTrue() ? u"1"_s : u"0"_s;
+    QString text = value.text();
+    if (value.kind() == Kind::Date) {
+        const CanonicalMoment moment(*value.plainMoment());
+        text = QString::fromUtf8(moment.view().data(), qsizetype(moment.view().size()));
+    } else if (value.kind() == Kind::Decimal && text.contains(u'.')) {
+        while (text.endsWith(u'0'))
+            text.chop(1);
+        if (text.endsWith(u'.')) text.chop(1);
+    }
+    return text;
+}
+
+/// The tables of the cases on one engine, in which one case leaves no trace for the next.
+class Bench {
+public:
+    Bench(Engine engine, const Schema& schema, const Clock& clock, const QString& connectionText)
+        : m_factory(schema, clock)
+        , translator(engine, schema)
+        , connection(m_factory.open(connectionText))
     {
     }
 
-    void runScript(const QString& file)
-    {
-        std::vector<Literal> literals;
-        for (const ScriptPart& part : splitScript(readText(CaseFolder + file)))
-            base.run(translator.translate(part.text, literals), literals);
-    }
-
-    /// The rows, or "fails: " and the engine's words.
-    QString outcome(const Translation& translation, const std::vector<Literal>& literals)
+    /// The rows as "a|b;c|d", or the number of rows that changed, or "fails: " and the engine's words.
+    QString outcome(const QString& statement, const Translation& translation)
     {
         if (translation.text.isEmpty()) return {};
-        base.run("SAVEPOINT one_case");
-        QString rows;
+        QString outcome;
+        connection.begin();
         try {
-            rows = base.run(translation, literals);
+            outcome = translation.returnsRows ? rowsOf(connection.open(statement))
+                                              : QString::number(connection.execute(statement));
         } catch (const Error& error) {
-            rows = u"fails: "_s + error.text;
+            outcome = u"fails: "_s + error.text;
         }
-        base.run("ROLLBACK TO one_case");
-        base.run("RELEASE one_case");
-        return rows.trimmed();
+        connection.rollback();
+        return outcome.trimmed();
     }
 
+private:
+    static QString rowsOf(Recordset row)
+    {
+        QStringList rows;
+        for (; !row.eof(); row.next()) {
+            QStringList fields;
+            for (int field = 0; field < row.fieldCount(); ++field)
+                fields += shown(row.field(field));
+            rows += fields.join(u'|');
+        }
+        return rows.join(u';');
+    }
+
+    PooledFactory m_factory;
+
+public:
     Translator translator;
-    Base base;
+    Connection connection;
 };
+
+void fillBase(Connection& connection)
+{
+    for (const QString& script : {u"library.sql"_s, u"rows.sql"_s})
+        for (const ScriptPart& part : splitScript(readText(CaseFolder + script)))
+            connection.execute(part.text);
+}
 
 /// Where a statement names no order, each engine has its own.
 QString comparable(const QString& rows, const QString& statement)
@@ -105,12 +148,14 @@ class TestCases : public QObject {
 
 private:
     Schema m_schema;
-    std::unique_ptr<Bench<SqliteBase>> m_sqlite;
-    std::unique_ptr<Bench<PostgresBase>> m_postgres;
+    CaseClock m_clock;
+    QTemporaryDir m_folder;
+    std::unique_ptr<PostgresDatabase> m_database;
+    std::unique_ptr<Bench> m_sqlite;
+    std::unique_ptr<Bench> m_postgres;
 
     /// What the engine made of the case; nothing when it was refused.
-    template <typename Base>
-    std::optional<QString> run(Bench<Base>& bench, const QString& engine, const Case& tested)
+    std::optional<QString> run(Bench& bench, const QString& engine, const Case& tested)
     {
         const QByteArray place = tested.place().toUtf8();
         const auto same = [&](const QString& key, const QString& actual) {
@@ -124,7 +169,7 @@ private:
             same(engine, QString::fromUtf8(translation.text));
             same(u"params"_s, lettersOf(translation, u"params"_s));
             same(u"columns"_s, lettersOf(translation, u"columns"_s));
-            return bench.outcome(translation, literals);
+            return bench.outcome(tested.statement, translation);
         } catch (const Error& error) {
             if (error.number != ErrorNumber::NotUnderstood) throw;
             same(u"refused"_s,
@@ -138,16 +183,17 @@ private Q_SLOTS:
     void initTestCase()
     {
         m_schema = readSchema(readText(CaseFolder + u"library.sql"_s));
-        m_sqlite = std::make_unique<Bench<SqliteBase>>(Engine::Sqlite, m_schema);
-        m_postgres = std::make_unique<Bench<PostgresBase>>(Engine::Postgres, m_schema);
-        for (const Translation& statement : m_postgres->translator.preparation())
-            m_postgres->base.run(statement);
-        m_postgres->base.run("CREATE OR REPLACE FUNCTION getdate() RETURNS timestamp LANGUAGE sql STABLE "
-                             "RETURN timestamp '2004-03-09 08:05:03'; BEGIN");
-        for (const QString& script : {u"library.sql"_s, u"rows.sql"_s}) {
-            m_sqlite->runScript(script);
-            m_postgres->runScript(script);
-        }
+        const QString file = m_folder.filePath(u"cases.db"_s);
+        createEmbedded(file, m_schema, m_clock, fillBase);
+        m_sqlite = std::make_unique<Bench>(
+            Engine::Sqlite, m_schema, m_clock, u"DSN=%1;Database=%2"_s.arg(BuiltInDataSource, file));
+        m_database = std::make_unique<PostgresDatabase>();
+        m_postgres
+            = std::make_unique<Bench>(Engine::Postgres, m_schema, m_clock, m_database->connectionText());
+        m_postgres->connection.prepareEmptyBase();
+        m_database->run("CREATE OR REPLACE FUNCTION getdate() RETURNS timestamp LANGUAGE sql STABLE "
+                        "RETURN timestamp '2004-03-09 08:05:03'");
+        fillBase(m_postgres->connection);
     }
 
     void cases_data()

@@ -55,55 +55,38 @@ private Q_SLOTS:
         QVERIFY(m_literals[1].text == u"22" && !m_literals[1].quoted);
     }
 
-    void shapesThatDifferInMoreThanLiterals_data()
-    {
-        QTest::addColumn<QString>("one");
-        QTest::addColumn<QString>("other");
-        QTest::newRow("pinned top") << u"select top 1 code from t"_s << u"select top 2 code from t"_s;
-        QTest::newRow("pinned width")
-            << u"select convert(varchar(5),number) from t"_s << u"select convert(varchar(6),number) from t"_s;
-        QTest::newRow("pinned style") << u"select convert(varchar(10),day,111) from t"_s
-                                      << u"select convert(varchar(10),day,120) from t"_s;
-        QTest::newRow("pinned position")
-            << u"select code,number from t order by 1"_s << u"select code,number from t order by 2"_s;
-        QTest::newRow("quoted or not")
-            << u"select code from t where number='1'"_s << u"select code from t where number=1"_s;
-        QTest::newRow("whole or not")
-            << u"select code from t where number=1"_s << u"select code from t where number=1.5"_s;
-        QTest::newRow("date part") << u"select datediff(dd,day,'2003-01-01') from t"_s
-                                   << u"select datediff(mm,day,'2003-01-01') from t"_s;
-        QTest::newRow("digits of a name") << u"select code as c1 from t"_s << u"select code as c2 from t"_s;
-    }
-
     void shapesThatDifferInMoreThanLiterals()
     {
-        QFETCH(QString, one);
-        QFETCH(QString, other);
-        const int first = translate(one).id;
-        QVERIFY(translate(other).id != first);
-        QCOMPARE(translate(one).id, first);
-    }
-
-    void literals_data()
-    {
-        QTest::addColumn<QString>("literal");
-        QTest::newRow("empty") << QString();
-        QTest::newRow("emoji") << u"📚读者👩‍🏫"_s;
-        QTest::newRow("only doubled quotes") << u"''''"_s;
-        QTest::newRow("comment signs") << u"a--b/*c"_s;
-        QTest::newRow("brackets, digits and a question mark") << u"[1]?2.5"_s;
-        QTest::newRow("line break") << u"a\r\nb"_s;
-        QTest::newRow("10,000 characters") << QString(10000, u'书');
+        const std::pair<QString, QString> rows[] {
+            {u"select top 1 code from t"_s, u"select top 2 code from t"_s},
+            {u"select convert(varchar(5),number) from t"_s, u"select convert(varchar(6),number) from t"_s},
+            {u"select convert(varchar(10),day,111) from t"_s,
+                u"select convert(varchar(10),day,120) from t"_s},
+            {u"select code,number from t order by 1"_s, u"select code,number from t order by 2"_s},
+            {u"select code from t where number='1'"_s, u"select code from t where number=1"_s},
+            {u"select code from t where number=1"_s, u"select code from t where number=1.5"_s},
+            {u"select datediff(dd,day,'2003-01-01') from t"_s,
+                u"select datediff(mm,day,'2003-01-01') from t"_s},
+            {u"select code as c1 from t"_s, u"select code as c2 from t"_s},
+        };
+        for (const auto& [one, other] : rows) {
+            const int first = translate(one).id;
+            QVERIFY(translate(other).id != first);
+            QCOMPARE(translate(one).id, first);
+        }
     }
 
     void literals()
     {
-        QFETCH(QString, literal);
         const int plain = translate(u"select number from t where code='x' and number=7"_s).id;
-        QCOMPARE(translate(u"select number from t where code='"_s + literal + u"' and number=7"_s).id, plain);
-        QCOMPARE(m_literals[0].text.toString(), literal);
-        QCOMPARE(m_literals[0].hasDoubledQuote, literal.contains(u'\''));
-        QCOMPARE(m_literals[1].text, u"7");
+        for (const QString& literal : {u""_s, u"📚读者👩‍🏫"_s, u"''''"_s, u"a--b/*c"_s,
+                 u"[1]?2.5"_s, u"a\r\nb"_s, QString(10000, u'书')}) {
+            QCOMPARE(
+                translate(u"select number from t where code='"_s + literal + u"' and number=7"_s).id, plain);
+            QCOMPARE(m_literals[0].text.toString(), literal);
+            QCOMPARE(m_literals[0].hasDoubledQuote, literal.contains(u'\''));
+            QCOMPARE(m_literals[1].text, u"7");
+        }
     }
 
     void literalsAreCountedAlike()
@@ -117,36 +100,28 @@ private Q_SLOTS:
         QCOMPARE(found.parameters[4].literal, 4);
     }
 
-    void refusals_data()
-    {
-        QTest::addColumn<QString>("statement");
-        QTest::addColumn<QString>("told");
-        QTest::newRow("open quote") << u"select code\nfrom t where code='a"_s << u"第 2 行第 19 列"_s;
-        QTest::newRow("open bracket") << u"select [code from t"_s << u"第 1 行第 8 列"_s;
-        QTest::newRow("open comment") << u"select 1 /* x"_s << u"第 1 行第 10 列"_s;
-        QTest::newRow("control character") << u"select \u0001 from t"_s << u"第 1 行第 8 列"_s;
-        QTest::newRow("odd quote after a doubled one") << u"select 'a''"_s << u"第 1 行第 8 列"_s;
-        QTest::newRow("cut short") << u"select code from t where"_s << u"语句末尾"_s;
-        QTest::newRow("empty") << QString() << u"语句末尾"_s;
-        QTest::newRow("a second statement") << u"delete from t; delete from t"_s << u"“delete”"_s;
-        QTest::newRow("deep brackets")
-            << u"select "_s + QString(5000, u'(') + u"1"_s + QString(5000, u')') << u"嵌套太深"_s;
-        QTest::newRow("deep selects")
-            << u"select * from "_s + u"(select * from "_s.repeated(5000) << u"嵌套太深"_s;
-        QTest::newRow("deep cases") << u"select "_s + u"case when 1=1 then "_s.repeated(5000)
-                                    << u"嵌套太深"_s;
-        QTest::newRow("many signs") << u"select "_s + QString(50000, u'+') + u"1"_s << u"嵌套太深"_s;
-        QTest::newRow("many nots") << u"select 1 from t where "_s + u"not "_s.repeated(50000)
-                                   << u"嵌套太深"_s;
-        QTest::newRow("long sum") << u"select 1"_s + u"+1"_s.repeated(5000) << u"算式太长"_s;
-    }
-
     void refusals()
     {
-        QFETCH(QString, statement);
-        QFETCH(QString, told);
-        const QString message = messageOf([&] { translate(statement); });
-        QVERIFY2(message.contains(told), qPrintable(message));
+        const std::pair<QString, QString> rows[] {
+            {u"select code\nfrom t where code='a"_s, u"第 2 行第 19 列"_s},
+            {u"select [code from t"_s, u"第 1 行第 8 列"_s},
+            {u"select 1 /* x"_s, u"第 1 行第 10 列"_s},
+            {u"select \u0001 from t"_s, u"第 1 行第 8 列"_s},
+            {u"select 'a''"_s, u"第 1 行第 8 列"_s},
+            {u"select code from t where"_s, u"语句末尾"_s},
+            {{}, u"语句末尾"_s},
+            {u"delete from t; delete from t"_s, u"“delete”"_s},
+            {u"select "_s + QString(5000, u'(') + u"1"_s + QString(5000, u')'), u"嵌套太深"_s},
+            {u"select * from "_s + u"(select * from "_s.repeated(5000), u"嵌套太深"_s},
+            {u"select "_s + u"case when 1=1 then "_s.repeated(5000), u"嵌套太深"_s},
+            {u"select "_s + QString(50000, u'+') + u"1"_s, u"嵌套太深"_s},
+            {u"select 1 from t where "_s + u"not "_s.repeated(50000), u"嵌套太深"_s},
+            {u"select 1"_s + u"+1"_s.repeated(5000), u"算式太长"_s},
+        };
+        for (const auto& [statement, told] : rows) {
+            const QString message = messageOf([&] { translate(statement); });
+            QVERIFY2(message.contains(told), qPrintable(message));
+        }
     }
 
     void longChainsStayFlat()
@@ -224,24 +199,20 @@ private Q_SLOTS:
         QCOMPARE(readShape(u"shape { select 1 } as a compute a by k").groupBy, std::vector<QString> {u"k"_s});
     }
 
-    void shapesAreRefused_data()
-    {
-        QTest::addColumn<QString>("shape");
-        QTest::addColumn<QString>("told");
-        QTest::newRow("no select") << u"shape select 1"_s << u"第 1 行第 7 列"_s;
-        QTest::newRow("open brace") << u"shape {select '}' "_s << u"此处应为 }"_s;
-        QTest::newRow("open quote") << u"shape {select 'a} as b compute b by 'k'"_s << u"第 1 行"_s;
-        QTest::newRow("other child") << u"shape {x} as a compute b by 'k'"_s << u"“b”：此处应为 a"_s;
-        QTest::newRow("no groups") << u"shape {x} as a compute a"_s << u"语句末尾"_s;
-        QTest::newRow("more") << u"shape {x} as a compute a by 'k' x"_s << u"附近有语法错误"_s;
-    }
-
     void shapesAreRefused()
     {
-        QFETCH(QString, shape);
-        QFETCH(QString, told);
-        const QString message = messageOf([&] { readShape(shape); });
-        QVERIFY2(message.contains(told), qPrintable(message));
+        const std::pair<QString, QString> rows[] {
+            {u"shape select 1"_s, u"第 1 行第 7 列"_s},
+            {u"shape {select '}' "_s, u"此处应为 }"_s},
+            {u"shape {select 'a} as b compute b by 'k'"_s, u"第 1 行"_s},
+            {u"shape {x} as a compute b by 'k'"_s, u"“b”：此处应为 a"_s},
+            {u"shape {x} as a compute a"_s, u"语句末尾"_s},
+            {u"shape {x} as a compute a by 'k' x"_s, u"附近有语法错误"_s},
+        };
+        for (const auto& [shape, told] : rows) {
+            const QString message = messageOf([&] { readShape(shape); });
+            QVERIFY2(message.contains(told), qPrintable(message));
+        }
     }
 
     void theSchemaKnowsColumns()

@@ -19,170 +19,115 @@ class TestQuery : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void conditions_data();
-    void conditions();
-    void refusesWhatIsNoNumber();
-    void chains();
-    void sortOrder();
-    void takesListsApart();
+    void initTestCase()
+    {
+        m = std::make_unique<TestLibrary>();
+        const auto reader = [this](const QString& code, const QString& name, const QString& quota,
+                                const QString& fine, const QString& issued) {
+            m->reader(code,
+                {{u"name"_s, name}, {u"bookcount"_s, quota}, {u"fine"_s, fine}, {u"paperdate"_s, issued}});
+        };
+        reader(u"1"_s, u"王一"_s, u"5"_s, u"0.5"_s, u"2003-05-31"_s);
+        reader(u"2"_s, u"O'Neil"_s, u"-5"_s, u"0.25"_s, u"2003-12-01"_s);
+        reader(u"3"_s, u"王 50%"_s, u"10"_s, u"2"_s, u"2002-12-31 23:59:59"_s);
+        reader(u"4"_s, u"a[b]"_s, u"null"_s, u"null"_s, u"null"_s);
+        reader(u"5"_s, u"--'"_s, u"0"_s, u"0"_s, u"2004-01-01"_s);
+    }
+
+    /// What is built for a field, an operator and a value, and the readers that it finds.
+    void conditions()
+    {
+        const QString date = u"Convert(varchar(10),dzk.paperdate,111) "_s;
+        const struct {
+            QueryField field;
+            QString word, value, condition, readers;
+        } rows[] {
+            {Name, u"等于"_s, u"O'NEIL"_s, u"name='O''NEIL'"_s, u"2"_s},
+            {Name, u"不等于"_s, u"王一"_s, u"name<>'王一'"_s, u"2345"_s},
+            {Name, u"包含"_s, u"王"_s, u"name Like '%王%'"_s, u"13"_s},
+            {Name, u"包含"_s, u"[%]"_s, u"name Like '%[%]%'"_s, u"3"_s},
+            {Name, u"等于"_s, u" "_s, u"name=' '"_s, u""_s},
+            {Quota, u"不等于"_s, u"5"_s, u"bookcount<>5"_s, u"235"_s},
+            {Quota, u"大于"_s, u"-5"_s, u"bookcount>-5"_s, u"135"_s},
+            {Quota, u"不大于"_s, u"-5"_s, u"bookcount<=-5"_s, u"2"_s},
+            {Fine, u"等于"_s, u"0.50"_s, u"fine=0.50"_s, u"1"_s},
+            {Fine, u"不小于"_s, u"2e0"_s, u"fine>=2e0"_s, u"3"_s},
+            {Issued, u"等于"_s, u"2003-05-31"_s, date + u"Like '2003/05/31'"_s, u"1"_s},
+            {Issued, u"等于"_s, u"2003-05-__"_s, date + u"Like '2003/05/__'"_s, u"1"_s},
+            {Issued, u"等于"_s, u"2003-__-__"_s, date + u"Like '2003/__/__'"_s, u"12"_s},
+            {Issued, u"等于"_s, u"____-12-__"_s, date + u"Like '____/12/__'"_s, u"23"_s},
+            {Issued, u"不等于"_s, u"2003-__-__"_s, date + u"<>'2003/__/__'"_s, u"1235"_s},
+            {Issued, u"大于"_s, u"2003-05-__"_s, date + u">'2003/05/99'"_s, u"25"_s},
+            {Issued, u"不小于"_s, u"2003-__-__"_s, date + u">='2003/00/00'"_s, u"125"_s},
+            {Issued, u"小于"_s, u"2003-12-__"_s, date + u"<'2003/12/00'"_s, u"13"_s},
+            {Issued, u"不大于"_s, u"2003-__-__"_s, date + u"<='2003/99/99'"_s, u"123"_s},
+            {Issued, u"不大于"_s, u"2003-13-45"_s, date + u"<='2003/13/45'"_s, u"123"_s},
+        };
+        for (const auto& [field, word, value, condition, readers] : rows) {
+            QVERIFY(queryOperators(field.type).contains(word));
+            QueryBuilder query;
+            QVERIFY(query.add(field, word, value));
+            QCOMPARE(query.condition(), condition);
+            QCOMPARE(query.readableCondition(), field.caption + u'\'' + word + u'\'' + doubled(value));
+            QCOMPARE(condition + found(condition), condition + readers);
+        }
+    }
+
+    void refusesWhatIsNoNumber()
+    {
+        QueryBuilder query;
+        for (const QString& value : {u"x"_s, u"5 or 1=1"_s, u"'5'"_s, u"--5"_s, u"5--"_s, u"."_s, u"-"_s,
+                 u" "_s, u"1.2.3"_s, u"nan"_s, u"0x10"_s, u"1e"_s, u"5\n"_s, u"2003-05-01"_s})
+            QVERIFY2(!query.add(Quota, u"等于", value), qPrintable(value));
+        for (const QueryField& field : {Name, Quota, Issued})
+            QVERIFY(!query.add(field, u"等于", {}));
+        QVERIFY(!query.add(Issued, u"等于", u"____-__-__"_s));
+        QCOMPARE(query.condition() + query.readableCondition() + query.merge(), QString());
+    }
+
+    void chains()
+    {
+        QueryBuilder query;
+        QCOMPARE(query.condition(), QString());
+        query.add(Name, u"包含", u"王"_s);
+        query.add(Quota, u"大于", u"5"_s);
+        QCOMPARE(query.condition(), u"name Like '%王%' And bookcount>5"_s);
+        QCOMPARE(query.readableCondition(), u"姓名'包含'王;可借册数'大于'5"_s);
+        QCOMPARE(query.merge(), u"姓名'包含'王;可借册数'大于'5"_s);
+        QCOMPARE(query.merge(), QString());
+        QCOMPARE(query.condition(), u"(name Like '%王%' And bookcount>5)"_s);
+        query.add(Issued, u"等于", u"2004-__-__"_s);
+        query.merge();
+        query.add(Name, u"等于", u"O'Neil"_s);
+        query.add(Quota, u"小于", u"0"_s);
+        QCOMPARE(query.condition(),
+            u"(name Like '%王%' And bookcount>5) OR (Convert(varchar(10),dzk.paperdate,111) Like '2004/__/__') OR (name='O''Neil' And bookcount<0)"_s);
+        QCOMPARE(found(query.condition(), u"bookcount Desc,name Asc"_s), u"352"_s);
+        QCOMPARE(found(u"sex is null And ("_s + query.condition() + u')'), u"235"_s);
+        query.clear();
+        QCOMPARE(query.condition() + query.readableCondition(), QString());
+    }
+
+    void sortOrder()
+    {
+        QueryBuilder query;
+        query.sortBy(Issued, SortDirection::Descending, u"降序");
+        query.sortBy(Name, SortDirection::Ascending, u"升序");
+        QCOMPARE(query.order(), u"dzk.paperdate Desc,name Asc"_s);
+        QCOMPARE(query.readableOrder(), u"'办证日期'降;'姓名'升"_s);
+        QCOMPARE(found(u"paperdate is not null"_s, query.order()), u"5213"_s);
+    }
 
 private:
-    QString found(const QString& condition, const QString& order = u"readercode"_s);
+    QString found(const QString& condition, const QString& order = u"readercode"_s)
+    {
+        QString select = u"select readercode from dzk"_s;
+        if (!condition.isEmpty()) select += u" where "_s + condition;
+        return m->rows(select + u" order by "_s + order).join(QString());
+    }
 
     std::unique_ptr<TestLibrary> m;
 };
-
-void TestQuery::initTestCase()
-{
-    m = std::make_unique<TestLibrary>();
-    const auto reader = [this](const QString& code, const QString& name, const QString& quota,
-                            const QString& fine, const QString& issued) {
-        m->reader(
-            code, {{u"name"_s, name}, {u"bookcount"_s, quota}, {u"fine"_s, fine}, {u"paperdate"_s, issued}});
-    };
-    reader(u"1"_s, u"王一"_s, u"5"_s, u"0.5"_s, u"2003-05-31"_s);
-    reader(u"2"_s, u"O'Neil"_s, u"-5"_s, u"0.25"_s, u"2003-12-01"_s);
-    reader(u"3"_s, u"王 50%"_s, u"10"_s, u"2"_s, u"2002-12-31 23:59:59"_s);
-    reader(u"4"_s, u"a[b]"_s, u"null"_s, u"null"_s, u"null"_s);
-    reader(u"5"_s, u"--'"_s, u"0"_s, u"0"_s, u"2004-01-01"_s);
-}
-
-QString TestQuery::found(const QString& condition, const QString& order)
-{
-    QString select = u"select readercode from dzk"_s;
-    if (!condition.isEmpty()) select += u" where "_s + condition;
-    return m->rows(select + u" order by "_s + order).join(QString());
-}
-
-void TestQuery::conditions_data()
-{
-    QTest::addColumn<QueryField>("field");
-    QTest::addColumn<QString>("word");
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<QString>("condition");
-    QTest::addColumn<QString>("readers");
-    const auto row = [](const QueryField& field, const QString& word, const QString& value,
-                         const QString& condition, const QString& readers) {
-        QTest::newRow(qPrintable(field.caption + word + value))
-            << field << word << value << condition << readers;
-    };
-    row(Name, u"等于"_s, u"王一"_s, u"name='王一'"_s, u"1"_s);
-    row(Name, u"等于"_s, u"O'NEIL"_s, u"name='O''NEIL'"_s, u"2"_s);
-    row(Name, u"不等于"_s, u"王一"_s, u"name<>'王一'"_s, u"2345"_s);
-    row(Name, u"包含"_s, u"王"_s, u"name Like '%王%'"_s, u"13"_s);
-    row(Name, u"包含"_s, u"'"_s, u"name Like '%''%'"_s, u"25"_s);
-    row(Name, u"包含"_s, u"王%0"_s, u"name Like '%王%0%'"_s, u"3"_s);
-    row(Name, u"包含"_s, u"[%]"_s, u"name Like '%[%]%'"_s, u"3"_s);
-    row(Name, u"包含"_s, u" "_s, u"name Like '% %'"_s, u"3"_s);
-    row(Name, u"等于"_s, u" "_s, u"name=' '"_s, u""_s);
-    row(Name, u"等于"_s, u"' or 1=1 --"_s, u"name=''' or 1=1 --'"_s, u""_s);
-    row(Name, u"等于"_s, u"2003-05-__"_s, u"name='2003-05-__'"_s, u""_s);
-
-    row(Quota, u"等于"_s, u"5"_s, u"bookcount=5"_s, u"1"_s);
-    row(Quota, u"不等于"_s, u"5"_s, u"bookcount<>5"_s, u"235"_s);
-    row(Quota, u"大于"_s, u"-5"_s, u"bookcount>-5"_s, u"135"_s);
-    row(Quota, u"不小于"_s, u"+5"_s, u"bookcount>=+5"_s, u"13"_s);
-    row(Quota, u"小于"_s, u" 5 "_s, u"bookcount< 5 "_s, u"25"_s);
-    row(Quota, u"不大于"_s, u"-5"_s, u"bookcount<=-5"_s, u"2"_s);
-    row(Fine, u"等于"_s, u"0.50"_s, u"fine=0.50"_s, u"1"_s);
-    row(Fine, u"大于"_s, u".25"_s, u"fine>.25"_s, u"13"_s);
-    row(Fine, u"小于"_s, u"5."_s, u"fine<5."_s, u"1235"_s);
-    row(Fine, u"不小于"_s, u"2e0"_s, u"fine>=2e0"_s, u"3"_s);
-
-    const QString date = u"Convert(varchar(10),dzk.paperdate,111) "_s;
-    row(Issued, u"等于"_s, u"2003-05-31"_s, date + u"Like '2003/05/31'"_s, u"1"_s);
-    row(Issued, u"等于"_s, u"2003-05-__"_s, date + u"Like '2003/05/__'"_s, u"1"_s);
-    row(Issued, u"等于"_s, u"2003-__-__"_s, date + u"Like '2003/__/__'"_s, u"12"_s);
-    row(Issued, u"等于"_s, u"____-12-__"_s, date + u"Like '____/12/__'"_s, u"23"_s);
-    row(Issued, u"等于"_s, u"2002-12-31"_s, date + u"Like '2002/12/31'"_s, u"3"_s);
-    row(Issued, u"等于"_s, u"2003-13-45"_s, date + u"Like '2003/13/45'"_s, u""_s);
-    row(Issued, u"不等于"_s, u"2003-05-31"_s, date + u"<>'2003/05/31'"_s, u"235"_s);
-    row(Issued, u"不等于"_s, u"2003-__-__"_s, date + u"<>'2003/__/__'"_s, u"1235"_s);
-    row(Issued, u"大于"_s, u"2003-05-__"_s, date + u">'2003/05/99'"_s, u"25"_s);
-    row(Issued, u"大于"_s, u"2003-__-__"_s, date + u">'2003/99/99'"_s, u"5"_s);
-    row(Issued, u"不小于"_s, u"2003-__-__"_s, date + u">='2003/00/00'"_s, u"125"_s);
-    row(Issued, u"小于"_s, u"2003-12-__"_s, date + u"<'2003/12/00'"_s, u"13"_s);
-    row(Issued, u"小于"_s, u"200_-__-__"_s, date + u"<'2000/00/00'"_s, u""_s);
-    row(Issued, u"不大于"_s, u"2003-__-__"_s, date + u"<='2003/99/99'"_s, u"123"_s);
-    row(Issued, u"不大于"_s, u"2003-13-45"_s, date + u"<='2003/13/45'"_s, u"123"_s);
-}
-
-void TestQuery::conditions()
-{
-    QFETCH(QueryField, field);
-    QFETCH(QString, word);
-    QFETCH(QString, value);
-    QFETCH(QString, condition);
-    QFETCH(QString, readers);
-    QVERIFY(queryOperators(field.type).contains(word));
-    QueryBuilder query;
-    QVERIFY(query.add(field, word, value));
-    QCOMPARE(query.condition(), condition);
-    QCOMPARE(query.readableCondition(), field.caption + u'\'' + word + u'\'' + doubled(value));
-    QCOMPARE(found(condition), readers);
-    query.merge();
-    QCOMPARE(found(query.condition()), readers);
-}
-
-void TestQuery::refusesWhatIsNoNumber()
-{
-    QueryBuilder query;
-    for (const QString& value : {u"x"_s, u"5 or 1=1"_s, u"'5'"_s, u"--5"_s, u"5--"_s, u"."_s, u"-"_s, u" "_s,
-             u"1.2.3"_s, u"nan"_s, u"0x10"_s, u"1e"_s, u"5\n"_s, u"2003-05-01"_s})
-        QVERIFY2(!query.add(Quota, u"等于", value), qPrintable(value));
-    for (const QueryField& field : {Name, Quota, Issued})
-        QVERIFY(!query.add(field, u"等于", {}));
-    QVERIFY(!query.add(Issued, u"等于", u"____-__-__"_s));
-    QCOMPARE(query.condition() + query.readableCondition() + query.merge(), QString());
-}
-
-void TestQuery::chains()
-{
-    QueryBuilder query;
-    QCOMPARE(query.condition(), QString());
-    query.add(Name, u"包含", u"王"_s);
-    query.add(Quota, u"大于", u"5"_s);
-    QCOMPARE(query.condition(), u"name Like '%王%' And bookcount>5"_s);
-    QCOMPARE(query.readableCondition(), u"姓名'包含'王;可借册数'大于'5"_s);
-    QCOMPARE(query.merge(), u"姓名'包含'王;可借册数'大于'5"_s);
-    QCOMPARE(query.merge(), QString());
-    QCOMPARE(query.condition(), u"(name Like '%王%' And bookcount>5)"_s);
-    query.add(Issued, u"等于", u"2004-__-__"_s);
-    query.merge();
-    query.add(Name, u"等于", u"O'Neil"_s);
-    query.add(Quota, u"小于", u"0"_s);
-    QCOMPARE(query.condition(),
-        u"(name Like '%王%' And bookcount>5) OR (Convert(varchar(10),dzk.paperdate,111) Like '2004/__/__') "
-        u"OR "
-        "(name='O''Neil' And bookcount<0)"_s);
-    QCOMPARE(found(query.condition(), u"bookcount Desc,name Asc"_s), u"352"_s);
-    QCOMPARE(found(u"sex is null And ("_s + query.condition() + u')'), u"235"_s);
-    query.clear();
-    QCOMPARE(query.condition() + query.readableCondition(), QString());
-}
-
-void TestQuery::sortOrder()
-{
-    QueryBuilder query;
-    query.sortBy(Issued, SortDirection::Descending, u"降序");
-    query.sortBy(Name, SortDirection::Ascending, u"升序");
-    QCOMPARE(query.order(), u"dzk.paperdate Desc,name Asc"_s);
-    QCOMPARE(query.readableOrder(), u"'办证日期'降;'姓名'升"_s);
-    QCOMPARE(found(u"paperdate is not null"_s, query.order()), u"5213"_s);
-}
-
-void TestQuery::takesListsApart()
-{
-    const auto fields = queryFields(u"zsk.zch,b,c,d"_s, u"种次号,乙,丙"_s, u"数字,日期,字符,别的"_s);
-    QCOMPARE(fields.size(), 4u);
-    QCOMPARE(fields[0].name + fields[0].caption, u"zsk.zch种次号"_s);
-    QStringList types;
-    for (const QueryField& field : fields)
-        types.append(QString::number(int(field.type)));
-    QCOMPARE(types.join(u' '), u"1 2 0 0"_s);
-    QVERIFY(queryFields({}, {}, {}).empty());
-}
 
 QTEST_GUILESS_MAIN(TestQuery)
 #include "test_query.moc"

@@ -2,10 +2,10 @@
 
 #include "frame/session.h"
 #include "platform/db/pooled_factory.h"
+#include "support/memory_settings.h"
 #include "support/scripted_prompt.h"
 #include "support/test_database.h"
 
-#include <QHash>
 #include <QTemporaryDir>
 
 #include <set>
@@ -17,22 +17,6 @@ class FixedClock final : public Clock {
 public:
     QDateTime now() const override { return moment; }
     QDateTime moment = QDateTime(QDate(2026, 3, 10), QTime(9, 30, 15));
-};
-
-/// Settings that live as long as the test.
-class MemorySettings final : public SettingsStore {
-public:
-    QString get(const QString& application, const QString& section, const QString& key,
-        const QString& fallback) const override
-    {
-        return values.value(application + u'/' + section + u'/' + key, fallback);
-    }
-    void set(
-        const QString& application, const QString& section, const QString& key, const QString& value) override
-    {
-        values.insert(application + u'/' + section + u'/' + key, value);
-    }
-    QHash<QString, QString> values;
 };
 
 /// Counts the calls and does what the test says.

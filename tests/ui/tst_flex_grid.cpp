@@ -1,10 +1,10 @@
-#include "platform/core/settings.h"
-#include "platform/db/sources.h"
 #include "platform/ui/caption.h"
 #include "platform/ui/list_chooser.h"
 #include "platform/ui/list_screen.h"
 #include "platform/ui/text_box.h"
 #include "platform/ui/theme.h"
+#include "support/memory_settings.h"
+#include "ui/reader_rows.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -12,69 +12,11 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include <map>
-
 using namespace quilla;
 
 namespace {
 
 const QString Format = u"^条形码|<书     名|^读者证号"_s;
-
-class MemorySettings final : public SettingsStore {
-public:
-    QString get(const QString& application, const QString& section, const QString& key,
-        const QString& fallback) const override
-    {
-        const auto found = m_texts.find(application + u'/' + section + u'/' + key);
-        return found == m_texts.end() ? fallback : found->second;
-    }
-    void set(
-        const QString& application, const QString& section, const QString& key, const QString& value) override
-    {
-        m_texts[application + u'/' + section + u'/' + key] = value;
-    }
-
-private:
-    std::map<QString, QString> m_texts;
-};
-
-/// Readers as a select would bring them: code, loan limit, right to lend without a card, end of term.
-class Readers final : public Recordset::Source {
-public:
-    explicit Readers(int count)
-        : Source(std::make_shared<const std::vector<Field>>(
-            std::vector<Field> {{u"readercode"_s, sql::Kind::Text}, {u"bookcount"_s, sql::Kind::Integer},
-                {u"wuzheng"_s, sql::Kind::Bit}, {u"term"_s, sql::Kind::Date}}))
-        , m_count(count)
-    {
-    }
-
-    qsizetype recordCount() const override { return m_count; }
-    bool eof() const override { return m_row >= m_count; }
-
-private:
-    void moveNext() override { ++m_row; }
-    void moveFirst() override { m_row = 0; }
-    Cell cell(int column) override
-    {
-        m_code = "R" + std::to_string(m_row + 1);
-        const qint64 day = QDate(2004, 3, 9).toJulianDay() + m_row;
-        constexpr qint64 afternoon = 14 * 3'600'000;
-        const Cell cells[] {{Cell::Form::Text, 0, m_code}, {Cell::Form::Integer, m_row, {}},
-            {m_row == 2 ? Cell::Form::Null : Cell::Form::Bit, m_row % 2, {}},
-            {m_row == 2 ? Cell::Form::Null : Cell::Form::Date, day * MillisecondsPerDay + afternoon, {}}};
-        return cells[column];
-    }
-
-    int m_count;
-    int m_row = 0;
-    std::string m_code;
-};
-
-Recordset readers(int count)
-{
-    return Recordset(std::make_unique<Readers>(count));
-}
 
 QStringList line(const FlexGrid& grid, int row)
 {
@@ -203,33 +145,23 @@ private Q_SLOTS:
         QCOMPARE(grid.selectionModel()->selectedRows().size(), 1);
     }
 
-    void answersKeys_data()
-    {
-        QTest::addColumn<Qt::Key>("key");
-        QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
-        QTest::addColumn<QByteArray>("signal");
-        const auto row = [](Qt::Key key, const char* signal, Qt::KeyboardModifiers modifiers = {}) {
-            QTest::newRow(signal) << key << modifiers << QByteArray(signal);
-        };
-        row(Qt::Key_Return, SIGNAL(rowOpened(int)));
-        row(Qt::Key_Delete, SIGNAL(deletePressed()));
-        row(Qt::Key_Insert, SIGNAL(insertPressed()));
-        row(Qt::Key_Space, SIGNAL(blankPressed()));
-        row(Qt::Key_Escape, SIGNAL(escapePressed()));
-        row(Qt::Key_F, SIGNAL(findPressed()), Qt::ControlModifier);
-        row(Qt::Key_Down, SIGNAL(rowChanged(int)));
-    }
-
     void answersKeys()
     {
-        QFETCH(Qt::Key, key);
-        QFETCH(Qt::KeyboardModifiers, modifiers);
-        QFETCH(QByteArray, signal);
+        const struct {
+            Qt::Key key;
+            const char* signal;
+            Qt::KeyboardModifiers modifiers = {};
+        } keys[] {{Qt::Key_Return, SIGNAL(rowOpened(int))}, {Qt::Key_Delete, SIGNAL(deletePressed())},
+            {Qt::Key_Insert, SIGNAL(insertPressed())}, {Qt::Key_Space, SIGNAL(blankPressed())},
+            {Qt::Key_Escape, SIGNAL(escapePressed())},
+            {Qt::Key_F, SIGNAL(findPressed()), Qt::ControlModifier}, {Qt::Key_Down, SIGNAL(rowChanged(int))}};
         FlexGrid grid;
         fill(grid, {u"a"_s, u"b"_s});
-        QSignalSpy spy(&grid, signal);
-        QTest::keyClick(&grid, key, modifiers);
-        QCOMPARE(spy.count(), 1);
+        for (const auto& [key, signal, modifiers] : keys) {
+            QSignalSpy spy(&grid, signal);
+            QTest::keyClick(&grid, key, modifiers);
+            QVERIFY2(spy.count() == 1, signal);
+        }
     }
 
     void answersTheMouse()
@@ -257,26 +189,20 @@ private Q_SLOTS:
         QCOMPARE(grid.Row(), 1);
     }
 
-    void jumpsToWhatIsTyped_data()
-    {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<int>("row");
-        QTest::newRow("first column") << u"b2"_s << 4;
-        QTest::newRow("once around") << u"a"_s << 1;
-        QTest::newRow("second column") << u"书c"_s << 5;
-        QTest::newRow("the same key walks on") << u"bb"_s << 4;
-        QTest::newRow("nothing found stays") << u"zz"_s << 2;
-    }
-
     void jumpsToWhatIsTyped()
     {
-        QFETCH(QString, typed);
-        FlexGrid grid;
-        fill(grid, {u"a1"_s, u"x"_s, u"B1"_s, u"b2"_s, u"c"_s});
-        grid.setRow(2);
-        for (QChar key : typed)
-            grid.keyboardSearch(key);
-        QTEST(grid.Row(), "row");
+        const std::pair<QString, int> jumps[] {{u"b2"_s, 4}, {u"a"_s, 1}, // once around
+            {u"书c"_s, 5}, // in the second column
+            {u"bb"_s, 4}, // the same key walks on
+            {u"zz"_s, 2}};
+        for (const auto& [typed, row] : jumps) {
+            FlexGrid grid;
+            fill(grid, {u"a1"_s, u"x"_s, u"B1"_s, u"b2"_s, u"c"_s});
+            grid.setRow(2);
+            for (QChar key : typed)
+                grid.keyboardSearch(key);
+            QCOMPARE(grid.Row(), row);
+        }
     }
 
     void widensByTheBlanksOfACaption()
@@ -345,38 +271,32 @@ private Q_SLOTS:
         QVERIFY(screen.Command1.mapTo(&screen, QPoint()).y() > screen.Grid1.geometry().bottom());
     }
 
-    void choosesFromAListUnderABox_data()
-    {
-        QTest::addColumn<int>("key"); // 0 is a click on the second line
-        QTest::addColumn<QString>("taken");
-        QTest::newRow("click") << 0 << u"R2"_s;
-        QTest::newRow("Enter") << int(Qt::Key_Return) << u"R1"_s;
-        QTest::newRow("blank") << int(Qt::Key_Space) << u"R1"_s;
-        QTest::newRow("Esc") << int(Qt::Key_Escape) << u"before"_s;
-    }
-
     void choosesFromAListUnderABox()
     {
-        QFETCH(int, key);
         QWidget form;
-        TextBox box(u"before"_s);
+        TextBox box;
         box.setParent(&form);
         form.resize(400, 200);
         form.show();
         form.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&form));
         gListfrm list(box);
-        Recordset four = readers(4);
-        list.loadData(four);
-        list.popUp();
-        QCOMPARE(list.pos(), box.mapToGlobal(QPoint(0, box.height())));
-        const QPoint second = list.Grid1.visualRect(list.Grid1.model()->index(1, 0)).center();
-        if (key)
-            QTest::keyClick(&list.Grid1, Qt::Key(key));
-        else
-            QTest::mouseClick(list.Grid1.viewport(), Qt::LeftButton, {}, second);
-        QVERIFY(!list.isVisible());
-        QTEST(box.text(), "taken");
+        const std::pair<Qt::Key, QString> keys[] {{Qt::Key_Return, u"R1"_s}, {Qt::Key_Space, u"R1"_s},
+            {Qt::Key_Escape, u"before"_s}, {Qt::Key_unknown, u"R2"_s}}; // at last a click
+        for (const auto& [key, taken] : keys) {
+            box.setText(u"before"_s);
+            Recordset four = readers(4);
+            list.loadData(four);
+            list.popUp();
+            QCOMPARE(list.pos(), box.mapToGlobal(QPoint(0, box.height())));
+            const QPoint second = list.Grid1.visualRect(list.Grid1.model()->index(1, 0)).center();
+            if (key != Qt::Key_unknown)
+                QTest::keyClick(&list.Grid1, key);
+            else
+                QTest::mouseClick(list.Grid1.viewport(), Qt::LeftButton, {}, second);
+            QVERIFY(!list.isVisible());
+            QCOMPARE(box.text(), taken);
+        }
     }
 
     void showsThreeLinesOfALongPickList()
@@ -394,17 +314,6 @@ private Q_SLOTS:
         QVERIFY(!list.Grid1.verticalScrollBar()->isVisible());
         QCOMPARE(linesShown(9), 3);
         QVERIFY(list.Grid1.verticalScrollBar()->isVisible());
-    }
-
-    void shows100000Lines()
-    {
-        FlexGrid grid;
-        Recordset many = readers(100'000);
-        grid.resize(600, 400);
-        grid.show();
-        QCOMPARE(fillGrid(grid, many, {.format = u"^证号"_s, .key = u"R99999"_s}), 100'000);
-        QCOMPARE(grid.current(1), u"99998");
-        QVERIFY(grid.visualRect(grid.currentIndex()).intersects(grid.viewport()->rect()));
     }
 };
 

@@ -1,11 +1,19 @@
 #include "ui/recording_prompt.h"
-#include "ui/sample_forms.h"
 
 #include "platform/ui/editor.h"
+#include "platform/ui/form.h"
+#include "platform/ui/text_box.h"
+#include "platform/ui/theme.h"
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QGroupBox>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QSignalSpy>
+#include <QTabWidget>
 #include <QTest>
 
 using namespace quilla;
@@ -32,20 +40,22 @@ class DiaryForm : public QDialog {
 public:
     DiaryForm()
     {
-        QUILLA_NAMES(first, second, list, memo, go);
+        QUILLA_NAMES(first, second, list, tick, memo, go);
         list.setEditable(true);
         list.addItems({u"甲"_s, u"乙"_s});
-        build(*this, column(row(first, second), list, memo, go));
+        build(*this,
+            column(fields(2, {{u"读者证号"_s, first}, {u"姓名(&X)"_s, second}}), row(list, tick), memo, go));
         onEnter(first, [this] { diary << u"enter"_s; });
         onFocus(second, [this] { diary << u"focus"_s; });
         onLeave(first, [this] { diary << u"leave "_s + first.text(); });
         onClick(go, [this] { diary << u"go"_s; });
-        enterAsTab({first, second, list, memo});
+        enterAsTab({first, second, list, tick, memo});
     }
 
     TextBox first;
     TextBox second;
     QComboBox list;
+    QCheckBox tick;
     QPlainTextEdit memo;
     QPushButton go {u"&G 进入"_s};
     QStringList diary;
@@ -58,21 +68,6 @@ class TestForms : public QObject {
 
 private Q_SLOTS:
     void initTestCase() { applyTheme(*qApp); }
-
-    void movesOnAtEnterThroughTheWholeForm()
-    {
-        sample::CardForm form;
-        enter(form, form.Text1[0]);
-        QStringList visited;
-        for (int i = 0; i < 12; ++i) {
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-            visited << focusName();
-        }
-        QCOMPARE(visited.join(u' '),
-            u"Text1(1) Combo1(0) Combo1(1) Text1(4) Text1(5) Text1(8) Text1(2) Text1(9) Text1(10) Check1(0) "
-            u"Check1(1) Text1(6)");
-        QVERIFY(!form.isHidden());
-    }
 
     void runsAStepBeforeMovingOn()
     {
@@ -102,6 +97,8 @@ private Q_SLOTS:
         QTest::keyClick(&form.second, Qt::Key_Return);
         QCOMPARE(returned.count(), 1);
         QTest::keyClick(form.list.lineEdit(), Qt::Key_Return); // the keys of an editable list go to its box
+        QCOMPARE(focusName(), u"tick");
+        QTest::keyClick(&form.tick, Qt::Key_Return);
         QCOMPARE(focusName(), u"memo");
         QTest::keyClick(&form.memo, Qt::Key_Return);
         QCOMPARE(form.memo.toPlainText(), u""); // but breaks no line
@@ -140,32 +137,15 @@ private Q_SLOTS:
         QCOMPARE(form.diary, QStringList());
     }
 
-    void servesAccessKeys()
+    void servesAccessKeysAndNames()
     {
-        sample::CardForm form;
-        enter(form, form.Text1[0]);
-        QTest::keyClick(&form, Qt::Key_X, Qt::AltModifier); // "性别(&X)"
-        QCOMPARE(focusName(), u"Combo1(0)");
-        QSignalSpy quit(&form.cmdQuit, &QPushButton::clicked);
-        QTest::keyClick(&form, Qt::Key_Q, Qt::AltModifier); // "&Q 关闭"
-        QTRY_COMPARE(quit.count(), 1);
-    }
-
-    void namesEveryInput()
-    {
-        sample::CardForm card;
-        sample::OverdueList list;
-        sample::DeskForm desk;
-        for (QWidget* form : std::initializer_list<QWidget*> {&card, &list, &desk})
-            for (const QWidget* control :
-                form->findChildren<QWidget*>(QRegularExpression(u"^(Text|Combo|Txt|Grid|MSH)"_s)))
-                QVERIFY2(!control->accessibleName().isEmpty(), qPrintable(control->objectName()));
-        QCOMPARE(card.Text1[8].accessibleName(), u"可借天数(天)");
-        QCOMPARE(desk.TxtBarCode.accessibleName(), u"输入图书条码号");
-        QCOMPARE(desk.Grid1.accessibleName(), u"借书信息");
-        QCOMPARE(list.Grid1.accessibleName(), u"超期书刊管理");
-        QCOMPARE(card.findChild<TextBox*>(u"Text1(10)"_s), &card.Text1[10]);
-        QCOMPARE(list.Command1[4].text(), u"&E 输出到excel");
+        DiaryForm form;
+        enter(form, form.first);
+        QTest::keyClick(&form, Qt::Key_X, Qt::AltModifier); // "姓名(&X)"
+        QCOMPARE(focusName(), u"second");
+        QTest::keyClick(&form, Qt::Key_G, Qt::AltModifier); // "&G 进入"
+        QTRY_COMPARE(form.diary.count(u"go"_s), 1);
+        QCOMPARE(form.second.accessibleName(), u"姓名");
     }
 
     void outlivesItsFrames()
@@ -189,55 +169,29 @@ private Q_SLOTS:
 
     void selectsTheWholeTextOnEntry()
     {
-        sample::CardForm form;
-        enter(form, form.Text1[0]);
-        form.Text1[1].setText(u"张三"_s);
-        form.Text1[1].setFocus(Qt::TabFocusReason);
-        QCOMPARE(form.Text1[1].selectedText(), u"张三");
-        QTest::keyClicks(&form.Text1[1], u"x"_s);
-        QCOMPARE(form.Text1[1].text(), u"x");
-        form.Text1[0].setText(u"R2004001"_s);
-        QTest::mouseClick(&form.Text1[0], Qt::LeftButton, {}, {20, 10});
-        QCOMPARE(form.Text1[0].selectedText(), u"R2004001");
-        QTest::mouseClick(&form.Text1[0], Qt::LeftButton, {}, {20, 10}); // a second click sets the cursor
-        QCOMPARE(form.Text1[0].selectedText(), u"");
+        DiaryForm form;
+        enter(form, form.first);
+        form.second.setText(u"张三"_s);
+        form.second.setFocus(Qt::TabFocusReason);
+        QCOMPARE(form.second.selectedText(), u"张三");
+        QTest::keyClicks(&form.second, u"x"_s);
+        QCOMPARE(form.second.text(), u"x");
+        form.first.setText(u"R2004001"_s);
+        QTest::mouseClick(&form.first, Qt::LeftButton, {}, {20, 10});
+        QCOMPARE(form.first.selectedText(), u"R2004001");
+        QTest::mouseClick(&form.first, Qt::LeftButton, {}, {20, 10}); // a second click sets the cursor
+        QCOMPARE(form.first.selectedText(), u"");
     }
 
     void highlightsOnlyWhileInFocus()
     {
-        sample::CardForm form;
-        enter(form, form.Text1[6]); // the one that is to be highlighted
-        QCOMPARE(form.Text1[6].palette().color(QPalette::Base), Theme().highlight);
-        form.Text1[0].setFocus();
-        QCOMPARE(form.Text1[6].palette().color(QPalette::Base), Theme().surface);
-        QCOMPARE(form.Text1[0].palette().color(QPalette::Base), Theme().surface);
-    }
-
-    void writesEditorButtonsOnlyWhenTheyDiffer()
-    {
-        QWidget form;
-        QPushButton cmdAdd(&form);
-        QPushButton CmdSave(&form);
-        CmdSave.setEnabled(false);
-        int written = 0;
-        struct Counter : QObject {
-            int* count;
-            bool eventFilter(QObject*, QEvent* event) override
-            {
-                *count += event->type() == QEvent::EnabledChange;
-                return false;
-            }
-        } counter;
-        counter.count = &written;
-        cmdAdd.installEventFilter(&counter);
-        CmdSave.installEventFilter(&counter);
-        QVERIFY(SetDataMode(u"a"_s, cmdAdd, CmdSave).isAdd());
-        QCOMPARE(written, 1); // only CmdSave
-        QVERIFY(SetDataMode(u"E"_s, cmdAdd, CmdSave).isEdit());
-        QCOMPARE(written, 2); // only cmdAdd
-        SetDataMode(u""_s, cmdAdd, CmdSave);
-        QCOMPARE(written, 3);
-        QVERIFY(!cmdAdd.isEnabled() && !CmdSave.isEnabled());
+        DiaryForm form;
+        form.second.setHighlighted(true);
+        enter(form, form.second);
+        QCOMPARE(form.second.palette().color(QPalette::Base), Theme().highlight);
+        form.first.setFocus();
+        QCOMPARE(form.second.palette().color(QPalette::Base), Theme().surface);
+        QCOMPARE(form.first.palette().color(QPalette::Base), Theme().surface);
     }
 
     void dropsRefusedCharacters()

@@ -1,5 +1,6 @@
 #include "platform/ui/grid_model.h"
 #include "platform/ui/grid_widths.h"
+#include "support/cases.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
@@ -41,30 +42,23 @@ class TestGridModel : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void readsFormatStrings_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("columns");
-        QTest::addColumn<bool>("marker");
-        const auto row = [](const char* name, const QString& text, const QString& columns,
-                             bool marker = false) { QTest::newRow(name) << text << columns << marker; };
-        row("no section", u""_s, u""_s);
-        row("all marks", u"^条形码|<书     名|价格|>超期天数"_s, u"^条形码/<书     名/-价格/>超期天数/"_s);
-        row("trailing blanks kept", u"<书名      |^操作员   "_s, u"<书名      /^操作员   /"_s);
-        row("leading blank is no mark", u" ^甲|乙"_s, u"- ^甲/-乙/"_s);
-        row("only the first mark counts", u"^^甲"_s, u"^^甲/"_s);
-        row("marker by a caret", u"^|^标志  "_s, u"^/^标志  /"_s, true);
-        row("marker by nothing", u"|甲"_s, u"-/-甲/"_s, true);
-        row("an empty last section", u"甲|"_s, u"-甲/-/"_s);
-        row("an empty right column is no marker", u">|甲"_s, u">/-甲/"_s);
-    }
-
     void readsFormatStrings()
     {
-        QFETCH(QString, text);
-        const GridFormat format = GridFormat::parse(text);
-        QTEST(marked(format), "columns");
-        QTEST(format.hasMarker(), "marker");
+        const struct {
+            QString text, columns;
+            bool marker = false;
+        } formats[] {
+            {u""_s, u""_s},
+            {u"^条形码|<书     名|价格|>超期天数"_s, u"^条形码/<书     名/-价格/>超期天数/"_s},
+            {u"<书名      |^操作员   "_s, u"<书名      /^操作员   /"_s}, // blanks behind are kept
+            {u" ^甲|^^乙"_s, u"- ^甲/^^乙/"_s}, // only the first character is a mark
+            {u"^|^标志  "_s, u"^/^标志  /"_s, true}, {u"|甲"_s, u"-/-甲/"_s, true}, {u"甲|"_s, u"-甲/-/"_s},
+            {u">|甲"_s, u">/-甲/"_s}, // an empty right column is no marker
+        };
+        for (const auto& [text, columns, marker] : formats) {
+            QCOMPARE(marked(GridFormat::parse(text)), columns);
+            QCOMPARE(GridFormat::parse(text).hasMarker(), marker);
+        }
     }
 
     void keepsItsCellsOverChangesOfSize()
@@ -137,32 +131,22 @@ private Q_SLOTS:
         QCOMPARE(column(grid, 0), QStringList({u"是"_s, u"否"_s, u"否"_s, u"否"_s, u""_s}));
     }
 
-    void sortsLines_data()
-    {
-        QTest::addColumn<QStringList>("given");
-        QTest::addColumn<QStringList>("sorted");
-        QTest::newRow("numbers by value") << QStringList {u"10"_s, u"9"_s, u""_s, u"-1"_s, u"2.5"_s}
-                                          << QStringList {u""_s, u"-1"_s, u"2.5"_s, u"9"_s, u"10"_s};
-        QTest::newRow("one text makes all text")
-            << QStringList {u"10"_s, u"9"_s, u"1a"_s} << QStringList {u"10"_s, u"1a"_s, u"9"_s};
-        QTest::newRow("dates") << QStringList {u"2004-03-01"_s, u"2003-12-31"_s}
-                               << QStringList {u"2003-12-31"_s, u"2004-03-01"_s};
-        QTest::newRow("case does not count, order of equals stays")
-            << QStringList {u"b"_s, u"A"_s, u"a"_s, u"B"_s} << QStringList {u"A"_s, u"a"_s, u"b"_s, u"B"_s};
-        QTest::newRow("nan is a text")
-            << QStringList {u"nan"_s, u"2"_s, u"10"_s} << QStringList {u"10"_s, u"2"_s, u"nan"_s};
-    }
-
     void sortsLines()
     {
-        QFETCH(QStringList, given);
-        GridModel grid;
-        grid.setFormatString(u"键"_s);
-        grid.setRows(int(given.size()) + 1);
-        for (int i = 0; i < given.size(); ++i)
-            grid.setTextMatrix(i + 1, 0, given[i]);
-        grid.sortRows(0, 0);
-        QTEST(column(grid, 0), "sorted");
+        const std::pair<const char*, const char*> lists[] {{"10 9  -1 2.5", " -1 2.5 9 10"},
+            {"10 9 1a", "10 1a 9"}, // one text makes all text
+            {"b A a B", "A a b B"}, // case does not count, equals stay in order
+            {"nan 2 10", "10 2 nan"}};
+        for (const auto& [text, sorted] : lists) {
+            const QStringList given = QString::fromLatin1(text).split(u' ');
+            GridModel grid;
+            grid.setFormatString(u"键"_s);
+            grid.setRows(int(given.size()) + 1);
+            for (int i = 0; i < given.size(); ++i)
+                grid.setTextMatrix(i + 1, 0, given[i]);
+            grid.sortRows(0, 0);
+            QCOMPARE(column(grid, 0).join(u' '), QString::fromLatin1(sorted));
+        }
     }
 
     void sortsByTheLeftmostColumnFirst()
@@ -203,34 +187,31 @@ private Q_SLOTS:
 
     void sharesTheWidth_data()
     {
-        QTest::addColumn<const WidthRule*>("rule");
-        QTest::addColumn<int>("rows");
-        QTest::addColumn<std::vector<int>>("widths");
-        // a grid 11000 wide whose height takes exactly ten lines of 300
         const auto few = 10;
         const auto full = 11;
-        QTest::newRow("parameters, small spare")
-            << &circulationParameterWidths() << few
-            << std::vector<int> {990, 840, 840, 840, 840, 840, 840, 840, 840, 840, 990, 990, 0, 0};
-        QTest::newRow("parameters, exactly full")
-            << &circulationParameterWidths() << full
-            << std::vector<int> {973, 823, 823, 823, 823, 823, 823, 823, 823, 823, 973, 973, 0, 0};
-        QTest::newRow("holidays know no spare") << &holidayWidths() << full << std::vector<int> {3000, 8000};
-        QTest::newRow("overdue, small spare")
-            << &overdueWidths() << few << std::vector<int> {1200, 2520, 1200, 1200, 1200, 1200, 1200, 1200};
-        QTest::newRow("overdue, exactly full")
-            << &overdueWidths() << full << std::vector<int> {1200, 2240, 1200, 1200, 1200, 1200, 1200, 1200};
-        QTest::newRow("lost books, small spare")
-            << &lostBookWidths() << few << std::vector<int> {1200, 3720, 1200, 1200, 1200, 1200, 1200};
-        QTest::newRow("lost books, overfull")
-            << &lostBookWidths() << 500 << std::vector<int> {1200, 3440, 1200, 1200, 1200, 1200, 1200};
+        cases<const WidthRule*, int, std::vector<int>>({
+            {"parameters, small spare",
+                {&circulationParameterWidths(), few,
+                    std::vector<int> {990, 840, 840, 840, 840, 840, 840, 840, 840, 840, 990, 990, 0, 0}}},
+            {"parameters, exactly full",
+                {&circulationParameterWidths(), full,
+                    std::vector<int> {973, 823, 823, 823, 823, 823, 823, 823, 823, 823, 973, 973, 0, 0}}},
+            {"holidays know no spare", {&holidayWidths(), full, std::vector<int> {3000, 8000}}},
+            {"overdue, small spare",
+                {&overdueWidths(), few, std::vector<int> {1200, 2520, 1200, 1200, 1200, 1200, 1200, 1200}}},
+            {"overdue, exactly full",
+                {&overdueWidths(), full, std::vector<int> {1200, 2240, 1200, 1200, 1200, 1200, 1200, 1200}}},
+            {"lost books, small spare",
+                {&lostBookWidths(), few, std::vector<int> {1200, 3720, 1200, 1200, 1200, 1200, 1200}}},
+            {"lost books, overfull",
+                {&lostBookWidths(), 500, std::vector<int> {1200, 3440, 1200, 1200, 1200, 1200, 1200}}},
+        });
     }
 
     void sharesTheWidth()
     {
-        QFETCH(const WidthRule*, rule);
-        QFETCH(int, rows);
-        QTEST(gridFix(*rule, {11000, 350 + 10 * 300, 300, rows}), "widths");
+        const auto [rule, rows, widths] = given<const WidthRule*, int, std::vector<int>>();
+        QCOMPARE(gridFix(*rule, {11000, 350 + 10 * 300, 300, rows}), widths);
         for (int width : gridFix(*rule, {200, 3350, 300, rows}))
             QVERIFY(width >= 0);
     }
@@ -241,29 +222,13 @@ private Q_SLOTS:
         QVERIFY(needsScrollBar({0, 350 + 10 * 300 - 150, 300, 11}));
     }
 
-    void laysColumns_data()
-    {
-        using Widths = std::vector<int>;
-        QTest::addColumn<Widths>("wanted");
-        QTest::addColumn<Widths>("least");
-        QTest::addColumn<int>("available");
-        QTest::addColumn<Widths>("laid");
-        QTest::newRow("the rest is shared to the last pixel")
-            << Widths {100, 200, 0} << Widths {10, 10, 10} << 401 << Widths {133, 268, 0};
-        QTest::newRow("roomy columns give way to captions")
-            << Widths {50, 150, 100} << Widths {90, 60, 60} << 300 << Widths {90, 123, 87};
-        QTest::newRow("too wide by design scrolls")
-            << Widths {200, 200} << Widths {10, 10} << 300 << Widths {200, 200};
-        QTest::newRow("captions alone overflow")
-            << Widths {50, 50} << Widths {90, 80} << 120 << Widths {90, 80};
-    }
-
     void laysColumns()
     {
-        QFETCH(std::vector<int>, wanted);
-        QFETCH(std::vector<int>, least);
-        QFETCH(int, available);
-        QTEST(layColumns(wanted, least, available), "laid");
+        using Widths = std::vector<int>;
+        QCOMPARE(layColumns({100, 200, 0}, {10, 10, 10}, 401), (Widths {133, 268, 0})); // to the last pixel
+        QCOMPARE(layColumns({50, 150, 100}, {90, 60, 60}, 300), (Widths {90, 123, 87}));
+        QCOMPARE(layColumns({200, 200}, {10, 10}, 300), (Widths {200, 200})); // too wide by design
+        QCOMPARE(layColumns({50, 50}, {90, 80}, 120), (Widths {90, 80})); // the captions alone overflow
     }
 };
 

@@ -1,7 +1,6 @@
 #include "ui/recording_prompt.h"
 
 #include "platform/ui/date_range.h"
-#include "platform/ui/dialog_prompt.h"
 #include "platform/ui/error_form.h"
 #include "platform/ui/flex_grid.h"
 #include "platform/ui/gallery.h"
@@ -9,12 +8,10 @@
 #include "platform/ui/popup_menu.h"
 #include "platform/ui/theme.h"
 #include "platform/ui/tooltip.h"
-#include "platform/ui/wait_cursor.h"
 #include "platform/ui/working_form.h"
 
 #include <QApplication>
 #include <QMenu>
-#include <QMessageBox>
 #include <QTest>
 #include <QTimer>
 
@@ -27,17 +24,6 @@ const QString Today = u"2004-03-09"_s;
 DateRange range(DateRange::Filling filling)
 {
     return DateRange(u"统计日期范围"_s, filling, [] { return QDateTime(QDate(2004, 3, 9), QTime(14, 0)); });
-}
-
-/// Does something to the message box that is about to show.
-template <typename Step> void atMessage(Step step)
-{
-    QTimer::singleShot(0, [step] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        QVERIFY(box);
-        step(*box);
-        if (box->isVisible()) box->close();
-    });
 }
 
 QLabel* visibleTip()
@@ -151,26 +137,18 @@ private Q_SLOTS:
         QVERIFY(!visibleTip());
     }
 
-    void menuCountsSeparators_data()
-    {
-        QTest::addColumn<int>("chosen");
-        QTest::addColumn<int>("number");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("first") << 1 << 1 << u"增加"_s;
-        QTest::newRow("behind a separator") << 3 << 3 << u"删除"_s;
-        QTest::newRow("dismissed") << 0 << 0 << u""_s;
-        QTest::newRow("a separator is no choice") << 2 << 0 << u""_s;
-    }
-
     void menuCountsSeparators()
     {
-        QFETCH(int, chosen);
-        CreateMenu menu;
-        menu.setChooser([](const QStringList&) { return 1; });
-        menu.Popup({u"前"_s});
-        menu.setChooser([chosen](const QStringList&) { return chosen; });
-        QTEST(menu.Popup({u" 增加 "_s, u" - "_s, u"删除"_s}), "number");
-        QTEST(menu.SelMenuString(), "text");
+        const std::tuple<int, int, QString> choices[] {
+            {1, 1, u"增加"_s}, {3, 3, u"删除"_s}, {0, 0, {}}, {2, 0, {}}}; // a separator is no choice
+        for (const auto& [chosen, number, text] : choices) {
+            CreateMenu menu;
+            menu.setChooser([](const QStringList&) { return 1; });
+            menu.Popup({u"前"_s});
+            menu.setChooser([&](const QStringList&) { return chosen; });
+            QCOMPARE(menu.Popup({u" 增加 "_s, u" - "_s, u"删除"_s}), number);
+            QCOMPARE(menu.SelMenuString(), text);
+        }
     }
 
     void menuServesKeysAndDismissal()
@@ -260,56 +238,6 @@ private Q_SLOTS:
         QCOMPARE(month.Text(), u"    -  ");
         month.setText(u"2003-07"_s);
         QCOMPARE(month.Text(), u"2003-07");
-    }
-
-    void promptAnswers_data()
-    {
-        QTest::addColumn<int>("preset");
-        QTest::addColumn<int>("key");
-        QTest::addColumn<int>("answer");
-        QTest::newRow("the default is Yes") << int(Answer::Yes) << int(Qt::Key_Return) << int(Answer::Yes);
-        QTest::newRow("or No") << int(Answer::No) << int(Qt::Key_Return) << int(Answer::No);
-        QTest::newRow("Y") << int(Answer::No) << int(Qt::Key_Y) << int(Answer::Yes);
-        QTest::newRow("N") << int(Answer::Yes) << int(Qt::Key_N) << int(Answer::No);
-        QTest::newRow("Esc") << int(Answer::Yes) << int(Qt::Key_Escape) << int(Answer::No);
-        QTest::newRow("closed") << int(Answer::Yes) << 0 << int(Answer::No);
-    }
-
-    void promptAnswers()
-    {
-        QFETCH(int, preset);
-        QFETCH(int, key);
-        QFETCH(int, answer);
-        const WaitCursor outer;
-        const WaitCursor inner;
-        atMessage([key](QMessageBox& box) {
-            QCOMPARE(box.windowTitle(), u"操作提示");
-            QCOMPARE(box.text(), u"请到<type>\n继续？(Y/N)");
-            QCOMPARE(box.textFormat(), Qt::PlainText);
-            QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::ArrowCursor);
-            const bool letter = key == Qt::Key_Y || key == Qt::Key_N;
-            if (key == Qt::Key_Return)
-                QTest::keyClick(box.defaultButton(), Qt::Key_Space);
-            else if (key)
-                QTest::keyClick(&box, Qt::Key(key)); // a letter answers without Alt
-            if (letter) QTRY_VERIFY(!box.isVisible());
-        });
-        const Message message {
-            u"请到<type>\n继续？(Y/N)"_s, OperationTitle.toString(), Icon::Question, true, Answer(preset)};
-        QCOMPARE(int(DialogPrompt().show(message)), answer);
-        QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
-    }
-
-    void promptTellsWithOneButton()
-    {
-        atMessage([](QMessageBox& box) {
-            QCOMPARE(box.windowTitle(), u"青简台");
-            QCOMPARE(box.icon(), QMessageBox::Critical);
-            QCOMPARE(box.buttons().size(), 1);
-            QCOMPARE(box.buttons().first()->text(), u"确定");
-        });
-        DialogPrompt().stop(u"对不起"_s);
-        QVERIFY(!QGuiApplication::overrideCursor());
     }
 
     void workingFormAsksForTheEnd()

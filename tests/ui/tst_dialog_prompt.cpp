@@ -1,0 +1,120 @@
+#include "platform/ui/dialog_prompt.h"
+#include "platform/ui/wait_cursor.h"
+
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+using namespace quilla;
+
+namespace {
+
+/// Keys as the system queues them: to the box, or to the box's button with the focus.
+void queueKeys(const QString& text)
+{
+    QWidget* box = QApplication::activeModalWidget();
+    QWidget* target = box->focusWidget() ? box->focusWidget() : box;
+    for (const QChar letter : text) {
+        const int key = letter == u'\r' ? int(Qt::Key_Return) : int(letter.toUpper().unicode());
+        for (const auto kind : {QEvent::KeyPress, QEvent::KeyRelease})
+            QCoreApplication::postEvent(target, new QKeyEvent(kind, key, Qt::NoModifier, QString(letter)));
+    }
+}
+
+Message question()
+{
+    return {u"仍然要借出本书吗？(y/n)"_s, {}, Icon::Information, true, Answer::No};
+}
+
+/// Does something to the message box that is about to show.
+template <typename Step> void atMessage(Step step)
+{
+    QTimer::singleShot(0, [step] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        QVERIFY(box);
+        step(*box);
+        if (box->isVisible()) box->close();
+    });
+}
+
+} // namespace
+
+/// The message boxes, and scans that arrive while one waits: none answers it, none is lost.
+class TestDialogPrompt : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void promptAnswers()
+    {
+        const std::tuple<Answer, Qt::Key, Answer> answers[] {{Answer::Yes, Qt::Key_Space, Answer::Yes},
+            {Answer::No, Qt::Key_Space, Answer::No}, {Answer::Yes, Qt::Key_Escape, Answer::No},
+            {Answer::Yes, Qt::Key_unknown, Answer::No}}; // closed
+        for (const auto& [preset, key, answer] : answers) {
+            const WaitCursor outer;
+            const WaitCursor inner;
+            atMessage([pressed = key](QMessageBox& box) {
+                QCOMPARE(box.windowTitle(), u"操作提示");
+                QCOMPARE(box.text(), u"请到<type>\n继续？(Y/N)");
+                QCOMPARE(box.textFormat(), Qt::PlainText);
+                QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::ArrowCursor);
+                if (pressed != Qt::Key_unknown) QTest::keyClick(box.defaultButton(), pressed);
+            });
+            const Message message {
+                u"请到<type>\n继续？(Y/N)"_s, OperationTitle.toString(), Icon::Question, true, preset};
+            QCOMPARE(DialogPrompt().show(message), answer);
+            QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+        }
+    }
+
+    void promptTellsWithOneButton()
+    {
+        atMessage([](QMessageBox& box) {
+            QCOMPARE(box.windowTitle(), u"青简台");
+            QCOMPARE(box.icon(), QMessageBox::Critical);
+            QCOMPARE(box.buttons().size(), 1);
+            QCOMPARE(box.buttons().first()->text(), u"确定");
+        });
+        DialogPrompt().stop(u"对不起"_s);
+        QVERIFY(!QGuiApplication::overrideCursor());
+    }
+
+    void scansWaitForTheBox()
+    {
+        QWidget desk;
+        QLineEdit box(&desk);
+        QStringList scanned;
+        connect(&box, &QLineEdit::returnPressed, this, [&] {
+            scanned.append(box.text());
+            box.clear();
+        });
+        desk.show();
+        QVERIFY(QTest::qWaitForWindowActive(&desk));
+        box.setFocus();
+
+        bool stillOpen = false;
+        QTimer::singleShot(0, this, [] { queueKeys(u"Y123N\rB2\r"_s); });
+        QTimer::singleShot(250, this, [&] {
+            stillOpen = QApplication::activeModalWidget();
+            qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->close();
+        });
+        QCOMPARE(DialogPrompt().show(question()), Answer::No);
+        QVERIFY(stillOpen);
+        QTRY_COMPARE(scanned, (QStringList {u"Y123N"_s, u"B2"_s}));
+    }
+
+    void handsReachTheBox()
+    {
+        const std::pair<QString, Answer> hands[] {
+            {u"y"_s, Answer::Yes}, {u"n"_s, Answer::No}, {u"\r"_s, Answer::No}}; // Enter takes the default
+        for (const auto& [keys, answer] : hands) {
+            QTimer::singleShot(0, this, [&] { queueKeys(keys); });
+            QCOMPARE(DialogPrompt().show(question()), answer);
+        }
+    }
+};
+
+QTEST_MAIN(TestDialogPrompt)
+#include "tst_dialog_prompt.moc"
