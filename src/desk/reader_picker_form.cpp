@@ -4,7 +4,6 @@
 #include "platform/ui/list_screen.h"
 #include "platform/ui/theme.h"
 
-#include <QImageReader>
 #include <QKeyEvent>
 
 namespace quilla {
@@ -15,7 +14,6 @@ enum PickerColumn { NameColumn, CodeColumn };
 
 const QString ReaderFormat = u"^读者姓名|^借书证号"_s;
 const std::vector<int> ReaderWidths {1800, 1800};
-constexpr QSize PhotoSize {120, 160};
 
 } // namespace
 
@@ -46,13 +44,6 @@ void ReaderPickerFrm::layOut()
         box.setPalette(readOnly);
         box.setFocusPolicy(Qt::ClickFocus); // to copy from; the keys go from the list to the buttons
     }
-    Image1.setFixedSize(PhotoSize);
-    Image1.setFrameStyle(QFrame::Box | QFrame::Plain);
-    QPalette border = palette();
-    border.setColor(QPalette::WindowText, Theme().border);
-    Image1.setPalette(border);
-    Image1.setAlignment(Qt::AlignCenter);
-    Image1.setAccessibleName(u"照片"_s);
     labNotExists.setTextFormat(Qt::PlainText);
     labNotExists.setWordWrap(true);
     setTone(labNotExists, Tone::Warning);
@@ -137,32 +128,17 @@ void ReaderPickerFrm::showDetails(const QString& readercode)
             Text2[index].setText(details->texts[index]);
             Text2[index].setCursorPosition(0); // of a long text the beginning shows
         }
-        showPhoto(details->photo);
+        Image1.showFile(details->photo);
     } catch (const Error& error) {
         m_session.prompt.inform(error.text, OperationTitle);
     }
-}
-
-/// What cannot be read as a picture shows as none.
-void ReaderPickerFrm::showPhoto(const QString& file)
-{
-    if (file.isEmpty()) return;
-    QImageReader reader(file);
-    reader.setAutoTransform(true);
-    const QImage photo = reader.read();
-    if (photo.isNull()) return;
-    const qreal ratio = devicePixelRatioF();
-    QPixmap picture
-        = QPixmap::fromImage(photo.scaled(PhotoSize * ratio, Qt::KeepAspectRatio, Qt::SmoothTransformation));
-    picture.setDevicePixelRatio(ratio);
-    Image1.setPixmap(picture);
 }
 
 void ReaderPickerFrm::clearDetails()
 {
     for (TextBox& box : Text2)
         box.clear();
-    Image1.clear();
+    Image1.showFile({});
 }
 
 /// The name typed and the details shown must be those of one line; of two readers of the same name it is

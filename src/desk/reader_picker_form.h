@@ -2,6 +2,7 @@
 
 #include "desk/reader_picker_ops.h"
 #include "platform/ui/flex_grid.h"
+#include "platform/ui/photo_box.h"
 #include "platform/ui/text_box.h"
 
 #include <QDialog>
@@ -27,7 +28,7 @@ public:
     QLabel labNotExists;
     FlexGrid Grid1;
     QGroupBox Frame1;
-    QLabel Image1; ///< the photo
+    PhotoBox Image1;
     TextBox Text2[ReaderDetail::Count];
     QPushButton Command2[2];
 
@@ -42,7 +43,6 @@ private:
     void showNobody(const QString& part);
     void showLine(int row);
     void showDetails(const QString& readercode);
-    void showPhoto(const QString& file);
     void clearDetails();
     void takeReader();
     void markMove(bool moving);

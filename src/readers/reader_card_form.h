@@ -48,15 +48,17 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
     void layOut();
     void wire();
     void LoadCombo();
     void fillEmptyList(int list);
-    void clearCard();
     void showCard(const ReaderCard& card);
     void showPapers(const ReaderPapers& papers);
-    void showStored(const LoadedCard& stored);
+    void showStored(const std::optional<LoadedCard>& stored);
     void takeType();
     void startCodeChange();
     void takeYears();

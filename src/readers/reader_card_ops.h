@@ -62,12 +62,6 @@ struct ReaderPapers {
     std::array<QString, CardDetail::Count> texts;
 };
 
-/// The circulation parameters of a reader type or of one card, as texts of the boxes.
-struct CardParameters {
-    std::array<std::pair<int, QString>, 11> boxes; ///< which box holds which text
-    std::array<bool, CardCheck::Count> checks {};
-};
-
 /// A card as it stands on the screen.
 struct ReaderCard {
     std::array<QString, CardBox::Count> boxes;
@@ -107,21 +101,28 @@ struct LoadedCard {
 
 // All of these go on after a failing statement.
 
-/// The reader types and units that can be chosen, each once; nothing when they could not be read.
-std::optional<QStringList> cardTypes(Session& session);
-std::optional<QStringList> cardUnits(Session& session);
+/// The texts to choose from in the list of types or units, each once; nothing when they could not be read.
+std::optional<QStringList> cardChoices(Session& session, int list);
 /// The card with that code; nothing when there is none or it could not be read.
 std::optional<LoadedCard> readCard(Session& session, const QString& readercode);
-/// The parameters that a new card of the type takes, all 0 when the type has none; nothing when they could not
-/// be read.
-std::optional<CardParameters> parametersOfType(Session& session, const QString& readerclass);
-/// The boxes and states of a new card: issued today, valid for a year.
+/// A new card: issued today, valid for a year.
 ReaderCard newCard(Session& session);
-
-/// The term meant by a count of 1 to 5 years from the day of issue, or from today where that is none; nothing for any other text.
+/// Puts the parameters of a reader type over those of the card, all 0 where the type has none. False when
+/// they could not be read; the card is as it was then.
+bool takeParameters(Session& session, const QString& readerclass, ReaderCard& card);
+/// The boxes that `takeParameters` fills.
+std::vector<int> parameterBoxes();
+/// The term that is meant by a number of up to 5 years behind the day of issue, or behind today where that is
+/// none. Nothing for any other text.
 std::optional<QString> termOfYears(Session& session, const QString& years, const QString& issued);
 
-/// Checks the card shown and writes it; false when it was refused or could not be written, which is told. A new card and a change under the same code are written without a transaction: what worked before a failure stays. A new code is carried through all tables of the reader in one, except for the lost-book register, whose open entries keep the old one. Throws `Error` when the number of loans is none: that ends the program.
+/// Checks the card on the screen and writes it. False when it was refused or not wholly written, which is
+/// told.
+///
+/// A new card, and a change under the same code, is written without a transaction: what worked beside a
+/// failing statement stays. A new code is carried into all tables of the reader in one transaction; an open
+/// entry in the register of lost books keeps the old one. The number of loans goes back as it is shown.
+/// Throws `Error` when the quota is no number.
 bool saveCard(Session& session, const CardEdit& edit, ReaderCardView& view);
 
 } // namespace quilla

@@ -1,0 +1,67 @@
+#include "readers/memo_box.h"
+
+#include <QScopedValueRollback>
+
+namespace quilla {
+
+namespace {
+
+constexpr int Lines = 2;
+
+} // namespace
+
+MemoBox::MemoBox(QWidget* parent)
+    : QPlainTextEdit(parent)
+{
+    setTabChangesFocus(true);
+    connect(this, &QPlainTextEdit::textChanged, this, &MemoBox::cutTyped);
+}
+
+void MemoBox::setMaxLength(int length)
+{
+    m_limit = length;
+    m_longest = std::max(m_limit, int(toPlainText().size()));
+}
+
+void MemoBox::setText(const QString& text)
+{
+    m_longest = std::max(m_limit, int(text.size()));
+    setPlainText(text);
+}
+
+QSize MemoBox::sizeHint() const
+{
+    const int around = int(2 * document()->documentMargin()) + 2 * frameWidth();
+    return {QPlainTextEdit::sizeHint().width(), Lines * fontMetrics().lineSpacing() + around};
+}
+
+void MemoBox::keyPressEvent(QKeyEvent* event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!enter) return QPlainTextEdit::keyPressEvent(event);
+    if (event->modifiers() & (Qt::ControlModifier | Qt::ShiftModifier))
+        insertPlainText(QStringLiteral("\n"));
+    else
+        focusNextChild();
+}
+
+void MemoBox::focusInEvent(QFocusEvent* event)
+{
+    QPlainTextEdit::focusInEvent(event);
+    const Qt::FocusReason reason = event->reason();
+    const bool comesByItself = reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason;
+    if (!comesByItself && reason != Qt::MouseFocusReason) selectAll();
+}
+
+/// Takes back what stands before the cursor beyond the limit.
+void MemoBox::cutTyped()
+{
+    const int surplus = int(toPlainText().size()) - m_longest;
+    if (m_limit < 0 || surplus <= 0) return;
+    const QSignalBlocker once(this);
+    QTextCursor cursor = textCursor();
+    cursor.movePosition(QTextCursor::PreviousCharacter, QTextCursor::KeepAnchor, surplus);
+    cursor.removeSelectedText();
+}
+
+} // namespace quilla
