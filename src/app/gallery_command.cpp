@@ -13,17 +13,20 @@
 #include "platform/ui/dialog_prompt.h"
 #include "platform/ui/error_form.h"
 #include "platform/ui/gallery.h"
+#include "platform/ui/icons.h"
 #include "platform/ui/working_form.h"
 #include "readers/holiday_editor.h"
 #include "readers/holiday_form.h"
 #include "readers/parameter_editor.h"
 #include "readers/parameter_form.h"
+#include "readers/reader_card_form.h"
 #include "readers/reader_list_form.h"
 #include "readers/reader_name_editor.h"
 #include "statistics/query_form.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QTemporaryDir>
 #include <QTextStream>
 #include <QTimer>
 
@@ -110,6 +113,21 @@ void addRules(Album& album, Session& session)
     }
 }
 
+/// Each mode without and with the parameters.
+void addCards(Album& album, Session& session, const QString& photo)
+{
+    for (const QString& mode : {u"A"_s, u"E"_s}) {
+        DzaddFrm form(session, {});
+        form.setPhotoChooser([&](QWidget*, const QString&) { return photo; });
+        form.SetEditMode(mode);
+        form.LoadReader(mode == u"E" ? readerForPictures(session) : QString());
+        if (mode == u"E") Q_EMIT form.ManPic.doubleClicked();
+        album.add(form.objectName() + u'-' + mode, form);
+        form.cmdXianShi.click();
+        album.add(form.objectName() + u'-' + mode + u"-parameters"_s, form);
+    }
+}
+
 /// Half filled in, as an operator leaves it in the middle of his work.
 void addQuery(Album& album, Session& session)
 {
@@ -191,6 +209,9 @@ int renderGallery(DeskApplication& desk, const QString& folder)
     addPickers(album, session);
     addRules(album, session);
     addQuery(album, session);
+    const QTemporaryDir photos;
+    applicationIcon().pixmap(200, 200).save(photos.filePath(u"photo.png"_s));
+    addCards(album, session, photos.filePath(u"photo.png"_s));
 
     for (const QString& file : album.failed())
         QTextStream(stderr) << u"无法写入："_s << file << Qt::endl;

@@ -1,6 +1,8 @@
 #include "readers/memo_box.h"
 
-#include <QScopedValueRollback>
+#include <QPainter>
+#include <QSignalBlocker>
+#include <QStyleOption>
 
 namespace quilla {
 
@@ -35,6 +37,11 @@ QSize MemoBox::sizeHint() const
     return {QPlainTextEdit::sizeHint().width(), Lines * fontMetrics().lineSpacing() + around};
 }
 
+QSize MemoBox::minimumSizeHint() const
+{
+    return {QPlainTextEdit::minimumSizeHint().width(), sizeHint().height()};
+}
+
 void MemoBox::keyPressEvent(QKeyEvent* event)
 {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
@@ -48,9 +55,27 @@ void MemoBox::keyPressEvent(QKeyEvent* event)
 void MemoBox::focusInEvent(QFocusEvent* event)
 {
     QPlainTextEdit::focusInEvent(event);
+    update();
     const Qt::FocusReason reason = event->reason();
     const bool comesByItself = reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason;
     if (!comesByItself && reason != Qt::MouseFocusReason) selectAll();
+}
+
+void MemoBox::focusOutEvent(QFocusEvent* event)
+{
+    QPlainTextEdit::focusOutEvent(event);
+    update();
+}
+
+/// The frame is that of a text box, with the ring of the focus.
+bool MemoBox::event(QEvent* event)
+{
+    if (event->type() != QEvent::Paint) return QPlainTextEdit::event(event);
+    QStyleOptionFrame frame;
+    initStyleOption(&frame);
+    QPainter painter(this);
+    style()->drawPrimitive(QStyle::PE_PanelLineEdit, &frame, &painter, this);
+    return true;
 }
 
 /// Takes back what stands before the cursor beyond the limit.

@@ -72,6 +72,7 @@ DzaddFrm::DzaddFrm(Session& session, std::function<void()> refreshList, QWidget*
     , cmdXianShi(u"参 数(&C)"_s)
     , CmdSave(u"保 存(&S)"_s)
     , CmdQuit(u"退 出(&Q)"_s)
+    , m_memo(u"备注"_s)
     , m_session(session)
     , m_refreshList(std::move(refreshList))
     , m_choosePhoto(askForPhoto)
@@ -119,7 +120,9 @@ void DzaddFrm::layOut()
         makeReadOnly(Text1[box]);
     Text1[Name].setMaxLength(ReaderNameLimit);
     Memo.setMaxLength(ReaderMemoLimit);
-    ManPic.setHint(u"选择照片"_s);
+    ManPic.setHint(PhotoEntries[0]);
+    m_memo.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_memo.setMinimumWidth(fontMetrics().horizontalAdvance(u"单位名称"_s)); // in line with the labels above
     const Piece card = fields(2,
         {{u"读者证号"_s, row(Piece(Text1[ReaderCode]).grow(), cmdUpdateZheng)}, {u"姓名"_s, Text1[Name]},
             {u"性别"_s, Combo1[CardList::Sex]}, {u"读者类型"_s, Combo1[CardList::Type]},
@@ -139,7 +142,7 @@ void DzaddFrm::layOut()
             {u"可预借册数(册)"_s, Text1[HoldCopies]}, {u""_s, Check1[CardCheck::NeedsNoCard]},
             {u"文艺类可借册数(册)"_s, Text1[ArtsCopies]}, {u"理科类可借册数(册)"_s, Text1[ScienceCopies]}});
     build(*this,
-        column(row(column(card, fields(1, {{u"备注"_s, Memo}}), counts).grow(), column(ManPic, stretch())),
+        column(row(column(card, fields(1, {{m_memo, Memo}}), counts).grow(), column(ManPic, stretch())),
             group(Frame2, parameters), stretch(), row(cmdXianShi, stretch(), CmdSave, CmdQuit)));
 }
 

@@ -10,6 +10,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QGroupBox>
+#include <QLabel>
 #include <QPushButton>
 
 namespace quilla {
@@ -79,6 +80,7 @@ private:
     void showParameters() override;
     void tellFailure(const QString& headline, const QString& detail) override;
 
+    QLabel m_memo;
     Session& m_session;
     std::function<void()> m_refreshList;
     PhotoChooser m_choosePhoto;

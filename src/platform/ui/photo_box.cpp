@@ -5,6 +5,8 @@
 
 #include <QImageReader>
 #include <QMouseEvent>
+#include <QPainter>
+#include <QStyleOption>
 
 namespace quilla {
 
@@ -18,10 +20,11 @@ PhotoBox::PhotoBox(QWidget* parent)
     : QLabel(parent)
 {
     setFixedSize(PhotoSize);
-    setFrameStyle(QFrame::Box | QFrame::Plain);
-    QPalette border = palette();
-    border.setColor(QPalette::WindowText, Theme().border);
-    setPalette(border);
+    setContentsMargins(1, 1, 1, 1); // the frame
+    QPalette colours = palette();
+    colours.setColor(QPalette::Base, Theme().window);
+    colours.setColor(QPalette::WindowText, Theme().mutedText);
+    setPalette(colours);
     setAlignment(Qt::AlignCenter);
     setAccessibleName(u"照片"_s);
 }
@@ -29,10 +32,6 @@ PhotoBox::PhotoBox(QWidget* parent)
 void PhotoBox::setHint(const QString& hint)
 {
     m_hint = hint;
-    QPalette muted = palette();
-    muted.setColor(QPalette::Text, Theme().mutedText);
-    setPalette(muted);
-    setForegroundRole(QPalette::Text);
     if (!hasPicture()) setText(hint);
 }
 
@@ -46,9 +45,19 @@ void PhotoBox::showFile(const QString& file)
     if (photo.isNull()) return;
     const qreal ratio = devicePixelRatioF();
     QPixmap picture
-        = QPixmap::fromImage(photo.scaled(PhotoSize * ratio, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+        = QPixmap::fromImage(photo.scaled(contentsRect().size() * ratio, Qt::KeepAspectRatio, Qt::SmoothTransformation));
     picture.setDevicePixelRatio(ratio);
     setPixmap(picture);
+}
+
+void PhotoBox::paintEvent(QPaintEvent* event)
+{
+    QStyleOptionFrame frame;
+    frame.initFrom(this);
+    frame.lineWidth = 1;
+    QPainter painter(this);
+    style()->drawPrimitive(QStyle::PE_PanelLineEdit, &frame, &painter, this);
+    QLabel::paintEvent(event);
 }
 
 void PhotoBox::mouseDoubleClickEvent(QMouseEvent* event)
