@@ -1,0 +1,389 @@
+#include "readers/reader_card_ops.h"
+#include "support/test_library.h"
+
+#include <QTest>
+
+using namespace quilla;
+
+namespace {
+
+/// A screen that holds a card and writes down what was done to it.
+class CardScreen final : public ReaderCardView {
+public:
+    ReaderCard shownCard() const override { return card; }
+    bool hasChoices(int) const override { return hasUnits; }
+    void setBox(int box, const QString& text) override { card.boxes[box] = text; }
+    void setList(int list, const QString& text) override { card.lists[list] = text; }
+    void focusBox(int box) override { done += u"box %1"_s.arg(box); }
+    void focusList(int list) override { done += u"list %1"_s.arg(list); }
+    void showParameters() override { done += u"panel "_s; }
+    void tellFailure(const QString& headline, const QString& detail) override
+    {
+        QVERIFY(!detail.isEmpty());
+        done += headline;
+    }
+
+    ReaderCard card;
+    bool hasUnits = true;
+    QString done;
+};
+
+const QString AddFailed = u"读者增加失败！请检查后重新操作！详细资料如下："_s;
+const QString ChangeFailed = u"读者修改失败！请检查后重新操作！详细资料如下："_s;
+
+CardEdit adding()
+{
+    return {EditorMode(u"a"_s), {}};
+}
+
+CardEdit changing(const QString& previousCode = {})
+{
+    return {EditorMode(u"E"_s), previousCode};
+}
+
+ReaderCard goodCard(const QString& code)
+{
+    ReaderCard card;
+    for (int box = CardBox::LoanDays; box <= CardBox::ScienceCopies; ++box)
+        card.boxes[box] = QString::number(box);
+    card.boxes[CardBox::ReaderCode] = code;
+    card.boxes[CardBox::Name] = u"O'Neil"_s;
+    card.boxes[CardBox::LoanCopies] = u"5"_s;
+    card.boxes[CardBox::OnLoan] = u"0"_s;
+    card.boxes[CardBox::OverdueFine] = u"0.1"_s;
+    card.boxes[CardBox::Issued] = u"2026-3-1"_s;
+    card.boxes[CardBox::Term] = u"2027-3-1"_s;
+    card.boxes[CardBox::Memo] = u"一行\n'两行'"_s;
+    card.lists = {u"男"_s, u"学'生"_s, u"一'班"_s, u"有效"_s};
+    card.checks = {true, false};
+    card.photo = u"/照片/o'neil.jpg"_s;
+    card.papers = {u"学'生证"_s, {u"4'4"_s, u"o'n@x"_s, u"'路'"_s}};
+    return card;
+}
+
+} // namespace
+
+/// Checks and statements of a reader card, without its screen.
+class TestReaderCard : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { m = std::make_unique<TestLibrary>(); }
+    void cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
+
+    void checksInTheirOrder();
+    void quotaThatIsNoNumber();
+    void stateFollowsTerm_data();
+    void stateFollowsTerm();
+    void comesBackAsSaved();
+    void ownRulesOfTheType();
+    void loansGoBackAsShown();
+    void leftPapersAreTakenOver();
+    void failuresOfSingleStatements_data();
+    void failuresOfSingleStatements();
+    void newCode_data();
+    void newCode();
+    void newCodeIsAllOrNothing_data();
+    void newCodeIsAllOrNothing();
+    void yearsOfTerm_data();
+    void yearsOfTerm();
+
+private:
+    QString save(const CardEdit& edit, const ReaderCard& card);
+    void plantReader();
+
+    std::unique_ptr<TestLibrary> m;
+};
+
+/// What the screen was told, "saved" behind a success.
+QString TestReaderCard::save(const CardEdit& edit, const ReaderCard& card)
+{
+    CardScreen screen;
+    screen.card = card;
+    const bool saved = saveCard(m->session, edit, screen);
+    return screen.done + (saved ? u"saved"_s : QString());
+}
+
+/// An empty form, mended fault by fault.
+void TestReaderCard::checksInTheirOrder()
+{
+    struct Fault {
+        QString text;
+        Icon icon;
+        QString title;
+        QString done;
+        std::function<void(CardScreen&)> mend;
+    };
+    const auto box = [](int index, const QString& text) {
+        return [=](CardScreen& screen) { screen.card.boxes[index] = text; };
+    };
+    const auto list
+        = [](int index) { return [=](CardScreen& screen) { screen.card.lists[index] = u"甲"_s; }; };
+    const auto parameters = [](const QString& text) {
+        return [=](CardScreen& screen) {
+            for (int index = CardBox::OverdueFine; index < CardBox::ScienceCopies; ++index)
+                screen.card.boxes[index] = text;
+        };
+    };
+    const QString own = u"青简台"_s;
+    const QString usual = u"操作提示"_s;
+    const QString issued = u"请正确输入登记日期(例如:2003-01-01)"_s;
+    const QString term = u"请正确输入有效期限(例如:2003-01-01)"_s;
+    const QString fullYear = u"请输入完整的日期格式!(例如:2003-01-01)"_s;
+    const QString noNumber = u"读者流通参数应该为数值！请重新设定！"_s;
+    const QString missing = u"有一些必须的参数没有设置，请检查并继续设置！"_s;
+    const std::vector<Fault> faults {
+        {u"请正确输入读者号"_s, Icon::Warning, own, u"box 0"_s, box(0, u" R1 "_s)},
+        {u"请输入读者姓名"_s, Icon::Warning, own, u"box 1"_s, box(1, u"张"_s)},
+        {u"读者类型没有定义！请添加读者类型！"_s, Icon::Information, usual, {}, list(CardList::Type)},
+        {u"目前没有可用的读者单位，请先定义读者单位"_s, Icon::Information, own, u"list 2"_s,
+            [](CardScreen& screen) { screen.hasUnits = true; }},
+        {u"请输入读者单位"_s, Icon::Warning, own, u"list 2"_s, list(CardList::Unit)},
+        {issued, Icon::Information, usual, u"box 4"_s, box(4, u"2026-02-31"_s)},
+        {issued, Icon::Information, usual, u"box 4"_s, box(4, u"1-2-03"_s)},
+        {fullYear, Icon::Information, usual, u"box 4"_s, box(4, u"2026-3-10"_s)},
+        {term, Icon::Information, usual, u"box 5"_s, box(5, u"6"_s)},
+        {term, Icon::Information, usual, u"box 5"_s, box(5, u"1-2-29"_s)},
+        {fullYear, Icon::Information, usual, u"box 5"_s, box(5, u"2027-3-10"_s)},
+        {noNumber, Icon::Information, usual, u"box 8"_s, box(8, u"三十"_s)},
+        {noNumber, Icon::Information, usual, u"box 8"_s, box(8, u"0"_s)},
+        {noNumber, Icon::Information, usual, u"box 9"_s, parameters(u"1;--"_s)},
+        {noNumber, Icon::Information, usual, u"box 9"_s, parameters(u"1"_s)},
+        {noNumber, Icon::Information, usual, u"box 17"_s, box(17, u"99999999999"_s)},
+        {noNumber, Icon::Information, usual, u"box 17"_s, box(17, u"1.5"_s)},
+        {noNumber, Icon::Information, usual, u"box 17"_s, box(17, u"0"_s)},
+        {u"读者号重复"_s, Icon::Warning, own, u"box 0"_s, box(0, u"R2"_s)},
+        {missing, Icon::Information, usual, u"panel box 2"_s, box(2, u"99999999999"_s)},
+        {missing, Icon::Information, usual, u"panel box 8"_s, box(8, u"20"_s)},
+        {noNumber, Icon::Information, usual, u"box 2"_s, box(2, u"5"_s)},
+    };
+    m->reader(u"r1"_s);
+    const QString before = m->everything();
+    CardScreen screen;
+    screen.hasUnits = false;
+    for (const Fault& fault : faults) {
+        m->prompt.expect(fault.text).titled(fault.title).icon(fault.icon);
+        screen.done.clear();
+        QVERIFY(!saveCard(m->session, adding(), screen));
+        QCOMPARE(m->prompt.takeComplaints(), QString());
+        QCOMPARE(screen.done, fault.done);
+        fault.mend(screen);
+    }
+    QCOMPARE(m->everything(), before);
+    QVERIFY(saveCard(m->session, adding(), screen));
+}
+
+void TestReaderCard::quotaThatIsNoNumber()
+{
+    ReaderCard card = goodCard(u"R1"_s);
+    card.boxes[CardBox::LoanCopies] = u"五"_s;
+    QVERIFY_THROWS_EXCEPTION(Error, save(adding(), card));
+    QCOMPARE(m->value(u"select count(*) from dzk"_s), u"0"_s);
+}
+
+void TestReaderCard::stateFollowsTerm_data()
+{
+    QTest::addColumn<QString>("term");
+    QTest::addColumn<QString>("state");
+    QTest::addColumn<QString>("saved");
+    QTest::newRow("over") << u"2026-03-09"_s << u"有效"_s << u"超期"_s;
+    QTest::newRow("today") << u"2026-03-10"_s << u"超期"_s << u"有效"_s;
+    QTest::newRow("over, without a zero") << u"2026-3-9"_s << u"超期"_s << u"有效"_s;
+    QTest::newRow("over and lost") << u"2020-01-01"_s << u"挂失"_s << u"挂失"_s;
+    QTest::newRow("void") << u"2030-01-01"_s << u"无效"_s << u"无效"_s;
+}
+
+void TestReaderCard::stateFollowsTerm()
+{
+    QFETCH(QString, term);
+    QFETCH(QString, state);
+    QFETCH(QString, saved);
+    m->reader(u"R1"_s);
+    ReaderCard card = goodCard(u"R1"_s);
+    card.boxes[CardBox::Term] = term;
+    card.lists[CardList::Status] = state;
+    QCOMPARE(save(changing(), card), u"saved"_s);
+    QCOMPARE(m->value(u"select readstatus from dzk"_s), saved);
+}
+
+void TestReaderCard::comesBackAsSaved()
+{
+    const ReaderCard card = goodCard(u"R'1"_s);
+    QCOMPARE(save(adding(), card), u"saved"_s);
+    const auto loaded = readCard(m->session, u"r'1"_s);
+    QVERIFY(loaded && loaded->papers);
+    for (int box = 0; box < CardBox::Count; ++box) {
+        const bool isDate = box == CardBox::Issued || box == CardBox::Term;
+        const QString expected = isDate    ? QString(card.boxes[box]).replace(u"-3-1"_s, u"-03-01"_s)
+            : box == CardBox::Type         ? card.lists[CardList::Type]
+            : box > CardBox::ScienceCopies ? u"0"_s
+                                           : card.boxes[box];
+        QCOMPARE(loaded->card.boxes[box], expected);
+    }
+    QCOMPARE(loaded->card.lists, card.lists);
+    QCOMPARE(loaded->card.checks, card.checks);
+    QCOMPARE(loaded->card.photo, card.photo);
+    QCOMPARE(loaded->papers->kind, card.papers.kind);
+    QCOMPARE(loaded->papers->texts, card.papers.texts);
+
+    m->reader(u"R2"_s, {{u"term"_s, u"null"_s}});
+    const auto bare = readCard(m->session, u"R2"_s);
+    QCOMPARE(bare->card.boxes[CardBox::Term] + bare->papers->kind, u"其它"_s);
+}
+
+void TestReaderCard::ownRulesOfTheType()
+{
+    m->insert(u"jycs"_s,
+        {{u"readerclass"_s, u"教'师"_s}, {u"daycount"_s, u"60"_s}, {u"fine"_s, u"0.1"_s},
+            {u"wuzheng"_s, u"1"_s}});
+    ReaderCard card = goodCard(u"R1"_s);
+    QVERIFY(takeParameters(m->session, u"教'师"_s, card));
+    QCOMPARE(card.boxes[CardBox::LoanDays] + u' ' + card.boxes[CardBox::OverdueFine], u"60 0.1"_s);
+    QVERIFY(!card.checks[0] && card.checks[1]);
+
+    QVERIFY(takeParameters(m->session, u"无规则"_s, card));
+    for (const int box : parameterBoxes())
+        QCOMPARE(card.boxes[box], box == CardBox::Type ? u"无规则"_s : u"0"_s);
+    QVERIFY(!card.checks[1]);
+    m->prompt.expectStart(u"有一些必须的参数没有设置"_s);
+    QCOMPARE(save(adding(), card), u"panel box 2"_s);
+
+    const ReaderCard before = goodCard(u"R1"_s);
+    card = before;
+    m->failAt(u"from jycs"_s);
+    QVERIFY(!takeParameters(m->session, u"教'师"_s, card));
+    QCOMPARE(card.boxes, before.boxes);
+}
+
+/// A charge between opening and saving is undone by the save.
+void TestReaderCard::loansGoBackAsShown()
+{
+    QCOMPARE(save(adding(), goodCard(u"R1"_s)), u"saved"_s);
+    ReaderCard card = readCard(m->session, u"R1"_s)->card;
+    m->send(u"update dzk set orderbook=1,yordercshu=2"_s);
+    QCOMPARE(save(changing(), card), u"saved"_s);
+    QCOMPARE(m->value(u"select orderbook,yordercshu from dzk"_s), u"0|2"_s);
+}
+
+void TestReaderCard::leftPapersAreTakenOver()
+{
+    m->insert(u"dzkx"_s, {{u"readercode"_s, u"R1"_s}, {u"dizhi"_s, u"旧"_s}});
+    QCOMPARE(save(adding(), goodCard(u"R1"_s)), u"saved"_s);
+    QCOMPARE(m->value(u"select dizhi from dzkx"_s), u"'路'"_s);
+}
+
+void TestReaderCard::failuresOfSingleStatements_data()
+{
+    QTest::addColumn<bool>("add");
+    QTest::addColumn<QString>("fault"); // a statement, or a code for a too long one
+    QTest::addColumn<QString>("cards"); // and papers that stand afterwards
+    QTest::newRow("card") << true << u"insert into dzk("_s << u"0|1"_s;
+    QTest::newRow("papers") << true << u"insert  into  dzkx"_s << u"1|0"_s;
+    QTest::newRow("papers unread") << true << u"select readercode from dzkx"_s << u"1|0"_s;
+    QTest::newRow("known?") << true << u"select readercode from dzk where"_s << u"0|0"_s;
+    QTest::newRow("too long code") << true << QString(51, u'码') << u"0|0"_s;
+    QTest::newRow("change") << false << u"update dzk set"_s << u"1|1"_s;
+}
+
+void TestReaderCard::failuresOfSingleStatements()
+{
+    QFETCH(bool, add);
+    QFETCH(QString, fault);
+    const bool tooLong = !fault.contains(u' ');
+    if (!add) m->reader(u"R1"_s);
+    if (!tooLong) m->failAt(fault);
+    const ReaderCard card = goodCard(tooLong ? fault : u"R1"_s);
+    QCOMPARE(save(add ? adding() : changing(), card), add ? AddFailed : ChangeFailed);
+    m->factory.setHook({});
+    QTEST(m->value(u"select count(*) from dzk"_s) + u'|' + m->value(u"select count(*) from dzkx"_s), "cards");
+    QVERIFY(!m->session.error.isSet());
+}
+
+void TestReaderCard::plantReader()
+{
+    m->reader(u"R1"_s, {{u"name"_s, u"旧"_s}});
+    m->reader(u"R2"_s);
+    m->insert(u"dzkx"_s, {{u"readercode"_s, u"R1"_s}});
+    m->copy(u"B1"_s);
+    m->copy(u"B2"_s);
+    m->loan(u"B1"_s, u"R1"_s, u"2026-03-30"_s);
+    m->loan(u"B2"_s, u"R2"_s, u"2026-03-30"_s);
+    m->reservation(u"R1"_s);
+    for (const QString& table : {u"jhslsk"_s, u"fkk"_s, u"diushik"_s})
+        m->insert(table, {{u"readercode"_s, u"R1"_s}, {u"barcode"_s, u"B1"_s}});
+}
+
+void TestReaderCard::newCode_data()
+{
+    QTest::addColumn<QString>("code");
+    QTest::addColumn<QString>("told");
+    QTest::addColumn<QString>("result");
+    QTest::newRow("free") << u" N'9 "_s << QString() << u"saved"_s;
+    QTest::newRow("unchanged") << u"R1"_s << QString() << u"saved"_s;
+    QTest::newRow("other case") << u"r1"_s << QString() << u"saved"_s;
+    QTest::newRow("taken") << u"r2"_s << u"该读者证号已经存在，请重新输入！"_s << u"box 0"_s;
+}
+
+void TestReaderCard::newCode()
+{
+    QFETCH(QString, code);
+    QFETCH(QString, told);
+    QFETCH(QString, result);
+    plantReader();
+    if (!told.isEmpty()) m->prompt.expect(told).titled(u"操作提示").icon(Icon::Information);
+    ReaderCard card = goodCard(code);
+    card.boxes[CardBox::OnLoan] = u"1"_s;
+    m->failAt({});
+    QCOMPARE(save(changing(u"R1"_s), card), result);
+    QCOMPARE(m->sent.contains(u"commit"_s), told.isEmpty());
+    for (const QString& table : {u"dzk"_s, u"dzkx"_s, u"fkk"_s, u"jhsk"_s, u"jhslsk"_s, u"yyk"_s}) {
+        const QString carried = told.isEmpty() ? code.trimmed() : u"R1"_s;
+        QVERIFY2(m->rows(u"select readercode from "_s + table).contains(carried), qPrintable(table));
+    }
+    QCOMPARE(m->value(u"select readercode from diushik"_s), u"R1"_s);
+    QCOMPARE(m->value(u"select readercode from jhsk where barcode='B2'"_s), u"R2"_s);
+    QCOMPARE(m->value(u"select count(*) from dzk where name='O''Neil'"_s), told.isEmpty() ? u"1"_s : u"0"_s);
+}
+
+void TestReaderCard::newCodeIsAllOrNothing_data()
+{
+    QTest::addColumn<QString>("fault");
+    for (const char* fault : {"begin", "update dzk set", "select readercode from dzkx", "update dzkx  set",
+             "update fkk", "update jhsk set", "update jhslsk", "update yyk", "commit"})
+        QTest::newRow(fault) << QString::fromLatin1(fault);
+}
+
+void TestReaderCard::newCodeIsAllOrNothing()
+{
+    QFETCH(QString, fault);
+    plantReader();
+    const QString before = m->everything();
+    m->failAt(fault);
+    QCOMPARE(save(changing(u"R1"_s), goodCard(u"N9"_s)), ChangeFailed);
+    m->factory.setHook({});
+    QCOMPARE(m->everything(), before);
+    QCOMPARE(save(changing(u"R1"_s), goodCard(u"N9"_s)), u"saved"_s);
+}
+
+void TestReaderCard::yearsOfTerm_data()
+{
+    QTest::addColumn<QString>("years");
+    QTest::addColumn<QString>("issued");
+    QTest::addColumn<QString>("term");
+    QTest::newRow("one") << u"1"_s << u"2024-2-29"_s << u"2025-02-28"_s;
+    QTest::newRow("five") << u" 5 "_s << u""_s << u"2031-03-10"_s;
+    QTest::newRow("issued never") << u"2"_s << u"2026-02-31"_s << u"2028-03-10"_s;
+    QTest::newRow("six") << u"6"_s << u"2026-03-01"_s << u"none"_s;
+    QTest::newRow("nought") << u"0"_s << u"2026-03-01"_s << u"none"_s;
+    QTest::newRow("text") << u"两年"_s << u"2026-03-01"_s << u"none"_s;
+}
+
+void TestReaderCard::yearsOfTerm()
+{
+    QFETCH(QString, years);
+    QFETCH(QString, issued);
+    QTEST(termOfYears(m->session, years, issued).value_or(u"none"_s), "term");
+}
+
+QTEST_GUILESS_MAIN(TestReaderCard)
+#include "test_reader_card.moc"
