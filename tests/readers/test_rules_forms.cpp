@@ -24,6 +24,7 @@ private Q_SLOTS:
     void holidayByKeys();
     void holidayChangedInItsLine();
     void holidayNameOnLeaving();
+    void holidayNameTakenAtTheSaveButton();
     void emptyListsDoNothing();
     void longListsNeedNoSecondScrollBar();
     void selectedLinesAreRemoved();
@@ -162,6 +163,31 @@ void TestRulesForms::holidayNameOnLeaving()
     enter(editor.Text1[0], u"元旦 "_s);
     QCoreApplication::processEvents();
     QCOMPARE(focus() + editor.Text1[0].text(), u"Text1(0)"_s);
+}
+
+/// The press takes the focus from the name, whose test empties the box; the save then finds no name.
+void TestRulesForms::holidayNameTakenAtTheSaveButton()
+{
+    m->holiday(u"元旦"_s, u"2026-01-01 2026-01-03"_s);
+    auto& editor = shown(std::make_unique<holidayaddFrm>(m->session));
+    editor.Text1[1].setText(u"2026-05-01"_s);
+    editor.Text1[2].setText(u"2026-05-01"_s);
+    const std::function<void()> presses[] {
+        [&] { QTest::mouseClick(&editor.Command1[1], Qt::LeftButton); },
+        [&] { QTest::keyClick(&editor, Qt::Key_S, Qt::AltModifier); },
+        [&] { QTest::mouseClick(&editor.Command1[0], Qt::LeftButton); },
+    };
+    for (const auto& press : presses) {
+        m->prompt.expect(u"假期名称‘元旦’已经存在。"_s).titled(u"操作提示").icon(Icon::Warning);
+        m->prompt.expect(u"无效假期名称，取消该操作。"_s).titled(u"操作提示").icon(Icon::Warning);
+        editor.Text1[0].insert(u"元旦"_s);
+        press();
+        QTRY_VERIFY(!editor.Command1[1].isDown());
+        QTRY_COMPARE(focus() + editor.Text1[0].text(), u"Text1(0)"_s);
+        QCOMPARE(m->prompt.takeComplaints(), QString());
+    }
+    QVERIFY(editor.isVisible());
+    QCOMPARE(m->value(u"select count(*) from Global"_s), u"1"_s);
 }
 
 void TestRulesForms::emptyListsDoNothing()
