@@ -19,34 +19,6 @@
 
 using namespace quilla;
 
-namespace {
-
-/// The window of that class that is on the screen.
-template <typename Window> Window* shown()
-{
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-        auto* wanted = qobject_cast<Window*>(window);
-        if (wanted && wanted->isVisible()) return wanted;
-    }
-    return nullptr;
-}
-
-/// Does `step` once such a window is on the screen, from within whatever event loop runs then.
-template <typename Window> void whenShown(std::function<void(Window&)> step)
-{
-    auto* poll = new QTimer(qApp);
-    QObject::connect(poll, &QTimer::timeout, poll, [poll, step = std::move(step)] {
-        Window* window = shown<Window>();
-        if (!window) return;
-        poll->deleteLater();
-        poll->stop();
-        step(*window);
-    });
-    poll->start(5);
-}
-
-} // namespace
-
 /// The whole program as an operator sees it: from the start procedure to a written loan, through the
 /// real windows, on a file in a fresh home.
 class TestDeskDay : public QObject {

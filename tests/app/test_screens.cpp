@@ -11,6 +11,7 @@
 #include "readers/holiday_form.h"
 #include "readers/parameter_editor.h"
 #include "readers/parameter_form.h"
+#include "readers/reader_card_form.h"
 #include "readers/reader_list_form.h"
 #include "readers/reader_name_editor.h"
 #include "statistics/query_form.h"
@@ -92,6 +93,14 @@ private Q_SLOTS:
                 u"Command1(0)=&A 增加|Command1(1)=&D 删除|Command1(2)=&X 关闭|Command1(3)=&E 修改|Command1(4)=&P 打印报表|lCounts=记录数：0|Grid1="_s},
             {[&] { return new JycsAddFrm(m->session); }, u"流通参数设置----流通参数添加"_s,
                 u"Combo1=|Text1(0)=|Text1(10)=|Check1(0)=有过期书刊时还可以借书|Check1(1)=可以无证借书|Command1(0)=&A 保存增加|Command1(1)=&S  保存|Command1(2)=&X  关闭"_s},
+            {[&] {
+                 auto* card = new DzaddFrm(m->session, nullptr);
+                 card->SetEditMode(u"A"_s);
+                 card->LoadReader({});
+                 return card;
+             },
+                u"新增读者信息"_s,
+                u"Text1(0)=|Text1(20)=|Combo1(3)=有效|Combo2=身份证|Text2(2)=|ManPic=选择照片|Frame2=流通参数信息---(下面参数的修改只影响该读者)|Check1(0)=有过期书刊时还可以借书|Check1(1)=可以无证借书|cmdUpdateZheng=修改读者证|cmdXianShi=参 数(&C)|CmdSave=保 存(&S)|CmdQuit=退 出(&Q)"_s},
             {[&] { return new MadddzlxFrm(m->session, 1); }, u"Quilla-定义 读者类型&单位"_s,
                 u"Option1(0)=定义读者类型|Option1(1)=定义读者单位|CmdDzcs(0)=&A 增加|CmdDzcs(1)=&E 修改|CmdDzcs(2)=&D 删除|CmdDzcs(3)=&C 退出|Grid1="_s},
             {[&] { return new ReaderNameFrm(m->session, readerList(ReaderTypes)); }, u"Quilla-增加读者类型"_s,

@@ -1,7 +1,11 @@
 #pragma once
 
+#include <QApplication>
 #include <QTest>
+#include <QTimer>
 #include <QWidget>
+
+#include <functional>
 
 namespace quilla {
 
@@ -18,6 +22,30 @@ inline void type(QWidget& box, const QString& text)
 {
     QTest::keyClicks(&box, text);
     QTest::keyClick(&box, Qt::Key_Return);
+}
+
+/// The window of that class that is on the screen.
+template <typename Window> Window* shown()
+{
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        auto* wanted = qobject_cast<Window*>(window);
+        if (wanted && wanted->isVisible()) return wanted;
+    }
+    return nullptr;
+}
+
+/// Does `step` once such a window is on the screen, from within whatever event loop runs then.
+template <typename Window> void whenShown(std::function<void(Window&)> step)
+{
+    auto* poll = new QTimer(qApp);
+    QObject::connect(poll, &QTimer::timeout, poll, [poll, step = std::move(step)] {
+        Window* window = shown<Window>();
+        if (!window) return;
+        poll->deleteLater();
+        poll->stop();
+        step(*window);
+    });
+    poll->start(5);
 }
 
 } // namespace quilla
