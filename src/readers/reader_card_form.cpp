@@ -43,6 +43,8 @@ void takeAnyText(QComboBox& list)
     list.setEditable(true);
     list.setInsertPolicy(QComboBox::NoInsert);
     list.setCompleter(nullptr);
+    list.setMinimumContentsLength(6);
+    list.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     QObject::disconnect(list.lineEdit(), &QLineEdit::editingFinished, &list, nullptr);
 }
 

@@ -73,19 +73,13 @@ private Q_SLOTS:
 
     void checksInTheirOrder();
     void quotaThatIsNoNumber();
-    void stateFollowsTerm_data();
     void stateFollowsTerm();
     void comesBackAsSaved();
     void ownRulesOfTheType();
     void loansGoBackAsShown();
-    void leftPapersAreTakenOver();
-    void failuresOfSingleStatements_data();
     void failuresOfSingleStatements();
-    void newCode_data();
     void newCode();
-    void newCodeIsAllOrNothing_data();
     void newCodeIsAllOrNothing();
-    void yearsOfTerm_data();
     void yearsOfTerm();
 
 private:
@@ -181,34 +175,26 @@ void TestReaderCard::quotaThatIsNoNumber()
     QCOMPARE(m->value(u"select count(*) from dzk"_s), u"0"_s);
 }
 
-void TestReaderCard::stateFollowsTerm_data()
-{
-    QTest::addColumn<QString>("term");
-    QTest::addColumn<QString>("state");
-    QTest::addColumn<QString>("saved");
-    QTest::newRow("over") << u"2026-03-09"_s << u"有效"_s << u"超期"_s;
-    QTest::newRow("today") << u"2026-03-10"_s << u"超期"_s << u"有效"_s;
-    QTest::newRow("over, without a zero") << u"2026-3-9"_s << u"超期"_s << u"有效"_s;
-    QTest::newRow("over and lost") << u"2020-01-01"_s << u"挂失"_s << u"挂失"_s;
-    QTest::newRow("void") << u"2030-01-01"_s << u"无效"_s << u"无效"_s;
-}
-
+/// The term as typed, the state before and after.
 void TestReaderCard::stateFollowsTerm()
 {
-    QFETCH(QString, term);
-    QFETCH(QString, state);
-    QFETCH(QString, saved);
+    const std::array<QString, 3> cases[] {{u"2026-03-09"_s, u"有效"_s, u"超期"_s},
+        {u"2026-03-10"_s, u"超期"_s, u"有效"_s}, {u"2026-3-9"_s, u"超期"_s, u"有效"_s},
+        {u"2020-01-01"_s, u"挂失"_s, u"挂失"_s}, {u"2030-01-01"_s, u"无效"_s, u"无效"_s}};
     m->reader(u"R1"_s);
-    ReaderCard card = goodCard(u"R1"_s);
-    card.boxes[CardBox::Term] = term;
-    card.lists[CardList::Status] = state;
-    QCOMPARE(save(changing(), card), u"saved"_s);
-    QCOMPARE(m->value(u"select readstatus from dzk"_s), saved);
+    for (const auto& [term, state, saved] : cases) {
+        ReaderCard card = goodCard(u"R1"_s);
+        card.boxes[CardBox::Term] = term;
+        card.lists[CardList::Status] = state;
+        QCOMPARE(save(changing(), card), u"saved"_s);
+        QCOMPARE(m->value(u"select readstatus from dzk"_s), saved);
+    }
 }
 
 void TestReaderCard::comesBackAsSaved()
 {
     const ReaderCard card = goodCard(u"R'1"_s);
+    m->insert(u"dzkx"_s, {{u"readercode"_s, u"R'1"_s}, {u"dizhi"_s, u"旧"_s}}); // of an earlier card
     QCOMPARE(save(adding(), card), u"saved"_s);
     const auto loaded = readCard(m->session, u"r'1"_s);
     QVERIFY(loaded && loaded->papers);
@@ -265,38 +251,26 @@ void TestReaderCard::loansGoBackAsShown()
     QCOMPARE(m->value(u"select orderbook,yordercshu from dzk"_s), u"0|2"_s);
 }
 
-void TestReaderCard::leftPapersAreTakenOver()
-{
-    m->insert(u"dzkx"_s, {{u"readercode"_s, u"R1"_s}, {u"dizhi"_s, u"旧"_s}});
-    QCOMPARE(save(adding(), goodCard(u"R1"_s)), u"saved"_s);
-    QCOMPARE(m->value(u"select dizhi from dzkx"_s), u"'路'"_s);
-}
-
-void TestReaderCard::failuresOfSingleStatements_data()
-{
-    QTest::addColumn<bool>("add");
-    QTest::addColumn<QString>("fault"); // a statement, or a code for a too long one
-    QTest::addColumn<QString>("cards"); // and papers that stand afterwards
-    QTest::newRow("card") << true << u"insert into dzk("_s << u"0|1"_s;
-    QTest::newRow("papers") << true << u"insert  into  dzkx"_s << u"1|0"_s;
-    QTest::newRow("papers unread") << true << u"select readercode from dzkx"_s << u"1|0"_s;
-    QTest::newRow("known?") << true << u"select readercode from dzk where"_s << u"0|0"_s;
-    QTest::newRow("too long code") << true << QString(51, u'码') << u"0|0"_s;
-    QTest::newRow("change") << false << u"update dzk set"_s << u"1|1"_s;
-}
-
+/// Which statement fails, or a code that is too long; how many cards and papers stand afterwards.
 void TestReaderCard::failuresOfSingleStatements()
 {
-    QFETCH(bool, add);
-    QFETCH(QString, fault);
-    const bool tooLong = !fault.contains(u' ');
-    if (!add) m->reader(u"R1"_s);
-    if (!tooLong) m->failAt(fault);
-    const ReaderCard card = goodCard(tooLong ? fault : u"R1"_s);
-    QCOMPARE(save(add ? adding() : changing(), card), add ? AddFailed : ChangeFailed);
-    m->factory.setHook({});
-    QTEST(m->value(u"select count(*) from dzk"_s) + u'|' + m->value(u"select count(*) from dzkx"_s), "cards");
-    QVERIFY(!m->session.error.isSet());
+    const std::array<QString, 2> cases[] {{u"insert into dzk("_s, u"0|1"_s},
+        {u"insert  into  dzkx"_s, u"1|0"_s}, {u"select readercode from dzkx"_s, u"1|0"_s},
+        {u"select readercode from dzk where"_s, u"0|0"_s}, {QString(51, u'码'), u"0|0"_s},
+        {u"update dzk set"_s, u"1|1"_s}};
+    for (const auto& [fault, stands] : cases) {
+        m = std::make_unique<TestLibrary>();
+        const bool change = fault.startsWith(u"update");
+        const bool tooLong = !fault.contains(u' ');
+        if (change) m->reader(u"R1"_s);
+        if (!tooLong) m->failAt(fault);
+        const ReaderCard card = goodCard(tooLong ? fault : u"R1"_s);
+        QCOMPARE(save(change ? changing() : adding(), card), change ? ChangeFailed : AddFailed);
+        m->factory.setHook({});
+        QCOMPARE(m->value(u"select count(*) from dzk"_s) + u'|' + m->value(u"select count(*) from dzkx"_s),
+            stands);
+        QVERIFY(!m->session.error.isSet());
+    }
 }
 
 void TestReaderCard::plantReader()
@@ -313,76 +287,50 @@ void TestReaderCard::plantReader()
         m->insert(table, {{u"readercode"_s, u"R1"_s}, {u"barcode"_s, u"B1"_s}});
 }
 
-void TestReaderCard::newCode_data()
-{
-    QTest::addColumn<QString>("code");
-    QTest::addColumn<QString>("told");
-    QTest::addColumn<QString>("result");
-    QTest::newRow("free") << u" N'9 "_s << QString() << u"saved"_s;
-    QTest::newRow("unchanged") << u"R1"_s << QString() << u"saved"_s;
-    QTest::newRow("other case") << u"r1"_s << QString() << u"saved"_s;
-    QTest::newRow("taken") << u"r2"_s << u"该读者证号已经存在，请重新输入！"_s << u"box 0"_s;
-}
-
+/// Taken codes are refused; the old one, also in other letters, goes the way of a new one.
 void TestReaderCard::newCode()
 {
-    QFETCH(QString, code);
-    QFETCH(QString, told);
-    QFETCH(QString, result);
     plantReader();
-    if (!told.isEmpty()) m->prompt.expect(told).titled(u"操作提示").icon(Icon::Information);
-    ReaderCard card = goodCard(code);
-    card.boxes[CardBox::OnLoan] = u"1"_s;
-    m->failAt({});
-    QCOMPARE(save(changing(u"R1"_s), card), result);
-    QCOMPARE(m->sent.contains(u"commit"_s), told.isEmpty());
-    for (const QString& table : {u"dzk"_s, u"dzkx"_s, u"fkk"_s, u"jhsk"_s, u"jhslsk"_s, u"yyk"_s}) {
-        const QString carried = told.isEmpty() ? code.trimmed() : u"R1"_s;
-        QVERIFY2(m->rows(u"select readercode from "_s + table).contains(carried), qPrintable(table));
+    m->prompt.expect(u"该读者证号已经存在，请重新输入！"_s).titled(u"操作提示").icon(Icon::Information);
+    const QString before = m->everything();
+    QCOMPARE(save(changing(u"R1"_s), goodCard(u"r2 "_s)), u"box 0"_s);
+    QCOMPARE(m->everything(), before);
+    QString old = u"R1"_s;
+    for (const QString& code : {u"R1"_s, u"r1"_s, u" N'9 "_s}) {
+        m->failAt({});
+        m->sent.clear();
+        QCOMPARE(save(changing(old), goodCard(code)), u"saved"_s);
+        QVERIFY(m->sent.contains(u"commit"_s));
+        old = code.trimmed();
+        for (const QString& table : {u"dzk"_s, u"dzkx"_s, u"fkk"_s, u"jhsk"_s, u"jhslsk"_s, u"yyk"_s})
+            QVERIFY2(m->rows(u"select readercode from "_s + table).contains(old), qPrintable(table));
     }
     QCOMPARE(m->value(u"select readercode from diushik"_s), u"R1"_s);
     QCOMPARE(m->value(u"select readercode from jhsk where barcode='B2'"_s), u"R2"_s);
-    QCOMPARE(m->value(u"select count(*) from dzk where name='O''Neil'"_s), told.isEmpty() ? u"1"_s : u"0"_s);
-}
-
-void TestReaderCard::newCodeIsAllOrNothing_data()
-{
-    QTest::addColumn<QString>("fault");
-    for (const char* fault : {"begin", "update dzk set", "select readercode from dzkx", "update dzkx  set",
-             "update fkk", "update jhsk set", "update jhslsk", "update yyk", "commit"})
-        QTest::newRow(fault) << QString::fromLatin1(fault);
 }
 
 void TestReaderCard::newCodeIsAllOrNothing()
 {
-    QFETCH(QString, fault);
     plantReader();
     const QString before = m->everything();
-    m->failAt(fault);
-    QCOMPARE(save(changing(u"R1"_s), goodCard(u"N9"_s)), ChangeFailed);
-    m->factory.setHook({});
-    QCOMPARE(m->everything(), before);
+    for (const QString& fault :
+        {u"begin"_s, u"update dzk set"_s, u"select readercode from dzkx"_s, u"update dzkx  set"_s,
+            u"update fkk"_s, u"update jhsk set"_s, u"update jhslsk"_s, u"update yyk"_s, u"commit"_s}) {
+        m->failAt(fault);
+        QCOMPARE(save(changing(u"R1"_s), goodCard(u"N9"_s)), ChangeFailed);
+        m->factory.setHook({});
+        QVERIFY2(m->everything() == before, qPrintable(fault));
+    }
     QCOMPARE(save(changing(u"R1"_s), goodCard(u"N9"_s)), u"saved"_s);
-}
-
-void TestReaderCard::yearsOfTerm_data()
-{
-    QTest::addColumn<QString>("years");
-    QTest::addColumn<QString>("issued");
-    QTest::addColumn<QString>("term");
-    QTest::newRow("one") << u"1"_s << u"2024-2-29"_s << u"2025-02-28"_s;
-    QTest::newRow("five") << u" 5 "_s << u""_s << u"2031-03-10"_s;
-    QTest::newRow("issued never") << u"2"_s << u"2026-02-31"_s << u"2028-03-10"_s;
-    QTest::newRow("six") << u"6"_s << u"2026-03-01"_s << u"none"_s;
-    QTest::newRow("nought") << u"0"_s << u"2026-03-01"_s << u"none"_s;
-    QTest::newRow("text") << u"两年"_s << u"2026-03-01"_s << u"none"_s;
 }
 
 void TestReaderCard::yearsOfTerm()
 {
-    QFETCH(QString, years);
-    QFETCH(QString, issued);
-    QTEST(termOfYears(m->session, years, issued).value_or(u"none"_s), "term");
+    const std::array<QString, 3> cases[] {{u"1"_s, u"2024-2-29"_s, u"2025-02-28"_s},
+        {u" 5 "_s, {}, u"2031-03-10"_s}, {u"2"_s, u"2026-02-31"_s, u"2028-03-10"_s},
+        {u"6"_s, u"2026-03-01"_s, u"none"_s}, {u"0"_s, {}, u"none"_s}, {u"两年"_s, {}, u"none"_s}};
+    for (const auto& [years, issued, term] : cases)
+        QCOMPARE(termOfYears(m->session, years, issued).value_or(u"none"_s), term);
 }
 
 QTEST_GUILESS_MAIN(TestReaderCard)

@@ -194,8 +194,8 @@ std::optional<bool> CardSaving::isTaken()
 {
     Connection conn;
     if (OpenDbConnection(m_session, conn) != GoOn) return {};
-    const auto taken = m_session.error.attempt(
-        [&] { return !conn.open(u"select readercode from dzk where readercode="_s + quoted(m_code)).eof(); });
+    const QString select = u"select readercode from dzk where readercode='%1'"_s.arg(doubled(m_code));
+    const auto taken = m_session.error.attempt([&] { return !conn.open(select).eof(); });
     if (!taken) tellFailure();
     return taken;
 }
@@ -205,17 +205,13 @@ bool CardSaving::write()
     Connection conn;
     if (OpenDbConnection(m_session, conn) != GoOn) return false;
     LastError& error = m_session.error;
-    if (!m_edit.previousCode.isEmpty()) {
-        if (!error.attempt([&] { carryCode(conn); })) {
-            const LastError failure = error;
-            error.attempt([&] { conn.rollback(); });
-            error = failure;
-        }
-    } else {
+    if (m_edit.previousCode.isEmpty()) {
         error.attempt([&] { conn.execute(m_edit.mode.isAdd() ? insertOfCard() : updateOfCard(m_code)); });
         error.attempt([&] { writePapers(conn, m_code); });
+    } else {
+        error.attempt([&] { carryCode(conn); });
     }
-    conn.close();
+    conn.close(); // rolls back what was not committed
     return !error.isSet() || tellFailure();
 }
 
@@ -261,29 +257,33 @@ QString CardSaving::updateOfCard(const QString& code) const
 /// The papers found under `code` go on under the card's code; a row may be left from an earlier card.
 void CardSaving::writePapers(Connection& conn, const QString& code)
 {
-    const QString email = quoted(m_card.papers.texts[CardDetail::Email]);
-    const QString kind = quoted(m_card.papers.kind);
-    const QString number = quoted(m_card.papers.texts[CardDetail::Number]);
-    const QString address = quoted(m_card.papers.texts[CardDetail::Address]);
-    if (conn.open(u"select readercode from dzkx where readercode="_s + quoted(code)).eof()) {
-        conn.execute(u"insert  into  dzkx  (readercode,email,zhenghaolx,zhenghao,dizhi) values ("_s
-            + QStringList {quoted(m_code), email, kind, number, address}.join(u',') + u')');
+    const QString email = doubled(m_card.papers.texts[CardDetail::Email]);
+    const QString kind = doubled(m_card.papers.kind);
+    const QString number = doubled(m_card.papers.texts[CardDetail::Number]);
+    const QString address = doubled(m_card.papers.texts[CardDetail::Address]);
+    const QString old = doubled(code);
+    if (conn.open(u"select readercode from dzkx where readercode='%1'"_s.arg(old)).eof()) {
+        conn.execute(
+            u"insert  into  dzkx  (readercode,email,zhenghaolx,zhenghao,dizhi) values ('%1','%2','%3','%4','%5')"_s
+                .arg(doubled(m_code), email, kind, number, address));
         return;
     }
-    const QString newCode
-        = m_edit.previousCode.isEmpty() ? QString() : u"readercode=%1,"_s.arg(quoted(m_code));
-    conn.execute(u"update dzkx  set "_s + newCode + u"email="_s + email + u",zhenghaolx="_s + kind
-        + u",zhenghao="_s + number + u",dizhi="_s + address + u"  where readercode="_s + quoted(code));
+    const bool carried = !m_edit.previousCode.isEmpty();
+    const QString newCode = carried ? u"readercode='%1',"_s.arg(doubled(m_code)) : QString();
+    conn.execute(
+        u"update dzkx  set %1email='%2',zhenghaolx='%3',zhenghao='%4',dizhi='%5'  where readercode='%6'"_s
+            .arg(newCode, email, kind, number, address, old));
 }
 
 void CardSaving::carryCode(Connection& conn)
 {
+    const QString old = m_edit.previousCode;
     conn.begin(OnFailure::EndTransaction);
-    conn.execute(updateOfCard(m_edit.previousCode));
-    writePapers(conn, m_edit.previousCode);
+    conn.execute(updateOfCard(old));
+    writePapers(conn, old);
     for (const QString& table : {u"fkk"_s, u"jhsk"_s, u"jhslsk"_s, u"yyk"_s})
-        conn.execute(u"update "_s + table + u" set readercode="_s + quoted(m_code) + u" where readercode="_s
-            + quoted(m_edit.previousCode));
+        conn.execute(u"update %1 set readercode='%2' where readercode='%3'"_s.arg(
+            table, doubled(m_code), doubled(old)));
     conn.commit();
 }
 
