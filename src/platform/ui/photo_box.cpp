@@ -37,6 +37,7 @@ void PhotoBox::setHint(const QString& hint)
 
 void PhotoBox::showFile(const QString& file)
 {
+    clear(); // an equal text alone would let the picture stand
     setText(m_hint);
     if (file.isEmpty()) return;
     QImageReader reader(file);
