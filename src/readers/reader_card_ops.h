@@ -60,6 +60,7 @@ inline constexpr int ReaderMemoLimit = 100;
 struct ReaderPapers {
     QString kind;
     std::array<QString, CardDetail::Count> texts;
+    bool operator==(const ReaderPapers&) const = default;
 };
 
 /// A card as it stands on the screen.
@@ -69,6 +70,7 @@ struct ReaderCard {
     std::array<bool, CardCheck::Count> checks {};
     QString photo; ///< path of the picture file
     ReaderPapers papers;
+    bool operator==(const ReaderCard&) const = default;
 };
 
 /// What is being done to a card.

@@ -19,16 +19,115 @@ class TestNewLibrary : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void fromTheFirstLoginToTheFirstLoan();
+    void fromTheFirstLoginToTheFirstLoan()
+    {
+        m.operatorUser(u"馆长"_s, u"geheim"_s);
+        signIn();
+        m_window = std::make_unique<LtMainFrm>(m.session, m_screens);
+        appear(*m_window);
+        m_window->openUp();
+        enterUnit();
+        enterRules();
+        enterHoliday();
+        enterReader();
+        m.copy(u"B1"_s); // cataloguing is another program's
+        charge();
+        m_window.reset();
+        QCOMPARE(m.prompt.takeComplaints(), QString());
+        // 20 days reach into the holiday, of which none counts.
+        QCOMPARE(m.value(u"select readercode,barcode,orderdate,yhdate,operater from jhsk"_s),
+            u"G001|B1|2026-03-10|2026-04-05|馆长"_s);
+        QCOMPARE(
+            m.value(
+                u"select readunit,readerclass,bookcount,daycount,fine,ifcanre,orderbook,readstatus from dzk"_s),
+            u"一年级|学生|3|20|0.1|False|1|有效"_s);
+        QCOMPARE(m.broken(), QString());
+    }
 
 private:
-    void signIn();
-    void enterUnit();
-    void enterRules();
-    void enterHoliday();
-    void enterReader();
-    void fillCard(DzaddFrm& card);
-    void charge();
+    void signIn()
+    {
+        LtLoginFrm login(m.session);
+        whenShown<LtLoginFrm>([](LtLoginFrm& form) {
+            form.txtInName.insert(u"馆长"_s);
+            type(form.txtInPassword, u"geheim"_s);
+        });
+        QCOMPARE(login.exec(), int(QDialog::Accepted));
+    }
+
+    void enterUnit()
+    {
+        auto& units = open<MadddzlxFrm>(u"读者单位定义"_s);
+        whenShown<ReaderNameFrm>([](ReaderNameFrm& editor) {
+            editor.Text1.insert(u"一年级"_s);
+            editor.CmdSave.click();
+        });
+        units.CmdDzcs[0].click();
+        QCOMPARE(units.Grid1.current(1), u"一年级"_s);
+    }
+
+    void enterRules()
+    {
+        auto& rules = open<JycsFrm>(u"流通参数设置"_s);
+        whenShown<JycsAddFrm>([](JycsAddFrm& editor) {
+            editor.Combo1.setEditText(u"学生"_s);
+            const QStringList numbers {
+                u"20"_s, u"3"_s, u"0.1"_s, u"0.5"_s, u"2"_s, u"1"_s, u"10"_s, u"5"_s, u"2"_s, u"3"_s, u"3"_s};
+            for (int box = 0; box < ParameterBox::Count; ++box)
+                editor.Text1[box].insert(numbers[box]);
+            editor.Command1[1].click();
+        });
+        rules.Command1[0].click();
+        QCOMPARE(rules.Grid1.current(0), u"学生"_s);
+    }
+
+    void enterHoliday()
+    {
+        auto& holidays = open<holidayfrm>(u"假期设定"_s);
+        whenShown<holidayaddFrm>([](holidayaddFrm& editor) {
+            editor.Text1[HolidayBox::Name].insert(u"春假"_s);
+            editor.Text1[HolidayBox::First].insert(u"2026-3-28"_s);
+            editor.Text1[HolidayBox::Last].insert(u"2026-4-2"_s);
+            editor.Command1[1].click();
+        });
+        holidays.Command1[0].click();
+        QCOMPARE(holidays.Grid1.current(0), u"春假"_s);
+    }
+
+    void enterReader()
+    {
+        whenShown<DzaddFrm>([this](DzaddFrm& card) { fillCard(card); });
+        if (!m_screens.contains(u"DzglFrm"_s)) {
+            DzaddFrm card(m.session, nullptr, m_window.get());
+            card.SetEditMode(u"A"_s);
+            card.LoadReader({});
+            card.exec();
+            return;
+        }
+        m_window->openScreen(u"DzglFrm"_s);
+        m_window->findChild<QPushButton*>(u"CmdDzgl(0)"_s)->click();
+    }
+
+    /// As the operator types it: Enter goes on, the type brings its parameters, 1 in the term is a year.
+    void fillCard(DzaddFrm& card)
+    {
+        type(card.Text1[CardBox::ReaderCode], u"G001"_s);
+        card.Text1[CardBox::Name].insert(u"张三"_s);
+        QTest::keyClick(&card.Combo1[CardList::Type], Qt::Key_Down);
+        QTest::keyClick(&card.Combo1[CardList::Unit], Qt::Key_Down);
+        card.Text1[CardBox::Term].clear();
+        type(card.Text1[CardBox::Term], u"1"_s);
+        card.CmdSave.click();
+        card.CmdQuit.click();
+    }
+
+    void charge()
+    {
+        auto& desk = open<TsjhFrm>(u"图书借还"_s);
+        type(desk.TxtReaderCode, u"G001"_s);
+        type(desk.TxtBarCode, u"B1"_s);
+        QCOMPARE(desk.tMsg.text(), u"借书成功"_s);
+    }
 
     /// Opens a screen by its menu entry.
     template <typename Screen> Screen& open(const QString& entry)
@@ -44,115 +143,6 @@ private:
     const ScreenCatalog m_screens = allScreens();
     std::unique_ptr<LtMainFrm> m_window;
 };
-
-void TestNewLibrary::fromTheFirstLoginToTheFirstLoan()
-{
-    m.operatorUser(u"馆长"_s, u"geheim"_s);
-    signIn();
-    m_window = std::make_unique<LtMainFrm>(m.session, m_screens);
-    appear(*m_window);
-    m_window->openUp();
-    enterUnit();
-    enterRules();
-    enterHoliday();
-    enterReader();
-    m.copy(u"B1"_s); // cataloguing is another program's
-    charge();
-    m_window.reset();
-    QCOMPARE(m.prompt.takeComplaints(), QString());
-    // 20 days reach into the holiday, of which none counts.
-    QCOMPARE(m.value(u"select readercode,barcode,orderdate,yhdate,operater from jhsk"_s),
-        u"G001|B1|2026-03-10|2026-04-05|馆长"_s);
-    QCOMPARE(
-        m.value(
-            u"select readunit,readerclass,bookcount,daycount,fine,ifcanre,orderbook,readstatus from dzk"_s),
-        u"一年级|学生|3|20|0.1|False|1|有效"_s);
-    QCOMPARE(m.broken(), QString());
-}
-
-void TestNewLibrary::signIn()
-{
-    LtLoginFrm login(m.session);
-    whenShown<LtLoginFrm>([](LtLoginFrm& form) {
-        form.txtInName.insert(u"馆长"_s);
-        type(form.txtInPassword, u"geheim"_s);
-    });
-    QCOMPARE(login.exec(), int(QDialog::Accepted));
-}
-
-void TestNewLibrary::enterUnit()
-{
-    auto& units = open<MadddzlxFrm>(u"读者单位定义"_s);
-    whenShown<ReaderNameFrm>([](ReaderNameFrm& editor) {
-        editor.Text1.insert(u"一年级"_s);
-        editor.CmdSave.click();
-    });
-    units.CmdDzcs[0].click();
-    QCOMPARE(units.Grid1.current(1), u"一年级"_s);
-}
-
-void TestNewLibrary::enterRules()
-{
-    auto& rules = open<JycsFrm>(u"流通参数设置"_s);
-    whenShown<JycsAddFrm>([](JycsAddFrm& editor) {
-        editor.Combo1.setEditText(u"学生"_s);
-        const QStringList numbers {
-            u"20"_s, u"3"_s, u"0.1"_s, u"0.5"_s, u"2"_s, u"1"_s, u"10"_s, u"5"_s, u"2"_s, u"3"_s, u"3"_s};
-        for (int box = 0; box < ParameterBox::Count; ++box)
-            editor.Text1[box].insert(numbers[box]);
-        editor.Command1[1].click();
-    });
-    rules.Command1[0].click();
-    QCOMPARE(rules.Grid1.current(0), u"学生"_s);
-}
-
-void TestNewLibrary::enterHoliday()
-{
-    auto& holidays = open<holidayfrm>(u"假期设定"_s);
-    whenShown<holidayaddFrm>([](holidayaddFrm& editor) {
-        editor.Text1[HolidayBox::Name].insert(u"春假"_s);
-        editor.Text1[HolidayBox::First].insert(u"2026-3-28"_s);
-        editor.Text1[HolidayBox::Last].insert(u"2026-4-2"_s);
-        editor.Command1[1].click();
-    });
-    holidays.Command1[0].click();
-    QCOMPARE(holidays.Grid1.current(0), u"春假"_s);
-}
-
-void TestNewLibrary::enterReader()
-{
-    whenShown<DzaddFrm>([this](DzaddFrm& card) { fillCard(card); });
-    if (!m_screens.contains(u"DzglFrm"_s)) {
-        DzaddFrm card(m.session, nullptr, m_window.get());
-        card.SetEditMode(u"A"_s);
-        card.LoadReader({});
-        card.exec();
-        return;
-    }
-    m_window->openScreen(u"DzglFrm"_s);
-    m_window->findChild<QPushButton*>(u"CmdDzgl(0)"_s)->click();
-}
-
-/// As the operator types it: Enter goes on, the type brings its parameters, 1 in the term is a year.
-void TestNewLibrary::fillCard(DzaddFrm& card)
-{
-    type(card.Text1[CardBox::ReaderCode], u"G001"_s);
-    card.Text1[CardBox::Name].insert(u"张三"_s);
-    QTest::keyClick(&card.Combo1[CardList::Type], Qt::Key_Down);
-    QTest::keyClick(&card.Combo1[CardList::Unit], Qt::Key_Down);
-    card.Text1[CardBox::Term].clear();
-    type(card.Text1[CardBox::Term], u"1"_s);
-    card.CmdSave.click();
-    card.CmdQuit.click();
-}
-
-void TestNewLibrary::charge()
-{
-    auto& desk = open<TsjhFrm>(u"图书借还"_s);
-    type(desk.TxtReaderCode, u"G001"_s);
-    type(desk.TxtBarCode, u"B1"_s);
-    QCOMPARE(desk.tMsg.text(), u"借书成功"_s);
-}
 
 QTEST_MAIN(TestNewLibrary)
 #include "test_new_library.moc"

@@ -71,267 +71,249 @@ private Q_SLOTS:
     void init() { m = std::make_unique<TestLibrary>(); }
     void cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
 
-    void checksInTheirOrder();
-    void quotaThatIsNoNumber();
-    void stateFollowsTerm();
-    void comesBackAsSaved();
-    void ownRulesOfTheType();
-    void loansGoBackAsShown();
-    void failuresOfSingleStatements();
-    void newCode();
-    void newCodeIsAllOrNothing();
-    void yearsOfTerm();
+    /// An empty form, mended fault by fault.
+    void checksInTheirOrder()
+    {
+        struct Fault {
+            QString text;
+            Icon icon;
+            QString title;
+            QString done;
+            std::function<void(CardScreen&)> mend;
+        };
+        const auto box = [](int index, const QString& text) {
+            return [=](CardScreen& screen) { screen.card.boxes[index] = text; };
+        };
+        const auto list
+            = [](int index) { return [=](CardScreen& screen) { screen.card.lists[index] = u"甲"_s; }; };
+        const auto parameters = [](const QString& text) {
+            return [=](CardScreen& screen) {
+                for (int index = CardBox::OverdueFine; index < CardBox::ScienceCopies; ++index)
+                    screen.card.boxes[index] = text;
+            };
+        };
+        const QString own = u"青简台"_s;
+        const QString usual = u"操作提示"_s;
+        const QString issued = u"请正确输入登记日期(例如:2003-01-01)"_s;
+        const QString term = u"请正确输入有效期限(例如:2003-01-01)"_s;
+        const QString fullYear = u"请输入完整的日期格式!(例如:2003-01-01)"_s;
+        const QString noNumber = u"读者流通参数应该为数值！请重新设定！"_s;
+        const QString missing = u"有一些必须的参数没有设置，请检查并继续设置！"_s;
+        const std::vector<Fault> faults {
+            {u"请正确输入读者号"_s, Icon::Warning, own, u"box 0"_s, box(0, u" R1 "_s)},
+            {u"请输入读者姓名"_s, Icon::Warning, own, u"box 1"_s, box(1, u"张"_s)},
+            {u"读者类型没有定义！请添加读者类型！"_s, Icon::Information, usual, {}, list(CardList::Type)},
+            {u"目前没有可用的读者单位，请先定义读者单位"_s, Icon::Information, own, u"list 2"_s,
+                [](CardScreen& screen) { screen.hasUnits = true; }},
+            {u"请输入读者单位"_s, Icon::Warning, own, u"list 2"_s, list(CardList::Unit)},
+            {issued, Icon::Information, usual, u"box 4"_s, box(4, u"2026-02-31"_s)},
+            {issued, Icon::Information, usual, u"box 4"_s, box(4, u"1-2-03"_s)},
+            {fullYear, Icon::Information, usual, u"box 4"_s, box(4, u"2026-3-10"_s)},
+            {term, Icon::Information, usual, u"box 5"_s, box(5, u"6"_s)},
+            {term, Icon::Information, usual, u"box 5"_s, box(5, u"1-2-29"_s)},
+            {fullYear, Icon::Information, usual, u"box 5"_s, box(5, u"2027-3-10"_s)},
+            {noNumber, Icon::Information, usual, u"box 8"_s, box(8, u"三十"_s)},
+            {noNumber, Icon::Information, usual, u"box 8"_s, box(8, u"0"_s)},
+            {noNumber, Icon::Information, usual, u"box 9"_s, parameters(u"1;--"_s)},
+            {noNumber, Icon::Information, usual, u"box 9"_s, parameters(u"1"_s)},
+            {noNumber, Icon::Information, usual, u"box 17"_s, box(17, u"99999999999"_s)},
+            {noNumber, Icon::Information, usual, u"box 17"_s, box(17, u"1.5"_s)},
+            {noNumber, Icon::Information, usual, u"box 17"_s, box(17, u"0"_s)},
+            {u"读者号重复"_s, Icon::Warning, own, u"box 0"_s, box(0, u"R2"_s)},
+            {missing, Icon::Information, usual, u"panel box 2"_s, box(2, u"99999999999"_s)},
+            {missing, Icon::Information, usual, u"panel box 8"_s, box(8, u"20"_s)},
+            {noNumber, Icon::Information, usual, u"box 2"_s, box(2, u"5"_s)},
+        };
+        m->reader(u"r1"_s);
+        const QString before = m->everything();
+        CardScreen screen;
+        screen.hasUnits = false;
+        for (const Fault& fault : faults) {
+            m->prompt.expect(fault.text).titled(fault.title).icon(fault.icon);
+            screen.done.clear();
+            QVERIFY(!saveCard(m->session, adding(), screen));
+            QCOMPARE(m->prompt.takeComplaints(), QString());
+            QCOMPARE(screen.done, fault.done);
+            fault.mend(screen);
+        }
+        QCOMPARE(m->everything(), before);
+        QVERIFY(saveCard(m->session, adding(), screen));
+    }
+
+    void quotaThatIsNoNumber()
+    {
+        ReaderCard card = goodCard(u"R1"_s);
+        card.boxes[CardBox::LoanCopies] = u"五"_s;
+        QVERIFY_THROWS_EXCEPTION(Error, save(adding(), card));
+        QCOMPARE(m->value(u"select count(*) from dzk"_s), u"0"_s);
+    }
+
+    /// The term as typed, the state before and after.
+    void stateFollowsTerm()
+    {
+        const std::array<QString, 3> cases[] {{u"2026-03-09"_s, u"有效"_s, u"超期"_s},
+            {u"2026-03-10"_s, u"超期"_s, u"有效"_s}, {u"2026-3-9"_s, u"超期"_s, u"有效"_s},
+            {u"2020-01-01"_s, u"挂失"_s, u"挂失"_s}, {u"2030-01-01"_s, u"无效"_s, u"无效"_s}};
+        m->reader(u"R1"_s);
+        for (const auto& [term, state, saved] : cases) {
+            ReaderCard card = goodCard(u"R1"_s);
+            card.boxes[CardBox::Term] = term;
+            card.lists[CardList::Status] = state;
+            QCOMPARE(save(changing(), card), u"saved"_s);
+            QCOMPARE(m->value(u"select readstatus from dzk"_s), saved);
+        }
+    }
+
+    void comesBackAsSaved()
+    {
+        const ReaderCard card = goodCard(u"R'1"_s);
+        m->insert(u"dzkx"_s, {{u"readercode"_s, u"R'1"_s}, {u"dizhi"_s, u"旧"_s}}); // of an earlier card
+        QCOMPARE(save(adding(), card), u"saved"_s);
+        const auto loaded = readCard(m->session, u"r'1"_s);
+        ReaderCard expected = card;
+        expected.boxes[CardBox::Issued] = u"2026-03-01"_s;
+        expected.boxes[CardBox::Term] = u"2027-03-01"_s;
+        expected.boxes[CardBox::Type] = card.lists[CardList::Type];
+        for (const int box : {CardBox::ArtsOnLoan, CardBox::ScienceOnLoan, CardBox::Reserved})
+            expected.boxes[box] = u"0"_s;
+        expected.papers = {}; // they come beside it
+        QVERIFY(loaded && loaded->card == expected);
+        QVERIFY(loaded->papers == card.papers);
+
+        m->reader(u"R2"_s, {{u"term"_s, u"null"_s}});
+        const auto bare = readCard(m->session, u"R2"_s);
+        QCOMPARE(bare->card.boxes[CardBox::Term] + bare->papers->kind, u"其它"_s);
+    }
+
+    void ownRulesOfTheType()
+    {
+        m->insert(u"jycs"_s,
+            {{u"readerclass"_s, u"教'师"_s}, {u"daycount"_s, u"60"_s}, {u"fine"_s, u"0.1"_s},
+                {u"wuzheng"_s, u"1"_s}});
+        ReaderCard card = goodCard(u"R1"_s);
+        QVERIFY(takeParameters(m->session, u"教'师"_s, card));
+        QCOMPARE(card.boxes[CardBox::LoanDays] + u' ' + card.boxes[CardBox::OverdueFine], u"60 0.1"_s);
+        QVERIFY(!card.checks[0] && card.checks[1]);
+
+        QVERIFY(takeParameters(m->session, u"无规则"_s, card));
+        for (const int box : parameterBoxes())
+            QCOMPARE(card.boxes[box], box == CardBox::Type ? u"无规则"_s : u"0"_s);
+        QVERIFY(!card.checks[1]);
+        m->prompt.expectStart(u"有一些必须的参数没有设置"_s);
+        QCOMPARE(save(adding(), card), u"panel box 2"_s);
+
+        const ReaderCard before = goodCard(u"R1"_s);
+        card = before;
+        m->failAt(u"from jycs"_s);
+        QVERIFY(!takeParameters(m->session, u"教'师"_s, card));
+        QCOMPARE(card.boxes, before.boxes);
+    }
+
+    /// A charge between opening and saving is undone by the save.
+    void loansGoBackAsShown()
+    {
+        QCOMPARE(save(adding(), goodCard(u"R1"_s)), u"saved"_s);
+        ReaderCard card = readCard(m->session, u"R1"_s)->card;
+        m->send(u"update dzk set orderbook=1,yordercshu=2"_s);
+        QCOMPARE(save(changing(), card), u"saved"_s);
+        QCOMPARE(m->value(u"select orderbook,yordercshu from dzk"_s), u"0|2"_s);
+    }
+
+    /// Which statement fails, or a code that is too long; how many cards and papers stand afterwards.
+    void failuresOfSingleStatements()
+    {
+        const std::array<QString, 2> cases[] {{u"insert into dzk("_s, u"0|1"_s},
+            {u"insert  into  dzkx"_s, u"1|0"_s}, {u"select readercode from dzkx"_s, u"1|0"_s},
+            {u"select readercode from dzk where"_s, u"0|0"_s}, {QString(51, u'码'), u"0|0"_s},
+            {u"update dzk set"_s, u"1|1"_s}};
+        for (const auto& [fault, stands] : cases) {
+            m = std::make_unique<TestLibrary>();
+            const bool change = fault.startsWith(u"update");
+            const bool tooLong = !fault.contains(u' ');
+            if (change) m->reader(u"R1"_s);
+            if (!tooLong) m->failAt(fault);
+            const ReaderCard card = goodCard(tooLong ? fault : u"R1"_s);
+            QCOMPARE(save(change ? changing() : adding(), card), change ? ChangeFailed : AddFailed);
+            m->factory.setHook({});
+            QCOMPARE(
+                m->value(u"select count(*) from dzk"_s) + u'|' + m->value(u"select count(*) from dzkx"_s),
+                stands);
+            QVERIFY(!m->session.error.isSet());
+        }
+    }
+
+    /// Taken codes are refused; the old one, also in other letters, goes the way of a new one.
+    void newCode()
+    {
+        plantReader();
+        m->prompt.expect(u"该读者证号已经存在，请重新输入！"_s).titled(u"操作提示").icon(Icon::Information);
+        const QString before = m->everything();
+        QCOMPARE(save(changing(u"R1"_s), goodCard(u"r2 "_s)), u"box 0"_s);
+        QCOMPARE(m->everything(), before);
+        QString old = u"R1"_s;
+        for (const QString& code : {u"R1"_s, u"r1"_s, u" N'9 "_s}) {
+            m->failAt({});
+            m->sent.clear();
+            QCOMPARE(save(changing(old), goodCard(code)), u"saved"_s);
+            QVERIFY(m->sent.contains(u"commit"_s));
+            old = code.trimmed();
+            for (const QString& table : {u"dzk"_s, u"dzkx"_s, u"fkk"_s, u"jhsk"_s, u"jhslsk"_s, u"yyk"_s})
+                QVERIFY2(m->rows(u"select readercode from "_s + table).contains(old), qPrintable(table));
+        }
+        QCOMPARE(m->value(u"select readercode from diushik"_s), u"R1"_s);
+        QCOMPARE(m->value(u"select readercode from jhsk where barcode='B2'"_s), u"R2"_s);
+    }
+
+    void newCodeIsAllOrNothing()
+    {
+        plantReader();
+        const QString before = m->everything();
+        for (const QString& fault :
+            {u"begin"_s, u"update dzk set"_s, u"select readercode from dzkx"_s, u"update dzkx  set"_s,
+                u"update fkk"_s, u"update jhsk set"_s, u"update jhslsk"_s, u"update yyk"_s, u"commit"_s}) {
+            m->failAt(fault);
+            QCOMPARE(save(changing(u"R1"_s), goodCard(u"N9"_s)), ChangeFailed);
+            m->factory.setHook({});
+            QVERIFY2(m->everything() == before, qPrintable(fault));
+        }
+        QCOMPARE(save(changing(u"R1"_s), goodCard(u"N9"_s)), u"saved"_s);
+    }
+
+    void yearsOfTerm()
+    {
+        const std::array<QString, 3> cases[] {{u"1"_s, u"2024-2-29"_s, u"2025-02-28"_s},
+            {u" 5 "_s, {}, u"2031-03-10"_s}, {u"2"_s, u"2026-02-31"_s, u"2028-03-10"_s},
+            {u"6"_s, u"2026-03-01"_s, u"none"_s}, {u"0"_s, {}, u"none"_s}, {u"两年"_s, {}, u"none"_s}};
+        for (const auto& [years, issued, term] : cases)
+            QCOMPARE(termOfYears(m->session, years, issued).value_or(u"none"_s), term);
+    }
 
 private:
-    QString save(const CardEdit& edit, const ReaderCard& card);
-    void plantReader();
+    /// What the screen was told, "saved" behind a success.
+    QString save(const CardEdit& edit, const ReaderCard& card)
+    {
+        CardScreen screen;
+        screen.card = card;
+        const bool saved = saveCard(m->session, edit, screen);
+        return screen.done + (saved ? u"saved"_s : QString());
+    }
+
+    void plantReader()
+    {
+        m->reader(u"R1"_s, {{u"name"_s, u"旧"_s}});
+        m->reader(u"R2"_s);
+        m->insert(u"dzkx"_s, {{u"readercode"_s, u"R1"_s}});
+        m->copy(u"B1"_s);
+        m->copy(u"B2"_s);
+        m->loan(u"B1"_s, u"R1"_s, u"2026-03-30"_s);
+        m->loan(u"B2"_s, u"R2"_s, u"2026-03-30"_s);
+        m->reservation(u"R1"_s);
+        for (const QString& table : {u"jhslsk"_s, u"fkk"_s, u"diushik"_s})
+            m->insert(table, {{u"readercode"_s, u"R1"_s}, {u"barcode"_s, u"B1"_s}});
+    }
 
     std::unique_ptr<TestLibrary> m;
 };
-
-/// What the screen was told, "saved" behind a success.
-QString TestReaderCard::save(const CardEdit& edit, const ReaderCard& card)
-{
-    CardScreen screen;
-    screen.card = card;
-    const bool saved = saveCard(m->session, edit, screen);
-    return screen.done + (saved ? u"saved"_s : QString());
-}
-
-/// An empty form, mended fault by fault.
-void TestReaderCard::checksInTheirOrder()
-{
-    struct Fault {
-        QString text;
-        Icon icon;
-        QString title;
-        QString done;
-        std::function<void(CardScreen&)> mend;
-    };
-    const auto box = [](int index, const QString& text) {
-        return [=](CardScreen& screen) { screen.card.boxes[index] = text; };
-    };
-    const auto list
-        = [](int index) { return [=](CardScreen& screen) { screen.card.lists[index] = u"甲"_s; }; };
-    const auto parameters = [](const QString& text) {
-        return [=](CardScreen& screen) {
-            for (int index = CardBox::OverdueFine; index < CardBox::ScienceCopies; ++index)
-                screen.card.boxes[index] = text;
-        };
-    };
-    const QString own = u"青简台"_s;
-    const QString usual = u"操作提示"_s;
-    const QString issued = u"请正确输入登记日期(例如:2003-01-01)"_s;
-    const QString term = u"请正确输入有效期限(例如:2003-01-01)"_s;
-    const QString fullYear = u"请输入完整的日期格式!(例如:2003-01-01)"_s;
-    const QString noNumber = u"读者流通参数应该为数值！请重新设定！"_s;
-    const QString missing = u"有一些必须的参数没有设置，请检查并继续设置！"_s;
-    const std::vector<Fault> faults {
-        {u"请正确输入读者号"_s, Icon::Warning, own, u"box 0"_s, box(0, u" R1 "_s)},
-        {u"请输入读者姓名"_s, Icon::Warning, own, u"box 1"_s, box(1, u"张"_s)},
-        {u"读者类型没有定义！请添加读者类型！"_s, Icon::Information, usual, {}, list(CardList::Type)},
-        {u"目前没有可用的读者单位，请先定义读者单位"_s, Icon::Information, own, u"list 2"_s,
-            [](CardScreen& screen) { screen.hasUnits = true; }},
-        {u"请输入读者单位"_s, Icon::Warning, own, u"list 2"_s, list(CardList::Unit)},
-        {issued, Icon::Information, usual, u"box 4"_s, box(4, u"2026-02-31"_s)},
-        {issued, Icon::Information, usual, u"box 4"_s, box(4, u"1-2-03"_s)},
-        {fullYear, Icon::Information, usual, u"box 4"_s, box(4, u"2026-3-10"_s)},
-        {term, Icon::Information, usual, u"box 5"_s, box(5, u"6"_s)},
-        {term, Icon::Information, usual, u"box 5"_s, box(5, u"1-2-29"_s)},
-        {fullYear, Icon::Information, usual, u"box 5"_s, box(5, u"2027-3-10"_s)},
-        {noNumber, Icon::Information, usual, u"box 8"_s, box(8, u"三十"_s)},
-        {noNumber, Icon::Information, usual, u"box 8"_s, box(8, u"0"_s)},
-        {noNumber, Icon::Information, usual, u"box 9"_s, parameters(u"1;--"_s)},
-        {noNumber, Icon::Information, usual, u"box 9"_s, parameters(u"1"_s)},
-        {noNumber, Icon::Information, usual, u"box 17"_s, box(17, u"99999999999"_s)},
-        {noNumber, Icon::Information, usual, u"box 17"_s, box(17, u"1.5"_s)},
-        {noNumber, Icon::Information, usual, u"box 17"_s, box(17, u"0"_s)},
-        {u"读者号重复"_s, Icon::Warning, own, u"box 0"_s, box(0, u"R2"_s)},
-        {missing, Icon::Information, usual, u"panel box 2"_s, box(2, u"99999999999"_s)},
-        {missing, Icon::Information, usual, u"panel box 8"_s, box(8, u"20"_s)},
-        {noNumber, Icon::Information, usual, u"box 2"_s, box(2, u"5"_s)},
-    };
-    m->reader(u"r1"_s);
-    const QString before = m->everything();
-    CardScreen screen;
-    screen.hasUnits = false;
-    for (const Fault& fault : faults) {
-        m->prompt.expect(fault.text).titled(fault.title).icon(fault.icon);
-        screen.done.clear();
-        QVERIFY(!saveCard(m->session, adding(), screen));
-        QCOMPARE(m->prompt.takeComplaints(), QString());
-        QCOMPARE(screen.done, fault.done);
-        fault.mend(screen);
-    }
-    QCOMPARE(m->everything(), before);
-    QVERIFY(saveCard(m->session, adding(), screen));
-}
-
-void TestReaderCard::quotaThatIsNoNumber()
-{
-    ReaderCard card = goodCard(u"R1"_s);
-    card.boxes[CardBox::LoanCopies] = u"五"_s;
-    QVERIFY_THROWS_EXCEPTION(Error, save(adding(), card));
-    QCOMPARE(m->value(u"select count(*) from dzk"_s), u"0"_s);
-}
-
-/// The term as typed, the state before and after.
-void TestReaderCard::stateFollowsTerm()
-{
-    const std::array<QString, 3> cases[] {{u"2026-03-09"_s, u"有效"_s, u"超期"_s},
-        {u"2026-03-10"_s, u"超期"_s, u"有效"_s}, {u"2026-3-9"_s, u"超期"_s, u"有效"_s},
-        {u"2020-01-01"_s, u"挂失"_s, u"挂失"_s}, {u"2030-01-01"_s, u"无效"_s, u"无效"_s}};
-    m->reader(u"R1"_s);
-    for (const auto& [term, state, saved] : cases) {
-        ReaderCard card = goodCard(u"R1"_s);
-        card.boxes[CardBox::Term] = term;
-        card.lists[CardList::Status] = state;
-        QCOMPARE(save(changing(), card), u"saved"_s);
-        QCOMPARE(m->value(u"select readstatus from dzk"_s), saved);
-    }
-}
-
-void TestReaderCard::comesBackAsSaved()
-{
-    const ReaderCard card = goodCard(u"R'1"_s);
-    m->insert(u"dzkx"_s, {{u"readercode"_s, u"R'1"_s}, {u"dizhi"_s, u"旧"_s}}); // of an earlier card
-    QCOMPARE(save(adding(), card), u"saved"_s);
-    const auto loaded = readCard(m->session, u"r'1"_s);
-    QVERIFY(loaded && loaded->papers);
-    for (int box = 0; box < CardBox::Count; ++box) {
-        const bool isDate = box == CardBox::Issued || box == CardBox::Term;
-        const QString expected = isDate    ? QString(card.boxes[box]).replace(u"-3-1"_s, u"-03-01"_s)
-            : box == CardBox::Type         ? card.lists[CardList::Type]
-            : box > CardBox::ScienceCopies ? u"0"_s
-                                           : card.boxes[box];
-        QCOMPARE(loaded->card.boxes[box], expected);
-    }
-    QCOMPARE(loaded->card.lists, card.lists);
-    QCOMPARE(loaded->card.checks, card.checks);
-    QCOMPARE(loaded->card.photo, card.photo);
-    QCOMPARE(loaded->papers->kind, card.papers.kind);
-    QCOMPARE(loaded->papers->texts, card.papers.texts);
-
-    m->reader(u"R2"_s, {{u"term"_s, u"null"_s}});
-    const auto bare = readCard(m->session, u"R2"_s);
-    QCOMPARE(bare->card.boxes[CardBox::Term] + bare->papers->kind, u"其它"_s);
-}
-
-void TestReaderCard::ownRulesOfTheType()
-{
-    m->insert(u"jycs"_s,
-        {{u"readerclass"_s, u"教'师"_s}, {u"daycount"_s, u"60"_s}, {u"fine"_s, u"0.1"_s},
-            {u"wuzheng"_s, u"1"_s}});
-    ReaderCard card = goodCard(u"R1"_s);
-    QVERIFY(takeParameters(m->session, u"教'师"_s, card));
-    QCOMPARE(card.boxes[CardBox::LoanDays] + u' ' + card.boxes[CardBox::OverdueFine], u"60 0.1"_s);
-    QVERIFY(!card.checks[0] && card.checks[1]);
-
-    QVERIFY(takeParameters(m->session, u"无规则"_s, card));
-    for (const int box : parameterBoxes())
-        QCOMPARE(card.boxes[box], box == CardBox::Type ? u"无规则"_s : u"0"_s);
-    QVERIFY(!card.checks[1]);
-    m->prompt.expectStart(u"有一些必须的参数没有设置"_s);
-    QCOMPARE(save(adding(), card), u"panel box 2"_s);
-
-    const ReaderCard before = goodCard(u"R1"_s);
-    card = before;
-    m->failAt(u"from jycs"_s);
-    QVERIFY(!takeParameters(m->session, u"教'师"_s, card));
-    QCOMPARE(card.boxes, before.boxes);
-}
-
-/// A charge between opening and saving is undone by the save.
-void TestReaderCard::loansGoBackAsShown()
-{
-    QCOMPARE(save(adding(), goodCard(u"R1"_s)), u"saved"_s);
-    ReaderCard card = readCard(m->session, u"R1"_s)->card;
-    m->send(u"update dzk set orderbook=1,yordercshu=2"_s);
-    QCOMPARE(save(changing(), card), u"saved"_s);
-    QCOMPARE(m->value(u"select orderbook,yordercshu from dzk"_s), u"0|2"_s);
-}
-
-/// Which statement fails, or a code that is too long; how many cards and papers stand afterwards.
-void TestReaderCard::failuresOfSingleStatements()
-{
-    const std::array<QString, 2> cases[] {{u"insert into dzk("_s, u"0|1"_s},
-        {u"insert  into  dzkx"_s, u"1|0"_s}, {u"select readercode from dzkx"_s, u"1|0"_s},
-        {u"select readercode from dzk where"_s, u"0|0"_s}, {QString(51, u'码'), u"0|0"_s},
-        {u"update dzk set"_s, u"1|1"_s}};
-    for (const auto& [fault, stands] : cases) {
-        m = std::make_unique<TestLibrary>();
-        const bool change = fault.startsWith(u"update");
-        const bool tooLong = !fault.contains(u' ');
-        if (change) m->reader(u"R1"_s);
-        if (!tooLong) m->failAt(fault);
-        const ReaderCard card = goodCard(tooLong ? fault : u"R1"_s);
-        QCOMPARE(save(change ? changing() : adding(), card), change ? ChangeFailed : AddFailed);
-        m->factory.setHook({});
-        QCOMPARE(m->value(u"select count(*) from dzk"_s) + u'|' + m->value(u"select count(*) from dzkx"_s),
-            stands);
-        QVERIFY(!m->session.error.isSet());
-    }
-}
-
-void TestReaderCard::plantReader()
-{
-    m->reader(u"R1"_s, {{u"name"_s, u"旧"_s}});
-    m->reader(u"R2"_s);
-    m->insert(u"dzkx"_s, {{u"readercode"_s, u"R1"_s}});
-    m->copy(u"B1"_s);
-    m->copy(u"B2"_s);
-    m->loan(u"B1"_s, u"R1"_s, u"2026-03-30"_s);
-    m->loan(u"B2"_s, u"R2"_s, u"2026-03-30"_s);
-    m->reservation(u"R1"_s);
-    for (const QString& table : {u"jhslsk"_s, u"fkk"_s, u"diushik"_s})
-        m->insert(table, {{u"readercode"_s, u"R1"_s}, {u"barcode"_s, u"B1"_s}});
-}
-
-/// Taken codes are refused; the old one, also in other letters, goes the way of a new one.
-void TestReaderCard::newCode()
-{
-    plantReader();
-    m->prompt.expect(u"该读者证号已经存在，请重新输入！"_s).titled(u"操作提示").icon(Icon::Information);
-    const QString before = m->everything();
-    QCOMPARE(save(changing(u"R1"_s), goodCard(u"r2 "_s)), u"box 0"_s);
-    QCOMPARE(m->everything(), before);
-    QString old = u"R1"_s;
-    for (const QString& code : {u"R1"_s, u"r1"_s, u" N'9 "_s}) {
-        m->failAt({});
-        m->sent.clear();
-        QCOMPARE(save(changing(old), goodCard(code)), u"saved"_s);
-        QVERIFY(m->sent.contains(u"commit"_s));
-        old = code.trimmed();
-        for (const QString& table : {u"dzk"_s, u"dzkx"_s, u"fkk"_s, u"jhsk"_s, u"jhslsk"_s, u"yyk"_s})
-            QVERIFY2(m->rows(u"select readercode from "_s + table).contains(old), qPrintable(table));
-    }
-    QCOMPARE(m->value(u"select readercode from diushik"_s), u"R1"_s);
-    QCOMPARE(m->value(u"select readercode from jhsk where barcode='B2'"_s), u"R2"_s);
-}
-
-void TestReaderCard::newCodeIsAllOrNothing()
-{
-    plantReader();
-    const QString before = m->everything();
-    for (const QString& fault :
-        {u"begin"_s, u"update dzk set"_s, u"select readercode from dzkx"_s, u"update dzkx  set"_s,
-            u"update fkk"_s, u"update jhsk set"_s, u"update jhslsk"_s, u"update yyk"_s, u"commit"_s}) {
-        m->failAt(fault);
-        QCOMPARE(save(changing(u"R1"_s), goodCard(u"N9"_s)), ChangeFailed);
-        m->factory.setHook({});
-        QVERIFY2(m->everything() == before, qPrintable(fault));
-    }
-    QCOMPARE(save(changing(u"R1"_s), goodCard(u"N9"_s)), u"saved"_s);
-}
-
-void TestReaderCard::yearsOfTerm()
-{
-    const std::array<QString, 3> cases[] {{u"1"_s, u"2024-2-29"_s, u"2025-02-28"_s},
-        {u" 5 "_s, {}, u"2031-03-10"_s}, {u"2"_s, u"2026-02-31"_s, u"2028-03-10"_s},
-        {u"6"_s, u"2026-03-01"_s, u"none"_s}, {u"0"_s, {}, u"none"_s}, {u"两年"_s, {}, u"none"_s}};
-    for (const auto& [years, issued, term] : cases)
-        QCOMPARE(termOfYears(m->session, years, issued).value_or(u"none"_s), term);
-}
 
 QTEST_GUILESS_MAIN(TestReaderCard)
 #include "test_reader_card.moc"
