@@ -9,6 +9,7 @@
 #include "platform/db/connection_text.h"
 #include "platform/db/embedded.h"
 #include "platform/ui/theme.h"
+#include "readers/reader_card_form.h"
 #include "support/scripted_prompt.h"
 #include "support/window_steps.h"
 
@@ -96,17 +97,37 @@ private Q_SLOTS:
         QCOMPARE(prompt.takeComplaints(), QString());
     }
 
-    /// The last test: the guard speaks only once.
+    /// A quota that is no number, saved in the modal card editor. The last test: the guard speaks only once.
     void anUnhandledErrorEndsTheProgram()
     {
+        ScriptedPrompt prompt;
+        DeskApplication program(prompt);
+        readConnectionText(program.session());
         QString told;
         whenShown<QMessageBox>([&](QMessageBox& box) {
             told = box.text();
             box.close();
         });
-        QTimer::singleShot(0, qApp, [] { throw Error(94, u"desk"_s, u"无效使用 Null"_s); });
+        whenShown<DzaddFrm>([](DzaddFrm& card) {
+            card.Text1[CardBox::ReaderCode].setText(u"R9"_s);
+            card.Text1[CardBox::Name].setText(u"张三"_s);
+            for (const int list : {CardList::Type, CardList::Unit})
+                card.Combo1[list].setEditText(u"甲"_s);
+            for (int box = CardBox::LoanDays; box <= CardBox::ScienceCopies; ++box)
+                card.Text1[box].setText(u"1"_s);
+            card.Text1[CardBox::LoanCopies].setText(u"五"_s);
+            QTest::mouseClick(&card.CmdSave, Qt::LeftButton);
+        });
+        QTimer::singleShot(0, qApp, [&] {
+            DzaddFrm card(program.session(), nullptr);
+            card.SetEditMode(u"A"_s);
+            card.LoadReader({});
+            card.exec();
+        });
         QCOMPARE(QApplication::exec(), 1);
-        QCOMPARE(told, u"实时错误 '94'：\n\n无效使用 Null"_s);
+        QCOMPARE(prompt.takeComplaints(), QString());
+        QCOMPARE(told, u"实时错误 '13'：\n\n类型不匹配"_s);
+        QCOMPARE(value(u"select readercode from dzk where readercode='R9'"_s), QString());
     }
 
 private:
