@@ -45,8 +45,8 @@ void PhotoBox::showFile(const QString& file)
     const QImage photo = reader.read();
     if (photo.isNull()) return;
     const qreal ratio = devicePixelRatioF();
-    QPixmap picture
-        = QPixmap::fromImage(photo.scaled(contentsRect().size() * ratio, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+    QPixmap picture = QPixmap::fromImage(
+        photo.scaled(contentsRect().size() * ratio, Qt::KeepAspectRatio, Qt::SmoothTransformation));
     picture.setDevicePixelRatio(ratio);
     setPixmap(picture);
 }
