@@ -3,6 +3,7 @@
 #include "frame/sublib.h"
 #include "platform/db/decimal.h"
 
+#include <cmath>
 #include <limits>
 
 namespace quilla {
@@ -130,7 +131,8 @@ bool isParameter(int box, const QString& text)
     if (!Decimal::read(text)) return false;
     const double number = readNumber(text).value_or(RateLimit);
     if (isRate(box)) return std::abs(number) < RateLimit;
-    return number >= std::numeric_limits<qint32>::min() && number <= std::numeric_limits<qint32>::max();
+    return number == std::floor(number) && number >= std::numeric_limits<qint32>::min()
+        && number <= std::numeric_limits<qint32>::max();
 }
 
 bool checkLeftBox(Session& session, int box, const QString& text)

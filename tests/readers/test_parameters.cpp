@@ -82,6 +82,7 @@ void TestParameters::numbers_data()
     QTest::addColumn<bool>("good");
     QTest::newRow("plain") << int(ParameterBox::LoanDays) << u"30"_s << true;
     QTest::newRow("rate") << int(ParameterBox::OverdueFine) << u"0.1"_s << true;
+    QTest::newRow("fraction of a day") << int(ParameterBox::LoanDays) << u"1.5"_s << false;
     QTest::newRow("letters") << int(ParameterBox::LoanDays) << u"3o"_s << false;
     QTest::newRow("date") << int(ParameterBox::LoanDays) << u"2003-02-31"_s << false;
     QTest::newRow("statement") << int(ParameterBox::LoanDays) << u"1;delete from dzk"_s << false;
