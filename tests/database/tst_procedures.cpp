@@ -42,7 +42,7 @@ void fillReaders(Circulation& library)
     for (const QString& type : {u"教师"_s, u"学生"_s, u"Guest"_s, u"教师"_s})
         library.insert(u"dzlx"_s, {{u"readerclass"_s, type}});
     library.card(u"R1"_s, u"一中"_s, u"学生"_s);
-    library.card(u"R2"_s, u"二中"_s, u"GUEST "_s);
+    library.card(u"R2"_s, u"二'中"_s, u"GUEST "_s);
     library.card(u"R3"_s, u"一中"_s, u"家长"_s);
     library.open(u"r1"_s, u"B1"_s, u"2026-02-01"_s);
     library.lent(u"R1"_s, u"B2"_s, u"2026-02-28"_s, u"2026-03-03"_s);
@@ -165,7 +165,7 @@ private Q_SLOTS:
     void rows_data()
     {
         const QString r1 = u"一中|读者R1|学生|R1|2|0|2|0|0|0|0|0|0|0|0|0|0"_s;
-        const QString r2 = u"二中|读者R2|GUEST |R2|1|0|1|0|0|0|0|0|0|0|0|0|0"_s;
+        const QString r2 = u"二'中|读者R2|GUEST |R2|1|0|1|0|0|0|0|0|0|0|0|0|0"_s;
         const QString r3 = u"一中|读者R3|家长|R3|1|0|1|0|0|0|0|0|0|0|0|0|0"_s;
         const QString gone = u"null|null|null|gone|1|0|1|0|0|0|0|0|0|0|0|0|0"_s;
         const QString b4 = u"1|全部|I3/0|书名4|著者4|3"_s;
@@ -178,7 +178,7 @@ private Q_SLOTS:
                 {fillReaders, u"exec procndztj '2026','全部','全部'"_s, QStringList {gone, r1, r3, r2}}},
             {"readers of a unit",
                 {fillReaders, u"exec procndztj '2026','一中 ','全部'"_s, QStringList {r1, r3}}},
-            {"readers of a type", {fillReaders, u"exec procndztj '2026','','guest'"_s, QStringList {r2}}},
+            {"readers of a type", {fillReaders, u"exec procndztj '2026','二''中','guest'"_s, QStringList {r2}}},
             {"the year before",
                 {fillReaders, u"exec procndztj '2025','一中','学生'"_s,
                     QStringList {u"一中|读者R1|学生|R1|1|0|0|0|0|0|0|0|0|0|0|0|1"_s}}},

@@ -26,6 +26,15 @@ private Q_SLOTS:
         QCOMPARE(m_desk.takeDone(), u"empty barcode"_s);
     }
 
+    void unknownReader()
+    {
+        m_desk.panel[0] = u"old"_s;
+        m->prompt.expect(u"无效读者号，取消该操作。"_s).titled(u"操作提示").icon(Icon::Warning);
+        ShowReader(m->session, m_desk, u"' or 1=1 --"_s);
+        QCOMPARE(m_desk.panel, ReaderPanel());
+        QCOMPARE(m_desk.takeDone(), u"empty reader, focus reader"_s);
+    }
+
     void repairsTheState_data()
     {
         cases<QString, QString, QString>({
