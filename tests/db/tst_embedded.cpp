@@ -1,6 +1,5 @@
 #include "db/base.h"
 
-#include <QDir>
 #include <QFile>
 #include <QTest>
 
@@ -14,32 +13,6 @@ class TestEmbedded : public QObject {
 private Q_SLOTS:
     void init() { m_base = std::make_unique<Base>(); }
     void cleanup() { m_base.reset(); }
-
-    void createsFoldersAndRefusesExisting()
-    {
-        const auto nothing = [](Connection&) {};
-        createEmbedded(file(u"a/b/new.db"_s), m_base->schema, m_base->clock, nothing);
-        QCOMPARE(QDir(file(u"a/b"_s)).entryList(QDir::Files), QStringList({u"new.db"_s}));
-        m_base->open().execute(u"insert into book(code) values('a')");
-        QString text;
-        QVERIFY(
-            errorOf([&] { createEmbedded(m_base->path(), m_base->schema, m_base->clock, nothing); }, &text));
-        QVERIFY2(text.contains(m_base->path()), qPrintable(text));
-        QCOMPARE(m_base->one(u"select code from book"), u"a"_s);
-    }
-
-    void failedFillLeavesNothing()
-    {
-        const QString path = file(u"sub/new.db"_s);
-        QCOMPARE(errorOf([&] {
-            createEmbedded(path, m_base->schema, m_base->clock, [](Connection& connection) {
-                connection.execute(sql::splitScript(Base::script()).front().text);
-                throw Error(7, u"test"_s, u"停"_s);
-            });
-        }),
-            7);
-        QCOMPARE(QDir(file(u"sub"_s)).entryList(QDir::Files), QStringList());
-    }
 
     void backsUpWhileInUse()
     {

@@ -61,12 +61,6 @@ private Q_SLOTS:
         QCOMPARE(ComputeDueDate(library.session, 30), QDateTime(QDate(2026, 5, 5), QTime(0, 0)));
     }
 
-    void emptyCalendarKeepsTheTime()
-    {
-        TestLibrary library;
-        QCOMPARE(ComputeDueDate(library.session, 20), library.clock.moment.addDays(20));
-    }
-
     void noConnectionGivesTheZeroDate()
     {
         TestLibrary library;
