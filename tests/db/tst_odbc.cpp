@@ -1,50 +1,20 @@
-#include "db/error_of.h"
-#include "platform/db/connection_text.h"
-#include "platform/db/pooled_factory.h"
-#include "support/postgres_database.h"
+#include "db/server_base.h"
 
-#include <QFile>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace quilla;
-
-namespace {
-
-const QString Script
-    = u"create table book (bookid int identity(1,1) not null primary key, code varchar(20) not null, "
-      "name varchar(50), price decimal(8,3), lent bit default 0, day datetime, memo varchar(20000))\n"
-      "go\n"
-      "create index ix_book_code on book (code)\n"_s;
-
-} // namespace
 
 /// The driver for servers, on a real PostgreSQL.
 class TestOdbc : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { m_schema = sql::readSchema(Script); }
-
-    void init()
-    {
-        m_database = std::make_unique<PostgresDatabase>();
-        m_factory = std::make_unique<PooledFactory>(m_schema, m_clock);
-        Connection connection = open();
-        connection.prepareEmptyBase();
-        for (const auto& part : sql::splitScript(Script))
-            connection.execute(part.text);
-    }
-
-    void cleanup()
-    {
-        m_factory.reset();
-        m_database.reset();
-    }
+    void init() { m = std::make_unique<ServerBase>(); }
+    void cleanup() { m.reset(); }
 
     void kindsThroughAndThrough()
     {
-        auto connection = open();
+        auto connection = m->open();
         QCOMPARE(connection.execute(u"insert into Book(code,name,price,lent,day) Values('O''1','书名 "
                                     u"😀',6.125,1,'2004-3-9 8:05:03.120')"),
             1);
@@ -64,7 +34,7 @@ private Q_SLOTS:
         rows = connection.open(u"select name,price,lent,day,memo from book order by code desc");
         for (int i = 0; i < rows.fieldCount(); ++i)
             QVERIFY(rows.field(i).isNull());
-        QCOMPARE(one(u"select min(price)*2 from book"), u"-0.002"_s);
+        QCOMPARE(m->one(u"select min(price)*2 from book"), u"-0.002"_s);
         const auto named
             = connection.open(u"select Code as A类,code as [B x],count(*) as Total from book group by code");
         QCOMPARE(QStringList({named.fieldName(0), named.fieldName(1), named.fieldName(2)}),
@@ -78,7 +48,7 @@ private Q_SLOTS:
             u"书号 abc，"_s.repeated(1250), u"😀🙈"_s.repeated(3000), u""_s, u"a\r\n\t\\ ? {d '2000'} $1 %"_s};
         for (const int size : {1, 249, 250, 251, 499, 500, 501, 1999, 2000, 2001, 4001, 8189, 8190, 8191})
             texts += QString(size - 1, u'文') + u'x';
-        auto connection = open();
+        auto connection = m->open();
         for (const QString& written : texts) {
             connection.execute(u"delete from book");
             connection.execute(u"insert into book(code,memo) values('a','%1')"_s.arg(
@@ -101,7 +71,7 @@ private Q_SLOTS:
             {u"update book set name='a%1b'"_s.arg(QChar(u'\0')), any},
             {u"update book set name='%1'"_s.arg(u"x"_s.repeated(51)), any},
             {u"update book set price=123456"_s, any}};
-        auto connection = open();
+        auto connection = m->open();
         connection.execute(u"insert into book(code,name,price) values('a','n',1)");
         for (const auto& [statement, number] : refused) {
             QString told;
@@ -109,14 +79,14 @@ private Q_SLOTS:
             QVERIFY2(seen != 0 && (number == any || seen == number), qPrintable(statement));
             QVERIFY2(!told.contains(u"Error while"_s) && !told.contains(u'['), qPrintable(told));
         }
-        QCOMPARE(one(u"select name from book where price=1 and day is null"), u"n"_s);
+        QCOMPARE(m->one(u"select name from book where price=1 and day is null"), u"n"_s);
     }
 
     /// What was done before stays and what follows is done, wherever the failing statement stands.
     void failingStatementKeepsTransaction()
     {
-        m_database->run("create table mark(n integer primary key); insert into mark values(1)");
-        auto connection = open();
+        m->database.run("create table mark(n integer primary key); insert into mark values(1)");
+        auto connection = m->open();
         for (const QStringView failing :
             {u"insert into mark(n) values(1)", u"update nosuch set n=1", u"select nosuch from mark",
                 u"update book set day='x'", u"select 1/(n-1) from mark", u"select soundex(code) from book"}) {
@@ -129,54 +99,54 @@ private Q_SLOTS:
             }
             QVERIFY(fails() && fails());
             connection.commit();
-            QCOMPARE(one(u"select count(*) from book"), u"3"_s);
+            QCOMPARE(m->one(u"select count(*) from book"), u"3"_s);
             connection.execute(u"delete from book");
         }
     }
 
     void failingCommit()
     {
-        m_database->run(
+        m->database.run(
             "create table mark(n integer unique deferrable initially deferred); insert into mark values(1);"
             "create function twice() returns trigger language plpgsql as 'begin insert into mark values(1); "
             "return new; end';"
             "create trigger t after insert on book for each row execute function twice()");
-        auto connection = open();
+        auto connection = m->open();
         connection.begin();
         connection.execute(u"insert into book(code) values('a')");
         QVERIFY(errorOf([&] { connection.commit(); }));
         connection.rollback();
-        QCOMPARE(one(u"select count(*) from book"), u"0"_s);
-        m_database->run("drop trigger t on book");
+        QCOMPARE(m->one(u"select count(*) from book"), u"0"_s);
+        m->database.run("drop trigger t on book");
         connection.begin();
         connection.execute(u"insert into book(code) values('b')");
         connection.commit();
-        QCOMPARE(one(u"select code from book"), u"b"_s);
+        QCOMPARE(m->one(u"select code from book"), u"b"_s);
     }
 
     void transactionsStandAlone()
     {
-        auto first = open();
-        auto second = open();
+        auto first = m->open();
+        auto second = m->open();
         first.begin();
         second.begin();
         first.execute(u"insert into book(code) values('a')");
         second.execute(u"insert into book(code) values('b')");
-        auto third = open();
+        auto third = m->open();
         third.execute(u"insert into book(code) values('c')");
         QCOMPARE(third.open(u"select code from book").recordCount(), 1);
         QCOMPARE(first.open(u"select code from book").recordCount(), 2);
         // A read of another lease shares a connection and must not spoil the transaction on it.
-        QVERIFY(errorOf([&] { one(u"select 1/(len(code)-1) from book"); }));
+        QVERIFY(errorOf([&] { m->one(u"select 1/(len(code)-1) from book"); }));
         QCOMPARE(first.open(u"select code from book").recordCount(), 2);
         second.rollback();
         first.close(); // rolls back
-        QCOMPARE(one(u"select code from book"), u"c"_s);
+        QCOMPARE(m->one(u"select code from book"), u"c"_s);
     }
 
     void forwardInsideTransaction()
     {
-        auto connection = open();
+        auto connection = m->open();
         connection.begin();
         connection.execute(u"insert into book(code) values('a')");
         connection.execute(u"insert into book(code) values('b')");
@@ -196,137 +166,15 @@ private Q_SLOTS:
     void changedTable()
     {
         const QString select = u"select * from book"_s;
-        open().execute(u"insert into book(code) values('a')");
-        QCOMPARE(open().open(select).fieldCount(), 7);
-        m_database->run("alter table book add column extra integer");
-        errorOf([&] { open().open(select); });
-        QCOMPARE(open().open(select).fieldCount(), 8);
-    }
-
-    /// Nothing is told when nothing can have been lost: the operation comes after it, or only read so far.
-    void serverGoneBetween()
-    {
-        open().execute(u"insert into book(code) values('a')");
-        dropConnections();
-        QCOMPARE(one(u"select count(*) from book"), u"1"_s);
-        Connection reading = open();
-        dropConnections();
-        QCOMPARE(reading.open(u"select code from book").recordCount(), 1);
-        dropConnections();
-        reading.begin();
-        reading.execute(u"insert into book(code) values('b')");
-        reading.commit();
-        QCOMPARE(one(u"select count(*) from book"), u"2"_s);
-    }
-
-    void serverGoneInTransaction()
-    {
-        auto connection = open();
-        auto other = open();
-        connection.begin();
-        connection.execute(u"insert into book(code) values('a')");
-        dropConnections();
-        QString told;
-        QVERIFY(errorOf([&] { connection.execute(u"insert into book(code) values('b')"); }, &told));
-        QVERIFY2(told.contains(u"连接已断开"_s), qPrintable(told));
-        QVERIFY(errorOf([&] { connection.execute(u"insert into book(code) values('c')"); }));
-        QVERIFY(errorOf([&] { connection.open(u"select code from book"); }));
-        QCOMPARE(other.open(u"select code from book").recordCount(), 0);
-        QVERIFY(errorOf([&] { connection.commit(); }));
-        QCOMPARE(connection.open(u"select code from book").recordCount(), 0);
-        connection.begin();
-        connection.execute(u"insert into book(code) values('d')");
-        connection.commit();
-        QCOMPARE(one(u"select code from book"), u"d"_s);
-    }
-
-    /// It may have been done: it is told, and never sent again.
-    void serverGoneAtSingleWrite()
-    {
-        auto connection = open();
-        connection.execute(u"insert into book(code) values('a')");
-        dropConnections();
-        QVERIFY(errorOf([&] { connection.execute(u"insert into book(code) values('b')"); }));
-        QCOMPARE(one(u"select count(*) from book"), u"1"_s);
-        QCOMPARE(connection.execute(u"insert into book(code) values('c')"), 1);
-    }
-
-    void refusedToOpen()
-    {
-        const std::pair<QString, QString> changes[] {
-            {u"Database=none;"_s, u"database \"none\" does not exist"_s},
-            {u"Uid=none;Pwd=geheim;"_s, u"role \"none\" does not exist"_s},
-            {u"Servername=/none;Pwd=geheim;"_s, u"No such file"_s}};
-        for (const auto& [change, words] : changes) {
-            // An item counts when it comes first.
-            QString stored = change;
-            for (const auto& [key, value] : ConnectionItems(text()).items)
-                if (!ConnectionItems(change).value(key)) stored += key + u'=' + value + u';';
-            QString told;
-            QVERIFY(errorOf([&] { m_factory->open(stored); }, &told));
-            QVERIFY2(
-                told.startsWith(u"不能连接数据库服务器。\n"_s) && told.contains(words), qPrintable(told));
-            QVERIFY(!told.contains(u"geheim"_s));
-        }
-    }
-
-    void passwordsArrive()
-    {
-        const QString passwords[] {u"geheim"_s, u"o'hara"_s, u"{a}b}c=@? x"_s, u"密码😀"_s};
-        const QByteArray user = "user_" + m_database->name().toUtf8();
-        const auto stored = [&](const QString& password) {
-            return text()
-                .replace(u"Uid=quilla"_s, u"Uid="_s + QString::fromUtf8(user))
-                .replace(u"Pwd="_s, u"Pwd="_s + QString(password).replace(u"'"_s, u"''"_s));
-        };
-        m_database->run("create user " + user);
-        m_database->askForPassword(user);
-        for (const QString& password : passwords) {
-            m_database->run("alter user " + user + " password '"
-                + QString(password).replace(u"'"_s, u"''"_s).toUtf8() + "'");
-            QCOMPARE(m_factory->open(stored(password)).open(u"select 1").field(0).text(), u"1"_s);
-        }
-        QString told;
-        QVERIFY(errorOf([&] { m_factory->open(stored(u"geheim2"_s)); }, &told));
-        QVERIFY2(told.contains(u"password authentication failed"_s) && !told.contains(u"geheim"_s),
-            qPrintable(told));
-        m_factory->drain();
-        m_database->run("drop user " + user);
-    }
-
-    void dataSource()
-    {
-        const QTemporaryDir folder;
-        QFile file(folder.filePath(u"odbc.ini"_s));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        const ConnectionItems items(text());
-        file.write(u"[library]\nDriver=PostgreSQL Unicode\nServername=%1\nDatabase=%2\n"_s
-                       .arg(*items.value(u"Servername"), m_database->name())
-                       .toUtf8());
-        file.close();
-        qputenv("ODBCINI", file.fileName().toLocal8Bit());
-        Connection connection = m_factory->open(u"PROVIDER=MSDASQL;DSN=library;UID=quilla;PWD=;"_s);
-        connection.begin();
-        connection.execute(u"insert into book(code) values('a')");
-        QVERIFY(errorOf([&] { connection.execute(u"update nosuch set n=1"); }));
-        connection.commit();
-        QCOMPARE(one(u"select count(*) from book"), u"1"_s);
+        m->open().execute(u"insert into book(code) values('a')");
+        QCOMPARE(m->open().open(select).fieldCount(), 7);
+        m->database.run("alter table book add column extra integer");
+        errorOf([&] { m->open().open(select); });
+        QCOMPARE(m->open().open(select).fieldCount(), 8);
     }
 
 private:
-    QString text() const { return m_database->connectionText(); }
-    Connection open() { return m_factory->open(text()); }
-    QString one(QStringView tsql) { return open().open(tsql).field(0).text(); }
-    void dropConnections() const
-    {
-        m_database->run("select pg_terminate_backend(pid) from pg_stat_activity where "
-                        "datname=current_database() and pid<>pg_backend_pid()");
-    }
-
-    std::unique_ptr<PostgresDatabase> m_database;
-    SystemClock m_clock;
-    sql::Schema m_schema;
-    std::unique_ptr<PooledFactory> m_factory;
+    std::unique_ptr<ServerBase> m;
 };
 
 QTEST_GUILESS_MAIN(TestOdbc)

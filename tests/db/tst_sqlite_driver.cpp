@@ -295,13 +295,6 @@ private Q_SLOTS:
         QCOMPARE(QFile::exists(path()), damage != "missing");
     }
 
-    void movedFile()
-    {
-        QVERIFY(m_driver->isAlive());
-        QVERIFY(QFile::rename(path(), path() + u".old"_s));
-        QVERIFY(!m_driver->isAlive());
-    }
-
 private:
     QString path() const { return m_folder->filePath(u"馆's.db"_s); }
     int execute(const Statement& statement, const std::vector<sql::Literal>& literals = {})
