@@ -81,7 +81,7 @@ bool hasTies(const Ranks& ranks)
 
 } // namespace
 
-void GridModel::sortRows(int first, int last)
+void GridModel::sortRows(int first, int last, Qt::SortOrder direction)
 {
     if (m_lines == 0) return;
     if (first > last) std::swap(first, last);
@@ -92,6 +92,9 @@ void GridModel::sortRows(int first, int last)
             texts.push_back(m_cells[cell(row, col)]);
         ranks = refined(ranks, ranksOf(texts));
     }
+    if (direction == Qt::DescendingOrder)
+        for (int& rank : ranks)
+            rank = -rank;
     std::vector<int> order = zeroTo(ranks.size());
     std::stable_sort(order.begin(), order.end(),
         [&](int l, int r) { return ranks[std::size_t(l)] < ranks[std::size_t(r)]; });
