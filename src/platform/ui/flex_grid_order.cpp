@@ -41,11 +41,13 @@ void FlexGrid::sortBy(const GridOrder& order)
     setCol(col);
 }
 
+/// The arrow points up where the lines ascend; Qt's own one points down then.
 void FlexGrid::showOrder(const GridOrder& order)
 {
     m_order = order;
+    const bool ascends = order.direction == Qt::AscendingOrder;
     horizontalHeader()->setSortIndicatorShown(order.col >= 0);
-    horizontalHeader()->setSortIndicator(order.col, order.direction);
+    horizontalHeader()->setSortIndicator(order.col, ascends ? Qt::DescendingOrder : Qt::AscendingOrder);
 }
 
 } // namespace quilla

@@ -1,0 +1,244 @@
+#include "readers/batch_unit_form.h"
+#include "readers/reader_card_form.h"
+#include "readers/reader_register_form.h"
+#include "statistics/query_form.h"
+#include "support/test_library.h"
+#include "support/window_steps.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QTimer>
+
+using namespace quilla;
+
+namespace {
+
+class Sheets final : public SpreadsheetProgram {
+public:
+    explicit Sheets(QString folder)
+        : m_folder(std::move(folder))
+    {
+    }
+    QString folder() const override { return m_folder; }
+    void show(const QString& file) override { shown.append(file); }
+    QStringList shown;
+
+private:
+    QString m_folder;
+};
+
+const QString Everybody = u"R1 R2 R3"_s;
+
+} // namespace
+
+/// The register of readers under the operator's hands.
+class TestReaderRegisterForm : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m = std::make_unique<TestLibrary>();
+        for (const QString& code : {u"R1"_s, u"R2"_s, u"R3"_s})
+            m->reader(code, {{u"name"_s, u"丙乙甲"_s.mid(code[1].digitValue() - 1, 1)}});
+        m->copy(u"B1"_s);
+        m->loan(u"B1"_s, u"R1"_s, u"2026-04-01"_s);
+        m_sheets = std::make_unique<Sheets>(m->folder.path());
+        m_list = std::make_unique<DzglFrm>(m->session, nullptr, *m_sheets);
+        appear(*m_list);
+    }
+    void cleanup()
+    {
+        QVERIFY(m_dialogs.isEmpty());
+        m_list.reset();
+        QCOMPARE(m->prompt.takeComplaints(), QString());
+    }
+
+    void waitsForASearch()
+    {
+        QCOMPARE(m_list->Grid1.Rows(), 20);
+        QCOMPARE(m_list->iRowCount.text() + codes(), u"0"_s);
+        QVERIFY(m_list->Grid1.hasFocus() && !m_list->cmdPrint.isEnabled());
+        const QString before = m->everything();
+        bool offered = false;
+        m_list->Menu.setChooser([&](const QStringList&) { return offered = true, 1; });
+        for (const int command : {1, 2, 4, 5})
+            m_list->CmdDzgl[command].click();
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Delete})
+            QTest::keyClick(&m_list->Grid1, key);
+        rightClick();
+        m->prompt.expect(u"没有可以打印的信息！"_s);
+        m_list->cmdToExcel.click();
+        QVERIFY(!offered);
+        QCOMPARE(m->everything(), before);
+    }
+
+    void searchesByKeys()
+    {
+        inDialog<QueryFrm>([](QueryFrm& query) {
+            QCOMPARE(query.windowTitle(), u"统计条件"_s);
+            query.cFuhao.setCurrentIndex(1);
+            type(query.lSql, u"R2"_s);
+            query.cOrderby.setCurrentIndex(0);
+            query.Label3[1].click();
+            query.Command1[1].click();
+        });
+        QTest::keyClick(&m_list->Grid1, Qt::Key_F, Qt::ControlModifier);
+        QCOMPARE(m_list->iRowCount.text() + u'|' + codes(), u"2|R3 R1"_s);
+        QCOMPARE(m_list->Grid1.Row(), 1);
+    }
+
+    void anEmptyResultForgetsTheCondition()
+    {
+        m_list->loadData(u"name='nobody'"_s, u"readercode Desc"_s);
+        QCOMPARE(m_list->Grid1.Rows(), 20);
+        QCOMPARE(m_list->iRowCount.text() + codes(), u"0"_s);
+        m_list->RefreshReaderList();
+        QCOMPARE(codes(), u"R3 R2 R1"_s);
+    }
+
+    void editorByKeys()
+    {
+        m_list->RefreshReaderList();
+        m_list->Grid1.setRow(2);
+        inDialog<DzaddFrm>([this](DzaddFrm& editor) {
+            QCOMPARE(editor.windowTitle() + editor.Text1[0].text(), u"修改读者信息R2"_s);
+            m->send(u"update dzk set readstatus='超期',name='丁' where readercode='R2'"_s);
+        });
+        QTest::keyClick(&m_list->Grid1, Qt::Key_Return);
+        QCOMPARE(m_list->Grid1.current(ReaderCode) + m_list->Grid1.current(ReaderName), u"R2丁"_s);
+        QCOMPARE(m->value(u"select readstatus from dzk where readercode='R2'"_s), u"有效"_s);
+        inDialog<DzaddFrm>([](DzaddFrm& editor) {
+            QCOMPARE(editor.windowTitle() + editor.Text1[0].text(), u"新增读者信息"_s);
+        });
+        QTest::keyClick(&m_list->Grid1, Qt::Key_Insert);
+    }
+
+    void lostUntilTheNextRefresh()
+    {
+        m_list->RefreshReaderList();
+        m_list->Grid1.setRow(2);
+        m->prompt.expect(u"你确定要挂失读者证: R2 吗？(Y/N)"_s).answer(Answer::Yes);
+        m_list->CmdDzgl[4].click();
+        QCOMPARE(m_list->Grid1.TextMatrix(2, ReaderState), u"挂失"_s);
+        m_list->RefreshReaderList();
+        QCOMPARE(m_list->Grid1.TextMatrix(2, ReaderState), u"有效"_s);
+        QCOMPARE(m->value(u"select readstatus from dzk where readercode='R2'"_s), u"挂失"_s);
+    }
+
+    void deletesByKeys()
+    {
+        m_list->RefreshReaderList();
+        m_list->CmdDzgl[2].setFocus();
+        m->prompt.expectStart(u"此读者尚有借书未还"_s);
+        m_list->CmdDzgl[2].click();
+        QVERIFY(m_list->Grid1.hasFocus());
+        m_list->Grid1.setRow(2);
+        m->prompt.expect(u"你确定要删除读者:R2 吗？(Y/N)"_s).answer(Answer::Yes);
+        QTest::keyClick(&m_list->Grid1, Qt::Key_Delete);
+        QCOMPARE(codes() + u'|' + m_list->Grid1.current(ReaderCode), u"R1 R3|R3"_s);
+        m->prompt.expectStart(u"是否确定删除当前所有读者资料？"_s).answer(Answer::Yes);
+        m->prompt.expectStart(u"部分读者存在未还图书"_s);
+        m_list->CmdDzgl[5].click();
+        QCOMPARE(codes() + m_list->iRowCount.text(), u"R11"_s);
+    }
+
+    void anotherUnitForAll_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<int>("button"); // 0 confirms, 1 cancels, 2 closes the window
+        QTest::addColumn<QString>("units");
+        QTest::newRow("confirmed") << u"二班"_s << 0 << u"二班 二班 null"_s;
+        QTest::newRow("cancelled") << u"二班"_s << 1 << u"null null null"_s;
+        QTest::newRow("closed") << u"二班"_s << 2 << u"null null null"_s;
+        QTest::newRow("blank") << u"  "_s << 0 << u"null null null"_s;
+    }
+    void anotherUnitForAll()
+    {
+        QFETCH(QString, typed);
+        QFETCH(int, button);
+        m_list->loadData(u"readercode<'R3'"_s, u"readercode"_s);
+        QStringList offered;
+        m_list->Menu.setChooser([&](const QStringList& items) { return offered = items, 1; });
+        if (typed == u"二班" && button == 0) m->prompt.expect(u"读者单位修改完毕！"_s);
+        inDialog<updateAll>([&](updateAll& dialog) {
+            dialog.Text1.setText(typed);
+            dialog.Command1.setFocus();
+            if (button == 0) dialog.Command1.click();
+            if (button == 1) dialog.Command2.click();
+            if (dialog.isVisible() && button == 0) QVERIFY(dialog.Text1.hasFocus());
+        });
+        rightClick();
+        QCOMPARE(offered, QStringList {u"批量修改读者单位"_s});
+        QTEST(m->rows(u"select readunit from dzk order by readercode"_s).join(u' '), "units");
+        QCOMPARE(codes(), u"R1 R2"_s);
+    }
+
+    void sortsByACaption()
+    {
+        m_list->RefreshReaderList();
+        m_list->Grid1.setRow(3);
+        clickCaption(ReaderName);
+        QCOMPARE(codes() + m_list->Grid1.current(ReaderCode), u"R1 R3 R2R3"_s);
+        m_list->RefreshReaderList();
+        QCOMPARE(codes() + m_list->Grid1.current(ReaderCode), u"R1 R3 R2R3"_s);
+        clickCaption(ReaderName);
+        QCOMPARE(codes(), u"R2 R3 R1"_s);
+        m_list->Grid1.keyboardSearch(u"丙"_s);
+        QCOMPARE(m_list->Grid1.Row(), 3);
+        m_list->loadData({}, {});
+        QCOMPARE(codes(), Everybody);
+    }
+
+    void exports()
+    {
+        m_list->loadData({}, u"readercode"_s);
+        m_list->cmdToExcel.click();
+        QCOMPARE(m_sheets->shown.size(), 1);
+        QVERIFY(m_sheets->shown[0].contains(u"读者资料一览表"_s));
+    }
+
+private:
+    QString codes() const
+    {
+        QStringList list;
+        for (int row = 1; row < m_list->Grid1.Rows(); ++row)
+            if (!m_list->Grid1.TextMatrix(row, ReaderCode).isEmpty())
+                list.append(m_list->Grid1.TextMatrix(row, ReaderCode));
+        return list.join(u' ');
+    }
+    void rightClick()
+    {
+        const QRect cell = m_list->Grid1.visualRect(m_list->Grid1.model()->index(0, 0));
+        QTest::mouseClick(m_list->Grid1.viewport(), Qt::RightButton, {}, cell.center());
+    }
+    void clickCaption(int col)
+    {
+        const QHeaderView* captions = m_list->Grid1.horizontalHeader();
+        QTest::mouseClick(captions->viewport(), Qt::LeftButton, {},
+            {captions->sectionViewportPosition(col) + 20, captions->height() / 2});
+    }
+    /// What happens in the dialog that the next step opens; it is closed then.
+    template <typename Dialog> void inDialog(std::function<void(Dialog&)> steps)
+    {
+        auto* timer = new QTimer(this);
+        m_dialogs.append(timer);
+        connect(timer, &QTimer::timeout, this, [this, timer, steps] {
+            auto* dialog = dynamic_cast<Dialog*>(QApplication::activeModalWidget());
+            if (!dialog || !dialog->isActiveWindow()) return;
+            m_dialogs.removeAll(timer);
+            timer->deleteLater();
+            steps(*dialog);
+            dialog->close();
+        });
+        timer->start();
+    }
+
+    std::unique_ptr<TestLibrary> m;
+    std::unique_ptr<Sheets> m_sheets;
+    std::unique_ptr<DzglFrm> m_list;
+    QList<QTimer*> m_dialogs;
+};
+
+QTEST_MAIN(TestReaderRegisterForm)
+#include "test_reader_register_form.moc"
