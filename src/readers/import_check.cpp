@@ -176,7 +176,7 @@ void LineCheck::checkUnit()
     if (known != m_lists.units.constEnd())
         unit = *known;
     else if (!m_anyUnit)
-        refuse(u"没有这个读者单位：%1"_s.arg(unit));
+        refuse(u"没有这个读者单位：%1（可用 --add-units 建立）"_s.arg(unit));
 }
 
 /// What the file leaves open.

@@ -10,7 +10,7 @@ const QString Valid = u"有效"_s;
 const QString Expired = u"超期"_s;
 
 /// Other desks wait for no more than so many readers while one walks over thousands.
-constexpr qsizetype ReadersAtATime = 200;
+constexpr qsizetype ReadersAtATime = 500;
 
 QString searchSelect(QStringView columns, const ReaderSearch& search)
 {

@@ -103,7 +103,7 @@ private Q_SLOTS:
         add("unknown type", u"R1,甲,外来"_s, u"没有这个读者类型：外来"_s);
         add("type without rules", u"R1,甲,教师,,,,3"_s,
             u"可借天数不能是 0；请填写，或先设置该读者类型的流通参数"_s);
-        add("unknown unit", u"R1,甲,学生,二班"_s, u"没有这个读者单位：二班"_s);
+        add("unknown unit", u"R1,甲,学生,二班"_s, u"没有这个读者单位：二班（可用 --add-units 建立）"_s);
         add("in the base", u"old1 ,甲,学生"_s, u"读者证号已经存在"_s);
         add("in the file", u"r0,甲,学生"_s, u"读者证号与第 2 行重复"_s);
         add("no day", u"R1,甲,学生,,2026-02-30"_s, u"有效期限应该是日期(例如:2003-01-01)：2026-02-30"_s);

@@ -220,12 +220,12 @@ private Q_SLOTS:
             all.append(u"R%1"_s.arg(i, 4, 10, QChar(u'0')));
         for (const QString& code : all)
             m->reader(code);
-        m_progress.endAt = 400;
-        m->prompt.expect(u"已取消，只修改了前 400 位读者的单位。"_s);
+        m_progress.endAt = 500;
+        m->prompt.expect(u"已取消，只修改了前 500 位读者的单位。"_s);
         quilla::changeUnits(m->session, m_progress, all, u"甲"_s);
         QCOMPARE(
-            m->value(u"select count(*) from dzk where readunit='甲' and readercode<'R0400'"_s), u"400"_s);
-        QCOMPARE(m->value(u"select count(*) from dzk where readunit='甲'"_s), u"400"_s);
+            m->value(u"select count(*) from dzk where readunit='甲' and readercode<'R0500'"_s), u"500"_s);
+        QCOMPARE(m->value(u"select count(*) from dzk where readunit='甲'"_s), u"500"_s);
         QCOMPARE(m_progress.shown.join(u' '), u"begin 600 end"_s);
     }
 

@@ -41,10 +41,16 @@ void writeRefused(const QString& name, const ImportReport& report)
     if (!written) throw fault(u"无法写入文件 %1：%2"_s.arg(name, file.errorString()));
 }
 
+/// The file has them all; nobody reads thousands on a screen.
 void tellRefused(const Arguments& arguments, const ImportReport& report, QTextStream& out)
 {
-    for (const RefusedLine& line : report.refused)
-        out << u"第 "_s << line.record.line << u" 行："_s << line.reason << u'\n';
+    constexpr std::size_t most = 100;
+    const std::size_t shown = std::min(report.refused.size(), most);
+    for (std::size_t i = 0; i < shown; ++i)
+        out << u"第 "_s << report.refused[i].record.line << u" 行："_s << report.refused[i].reason << u'\n';
+    if (shown < report.refused.size())
+        out << u"……其余 "_s << report.refused.size() - shown
+            << u" 行没有列出，用 --refused 可以得到全部。\n"_s;
     if (!report.refused.empty() && !arguments.refusedFile.isEmpty())
         out << u"被拒绝的行在："_s << arguments.refusedFile << u'\n';
 }
