@@ -5,9 +5,7 @@
 #include "support/test_library.h"
 #include "support/window_steps.h"
 
-#include <QApplication>
 #include <QHeaderView>
-#include <QTimer>
 
 using namespace quilla;
 
@@ -49,7 +47,7 @@ private Q_SLOTS:
     }
     void cleanup()
     {
-        QVERIFY(m_dialogs.isEmpty());
+        QCOMPARE(m_dialogs, 0);
         m_list.reset();
         QCOMPARE(m->prompt.takeComplaints(), QString());
     }
@@ -221,23 +219,18 @@ private:
     /// What happens in the dialog that the next step opens; it is closed then.
     template <typename Dialog> void inDialog(std::function<void(Dialog&)> steps)
     {
-        auto* timer = new QTimer(this);
-        m_dialogs.append(timer);
-        connect(timer, &QTimer::timeout, this, [this, timer, steps] {
-            auto* dialog = dynamic_cast<Dialog*>(QApplication::activeModalWidget());
-            if (!dialog || !dialog->isActiveWindow()) return;
-            m_dialogs.removeAll(timer);
-            timer->deleteLater();
-            steps(*dialog);
-            dialog->close();
+        ++m_dialogs;
+        whenShown<Dialog>([this, steps](Dialog& dialog) {
+            --m_dialogs;
+            steps(dialog);
+            dialog.close();
         });
-        timer->start();
     }
 
     std::unique_ptr<TestLibrary> m;
     std::unique_ptr<Sheets> m_sheets;
     std::unique_ptr<DzglFrm> m_list;
-    QList<QTimer*> m_dialogs;
+    int m_dialogs = 0; ///< that have not come yet
 };
 
 QTEST_MAIN(TestReaderRegisterForm)
