@@ -1,28 +1,9 @@
 #pragma once
 
-#include "platform/db/connection.h"
 #include "readers/delimited_text.h"
-#include "readers/import_fields.h"
-
-#include <QDate>
-#include <QHash>
-#include <QSet>
+#include "readers/import_lists_ops.h"
 
 namespace quilla {
-
-/// The form in which codes and names are compared as the database does.
-QString comparable(QStringView text);
-
-/// What lines are checked against.
-struct ImportLists {
-    QDate today; ///< the server's
-    QHash<QString, QString> types; ///< as they are spelt, by comparable name
-    QHash<QString, QString> units;
-    QHash<QString, ImportValues> parameters; ///< by comparable type
-    QSet<QString> codes; ///< comparable, of the cards there are
-    QSet<QString> details; ///< also of cards that are gone
-};
-ImportLists readImportLists(Connection& connection);
 
 /// Turns lines into readers, one after the other, since each must differ from those before it.
 class LineCheck {

@@ -1,8 +1,7 @@
 #include "frame/sublib.h"
 #include "readers/reader_register_ops.h"
+#include "support/cases.h"
 #include "support/test_library.h"
-
-#include <QTest>
 
 using namespace quilla;
 
@@ -59,12 +58,11 @@ private Q_SLOTS:
 
     void everyStateReadsValid()
     {
-        const Row none {{u"paperdate"_s, u"null"_s}, {u"term"_s, u"null"_s}, {u"readstatus"_s, u"null"_s}};
         m->reader(u"R1"_s, {{u"paperdate"_s, u"2026-1-5"_s}, {u"term"_s, u"2001-02-03"_s}});
         m->reader(u"R'2"_s, {{u"readstatus"_s, u"超期 "_s}});
         m->reader(u"R3"_s, {{u"readstatus"_s, u"挂失"_s}});
         m->reader(u"R4"_s, {{u"readstatus"_s, u"无效"_s}});
-        m->reader(u"R5"_s, none);
+        m->reader(u"R5"_s, {{u"term"_s, u"null"_s}, {u"readstatus"_s, u"null"_s}});
         m->failAt({});
         QCOMPARE(found({{}, u"readercode Desc"_s}), 5);
         QCOMPARE(m->sent.filter(u"update"_s).size(), 1);
@@ -76,49 +74,35 @@ private Q_SLOTS:
         QCOMPARE(states(), u"有效 有效 挂失 无效 null"_s);
     }
 
-    void searches_data()
-    {
-        QTest::addColumn<QString>("condition");
-        QTest::addColumn<QString>("order");
-        QTest::addColumn<int>("count");
-        QTest::newRow("all") << QString() << QString() << 3;
-        QTest::newRow("some") << u"(name Like '%''%') OR (bookcount>=7)"_s << u"readercode Asc"_s << 2;
-        QTest::newRow("by half a date")
-            << u"Convert(varchar(10),term,111) Like '2027/__/__'"_s << QString() << 3;
-        QTest::newRow("nobody") << u"readercode='none'"_s << QString() << 0;
-        QTest::newRow("no statement") << u"name='"_s << QString() << 0;
-    }
     void searches()
     {
-        QFETCH(QString, condition);
-        QFETCH(QString, order);
         m->reader(u"R1"_s);
         m->reader(u"R2"_s, {{u"name"_s, u"O'Hara"_s}});
         m->reader(u"R3"_s, {{u"bookcount"_s, u"7"_s}});
-        QTEST(found({condition, order}), "count");
+        QCOMPARE(found({}), 3);
+        QCOMPARE(found({u"(name Like '%''%') OR (bookcount>=7)"_s, u"readercode Asc"_s}), 2);
+        QCOMPARE(found({u"Convert(varchar(10),term,111) Like '2027/__/__'"_s, {}}), 3);
+        QCOMPARE(found({u"readercode='none'"_s, {}}), 0);
+        QCOMPARE(found({u"name='"_s, {}}), 0);
     }
 
     void deletesOne_data()
     {
-        QTest::addColumn<QString>("code");
-        QTest::addColumn<bool>("yes");
-        QTest::addColumn<QString>("fails");
-        QTest::addColumn<QString>("left");
         const QString all = u"R1 r'2 R3"_s;
-        QTest::newRow("yes") << u"r'2"_s << true << QString() << u"R1 R3"_s;
-        QTest::newRow("no") << u"r'2"_s << false << QString() << all;
-        QTest::newRow("has a book") << u"R1"_s << true << QString() << all;
-        QTest::newRow("card stays, details go") << u"r'2"_s << true << u"from dzk where"_s << all;
-        QTest::newRow("loans unknown") << u"r'2"_s << true << u"from jhsk"_s << all;
+        cases<QString, bool, QString, QString>({
+            {"yes", {u"r'2"_s, true, {}, u"R1 R3"_s}},
+            {"no", {u"r'2"_s, false, {}, all}},
+            {"has a book", {u"R1"_s, true, {}, all}},
+            {"card stays, details go", {u"r'2"_s, true, u"from dzk where"_s, all}},
+            {"loans unknown", {u"r'2"_s, true, u"from jhsk"_s, all}},
+        });
     }
     void deletesOne()
     {
-        QFETCH(QString, code);
-        QFETCH(bool, yes);
-        QFETCH(QString, fails);
+        const auto [code, yes, fails, left] = given<QString, bool, QString, QString>();
         threeReaders();
         if (code == u"R1")
-            m->prompt.expect(HasBooks).icon(Icon::Warning);
+            m->prompt.expect(u"此读者尚有借书未还，需先归还借书才能删除读者"_s).icon(Icon::Warning);
         else
             m->prompt.expect(u"你确定要删除读者:%1 吗？(Y/N)"_s.arg(code))
                 .icon(Icon::Question)
@@ -126,7 +110,7 @@ private Q_SLOTS:
         m->failAt(fails);
         QCOMPARE(deleteReader(m->session, code), code != u"R1");
         m->failAt({});
-        QTEST(codes(), "left");
+        QCOMPARE(codes(), left);
         const bool detailsGo = yes && code != u"R1" && !fails.contains(u"jhsk"_s);
         QCOMPARE(m->value(u"select count(*) from dzkx"_s), detailsGo ? u"0"_s : u"1"_s);
         QCOMPARE(m->value(u"select count(*) from fkk"_s), u"1"_s);
@@ -146,52 +130,44 @@ private Q_SLOTS:
 
     void deletesAllFound_data()
     {
-        QTest::addColumn<QStringList>("found");
-        QTest::addColumn<QString>("fails");
-        QTest::addColumn<QString>("left");
-        QTest::addColumn<bool>("told");
-        QTest::newRow("one has a book")
-            << QStringList {u"R1"_s, u"r'2"_s, u"R3"_s} << QString() << u"R1"_s << true;
-        QTest::newRow("nobody has") << QStringList {u"R3"_s} << QString() << u"R1 r'2"_s << false;
-        QTest::newRow("one fails") << QStringList {u"r'2"_s, u"R3"_s} << u"from dzk where readercode='r''2'"_s
-                                   << u"R1 r'2"_s << false;
+        cases<QStringList, QString, QString, bool>({
+            {"one has a book", {{u"R1"_s, u"r'2"_s, u"R3"_s}, {}, u"R1"_s, true}},
+            {"nobody has", {{u"R3"_s}, {}, u"R1 r'2"_s, false}},
+            {"one fails", {{u"r'2"_s, u"R3"_s}, u"from dzk where readercode='r''2'"_s, u"R1 r'2"_s, false}},
+        });
     }
     void deletesAllFound()
     {
-        QFETCH(QStringList, found);
-        QFETCH(QString, fails);
-        QFETCH(bool, told);
+        const auto [found, fails, left, told] = given<QStringList, QString, QString, bool>();
         threeReaders();
         const QString question = u"是否确定删除当前所有读者资料？"_s;
         m->prompt.expect(question).titled(OperationTitle).answer(Answer::No);
         deleteReaders(m->session, m_progress, found, [] { QFAIL("not asked for"); });
         QCOMPARE(codes(), u"R1 r'2 R3"_s);
         m->prompt.expect(question).answer(Answer::Yes);
-        if (told) m->prompt.expect(SomeKept).titled(OperationTitle).icon(Icon::Warning);
+        if (told)
+            m->prompt.expect(u"部分读者存在未还图书，不能删除。\n请先归还已借图书然后再删除该读者资料。"_s)
+                .titled(OperationTitle)
+                .icon(Icon::Warning);
         m->failAt(fails);
         QString atRefresh;
         deleteReaders(m->session, m_progress, found, [&] { atRefresh = codes(); });
         m->failAt({});
-        QTEST(atRefresh, "left");
+        QCOMPARE(atRefresh, left);
     }
 
-    void changesUnits_data()
-    {
-        QTest::addColumn<QString>("unit");
-        QTest::addColumn<QString>("units");
-        QTest::newRow("any text") << u" 新 班 "_s << u" 新 班 | 新 班 "_s;
-        QTest::newRow("a quote") << u"O'Hara"_s << u"null|null"_s;
-        QTest::newRow("a statement") << u"x' where 1=1 --"_s << u"null|null"_s;
-        QTest::newRow("two quotes") << u"O''Hara"_s << u"O'Hara|O'Hara"_s;
-    }
     void changesUnits()
     {
-        QFETCH(QString, unit);
+        const std::pair<QString, QString> units[] {{u"O'Hara"_s, u"null|null"_s},
+            {u"x' where 1=1 --"_s, u"null|null"_s}, {u" 新 班 "_s, u" 新 班 | 新 班 "_s},
+            {u"O''Hara"_s, u"O'Hara|O'Hara"_s}};
         m->reader(u"R1"_s);
         m->reader(u"R2"_s);
-        m->prompt.expect(Changed).titled(OperationTitle).icon(Icon::Information);
-        QVERIFY(quilla::changeUnits(m->session, m_progress, {u"R1"_s, u"R2"_s}, unit));
-        QTEST(m->rows(u"select readunit from dzk order by readercode"_s).join(u'|'), "units");
+        for (const auto& [typed, stored] : units) {
+            m->prompt.expect(Changed).titled(OperationTitle).icon(Icon::Information);
+            QVERIFY(quilla::changeUnits(m->session, m_progress, {u"R1"_s, u"R2"_s}, typed));
+            QCOMPARE(m->rows(u"select readunit from dzk order by readercode"_s).join(u'|'), stored);
+        }
         QVERIFY(m_progress.shown.isEmpty());
     }
 

@@ -3,7 +3,7 @@
 #include "database/demo_library.h"
 #include "database/scale.h"
 #include "quilla-db/target.h"
-#include "readers/import_readers.h"
+#include "readers/import_readers_ops.h"
 
 #include <QStringList>
 

@@ -3,7 +3,7 @@
 #include "database/library_schema.h"
 #include "platform/core/text.h"
 #include "platform/db/pooled_factory.h"
-#include "readers/import_readers.h"
+#include "readers/import_readers_ops.h"
 
 #include <QFile>
 #include <QFileInfo>

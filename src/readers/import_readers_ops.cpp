@@ -1,4 +1,4 @@
-#include "readers/import_readers.h"
+#include "readers/import_readers_ops.h"
 
 #include "database/row_text.h"
 #include "platform/core/dates.h"
