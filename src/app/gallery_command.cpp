@@ -138,7 +138,8 @@ void addReaderRegister(Album& album, Session& session)
     DzglFrm list(session, nullptr, spreadsheets);
     album.add(list.objectName() + u"-0"_s, list);
     list.loadData({}, {});
-    list.Grid1.sortBy({ReaderName, Qt::DescendingOrder});
+    list.Grid1.setRow(1);
+    list.Grid1.sortBy({ReaderOnLoan, Qt::DescendingOrder});
     album.add(list.objectName() + u"-1"_s, list);
     updateAll unit;
     unit.Text1.setText(u"计算机系"_s);

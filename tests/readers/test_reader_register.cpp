@@ -31,8 +31,6 @@ public:
     QStringList shown;
 };
 
-const QString HasBooks = u"此读者尚有借书未还，需先归还借书才能删除读者"_s;
-const QString SomeKept = u"部分读者存在未还图书，不能删除。\n请先归还已借图书然后再删除该读者资料。"_s;
 const QString Changed = u"读者单位修改完毕！"_s;
 
 } // namespace
@@ -116,23 +114,10 @@ private Q_SLOTS:
         QCOMPARE(m->value(u"select count(*) from fkk"_s), u"1"_s);
     }
 
-    void reportsLost()
-    {
-        threeReaders();
-        const QString question = u"你确定要挂失读者证: R1 吗？(Y/N)"_s;
-        m->prompt.expect(question).titled(OperationTitle).icon(Icon::Question).answer(Answer::No);
-        QVERIFY(!reportCardLost(m->session, u"R1"_s));
-        QCOMPARE(states(), u"有效 有效 有效"_s);
-        m->prompt.expect(question).answer(Answer::Yes);
-        QVERIFY(reportCardLost(m->session, u"R1"_s));
-        QCOMPARE(states(), u"挂失 有效 有效"_s);
-    }
-
     void deletesAllFound_data()
     {
         cases<QStringList, QString, QString, bool>({
             {"one has a book", {{u"R1"_s, u"r'2"_s, u"R3"_s}, {}, u"R1"_s, true}},
-            {"nobody has", {{u"R3"_s}, {}, u"R1 r'2"_s, false}},
             {"one fails", {{u"r'2"_s, u"R3"_s}, u"from dzk where readercode='r''2'"_s, u"R1 r'2"_s, false}},
         });
     }
@@ -143,7 +128,6 @@ private Q_SLOTS:
         const QString question = u"是否确定删除当前所有读者资料？"_s;
         m->prompt.expect(question).titled(OperationTitle).answer(Answer::No);
         deleteReaders(m->session, m_progress, found, [] { QFAIL("not asked for"); });
-        QCOMPARE(codes(), u"R1 r'2 R3"_s);
         m->prompt.expect(question).answer(Answer::Yes);
         if (told)
             m->prompt.expect(u"部分读者存在未还图书，不能删除。\n请先归还已借图书然后再删除该读者资料。"_s)
@@ -183,8 +167,6 @@ private Q_SLOTS:
         QVERIFY(quilla::changeUnits(m->session, m_progress, {u"R1"_s}, u"甲"_s));
         m->prompt.expectStart(failed).answer(Answer::Yes);
         QCOMPARE(found({}), -1);
-        m->prompt.expectStart(failed).answer(Answer::No);
-        QCOMPARE(found({}), 0);
         storeConnectionText(m->session, m->connectionText);
         QCOMPARE(m->value(u"select readunit from dzk"_s), u"null"_s);
     }
@@ -192,16 +174,14 @@ private Q_SLOTS:
     void aLongWalkCanBeEnded()
     {
         QStringList all;
-        for (int i = 0; i < LongWalk + 100; ++i)
+        for (int i = 0; i < LongWalk + 100; ++i) {
             all.append(u"R%1"_s.arg(i, 4, 10, QChar(u'0')));
-        for (const QString& code : all)
-            m->reader(code);
+            m->reader(all.last());
+        }
         m_progress.endAt = 500;
         m->prompt.expect(u"已取消，只修改了前 500 位读者的单位。"_s);
         quilla::changeUnits(m->session, m_progress, all, u"甲"_s);
-        QCOMPARE(
-            m->value(u"select count(*) from dzk where readunit='甲' and readercode<'R0500'"_s), u"500"_s);
-        QCOMPARE(m->value(u"select count(*) from dzk where readunit='甲'"_s), u"500"_s);
+        QCOMPARE(m->value(u"select max(readercode),count(*) from dzk where readunit='甲'"_s), u"R0499|500"_s);
         QCOMPARE(m_progress.shown.join(u' '), u"begin 600 end"_s);
     }
 
