@@ -111,4 +111,7 @@ int main(int argc, char** argv)
         qPrintable(list.iRowCount.text()), static_cast<long long>(length), medianOf(ours), medianOf(bare),
         medianOf(ours) / medianOf(bare));
     showSorts(list);
+    library.send(u"update dzk set readstatus='超期'"_s);
+    std::printf("the same with every card to be put back to its valid state: %.0f ms\n",
+        milliseconds([&] { list.loadData({}, {}); }));
 }

@@ -13,7 +13,7 @@ namespace {
 
 constexpr qreal Corner = 3;
 constexpr int TitleGap = 3;
-constexpr int ArrowWidth = 8;
+constexpr qreal ArrowHeight = 4;
 
 bool has(const QStyleOption* option, QStyle::StateFlag flag)
 {
@@ -119,15 +119,14 @@ void QuillaStyle::drawHeader(QPainter* painter, const QStyleOptionHeader& header
     QProxyStyle::drawControl(CE_Header, &unsorted, painter, widget);
     if (header.sortIndicator == QStyleOptionHeader::None) return;
     const QPointF top(header.rect.center().x(), header.rect.top() + 1);
-    const bool up = header.sortIndicator == QStyleOptionHeader::SortUp;
-    const qreal base = up ? ArrowWidth / 2 : 0;
+    const qreal base = header.sortIndicator == QStyleOptionHeader::SortUp ? ArrowHeight : 0;
     painter->save();
     painter->setClipRect(header.rect); // the caption leaves nothing to paint on
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(Qt::NoPen);
     painter->setBrush(m_theme.accent);
-    painter->drawPolygon(QPolygonF({top + QPointF(-ArrowWidth / 2, base), top + QPointF(ArrowWidth / 2, base),
-        top + QPointF(0, ArrowWidth / 2 - base)}));
+    painter->drawPolygon(QPolygonF({top + QPointF(-ArrowHeight, base), top + QPointF(ArrowHeight, base),
+        top + QPointF(0, ArrowHeight - base)}));
     painter->restore();
 }
 

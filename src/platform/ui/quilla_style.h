@@ -3,6 +3,7 @@
 #include "platform/ui/theme.h"
 
 #include <QProxyStyle>
+#include <QStyleOption>
 
 namespace quilla {
 
