@@ -10,11 +10,13 @@
 #include "frame/main_form.h"
 #include "frame/password_form.h"
 #include "frame/sublib.h"
+#include "output/export_desk.h"
 #include "platform/ui/dialog_prompt.h"
 #include "platform/ui/error_form.h"
 #include "platform/ui/gallery.h"
 #include "platform/ui/icons.h"
 #include "platform/ui/working_form.h"
+#include "readers/batch_unit_form.h"
 #include "readers/holiday_editor.h"
 #include "readers/holiday_form.h"
 #include "readers/parameter_editor.h"
@@ -22,6 +24,7 @@
 #include "readers/reader_card_form.h"
 #include "readers/reader_list_form.h"
 #include "readers/reader_name_editor.h"
+#include "readers/reader_register_form.h"
 #include "statistics/query_form.h"
 
 #include <QApplication>
@@ -128,6 +131,21 @@ void addCards(Album& album, Session& session, const QString& photo)
     }
 }
 
+/// Before the first search, and after one that was sorted by a caption.
+void addReaderRegister(Album& album, Session& session)
+{
+    DesktopSpreadsheets spreadsheets;
+    DzglFrm list(session, nullptr, spreadsheets);
+    album.add(list.objectName() + u"-0"_s, list);
+    list.loadData({}, {});
+    list.Grid1.setRow(1);
+    list.Grid1.sortBy({ReaderOnLoan, Qt::DescendingOrder});
+    album.add(list.objectName() + u"-1"_s, list);
+    updateAll unit;
+    unit.Text1.setText(u"计算机系"_s);
+    album.add(unit.objectName(), unit);
+}
+
 /// Half filled in, as an operator leaves it in the middle of his work.
 void addQuery(Album& album, Session& session)
 {
@@ -208,6 +226,7 @@ int renderGallery(DeskApplication& desk, const QString& folder)
     addFines(album, session);
     addPickers(album, session);
     addRules(album, session);
+    addReaderRegister(album, session);
     addQuery(album, session);
     const QTemporaryDir photos;
     applicationIcon().pixmap(200, 200).save(photos.filePath(u"photo.png"_s));

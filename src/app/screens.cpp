@@ -6,9 +6,11 @@
 #include "exceptions/fine_form.h"
 #include "frame/about_form.h"
 #include "frame/password_form.h"
+#include "output/export_desk.h"
 #include "readers/holiday_form.h"
 #include "readers/parameter_form.h"
 #include "readers/reader_list_form.h"
+#include "readers/reader_register_form.h"
 
 #include <QBoxLayout>
 #include <QDialog>
@@ -57,6 +59,7 @@ QWidget* makeReaderLists(Session& session, ScreenHost&, const QString& mode, QWi
 
 ScreenCatalog allScreens()
 {
+    const auto spreadsheets = std::make_shared<DesktopSpreadsheets>();
     return {
         {u"TsjhFrm"_s, makeDesk},
         {u"frmWuZhengJieShu"_s, readerPicker(noCardPicker)},
@@ -66,6 +69,10 @@ ScreenCatalog allScreens()
                 return new FKmangerFrm(session, mode, owner);
             }},
         {u"MadddzlxFrm"_s, makeReaderLists},
+        {u"DzglFrm"_s,
+            [spreadsheets](Session& session, ScreenHost&, const QString&, QWidget*) {
+                return new DzglFrm(session, nullptr, *spreadsheets);
+            }},
         {u"holidayfrm"_s,
             [](Session& session, ScreenHost&, const QString&, QWidget*) { return new holidayfrm(session); }},
         {u"JycsFrm"_s,

@@ -18,6 +18,7 @@ void WorkingProgress::begin()
         m_owner->setEnabled(false);
     }
     m_form = new WorkingFrm(m_owner); // after that, since it would be disabled with its owner
+    if (!m_title.isEmpty()) m_form->setWindowTitle(m_title);
     QCoreApplication::processEvents();
 }
 

@@ -10,13 +10,16 @@
 
 namespace quilla {
 
-/// An export as it stands before the operator: the hourglass, and the progress form with its button. The
-/// rest of the desk goes on meanwhile; only the screen that exports takes no input, so that no run begins
-/// inside another. A screen that is closed ends its run, and must not touch itself after that.
+/// An export, or other long work of a screen, as it stands before the operator: the hourglass, and the
+/// progress form with its button. The rest of the desk goes on meanwhile; only that screen takes no input, so
+/// that no run begins inside another. A screen that is closed ends its run, and must not touch itself after
+/// that.
 class WorkingProgress final : public ExportProgress {
 public:
-    explicit WorkingProgress(QWidget* owner)
+    /// `title` says what the work is, when it is no export.
+    explicit WorkingProgress(QWidget* owner, QString title = {})
         : m_owner(owner)
+        , m_title(std::move(title))
     {
     }
     void begin() override;
@@ -27,6 +30,7 @@ public:
 
 private:
     QPointer<QWidget> m_owner;
+    QString m_title;
     QPointer<QWidget> m_focus; ///< where the focus was in the owner
     QPointer<WorkingFrm> m_form; ///< goes with its owner
     std::optional<WaitCursor> m_hourglass;

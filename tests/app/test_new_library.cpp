@@ -9,6 +9,7 @@
 #include "readers/reader_card_form.h"
 #include "readers/reader_list_form.h"
 #include "readers/reader_name_editor.h"
+#include "readers/reader_register_form.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
 
@@ -97,15 +98,9 @@ private:
     void enterReader()
     {
         whenShown<DzaddFrm>([this](DzaddFrm& card) { fillCard(card); });
-        if (!m_screens.contains(u"DzglFrm"_s)) {
-            DzaddFrm card(m.session, nullptr, m_window.get());
-            card.SetEditMode(u"A"_s);
-            card.LoadReader({});
-            card.exec();
-            return;
-        }
-        m_window->openScreen(u"DzglFrm"_s);
-        m_window->findChild<QPushButton*>(u"CmdDzgl(0)"_s)->click();
+        auto& readers = open<DzglFrm>(u"读者管理"_s);
+        readers.CmdDzgl[0].click();
+        QCOMPARE(readers.Grid1.current(ReaderCode), u"G001"_s);
     }
 
     /// As the operator types it: Enter goes on, the type brings its parameters, 1 in the term is a year.

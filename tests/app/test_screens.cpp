@@ -7,6 +7,7 @@
 #include "frame/main_form.h"
 #include "frame/odbc_form.h"
 #include "frame/password_form.h"
+#include "readers/batch_unit_form.h"
 #include "readers/holiday_editor.h"
 #include "readers/holiday_form.h"
 #include "readers/parameter_editor.h"
@@ -101,6 +102,10 @@ private Q_SLOTS:
              },
                 u"新增读者信息"_s,
                 u"Text1(0)=|Text1(20)=|Combo1(3)=有效|Combo2=身份证|Text2(2)=|ManPic=选择照片|Frame2=流通参数信息---(下面参数的修改只影响该读者)|Check1(0)=有过期书刊时还可以借书|Check1(1)=可以无证借书|cmdUpdateZheng=修改读者证|cmdXianShi=参 数(&C)|CmdSave=保 存(&S)|CmdQuit=退 出(&Q)"_s},
+            {[&] { return allScreens().value(u"DzglFrm"_s)(m->session, m_host, {}, nullptr); }, u"读者管理"_s,
+                u"Label1=读 者 管 理|iRowCount=0|CmdDzgl(0)=增 加(A)|CmdDzgl(1)=修 改(&E)|CmdDzgl(2)=删 除(&D)|CmdDzgl(3)=查 找(&F)|CmdDzgl(4)=挂 失(&L)|CmdDzgl(5)=成批删除|CmdDzgl(6)=关 闭(&Q)|cmdPrint=打印报表(&P)|cmdToExcel=输出到excel(&E)|Grid1="_s},
+            {[] { return new updateAll; }, u"批量修改，请慎重！！！"_s,
+                u"Frame1=将检索出的读者的读者单位，批量修改为如下内容：|Text1=|Command1=确定(&G)|Command2=取消(&Q)"_s},
             {[&] { return new MadddzlxFrm(m->session, 1); }, u"Quilla-定义 读者类型&单位"_s,
                 u"Option1(0)=定义读者类型|Option1(1)=定义读者单位|CmdDzcs(0)=&A 增加|CmdDzcs(1)=&E 修改|CmdDzcs(2)=&D 删除|CmdDzcs(3)=&C 退出|Grid1="_s},
             {[&] { return new ReaderNameFrm(m->session, readerList(ReaderTypes)); }, u"Quilla-增加读者类型"_s,

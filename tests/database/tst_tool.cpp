@@ -15,6 +15,7 @@ private Q_SLOTS:
     void refusesWrongLines();
     void findsDamage();
     void savesAndRestores();
+    void importsReaders();
 
 private:
     int run(const QStringList& arguments)
@@ -109,6 +110,28 @@ void TestTool::savesAndRestores()
     damaged.close();
     QCOMPARE(run({u"restore"_s, copy, u"--file"_s, folder.filePath(u"bad.db"_s)}), 2);
     QVERIFY(!QFile::exists(folder.filePath(u"bad.db"_s)));
+}
+
+void TestTool::importsReaders()
+{
+    TestBase base([](Connection& filled) {
+        filled.execute(u"insert into dzlx(readerclass) values('教师')");
+        filled.execute(u"insert into jycs(readerclass,bookcount,daycount) values('教师',5,30)");
+    });
+    const QString name = folder.filePath(u"readers.csv"_s);
+    QFile file(name);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("读者证号,姓名,读者类型,读者单位\nR1,甲,教师,新\nR2,乙,外来,\n");
+    file.close();
+    const QStringList line {u"import-readers"_s, name, u"--file"_s, base.file, u"--add-units"_s};
+    QCOMPARE(run(line), 1);
+    QVERIFY2(output.startsWith(u"第 3 行：没有这个读者类型：外来\n"), qPrintable(output));
+    QCOMPARE(run(line + QStringList {u"--skip-refused"_s, u"--dry-run"_s}), 1);
+    QCOMPARE(run(line + QStringList {u"--skip-refused"_s, u"--refused"_s, name}), 2);
+    QCOMPARE(base.rows(u"select readercode from dzk"), QString());
+    QCOMPARE(run(line + QStringList {u"--skip-refused"_s, u"--refused"_s, name + u".refused"_s}), 1);
+    QVERIFY(QFile::exists(name + u".refused"_s));
+    QCOMPARE(base.rows(u"select readercode,readunit from dzk"), u"R1|新"_s);
 }
 
 QTEST_GUILESS_MAIN(TestTool)

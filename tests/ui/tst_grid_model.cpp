@@ -1,6 +1,7 @@
 #include "platform/ui/grid_model.h"
 #include "platform/ui/grid_widths.h"
 #include "support/cases.h"
+#include "ui/reader_rows.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
@@ -160,6 +161,27 @@ private Q_SLOTS:
         QCOMPARE(column(grid, 1), QStringList({u"z"_s, u"a"_s, u"x"_s}));
         QCOMPARE(grid.RowData(1), 10);
         QCOMPARE(grid.RowData(3), 20);
+    }
+
+    void sortsDownwards()
+    {
+        GridModel grid;
+        grid.setFormatString(u"甲|乙"_s);
+        for (const QString& line : {u"b1"_s, u"李2"_s, u"B3"_s, u"王4"_s, u"李5"_s})
+            grid.addRow({line.first(1), line.last(1)});
+        grid.sortRows(0, 0, Qt::DescendingOrder);
+        QCOMPARE(column(grid, 1).join(u' '), u"1 3 4 2 5"_s);
+    }
+
+    void longListsKeepTheirTexts()
+    {
+        GridModel grid;
+        Recordset records = readers(1500);
+        grid.bind(records);
+        for (int row = 4; row <= 1500; ++row)
+            QCOMPARE(grid.TextMatrix(row, 0) + grid.TextMatrix(row, 1) + grid.TextMatrix(row, 3),
+                u"R%1"_s.arg(row) + QString::number(row - 1)
+                    + QDate(2004, 3, 9).addDays(row - 1).toString(Qt::ISODate));
     }
 
     void fillsQuietly()

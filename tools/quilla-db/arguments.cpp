@@ -21,6 +21,8 @@ constexpr QStringView Help = uR"(青简文库的数据库工具。
   copy          把内置数据库的全部数据复制到 --connection 的空数据库
   backup 文件   备份内置数据库，使用中也可以
   restore 文件  从备份恢复内置数据库；不覆盖已有的数据库
+  import-readers 文件
+                从 CSV 文件导入读者；第一行是列标题
   first-start   还没有连接设置时：建立演示数据库并设为连接
 
 选项：
@@ -35,8 +37,12 @@ constexpr QStringView Help = uR"(青简文库的数据库工具。
   --copies 数        scale：书册数，默认 200000
   --history 数       scale：借还历史的行数，默认 100000
   --loans 数         scale：在借的册数，默认 20000
+  --dry-run          import-readers：只试运行，不写入
+  --skip-refused     import-readers：跳过被拒绝的行，导入其余的；不指定时有一行被拒绝就都不写入
+  --add-units        import-readers：建立还没有的读者单位
+  --refused 文件     import-readers：把被拒绝的行和原因写入文件，改正后可以再导入
 
-返回值：0 成功，1 核对时发现问题，2 失败。
+返回值：0 成功，1 核对时发现问题或导入时有被拒绝的行，2 失败。
 )";
 
 Error fault(const QString& text)
@@ -107,6 +113,10 @@ void addOptions(QCommandLineParser& parser)
         {u"copies"_s, {}, u"数"_s, QString::number(scale.copies)},
         {u"history"_s, {}, u"数"_s, QString::number(scale.history)},
         {u"loans"_s, {}, u"数"_s, QString::number(scale.loans)},
+        {u"dry-run"_s, {}},
+        {u"skip-refused"_s, {}},
+        {u"add-units"_s, {}},
+        {u"refused"_s, {}, u"文件"_s},
     });
 }
 
@@ -115,7 +125,8 @@ void readPositions(const QCommandLineParser& parser, Arguments& arguments)
     const QStringList positions = parser.positionalArguments();
     if (positions.isEmpty()) throw fault(u"缺少命令。用 --help 查看用法。"_s);
     arguments.command = positions[0];
-    const bool takesFile = arguments.command == u"backup"_s || arguments.command == u"restore"_s;
+    const bool takesFile
+        = QStringList {u"backup"_s, u"restore"_s, u"import-readers"_s}.contains(arguments.command);
     if (positions.size() != (takesFile ? 2 : 1))
         throw fault(takesFile ? u"%1 需要一个文件名。"_s.arg(arguments.command)
                               : u"%1 之后的参数太多。"_s.arg(arguments.command));
@@ -152,6 +163,9 @@ Arguments readArguments(const QStringList& line)
     arguments.scale.copies = numberOf(parser, u"copies"_s);
     arguments.scale.history = numberOf(parser, u"history"_s);
     arguments.scale.loans = numberOf(parser, u"loans"_s);
+    arguments.readers
+        = {parser.isSet(u"dry-run"_s), parser.isSet(u"skip-refused"_s), parser.isSet(u"add-units"_s)};
+    arguments.refusedFile = parser.value(u"refused"_s);
     return arguments;
 }
 

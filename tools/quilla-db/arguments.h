@@ -3,6 +3,7 @@
 #include "database/demo_library.h"
 #include "database/scale.h"
 #include "quilla-db/target.h"
+#include "readers/import_readers_ops.h"
 
 #include <QStringList>
 
@@ -11,13 +12,15 @@ namespace quilla {
 /// The command line of quilla-db, read.
 struct Arguments {
     QString command;
-    QString file; ///< the second file of `backup` and `restore`
+    QString file; ///< the second file of `backup` and `restore`, the one that is imported
     Target target;
     Target copyTarget; ///< of `copy`: where to
     bool script = false; ///< `create` only prints what it would send
     QString operatorName;
     DemoOptions demo;
     ScaleOptions scale;
+    ImportOptions readers;
+    QString refusedFile; ///< where the refused lines of an import go; empty for nowhere
 };
 
 QString helpText();

@@ -7,6 +7,7 @@
 #include "platform/db/embedded.h"
 #include "platform/db/pooled_factory.h"
 #include "quilla-db/first_start.h"
+#include "quilla-db/import_command.h"
 
 #include <QFile>
 
@@ -188,7 +189,7 @@ Outcome runCommand(const Arguments& arguments, QTextStream& out)
         Outcome (*run)(const Arguments&, QTextStream&);
     } Commands[] = {{u"help", help}, {u"create", create}, {u"demo", loadDemo}, {u"scale", loadScale},
         {u"check", check}, {u"copy", copy}, {u"backup", backup}, {u"restore", restore},
-        {u"first-start", firstStart}};
+        {u"import-readers", importReadersOf}, {u"first-start", firstStart}};
     for (const auto& command : Commands)
         if (command.name == arguments.command) return command.run(arguments, out);
     throw fault(u"没有这个命令：%1。用 --help 查看用法。"_s.arg(arguments.command));

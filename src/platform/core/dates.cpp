@@ -81,9 +81,15 @@ QDateTime SystemClock::now() const
     return QDateTime::currentDateTime();
 }
 
+/// Digit by digit: a long list holds hundreds of thousands of dates.
 QString isoDate(const QDate& date)
 {
-    return date.toString(u"yyyy-MM-dd");
+    const auto [year, month, day] = QCalendar().partsFromDate(date);
+    if (!date.isValid() || year < 0 || year > 9999) return date.toString(u"yyyy-MM-dd");
+    const auto digit = [](int number) { return QChar(u'0' + number % 10); };
+    const QChar text[] {digit(year / 1000), digit(year / 100), digit(year / 10), digit(year), u'-',
+        digit(month / 10), digit(month), u'-', digit(day / 10), digit(day)};
+    return QString(text, std::size(text));
 }
 
 QString isoDate(const QDateTime& moment)

@@ -53,6 +53,7 @@ void FlexGrid::keepPlaceOverResets()
 {
     connect(&m_model, &GridModel::modelAboutToBeReset, this, [this] { m_rowOverReset = std::max(Row(), 1); });
     connect(&m_model, &GridModel::modelReset, this, [this] {
+        showOrder({});
         const QSignalBlocker quiet(this);
         setRow(std::min(m_rowOverReset, Rows() - 1));
     });
@@ -119,13 +120,6 @@ void FlexGrid::setUp(int rows, const QString& format, const std::vector<int>& tw
     }
     setRow(1);
     scrollToTop();
-}
-
-void FlexGrid::sortRows(int firstCol, int lastCol)
-{
-    const int row = Row();
-    m_model.sortRows(firstCol, lastCol);
-    setRow(row);
 }
 
 void FlexGrid::setFollowsPointer(bool follows)

@@ -10,6 +10,12 @@ namespace quilla {
 class SettingsStore;
 class Recordset;
 
+/// By which column the operator sorts a grid, and which way; no column for none.
+struct GridOrder {
+    int col = -1;
+    Qt::SortOrder direction = Qt::AscendingOrder;
+};
+
 /// A result grid: lines of text under captions, a whole line selected at a time.
 ///
 /// Rows count from the captions, which are row 0; the current line is `Row`. Only what is visible is
@@ -69,6 +75,13 @@ public:
     void setUp(int rows, const QString& format, const std::vector<int>& twips = {});
     /// Sorts the lines by these columns and selects the current line anew.
     void sortRows(int firstCol, int lastCol);
+    /// Whether a click on a caption sorts the lines by its column, a second one the other way round. What is
+    /// typed then looks in that column first. Filled or sorted anew by the program, the grid is in no such
+    /// order.
+    void setSortsByCaption(bool sorts);
+    GridOrder order() const { return m_order; }
+    /// As a click on the caption does; the same record stays current.
+    void sortBy(const GridOrder& order);
     /// The line under the mouse becomes current without a click, as in a pick list.
     void setFollowsPointer(bool follows);
 
@@ -103,9 +116,13 @@ protected:
 
 private:
     void setUpHeader();
+    void sortByCaption(int col);
+    void showOrder(const GridOrder& order);
     void keepPlaceOverResets();
     bool handlesKey(const QKeyEvent& event);
-    bool jumpTo(const QString& prefix, int col, int from);
+    bool jumpTo(const QString& prefix, int from);
+    std::vector<int> columnsOfSearch() const;
+    bool jumpIn(int col, const QString& prefix, int from);
     void measureLines();
     void layOutColumns();
     int captionPixels(int col) const;
@@ -120,6 +137,7 @@ private:
     std::vector<int> m_dragged; ///< twips of all columns, once the operator has dragged one
     SettingsStore* m_settings = nullptr;
     QString m_name;
+    GridOrder m_order;
     QString m_typed; ///< of the search by typing
     QElapsedTimer m_sinceTyped;
     int m_captionHeight = 350;

@@ -57,15 +57,25 @@ void FlexGrid::keyboardSearch(const QString& text)
     const bool repeats = m_typed.size() > 1 && m_typed.count(m_typed.front()) == m_typed.size();
     const QString whole = m_typed;
     const int from = goesOn ? Row() : Row() + 1;
-    for (int col = m_model.FixedCols(); col <= m_model.FixedCols() + 1; ++col)
-        if (jumpTo(whole, col, from)) return;
-    if (!repeats) return;
-    for (int col = m_model.FixedCols(); col <= m_model.FixedCols() + 1; ++col)
-        if (jumpTo(whole.left(1), col, Row() + 1)) return;
+    if (!jumpTo(whole, from) && repeats) jumpTo(whole.left(1), Row() + 1);
+}
+
+/// The column that the lines are sorted by, then the two that name a record.
+std::vector<int> FlexGrid::columnsOfSearch() const
+{
+    std::vector<int> columns {m_model.FixedCols(), m_model.FixedCols() + 1};
+    if (m_order.col >= 0) columns.insert(columns.begin(), m_order.col);
+    return columns;
 }
 
 /// Looks from row `from` to the end and on from the first line.
-bool FlexGrid::jumpTo(const QString& prefix, int col, int from)
+bool FlexGrid::jumpTo(const QString& prefix, int from)
+{
+    const std::vector<int> columns = columnsOfSearch();
+    return std::any_of(columns.begin(), columns.end(), [&](int col) { return jumpIn(col, prefix, from); });
+}
+
+bool FlexGrid::jumpIn(int col, const QString& prefix, int from)
 {
     const int lines = Rows() - 1;
     for (int i = 0; i < lines; ++i) {

@@ -9,12 +9,62 @@ namespace quilla {
 
 namespace {
 
-QString cellText(const Value& value, sql::Kind kind)
-{
-    if (kind != sql::Kind::Date && value.kind() != sql::Kind::Date) return value.text();
-    const QDateTime moment = value.moment();
-    return moment.isValid() ? isoDate(moment) : value.text();
-}
+/// Turns the values of one column into the texts of its cells. Most columns of a long list repeat a few
+/// texts; these are shared, since to make and keep one for every cell costs more than to read the rows.
+class CellTexts {
+public:
+    explicit CellTexts(sql::Kind kind)
+        : m_kind(kind)
+    {
+    }
+
+    QString of(const Value& value)
+    {
+        const auto date = dateOf(value);
+        const auto text = [&] { return date ? isoDate(*date) : value.text(); };
+        if (++m_cells <= ShortList) return text();
+        if (date) return shared(date->toJulianDay(), text);
+        if (value.kind() == sql::Kind::Integer) return shared(*value.integer(), text);
+        return sharedText(text());
+    }
+
+private:
+    static constexpr int ShortList = 50;
+    static constexpr std::size_t Slots = 512;
+    struct Slot {
+        qint64 key = 0;
+        QString text;
+    };
+
+    /// A text in a date column counts too when it is a date.
+    std::optional<QDate> dateOf(const Value& value) const
+    {
+        if (m_kind != sql::Kind::Date && value.kind() != sql::Kind::Date) return {};
+        const auto moment = value.plainMoment();
+        return moment ? std::optional(moment->date) : std::nullopt;
+    }
+
+    template <typename Make> QString shared(qint64 key, Make make)
+    {
+        if (m_keyed.empty()) m_keyed.resize(Slots);
+        Slot& slot = m_keyed[std::size_t(key) % Slots];
+        if (slot.key != key || slot.text.isNull()) slot = {key, make()};
+        return slot.text;
+    }
+
+    QString sharedText(const QString& text)
+    {
+        if (m_texts.empty()) m_texts.resize(Slots);
+        QString& slot = m_texts[qHash(text) % Slots];
+        if (slot != text) slot = text;
+        return slot;
+    }
+
+    sql::Kind m_kind;
+    int m_cells = 0;
+    std::vector<Slot> m_keyed; ///< of dates and whole numbers
+    std::vector<QString> m_texts;
+};
 
 } // namespace
 
@@ -50,11 +100,12 @@ qsizetype GridModel::copyRows(Recordset& records)
 {
     const int fields = records.fieldCount();
     const auto fixed = std::size_t(m_fixedCols);
+    std::vector<CellTexts> texts(m_kinds.begin() + std::ptrdiff_t(fixed), m_kinds.end());
     m_cells.reserve(std::size_t(std::max<qsizetype>(records.recordCount(), 1)) * m_captions.size());
     for (; !records.eof(); records.next()) {
         m_cells.resize(m_cells.size() + fixed);
         for (int i = 0; i < fields; ++i)
-            m_cells.push_back(cellText(records.field(i), m_kinds[fixed + std::size_t(i)]));
+            m_cells.push_back(texts[std::size_t(i)].of(records.field(i)));
         ++m_lines;
     }
     return m_lines;

@@ -56,9 +56,9 @@ public:
     bool isEmptyList() const;
     /// The first line with that text in `col`, compared as the database compares; 0 when there is none.
     int findRow(const QString& text, int col) const;
-    /// Orders the lines ascending by the columns `first` to `last`, leftmost first: a column of numbers by
-    /// value, any other as text. Lines that are alike keep their order.
-    void sortRows(int first, int last);
+    /// Orders the lines by the columns `first` to `last`, leftmost first: a column of numbers by value, any
+    /// other as text. Lines that are alike keep their order, whatever the direction.
+    void sortRows(int first, int last, Qt::SortOrder direction = Qt::AscendingOrder);
 
     /// While one lives, the model says nothing to its views; its end is one reset. For filling cell by
     /// cell.

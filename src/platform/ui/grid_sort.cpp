@@ -58,10 +58,47 @@ std::vector<QCollatorSortKey> asSortKeys(const std::vector<QString>& texts)
     return keys;
 }
 
-Ranks ranksOf(const std::vector<QString>& texts)
+/// Latin letters and digits alone, as codes are: they sort without the help of a collator, which knows no
+/// other order for them.
+std::optional<std::vector<QString>> asCodes(const std::vector<QString>& texts)
+{
+    std::vector<QString> codes;
+    codes.reserve(texts.size());
+    for (const QString& text : texts) {
+        const bool plain = std::all_of(
+            text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80 && c.isLetterOrNumber(); });
+        if (!plain) return {};
+        codes.push_back(text.toLower());
+    }
+    return codes;
+}
+
+Ranks ranksOfDistinct(const std::vector<QString>& texts)
 {
     if (auto numbers = asNumbers(texts)) return ranked(std::move(*numbers));
+    if (auto codes = asCodes(texts)) return ranked(std::move(*codes));
     return ranked(asSortKeys(texts));
+}
+
+/// Most columns of a long list repeat a few texts: only different ones are compared.
+Ranks ranksOf(const std::vector<QString>& texts)
+{
+    std::vector<QString> distinct;
+    QHash<QString, int> places;
+    Ranks ranks;
+    ranks.reserve(texts.size());
+    for (const QString& text : texts) {
+        int& place = places[text];
+        if (places.size() > qsizetype(distinct.size())) {
+            place = int(distinct.size());
+            distinct.push_back(text);
+        }
+        ranks.push_back(place);
+    }
+    const Ranks ofDistinct = ranksOfDistinct(distinct);
+    for (int& rank : ranks)
+        rank = ofDistinct[std::size_t(rank)];
+    return ranks;
 }
 
 /// Orders ties of `coarse` by `fine`.
@@ -81,7 +118,7 @@ bool hasTies(const Ranks& ranks)
 
 } // namespace
 
-void GridModel::sortRows(int first, int last)
+void GridModel::sortRows(int first, int last, Qt::SortOrder direction)
 {
     if (m_lines == 0) return;
     if (first > last) std::swap(first, last);
@@ -92,6 +129,9 @@ void GridModel::sortRows(int first, int last)
             texts.push_back(m_cells[cell(row, col)]);
         ranks = refined(ranks, ranksOf(texts));
     }
+    if (direction == Qt::DescendingOrder)
+        for (int& rank : ranks)
+            rank = -rank;
     std::vector<int> order = zeroTo(ranks.size());
     std::stable_sort(order.begin(), order.end(),
         [&](int l, int r) { return ranks[std::size_t(l)] < ranks[std::size_t(r)]; });

@@ -13,6 +13,7 @@ namespace {
 
 constexpr qreal Corner = 3;
 constexpr int TitleGap = 3;
+constexpr qreal ArrowHeight = 4;
 
 bool has(const QStyleOption* option, QStyle::StateFlag flag)
 {
@@ -110,6 +111,25 @@ void QuillaStyle::drawHeaderSection(QPainter* painter, const QStyleOption* optio
     painter->drawLine(rect.topRight(), rect.bottomRight() - QPoint(0, 1));
 }
 
+/// The arrow of a sorted column stands over its caption, which keeps its room.
+void QuillaStyle::drawHeader(QPainter* painter, const QStyleOptionHeader& header, const QWidget* widget) const
+{
+    QStyleOptionHeader unsorted(header);
+    unsorted.sortIndicator = QStyleOptionHeader::None;
+    QProxyStyle::drawControl(CE_Header, &unsorted, painter, widget);
+    if (header.sortIndicator == QStyleOptionHeader::None) return;
+    const QPointF top(header.rect.center().x(), header.rect.top() + 1);
+    const qreal base = header.sortIndicator == QStyleOptionHeader::SortUp ? ArrowHeight : 0;
+    painter->save();
+    painter->setClipRect(header.rect); // the caption leaves nothing to paint on
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(m_theme.accent);
+    painter->drawPolygon(QPolygonF({top + QPointF(-ArrowHeight, base), top + QPointF(ArrowHeight, base),
+        top + QPointF(0, ArrowHeight - base)}));
+    painter->restore();
+}
+
 void QuillaStyle::drawPrimitive(
     PrimitiveElement element, const QStyleOption* option, QPainter* painter, const QWidget* widget) const
 {
@@ -136,6 +156,9 @@ void QuillaStyle::drawControl(
     ControlElement element, const QStyleOption* option, QPainter* painter, const QWidget* widget) const
 {
     if (element == CE_HeaderSection) return drawHeaderSection(painter, option);
+    if (const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option);
+        header && element == CE_Header)
+        return drawHeader(painter, *header, widget);
     if (element == CE_ToolBar) {
         painter->fillRect(option->rect, m_theme.window);
         painter->setPen(m_theme.line);

@@ -3,6 +3,7 @@
 #include "platform/ui/theme.h"
 
 #include <QProxyStyle>
+#include <QStyleOption>
 
 namespace quilla {
 
@@ -37,6 +38,7 @@ private:
     void drawButtonFace(QPainter* painter, const QStyleOption* option) const;
     void drawGroupFrame(QPainter* painter, const QStyleOption* option) const;
     QRect groupPart(const QStyleOptionGroupBox& group, SubControl part) const;
+    void drawHeader(QPainter* painter, const QStyleOptionHeader& header, const QWidget* widget) const;
     void drawHeaderSection(QPainter* painter, const QStyleOption* option) const;
 
     Theme m_theme;

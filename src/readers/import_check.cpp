@@ -1,0 +1,195 @@
+#include "readers/import_check.h"
+
+#include "platform/core/dates.h"
+#include "platform/db/decimal.h"
+#include "platform/ui/date_box.h"
+
+#include <limits>
+
+namespace quilla {
+
+namespace {
+
+const QString Valid = u"有效"_s;
+const QString Expired = u"超期"_s;
+const QStringList States {Valid, Expired, u"挂失"_s, u"无效"_s};
+constexpr double RateLimit = 100000; // five digits before the point
+
+QString captionOf(int field)
+{
+    return importField(field).captions.first();
+}
+
+/// "2026-1-5", "2026/01/05", "2026年1月5日", "20260105": a day that begins with its whole year.
+QString storedDay(const QString& text)
+{
+    if (const auto day = readDay(text)) return isoDate(*day);
+    const auto day = startsWithFullYear(text) ? platformDate(text) : std::nullopt;
+    return day ? isoDate(*day) : QString();
+}
+
+/// Spreadsheets write 20 as "20.00" at times.
+QString storedCount(const QString& text)
+{
+    const auto number = Decimal::read(text);
+    const QString digits = number ? number->text() : QString();
+    const bool whole = !digits.isEmpty() && !digits.contains(u'.') && !digits.startsWith(u'-');
+    return whole && digits.toLongLong() <= std::numeric_limits<qint32>::max() && digits.size() < 11
+        ? digits
+        : QString();
+}
+
+QString storedRate(const QString& text)
+{
+    const auto number = Decimal::read(text);
+    const double size = readNumber(text).value_or(-1);
+    return number && size >= 0 && size < RateLimit ? number->text() : QString();
+}
+
+QString storedBit(const QString& text)
+{
+    for (const QString& yes : {u"1"_s, u"是"_s, u"true"_s, u"yes"_s, u"y"_s})
+        if (text.compare(yes, Qt::CaseInsensitive) == 0) return u"1"_s;
+    for (const QString& no : {u"0"_s, u"否"_s, u"false"_s, u"no"_s, u"n"_s})
+        if (text.compare(no, Qt::CaseInsensitive) == 0) return u"0"_s;
+    return {};
+}
+
+} // namespace
+
+LineCheck::LineCheck(
+    const sql::Schema& schema, const ImportLists& lists, const std::vector<int>& fields, bool anyUnit)
+    : m_schema(schema)
+    , m_lists(lists)
+    , m_fields(fields)
+    , m_anyUnit(anyUnit)
+{
+}
+
+bool LineCheck::check(const TextRecord& record)
+{
+    m_reasons.clear();
+    take(record);
+    needNoMore(record);
+    checkCode(record.line);
+    if (isEmpty(ImportField::Name)) refuse(u"姓名是空的"_s);
+    checkType();
+    checkUnit();
+    fillIn();
+    checkForms();
+    checkState();
+    checkQuota();
+    return m_reasons.isEmpty();
+}
+
+void LineCheck::take(const TextRecord& record)
+{
+    m_values = {};
+    const auto count = std::min(m_fields.size(), std::size_t(record.fields.size()));
+    for (std::size_t column = 0; column < count; ++column)
+        if (m_fields[column] >= 0) value(m_fields[column]) = record.fields[qsizetype(column)].trimmed();
+}
+
+void LineCheck::needNoMore(const TextRecord& record)
+{
+    for (qsizetype column = qsizetype(m_fields.size()); column < record.fields.size(); ++column)
+        if (!record.fields[column].trimmed().isEmpty())
+            return refuse(u"比列标题多出的内容：%1"_s.arg(record.fields[column]));
+}
+
+void LineCheck::checkCode(int line)
+{
+    if (isEmpty(ImportField::Code)) return refuse(u"读者证号是空的"_s);
+    const QString code = comparable(value(ImportField::Code));
+    if (m_lists.codes.contains(code)) refuse(u"读者证号已经存在"_s);
+    const int earlier = m_lineOfCode.value(code);
+    if (earlier) return refuse(u"读者证号与第 %1 行重复"_s.arg(earlier));
+    m_lineOfCode.insert(code, line);
+}
+
+/// The card takes the name as the list spells it.
+void LineCheck::checkType()
+{
+    QString& type = value(ImportField::Type);
+    if (type.isEmpty()) return refuse(u"读者类型是空的"_s);
+    const auto known = m_lists.types.constFind(comparable(type));
+    if (known == m_lists.types.constEnd()) return refuse(u"没有这个读者类型：%1"_s.arg(type));
+    type = *known;
+}
+
+void LineCheck::checkUnit()
+{
+    QString& unit = value(ImportField::Unit);
+    if (unit.isEmpty()) return;
+    const auto known = m_lists.units.constFind(comparable(unit));
+    if (known != m_lists.units.constEnd())
+        unit = *known;
+    else if (!m_anyUnit)
+        refuse(u"没有这个读者单位：%1（可用 --add-units 建立）"_s.arg(unit));
+}
+
+/// What the file leaves open.
+void LineCheck::fillIn()
+{
+    const ImportValues rules = m_lists.parameters.value(comparable(value(ImportField::Type)));
+    for (int field = FirstParameter; field < FirstDetail; ++field)
+        if (isEmpty(field))
+            value(field) = rules[std::size_t(field)].isEmpty() ? u"0"_s : rules[std::size_t(field)];
+    if (isEmpty(ImportField::Issued)) value(ImportField::Issued) = isoDate(m_lists.today);
+    if (isEmpty(ImportField::Term)) value(ImportField::Term) = isoDate(m_lists.today.addYears(1));
+    if (isEmpty(ImportField::State)) value(ImportField::State) = Valid;
+}
+
+void LineCheck::checkForms()
+{
+    for (int field = 0; field < ImportField::Count; ++field)
+        if (!isEmpty(field)) checkForm(field);
+}
+
+void LineCheck::checkForm(int field)
+{
+    QString& text = value(field);
+    const sql::Column& column = importColumn(m_schema, field);
+    if (column.kind == sql::Kind::Text) {
+        if (text.size() > column.width)
+            refuse(u"%1太长，最多 %2 个字"_s.arg(captionOf(field)).arg(column.width));
+        const bool lines = field == ImportField::Memo || field == ImportField::Address;
+        if (!lines && text.contains(u'\n')) refuse(u"%1里有换行"_s.arg(captionOf(field)));
+        return;
+    }
+    const struct {
+        sql::Kind kind;
+        QString (*stored)(const QString&);
+        QString wanted;
+    } forms[] {{sql::Kind::Date, storedDay, u"日期(例如:2003-01-01)"_s},
+        {sql::Kind::Integer, storedCount, u"不小于 0 的整数"_s},
+        {sql::Kind::Decimal, storedRate, u"不小于 0 且小于 100000 的数"_s},
+        {sql::Kind::Bit, storedBit, u"“是”或“否”"_s}};
+    const auto* form = std::find_if(
+        std::begin(forms), std::end(forms), [&](const auto& known) { return known.kind == column.kind; });
+    const QString stored = form->stored(text);
+    if (stored.isEmpty()) return refuse(u"%1应该是%2：%3"_s.arg(captionOf(field), form->wanted, text));
+    text = stored;
+}
+
+/// A card past its term is "超期" and one within it is not, as the editor saves them.
+void LineCheck::checkState()
+{
+    QString& state = value(ImportField::State);
+    const auto known = std::find_if(
+        States.begin(), States.end(), [&](const QString& listed) { return sameText(listed, state); });
+    if (known == States.end()) return refuse(u"有效状态应该是%1之一：%2"_s.arg(States.join(u"、"_s), state));
+    const auto term = readDay(value(ImportField::Term));
+    if (!term || (*known != Valid && *known != Expired)) return;
+    state = *term < m_lists.today ? Expired : Valid;
+}
+
+void LineCheck::checkQuota()
+{
+    if (!m_lists.types.contains(comparable(value(ImportField::Type)))) return;
+    for (const int field : {ImportField::LoanCopies, ImportField::LoanDays})
+        if (value(field) == u"0")
+            refuse(u"%1不能是 0；请填写，或先设置该读者类型的流通参数"_s.arg(captionOf(field)));
+}
+
+} // namespace quilla

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "platform/core/text.h"
+#include "platform/sql/schema.h"
+
+#include <QStringList>
+
+#include <array>
+
+namespace quilla {
+
+/// What a file of readers can hold. The numbers and the two bits stand as in `jycs`, from where they come
+/// when the file does not say.
+namespace ImportField {
+enum {
+    Code,
+    Name,
+    Sex,
+    Type,
+    Unit,
+    Issued,
+    Term,
+    State,
+    Photo,
+    Memo,
+    LoanCopies,
+    LoanDays,
+    Fine,
+    Defile,
+    Lost,
+    Renewals,
+    RenewalDays,
+    MayHoldOverdue,
+    HoldDays,
+    HoldCopies,
+    ArtsCopies,
+    ScienceCopies,
+    NeedsNoCard,
+    PaperKind,
+    PaperNumber,
+    Address,
+    Birthday,
+    Email,
+    Count
+};
+}
+
+inline constexpr int FirstParameter = ImportField::LoanCopies;
+inline constexpr int FirstDetail = ImportField::PaperKind; ///< from here on columns of `dzkx`
+
+/// The values of one reader as texts, empty for none.
+using ImportValues = std::array<QString, ImportField::Count>;
+
+/// A field's column, and the captions under which a file may bring it besides the column's name.
+struct ImportFieldInfo {
+    QString column;
+    QStringList captions;
+};
+const ImportFieldInfo& importField(int field);
+
+/// The column of the library's tables that a field goes to.
+const sql::Column& importColumn(const sql::Schema& schema, int field);
+
+/// Over the reasons in a file of refused lines; a file that is imported again may still have it.
+inline constexpr QStringView ReasonCaption = u"原因";
+
+/// What the columns of a file hold: a field each, -1 for the reasons. Throws `Error` that names a heading
+/// that is unknown, comes twice or is missing.
+std::vector<int> fieldsOfHeadings(const QStringList& headings);
+
+} // namespace quilla

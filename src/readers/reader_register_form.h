@@ -1,0 +1,68 @@
+#pragma once
+
+#include "platform/ui/flex_grid.h"
+#include "platform/ui/popup_menu.h"
+#include "readers/reader_register_ops.h"
+#include "statistics/query_ops.h"
+
+#include <QLabel>
+#include <QPushButton>
+
+namespace quilla {
+
+/// The register of reader cards: finds them, opens their editor, bars and deletes cards, and gives all that
+/// were found another unit. Reads nobody before the first search.
+class DzglFrm final : public QWidget, public QueryReceiver {
+    Q_OBJECT
+
+public:
+    /// Without a viewer there is no printing.
+    DzglFrm(Session& session, ReportViewer* viewer, SpreadsheetProgram& spreadsheets);
+
+    /// Searches, and remembers what for.
+    void loadData(const QString& condition, const QString& order) override;
+    /// Repeats the last search, or lists the whole register before the first one. The current line and the
+    /// order by a caption stay.
+    void RefreshReaderList();
+    /// Empties the list.
+    void Grid1Fresh();
+
+    QSize sizeHint() const override;
+
+    QLabel Label1; ///< the heading
+    QLabel iRowCount;
+    FlexGrid Grid1;
+    QPushButton CmdDzgl[7];
+    QPushButton cmdPrint;
+    QPushButton cmdToExcel;
+    CreateMenu Menu; ///< of the right mouse button
+
+private:
+    void layOut();
+    void wire();
+    bool list();
+    void refreshAt(const QString& code);
+
+    void addCard();
+    void editCard();
+    void openEditor(const QString& mode, const QString& code);
+    void deleteCurrent();
+    void search();
+    void reportLost();
+    void deleteFound();
+    void offerBatch();
+    void changeUnit();
+    void print();
+    void toExcel();
+
+    QString currentCode() const { return Grid1.current(ReaderCode); }
+    bool anyShown() const;
+    QStringList codesFound() const;
+
+    Session& m_session;
+    ReportViewer* m_viewer;
+    SpreadsheetProgram& m_spreadsheets;
+    ReaderSearch m_search;
+};
+
+} // namespace quilla

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "output/export_ops.h"
+#include "platform/report/report_viewer.h"
+#include "platform/ui/grid_model.h"
+
+namespace quilla {
+
+/// The last search of the reader list, as the query dialog writes it; both empty for the whole register.
+struct ReaderSearch {
+    QString condition;
+    QString order;
+};
+
+/// The columns of the reader list, in the order of its select.
+enum ReaderColumn {
+    ReaderCode,
+    ReaderName,
+    ReaderSex,
+    ReaderType,
+    ReaderUnit,
+    ReaderQuota,
+    ReaderOnLoan,
+    ReaderIssued,
+    ReaderTerm,
+    ReaderState
+};
+
+/// From so many readers on, a walk over them shows its progress and can be ended.
+inline constexpr qsizetype LongWalk = 500;
+
+/// Fills the grid with the readers found, if there are any, and gives their number. Every line reads "有效"
+/// then: a card stored as "超期" is put back to it, other states stay in the database. Nothing when no
+/// connection can be had; the grid is not touched then.
+std::optional<qsizetype> listReaders(Session& session, const ReaderSearch& search, GridModel& grid);
+
+/// Deletes the reader, unless books are out, which is told; asks before. False when the list stays as it is.
+bool deleteReader(Session& session, const QString& code);
+
+/// Asks, then bars the card. False when its line stays as it is.
+bool reportCardLost(Session& session, const QString& code);
+
+/// Asks, then deletes these readers, but for those who have books out; `refresh` comes when that is done,
+/// and before it is told that some were kept.
+void deleteReaders(Session& session, ExportProgress& progress, const QStringList& codes,
+    const std::function<void()>& refresh);
+
+/// Gives these readers that unit, which need not be a listed one, then says so, whatever became of it. A
+/// text with a quote in it changes nothing. False when the list stays as it is.
+bool changeUnits(Session& session, ExportProgress& progress, const QStringList& codes, const QString& unit);
+
+/// `anyShown`: whether the list has a first line.
+void printReaders(Session& session, ReportViewer& viewer, const ReaderSearch& search, bool anyShown);
+/// What an export of the list sends.
+QString readersForOutput(const ReaderSearch& search);
+
+} // namespace quilla

@@ -1,0 +1,235 @@
+#include "frame/sublib.h"
+#include "readers/reader_register_ops.h"
+#include "support/cases.h"
+#include "support/test_library.h"
+
+using namespace quilla;
+
+namespace {
+
+/// Shows nothing; ends the walk when it has done so many.
+class Progress final : public ExportProgress {
+public:
+    void begin() override { shown.append(u"begin"_s); }
+    void setTotal(qsizetype rows) override { shown.append(QString::number(rows)); }
+    void setDone(qsizetype rows) override { done = rows; }
+    bool goOn() override { return done < endAt; }
+    void end() override { shown.append(u"end"_s); }
+    QStringList shown;
+    qsizetype done = 0;
+    qsizetype endAt = 1'000'000;
+};
+
+class Viewer final : public ReportViewer {
+public:
+    void showReport(const QString& design, Recordset& rows) override
+    {
+        shown.append(design);
+        for (; !rows.eof(); rows.next())
+            shown.append(rows.field(u"readercode").text());
+    }
+    QStringList shown;
+};
+
+const QString Changed = u"读者单位修改完毕！"_s;
+
+} // namespace
+
+/// The register of readers without its screen.
+class TestReaderRegister : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m = std::make_unique<TestLibrary>();
+        m_grid = std::make_unique<GridModel>();
+        m_grid->setCols(ReaderState + 1);
+        m_progress = {};
+    }
+    void cleanup()
+    {
+        QCOMPARE(m->prompt.takeComplaints(), QString());
+        QVERIFY(!m->session.error.isSet());
+        QCOMPARE(m->broken(), QString());
+    }
+
+    void everyStateReadsValid()
+    {
+        m->reader(u"R1"_s, {{u"paperdate"_s, u"2026-1-5"_s}, {u"term"_s, u"2001-02-03"_s}});
+        m->reader(u"R'2"_s, {{u"readstatus"_s, u"超期 "_s}});
+        m->reader(u"R3"_s, {{u"readstatus"_s, u"挂失"_s}});
+        m->reader(u"R4"_s, {{u"readstatus"_s, u"无效"_s}});
+        m->reader(u"R5"_s, {{u"term"_s, u"null"_s}, {u"readstatus"_s, u"null"_s}});
+        m->failAt({});
+        QCOMPARE(found({{}, u"readercode Desc"_s}), 5);
+        QCOMPARE(m->sent.filter(u"update"_s).size(), 1);
+        QCOMPARE(column(ReaderCode), u"R5 R4 R3 R1 R'2"_s);
+        QCOMPARE(column(ReaderState), u"有效 有效 有效 有效 有效"_s);
+        QCOMPARE(m_grid->TextMatrix(4, ReaderIssued) + m_grid->TextMatrix(4, ReaderTerm),
+            u"2026-01-052001-02-03"_s);
+        QCOMPARE(m_grid->TextMatrix(1, ReaderTerm), QString());
+        QCOMPARE(states(), u"有效 有效 挂失 无效 null"_s);
+    }
+
+    void searches()
+    {
+        m->reader(u"R1"_s);
+        m->reader(u"R2"_s, {{u"name"_s, u"O'Hara"_s}});
+        m->reader(u"R3"_s, {{u"bookcount"_s, u"7"_s}});
+        QCOMPARE(found({}), 3);
+        QCOMPARE(found({u"(name Like '%''%') OR (bookcount>=7)"_s, u"readercode Asc"_s}), 2);
+        QCOMPARE(found({u"Convert(varchar(10),term,111) Like '2027/__/__'"_s, {}}), 3);
+        QCOMPARE(found({u"readercode='none'"_s, {}}), 0);
+        QCOMPARE(found({u"name='"_s, {}}), 0);
+    }
+
+    void deletesOne_data()
+    {
+        const QString all = u"R1 r'2 R3"_s;
+        cases<QString, bool, QString, QString>({
+            {"yes", {u"r'2"_s, true, {}, u"R1 R3"_s}},
+            {"no", {u"r'2"_s, false, {}, all}},
+            {"has a book", {u"R1"_s, true, {}, all}},
+            {"card stays, details go", {u"r'2"_s, true, u"from dzk where"_s, all}},
+            {"loans unknown", {u"r'2"_s, true, u"from jhsk"_s, all}},
+        });
+    }
+    void deletesOne()
+    {
+        const auto [code, yes, fails, left] = given<QString, bool, QString, QString>();
+        threeReaders();
+        if (code == u"R1")
+            m->prompt.expect(u"此读者尚有借书未还，需先归还借书才能删除读者"_s).icon(Icon::Warning);
+        else
+            m->prompt.expect(u"你确定要删除读者:%1 吗？(Y/N)"_s.arg(code))
+                .icon(Icon::Question)
+                .answer(yes ? Answer::Yes : Answer::No);
+        m->failAt(fails);
+        QCOMPARE(deleteReader(m->session, code), code != u"R1");
+        m->failAt({});
+        QCOMPARE(codes(), left);
+        const bool detailsGo = yes && code != u"R1" && !fails.contains(u"jhsk"_s);
+        QCOMPARE(m->value(u"select count(*) from dzkx"_s), detailsGo ? u"0"_s : u"1"_s);
+        QCOMPARE(m->value(u"select count(*) from fkk"_s), u"1"_s);
+    }
+
+    void deletesAllFound_data()
+    {
+        cases<QStringList, QString, QString, bool>({
+            {"one has a book", {{u"R1"_s, u"r'2"_s, u"R3"_s}, {}, u"R1"_s, true}},
+            {"one fails", {{u"r'2"_s, u"R3"_s}, u"from dzk where readercode='r''2'"_s, u"R1 r'2"_s, false}},
+        });
+    }
+    void deletesAllFound()
+    {
+        const auto [found, fails, left, told] = given<QStringList, QString, QString, bool>();
+        threeReaders();
+        const QString question = u"是否确定删除当前所有读者资料？"_s;
+        m->prompt.expect(question).titled(OperationTitle).answer(Answer::No);
+        deleteReaders(m->session, m_progress, found, [] { QFAIL("not asked for"); });
+        m->prompt.expect(question).answer(Answer::Yes);
+        if (told)
+            m->prompt.expect(u"部分读者存在未还图书，不能删除。\n请先归还已借图书然后再删除该读者资料。"_s)
+                .titled(OperationTitle)
+                .icon(Icon::Warning);
+        m->failAt(fails);
+        QString atRefresh;
+        deleteReaders(m->session, m_progress, found, [&] { atRefresh = codes(); });
+        m->failAt({});
+        QCOMPARE(atRefresh, left);
+    }
+
+    void changesUnits()
+    {
+        const std::pair<QString, QString> units[] {{u"O'Hara"_s, u"null|null"_s},
+            {u"x' where 1=1 --"_s, u"null|null"_s}, {u" 新 班 "_s, u" 新 班 | 新 班 "_s},
+            {u"O''Hara"_s, u"O'Hara|O'Hara"_s}};
+        m->reader(u"R1"_s);
+        m->reader(u"R2"_s);
+        for (const auto& [typed, stored] : units) {
+            m->prompt.expect(Changed).titled(OperationTitle).icon(Icon::Information);
+            QVERIFY(quilla::changeUnits(m->session, m_progress, {u"R1"_s, u"R2"_s}, typed));
+            QCOMPARE(m->rows(u"select readunit from dzk order by readercode"_s).join(u'|'), stored);
+        }
+        QVERIFY(m_progress.shown.isEmpty());
+    }
+
+    void withoutAConnection()
+    {
+        m->reader(u"R1"_s);
+        storeConnectionText(m->session, u"DSN=nowhere;"_s);
+        const QString failed = u"对不起，连接数据库失败！错误原因如下："_s;
+        m->prompt.expectStart(failed).answer(Answer::Yes);
+        QVERIFY(!quilla::changeUnits(m->session, m_progress, {u"R1"_s}, u"甲"_s));
+        m->prompt.expectStart(failed).answer(Answer::No);
+        m->prompt.expect(Changed);
+        QVERIFY(quilla::changeUnits(m->session, m_progress, {u"R1"_s}, u"甲"_s));
+        m->prompt.expectStart(failed).answer(Answer::Yes);
+        QCOMPARE(found({}), -1);
+        storeConnectionText(m->session, m->connectionText);
+        QCOMPARE(m->value(u"select readunit from dzk"_s), u"null"_s);
+    }
+
+    void aLongWalkCanBeEnded()
+    {
+        QStringList all;
+        for (int i = 0; i < LongWalk + 100; ++i) {
+            all.append(u"R%1"_s.arg(i, 4, 10, QChar(u'0')));
+            m->reader(all.last());
+        }
+        m_progress.endAt = 500;
+        m->prompt.expect(u"已取消，只修改了前 500 位读者的单位。"_s);
+        quilla::changeUnits(m->session, m_progress, all, u"甲"_s);
+        QCOMPARE(m->value(u"select max(readercode),count(*) from dzk where readunit='甲'"_s), u"R0499|500"_s);
+        QCOMPARE(m_progress.shown.join(u' '), u"begin 600 end"_s);
+    }
+
+    void prints()
+    {
+        threeReaders();
+        Viewer viewer;
+        const QString nothing = u"没有可以打印的信息！"_s;
+        m->prompt.expect(nothing).titled(OperationTitle);
+        printReaders(m->session, viewer, {}, false);
+        const QString paper = u"请将打印机设置为【A4--纵向(窄行)打印】\n设置正确后再进行打印！"_s;
+        m->prompt.expect(paper).titled(OperationTitle).icon(Icon::Information);
+        m->prompt.expect(nothing).titled(OperationTitle);
+        printReaders(m->session, viewer, {u"name='gone'"_s, {}}, true);
+        m->prompt.expect(paper);
+        printReaders(m->session, viewer, {u"readercode<>'R1'"_s, u"readercode Desc"_s}, true);
+        QCOMPARE(viewer.shown.join(u' '), u"readerPrint R3 r'2"_s);
+    }
+
+private:
+    int found(const ReaderSearch& search)
+    {
+        return int(listReaders(m->session, search, *m_grid).value_or(-1));
+    }
+    QString column(int col)
+    {
+        QStringList texts;
+        for (int row = 1; row < m_grid->Rows(); ++row)
+            texts.append(m_grid->TextMatrix(row, col));
+        return texts.join(u' ');
+    }
+    QString states() { return m->rows(u"select readstatus from dzk order by name"_s).join(u' '); }
+    QString codes() { return m->rows(u"select readercode from dzk order by name"_s).join(u' '); }
+    /// The first has a book, the second details and a fine.
+    void threeReaders()
+    {
+        for (const QString& code : {u"R1"_s, u"r'2"_s, u"R3"_s})
+            m->reader(code, {{u"name"_s, u"读者"_s + code.last(1)}});
+        m->copy(u"B1"_s);
+        m->loan(u"B1"_s, u"R1"_s, u"2026-04-01"_s);
+        m->insert(u"dzkx"_s, {{u"readercode"_s, u"R'2"_s}, {u"email"_s, u"a@b"_s}});
+        m->insert(u"fkk"_s, {{u"readercode"_s, u"R'2"_s}, {u"sfmoney"_s, u"1"_s}});
+    }
+
+    std::unique_ptr<TestLibrary> m;
+    std::unique_ptr<GridModel> m_grid;
+    Progress m_progress {};
+};
+
+QTEST_GUILESS_MAIN(TestReaderRegister)
+#include "test_reader_register.moc"

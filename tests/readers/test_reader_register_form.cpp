@@ -1,0 +1,211 @@
+#include "readers/batch_unit_form.h"
+#include "readers/reader_card_form.h"
+#include "readers/reader_register_form.h"
+#include "statistics/query_form.h"
+#include "support/test_library.h"
+#include "support/window_steps.h"
+
+#include <QHeaderView>
+
+using namespace quilla;
+
+namespace {
+
+class Sheets final : public SpreadsheetProgram {
+public:
+    QString folder() const override { return place; }
+    void show(const QString& file) override { shown.append(file); }
+    QString place;
+    QStringList shown;
+};
+
+} // namespace
+
+/// The register of readers under the operator's hands.
+class TestReaderRegisterForm : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m = std::make_unique<TestLibrary>();
+        for (const QString& code : {u"R1"_s, u"R2"_s, u"R3"_s})
+            m->reader(code, {{u"name"_s, u"丙乙甲"_s.mid(code[1].digitValue() - 1, 1)}});
+        m->copy(u"B1"_s);
+        m->loan(u"B1"_s, u"R1"_s, u"2026-04-01"_s);
+        m_sheets = {};
+        m_sheets.place = m->folder.path();
+        m_list = std::make_unique<DzglFrm>(m->session, nullptr, m_sheets);
+        appear(*m_list);
+    }
+    void cleanup()
+    {
+        QCOMPARE(m_dialogs, 0);
+        m_list.reset();
+        QCOMPARE(m->prompt.takeComplaints(), QString());
+    }
+
+    void waitsForASearch()
+    {
+        QCOMPARE(m_list->Grid1.Rows(), 20);
+        QCOMPARE(m_list->iRowCount.text() + codes(), u"0"_s);
+        QVERIFY(m_list->Grid1.hasFocus() && !m_list->cmdPrint.isEnabled());
+        const QString before = m->everything();
+        bool offered = false;
+        m_list->Menu.setChooser([&](const QStringList&) { return offered = true, 1; });
+        for (const int command : {1, 2, 4, 5})
+            m_list->CmdDzgl[command].click();
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Delete})
+            QTest::keyClick(&m_list->Grid1, key);
+        rightClick();
+        m->prompt.expect(u"没有可以打印的信息！"_s);
+        m_list->cmdToExcel.click();
+        QVERIFY(!offered);
+        QCOMPARE(m->everything(), before);
+    }
+
+    void searchesByKeys()
+    {
+        inDialog<QueryFrm>([](QueryFrm& query) {
+            QCOMPARE(query.windowTitle(), u"统计条件"_s);
+            query.cFuhao.setCurrentIndex(1);
+            type(query.lSql, u"R2"_s);
+            query.cOrderby.setCurrentIndex(0);
+            query.Label3[1].click();
+            query.Command1[1].click();
+        });
+        QTest::keyClick(&m_list->Grid1, Qt::Key_F, Qt::ControlModifier);
+        QCOMPARE(m_list->iRowCount.text() + u'|' + codes(), u"2|R3 R1"_s);
+        m_list->loadData(u"name='nobody'"_s, u"readercode Desc"_s);
+        QCOMPARE(
+            m_list->iRowCount.text() + codes() + u' ' + QString::number(m_list->Grid1.Rows()), u"0 20"_s);
+        m_list->RefreshReaderList(); // an empty result forgets the condition alone
+        QCOMPARE(codes(), u"R3 R2 R1"_s);
+    }
+
+    void editorByKeys()
+    {
+        m_list->RefreshReaderList();
+        m_list->Grid1.setRow(2);
+        inDialog<DzaddFrm>([this](DzaddFrm& editor) {
+            QCOMPARE(editor.windowTitle() + editor.Text1[0].text(), u"修改读者信息R2"_s);
+            m->send(u"update dzk set readstatus='超期',name='丁' where readercode='R2'"_s);
+        });
+        QTest::keyClick(&m_list->Grid1, Qt::Key_Return);
+        QCOMPARE(m_list->Grid1.current(ReaderCode) + m_list->Grid1.current(ReaderName), u"R2丁"_s);
+        QCOMPARE(m->value(u"select readstatus from dzk where readercode='R2'"_s), u"有效"_s);
+        inDialog<DzaddFrm>([](DzaddFrm& editor) {
+            QCOMPARE(editor.windowTitle() + editor.Text1[0].text(), u"新增读者信息"_s);
+        });
+        QTest::keyClick(&m_list->Grid1, Qt::Key_Insert);
+    }
+
+    void lostUntilTheNextRefresh()
+    {
+        m_list->RefreshReaderList();
+        m_list->Grid1.setRow(2);
+        for (const Answer answer : {Answer::No, Answer::Yes}) {
+            m->prompt.expect(u"你确定要挂失读者证: R2 吗？(Y/N)"_s).titled(OperationTitle).answer(answer);
+            m_list->CmdDzgl[4].click();
+            QCOMPARE(m_list->Grid1.current(ReaderState), answer == Answer::No ? u"有效"_s : u"挂失"_s);
+        }
+        m_list->RefreshReaderList();
+        QCOMPARE(m_list->Grid1.TextMatrix(2, ReaderState), u"有效"_s);
+        QCOMPARE(m->value(u"select readstatus from dzk where readercode='R2'"_s), u"挂失"_s);
+    }
+
+    void deletesByKeys()
+    {
+        m_list->RefreshReaderList();
+        m_list->CmdDzgl[2].setFocus();
+        m->prompt.expectStart(u"此读者尚有借书未还"_s);
+        m_list->CmdDzgl[2].click();
+        QVERIFY(m_list->Grid1.hasFocus());
+        m_list->Grid1.setRow(2);
+        m->prompt.expect(u"你确定要删除读者:R2 吗？(Y/N)"_s).answer(Answer::Yes);
+        QTest::keyClick(&m_list->Grid1, Qt::Key_Delete);
+        QCOMPARE(codes() + u'|' + m_list->Grid1.current(ReaderCode), u"R1 R3|R3"_s);
+        m->prompt.expectStart(u"是否确定删除当前所有读者资料？"_s).answer(Answer::Yes);
+        m->prompt.expectStart(u"部分读者存在未还图书"_s);
+        m_list->CmdDzgl[5].click();
+        QCOMPARE(codes() + m_list->iRowCount.text(), u"R11"_s);
+    }
+
+    void anotherUnitForAll()
+    {
+        m_list->loadData(u"readercode<'R3'"_s, u"readercode"_s);
+        QStringList offered;
+        m_list->Menu.setChooser([&](const QStringList& items) { return offered = items, 1; });
+        for (const bool confirmed : {false, true}) {
+            if (confirmed) m->prompt.expect(u"读者单位修改完毕！"_s);
+            inDialog<updateAll>([confirmed](updateAll& dialog) {
+                dialog.Text1.setText(u" "_s);
+                dialog.Command1.setFocus();
+                dialog.Command1.click();
+                QVERIFY(dialog.isVisible() && dialog.Text1.hasFocus());
+                dialog.Text1.setText(u"二班"_s);
+                if (confirmed) dialog.Command1.click(); // else the window is closed
+            });
+            rightClick();
+            QCOMPARE(offered, QStringList {u"批量修改读者单位"_s});
+            QCOMPARE(
+                m->value(u"select count(*) from dzk where readunit='二班'"_s), confirmed ? u"2"_s : u"0"_s);
+        }
+    }
+
+    void sortsByACaptionAndExports()
+    {
+        m_list->RefreshReaderList();
+        m_list->Grid1.setRow(3);
+        clickCaption(ReaderName);
+        QCOMPARE(codes() + m_list->Grid1.current(ReaderCode), u"R1 R3 R2R3"_s);
+        m_list->RefreshReaderList();
+        QCOMPARE(codes() + m_list->Grid1.current(ReaderCode), u"R1 R3 R2R3"_s);
+        clickCaption(ReaderName);
+        QCOMPARE(codes(), u"R2 R3 R1"_s);
+        m_list->Grid1.keyboardSearch(u"丙"_s);
+        QCOMPARE(m_list->Grid1.Row(), 3);
+        m_list->loadData({}, {});
+        QCOMPARE(codes(), u"R1 R2 R3"_s);
+        m_list->cmdToExcel.click();
+        QVERIFY(m_sheets.shown.join(u' ').contains(u"读者资料一览表"_s));
+    }
+
+private:
+    QString codes() const
+    {
+        QStringList list;
+        for (int row = 1; row < m_list->Grid1.Rows(); ++row)
+            list.append(m_list->Grid1.TextMatrix(row, ReaderCode));
+        return list.join(u' ').trimmed();
+    }
+    void rightClick()
+    {
+        const QRect cell = m_list->Grid1.visualRect(m_list->Grid1.model()->index(0, 0));
+        QTest::mouseClick(m_list->Grid1.viewport(), Qt::RightButton, {}, cell.center());
+    }
+    void clickCaption(int col)
+    {
+        const QHeaderView* captions = m_list->Grid1.horizontalHeader();
+        QTest::mouseClick(captions->viewport(), Qt::LeftButton, {},
+            {captions->sectionViewportPosition(col) + 20, captions->height() / 2});
+    }
+    /// What happens in the dialog that the next step opens; it is closed then.
+    template <typename Dialog> void inDialog(std::function<void(Dialog&)> steps)
+    {
+        ++m_dialogs;
+        whenShown<Dialog>([this, steps](Dialog& dialog) {
+            --m_dialogs;
+            steps(dialog);
+            dialog.close();
+        });
+    }
+
+    std::unique_ptr<TestLibrary> m;
+    Sheets m_sheets {};
+    std::unique_ptr<DzglFrm> m_list;
+    int m_dialogs = 0; ///< that have not come yet
+};
+
+QTEST_MAIN(TestReaderRegisterForm)
+#include "test_reader_register_form.moc"

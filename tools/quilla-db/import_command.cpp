@@ -1,0 +1,88 @@
+#include "quilla-db/import_command.h"
+
+#include "database/library_schema.h"
+#include "platform/core/text.h"
+#include "platform/db/pooled_factory.h"
+#include "readers/import_readers_ops.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+namespace quilla {
+
+namespace {
+
+Error fault(const QString& text)
+{
+    return Error(5, u"quilla-db"_s, text);
+}
+
+QByteArray contentOf(const QString& name)
+{
+    QFile file(name);
+    if (!file.open(QIODevice::ReadOnly)) throw fault(u"无法读取文件 %1：%2"_s.arg(name, file.errorString()));
+    return file.readAll();
+}
+
+void refuseOverwriting(const Arguments& arguments)
+{
+    const QFileInfo refused(arguments.refusedFile);
+    if (!arguments.refusedFile.isEmpty() && refused == QFileInfo(arguments.file))
+        throw fault(u"--refused 不能是要导入的文件本身。"_s);
+}
+
+void writeRefused(const QString& name, const ImportReport& report)
+{
+    if (name.isEmpty() || report.refused.empty()) return;
+    QSaveFile file(name);
+    const bool written
+        = file.open(QIODevice::WriteOnly) && file.write(refusedFile(report)) >= 0 && file.commit();
+    if (!written) throw fault(u"无法写入文件 %1：%2"_s.arg(name, file.errorString()));
+}
+
+/// The file has them all; nobody reads thousands on a screen.
+void tellRefused(const Arguments& arguments, const ImportReport& report, QTextStream& out)
+{
+    constexpr std::size_t most = 100;
+    const std::size_t shown = std::min(report.refused.size(), most);
+    for (std::size_t i = 0; i < shown; ++i)
+        out << u"第 "_s << report.refused[i].record.line << u" 行："_s << report.refused[i].reason << u'\n';
+    if (shown < report.refused.size())
+        out << u"……其余 "_s << report.refused.size() - shown
+            << u" 行没有列出，用 --refused 可以得到全部。\n"_s;
+    if (!report.refused.empty() && !arguments.refusedFile.isEmpty())
+        out << u"被拒绝的行在："_s << arguments.refusedFile << u'\n';
+}
+
+void tellOutcome(const Arguments& arguments, const ImportReport& report, QTextStream& out)
+{
+    if (!report.newUnits.isEmpty()) out << u"新的读者单位："_s << report.newUnits.join(u"、"_s) << u'\n';
+    out << u"共 "_s << report.lines << u" 行，拒绝 "_s << report.refused.size() << u" 行，"_s;
+    const bool stopped = !report.refused.empty() && !arguments.readers.skipRefused;
+    if (stopped)
+        out << u"没有写入任何读者。请改正后再导入，或用 --skip-refused 导入其余的行。\n"_s;
+    else if (arguments.readers.dryRun)
+        out << u"可以导入 "_s << report.readers << u" 位读者（试运行，没有写入）。\n"_s;
+    else
+        out << u"已导入 "_s << report.readers << u" 位读者。\n"_s;
+}
+
+} // namespace
+
+Outcome importReadersOf(const Arguments& arguments, QTextStream& out)
+{
+    refuseOverwriting(arguments);
+    const QByteArray content = contentOf(arguments.file);
+    const SystemClock clock;
+    const sql::Schema schema = librarySchema();
+    PooledFactory factory(schema, clock);
+    Connection connection = factory.open(arguments.target.connectionText);
+    const ImportReport report = importReaders(connection, schema, content, arguments.readers);
+    tellRefused(arguments, report, out);
+    tellOutcome(arguments, report, out);
+    writeRefused(arguments.refusedFile, report);
+    return report.refused.empty() ? Outcome::Done : Outcome::Findings;
+}
+
+} // namespace quilla

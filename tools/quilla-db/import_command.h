@@ -1,0 +1,10 @@
+#pragma once
+
+#include "quilla-db/commands.h"
+
+namespace quilla {
+
+/// Imports the readers of a file, and tells which lines were refused. Findings when there were any.
+Outcome importReadersOf(const Arguments& arguments, QTextStream& out);
+
+} // namespace quilla
