@@ -2,6 +2,7 @@
 
 #include "platform/core/text.h"
 #include "platform/db/pool.h"
+#include "platform/sql/shape_statement.h"
 
 namespace quilla {
 
@@ -45,6 +46,12 @@ int Connection::execute(QStringView tsql)
 Recordset Connection::open(QStringView tsql, CursorType cursor)
 {
     return opened(m_lease).open(tsql, cursor);
+}
+
+Recordset Connection::openShaped(QStringView shape)
+{
+    const sql::ShapeStatement statement = sql::readShape(shape);
+    return shapeRecords(open(statement.select), statement);
 }
 
 void Connection::prepareEmptyBase()

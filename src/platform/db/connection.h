@@ -39,6 +39,9 @@ public:
     int execute(QStringView tsql);
     /// Sends a select; see `Recordset`.
     Recordset open(QStringView tsql, CursorType cursor = CursorType::Keyset);
+    /// Sends a statement of the shaping service, which no engine has: its select is sent, and the rows are
+    /// put into groups here. See `shapeRecords` and `Recordset::child`.
+    Recordset openShaped(QStringView shape);
 
     /// Brings into an empty database what its engine needs before the first table: the order of texts, types
     /// and functions. Nothing where the engine has them. Throws `Error`, also when they are there already.

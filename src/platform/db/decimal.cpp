@@ -153,6 +153,39 @@ Decimal Decimal::operator*(const Decimal& other) const
     return {m_negative != other.m_negative, digits, m_scale + other.m_scale};
 }
 
+namespace {
+
+/// The digits of two rows of the same length added, or the smaller taken from the larger.
+QString combined(const QString& left, const QString& right, bool add)
+{
+    QString result(left.size() + 1, u'0');
+    int carry = 0;
+    for (qsizetype i = left.size(); i-- > 0;) {
+        const int digit = right[i].digitValue() + carry;
+        const int sum = add ? left[i].digitValue() + digit : left[i].digitValue() - digit + 10;
+        result[i + 1] = QChar(u'0' + sum % 10);
+        carry = add ? sum / 10 : 1 - sum / 10;
+    }
+    if (add) result[0] = QChar(u'0' + carry);
+    return result;
+}
+
+} // namespace
+
+Decimal Decimal::operator+(const Decimal& other) const
+{
+    const int scale = std::max(m_scale, other.m_scale);
+    QString left = m_digits + QString(scale - m_scale, u'0');
+    QString right = other.m_digits + QString(scale - other.m_scale, u'0');
+    const qsizetype width = std::max(left.size(), right.size());
+    left = left.rightJustified(width, u'0');
+    right = right.rightJustified(width, u'0');
+    if (m_negative == other.m_negative) return {m_negative, combined(left, right, true), scale};
+    const bool leftLarger = left >= right; // of one width, digits sort as their numbers do
+    return leftLarger ? Decimal(m_negative, combined(left, right, false), scale)
+                      : Decimal(other.m_negative, combined(right, left, false), scale);
+}
+
 QString Decimal::text() const
 {
     QString text = m_digits;

@@ -29,6 +29,7 @@ public:
     static std::optional<Decimal> read(QStringView text);
 
     Decimal operator*(const Decimal& other) const;
+    Decimal operator+(const Decimal& other) const;
 
     /// As short as it can be written: "2" for 2.000, "0.1".
     QString text() const;

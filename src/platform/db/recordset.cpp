@@ -60,6 +60,12 @@ sql::Kind Recordset::fieldKind(int index) const
     return m_source->fields()[std::size_t(index)].kind;
 }
 
+Recordset Recordset::child(QStringView name) const
+{
+    if (!m_source) throw Error(ErrorNumber::NoCurrentRow, u"Recordset"_s, u"没有当前记录。"_s);
+    return m_source->child(name);
+}
+
 const Value& Recordset::field(int index) const
 {
     if (!m_source) throw Error(ErrorNumber::NoCurrentRow, u"Recordset"_s, u"没有当前记录。"_s);

@@ -4,6 +4,10 @@
 
 #include <memory>
 
+namespace quilla::sql {
+struct ShapeStatement;
+}
+
 namespace quilla {
 
 /// Keyset counts its rows and may be walked again; forward is read once, row by row, without holding
@@ -38,8 +42,19 @@ public:
     const Value& field(int index) const;
     const Value& field(QStringView name) const;
 
+    /// The rows behind the current row of a shaped result, by the name that the statement gave them; a
+    /// keyset of its own. Throws `NoCurrentRow` at the end, `NoSuchField` where there is none of that name.
+    Recordset child(QStringView name) const;
+
 private:
+    friend Recordset shapeRecords(Recordset rows, const sql::ShapeStatement& shape);
+
     std::unique_ptr<Source> m_source;
 };
+
+/// Puts the rows of a keyset into the groups that `shape` asks for: an outer row of the grouping columns for
+/// each, with its rows behind it. Keys compare as the database compares texts, null with null; groups come in
+/// the order of their first rows. Throws `NoSuchField` for a grouping column that the rows do not have.
+Recordset shapeRecords(Recordset rows, const sql::ShapeStatement& shape);
 
 } // namespace quilla

@@ -82,6 +82,11 @@ const Value& Recordset::Source::field(int index)
     return slot.value;
 }
 
+Recordset Recordset::Source::child(QStringView name) const
+{
+    throw Error(ErrorNumber::NoSuchField, u"Recordset"_s, u"没有子记录集 %1。"_s.arg(name));
+}
+
 KeysetSource::KeysetSource(Cursor& cursor)
     : Source(cursor.fields())
     , m_rows(cursor)

@@ -19,7 +19,9 @@ public:
     void first();
 
     const std::vector<Field>& fields() const { return *m_fields; }
+    const Fields& sharedFields() const { return m_fields; }
     const Value& field(int index);
+    virtual Recordset child(QStringView name) const;
 
 protected:
     explicit Source(Fields fields);
@@ -48,6 +50,7 @@ public:
 
     qsizetype recordCount() const override { return m_rows.count(); }
     bool eof() const override { return m_row >= m_rows.count(); }
+    const BufferedRows& rows() const { return m_rows; }
 
 private:
     void moveNext() override { ++m_row; }
