@@ -2,14 +2,24 @@
 
 #include "platform/db/recordset.h"
 
+#include <QHash>
+
 namespace quilla {
 
-/// Shows a report on the screen, from where it can be printed.
+/// What a screen writes into a report before it is shown.
+struct ReportTexts {
+    QString title {}; ///< the report's title, where its labels show it; empty keeps the design's own
+    QHash<QString, QString> captions {}; ///< of labels, by their names in the design; taken to the letter
+};
+
+/// Shows a report on the screen, from where it can be printed. Each call is a report of its own.
 class ReportViewer {
 public:
     virtual ~ReportViewer() = default;
-    /// `design` is the name of a report design, `rows` what it lists; read while it is shown.
-    virtual void showReport(const QString& design, Recordset& rows) = 0;
+    /// `design` is the name of a report design. `rows` is what it lists, for a design with groups a shaped
+    /// result; it is read from its first row to its end before this returns. A field of the design that the
+    /// rows lack is told to the operator, and no report opens.
+    virtual void showReport(const QString& design, Recordset& rows, const ReportTexts& texts = {}) = 0;
 };
 
 } // namespace quilla

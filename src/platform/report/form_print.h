@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/report/font_book.h"
+#include "platform/report/report_page.h"
+
+#include <functional>
+#include <memory>
+
+class QPrinter;
+class QWidget;
+
+namespace quilla {
+
+/// A form laid out on paper: its labels and its grid where they stand on the screen, as wide as the page. The
+/// grid shows all its lines; one too long for the page goes on under its captions on the next, and what
+/// stands below it on the form follows behind its last line.
+class FormPages final : public PrintedPages {
+public:
+    /// The form need not have been shown; it is not needed afterwards.
+    FormPages(QWidget& form, Paper paper, const FontBook& fonts);
+
+    QString title() const override { return m_title; }
+    Paper paper() const override { return m_paper; }
+    int pageCount() const override { return int(m_pages.size()); }
+    ReportPage page(int index) const override { return m_pages[std::size_t(index)]; }
+
+private:
+    QString m_title;
+    Paper m_paper;
+    std::vector<ReportPage> m_pages;
+};
+
+/// Puts forms that print themselves on paper.
+class FormPrinter {
+public:
+    virtual ~FormPrinter() = default;
+    /// Throws `Error` when the printer does not take it.
+    virtual void printForm(QWidget& form, Paper paper) = 0;
+};
+
+/// Prints on the chosen printer, else on the system's default one, without a question.
+class DefaultPrinter final : public FormPrinter {
+public:
+    /// `printerName` tells the chosen printer, empty for none.
+    explicit DefaultPrinter(std::function<QString()> printerName);
+    void printForm(QWidget& form, Paper paper) override;
+
+private:
+    std::function<QString()> m_printerName;
+};
+
+} // namespace quilla
