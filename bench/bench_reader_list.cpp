@@ -5,6 +5,7 @@
 
 #include "database/scale.h"
 #include "readers/reader_register_form.h"
+#include "support/report_double.h"
 #include "support/test_library.h"
 
 #include "bench/alternate.h"
@@ -88,7 +89,8 @@ int main(int argc, char** argv)
     TestLibrary library;
     fill(library, readers);
     NoProgram program;
-    DzglFrm list(library.session, nullptr, program);
+    ReportDouble reports;
+    DzglFrm list(library.session, reports, program);
     list.show();
     QCoreApplication::processEvents();
     sqlite3* base = nullptr;

@@ -5,7 +5,9 @@
 #include "database/procedures.h"
 #include "frame/login_form.h"
 #include "frame/main_form.h"
+#include "frame/platform_panels.h"
 #include "frame/start_ops.h"
+#include "output/report_designs.h"
 #include "platform/db/connection_text.h"
 
 #include <QDir>
@@ -17,7 +19,8 @@ DeskApplication::DeskApplication(Prompt& prompt)
     : m_schema(librarySchema())
     , m_connections(m_schema, m_clock)
     , m_session {m_settings, prompt, m_clock, m_connections, m_editor}
-    , m_screens(allScreens())
+    , m_reports(reportDesigns(), prompt, m_clock, [this] { return chosenPrinter(m_settings); })
+    , m_screens(allScreens(m_reports))
 {
     m_editor.serve(m_session);
     installProcedures(m_connections);

@@ -4,6 +4,7 @@
 #include "frame/screens.h"
 #include "platform/core/settings.h"
 #include "platform/db/pooled_factory.h"
+#include "platform/report/report_previews.h"
 
 #include <QCoreApplication>
 
@@ -17,6 +18,7 @@ public:
 
     Session& session() { return m_session; }
     const ScreenCatalog& screens() const { return m_screens; }
+    ReportPreviews& reports() { return m_reports; }
 
     /// Start procedure, login, main window; the exit status.
     int run();
@@ -28,6 +30,7 @@ private:
     PooledFactory m_connections;
     DialogConnectionEditor m_editor;
     Session m_session;
+    ReportPreviews m_reports;
     ScreenCatalog m_screens;
 };
 

@@ -2,6 +2,7 @@
 
 #include "app/desk_application.h"
 #include "app/gallery_ops.h"
+#include "app/gallery_samples_ops.h"
 #include "desk/desk_form.h"
 #include "desk/reader_picker_form.h"
 #include "exceptions/fine_form.h"
@@ -11,6 +12,7 @@
 #include "frame/password_form.h"
 #include "frame/sublib.h"
 #include "output/export_desk.h"
+#include "platform/report/report_preview.h"
 #include "platform/ui/dialog_prompt.h"
 #include "platform/ui/error_form.h"
 #include "platform/ui/gallery.h"
@@ -94,7 +96,7 @@ void addPickers(Album& album, Session& session)
     album.add(everyReader.objectName(), everyReader);
 }
 
-void addRules(Album& album, Session& session)
+void addRules(Album& album, Session& session, ReportViewer& reports)
 {
     holidayfrm holidays(session);
     album.add(holidays.objectName(), holidays);
@@ -102,7 +104,7 @@ void addRules(Album& album, Session& session)
     album.add(holiday.objectName() + u"-A"_s, holiday);
     holiday.edit(holidayOfLine(holidays.Grid1.current(0), holidays.Grid1.current(1)));
     album.add(holiday.objectName() + u"-E"_s, holiday);
-    JycsFrm rules(session, nullptr);
+    JycsFrm rules(session, reports);
     album.add(rules.objectName(), rules);
     JycsAddFrm rule(session);
     album.add(rule.objectName() + u"-A"_s, rule);
@@ -132,10 +134,10 @@ void addCards(Album& album, Session& session, const QString& photo)
 }
 
 /// Before the first search, and after one that was sorted by a caption.
-void addReaderRegister(Album& album, Session& session)
+void addReaderRegister(Album& album, Session& session, ReportViewer& reports)
 {
     DesktopSpreadsheets spreadsheets;
-    DzglFrm list(session, nullptr, spreadsheets);
+    DzglFrm list(session, reports, spreadsheets);
     album.add(list.objectName() + u"-0"_s, list);
     list.loadData({}, {});
     list.Grid1.setRow(1);
@@ -182,6 +184,22 @@ void addMessages(Album& album)
     }
 }
 
+/// Every report page by page, and one in its window.
+void addReports(Album& album, DeskApplication& desk, const QString& folder)
+{
+    for (ReportSample& sample : reportSamples(desk.session())) {
+        const auto pages = desk.reports().layOut(sample.design, sample.rows, sample.texts);
+        for (int page = 0; page < std::min(pages->pageCount(), 3); ++page)
+            savePagePng(*pages, *desk.reports().fonts(), page,
+                QDir(folder).filePath(u"%1-%2.png"_s.arg(sample.design.name).arg(page + 1)));
+        if (sample.design.name != u"JHSKReport") continue;
+        ReportPreview preview(pages, desk.reports().fonts(), desk.session().prompt, {});
+        preview.setAttribute(Qt::WA_DontShowOnScreen);
+        preview.show();
+        album.add(preview.objectName(), preview);
+    }
+}
+
 } // namespace
 
 int renderGallery(DeskApplication& desk, const QString& folder)
@@ -225,12 +243,13 @@ int renderGallery(DeskApplication& desk, const QString& folder)
 
     addFines(album, session);
     addPickers(album, session);
-    addRules(album, session);
-    addReaderRegister(album, session);
+    addRules(album, session, desk.reports());
+    addReaderRegister(album, session, desk.reports());
     addQuery(album, session);
     const QTemporaryDir photos;
     applicationIcon().pixmap(200, 200).save(photos.filePath(u"photo.png"_s));
     addCards(album, session, photos.filePath(u"photo.png"_s));
+    addReports(album, desk, folder);
 
     for (const QString& file : album.failed())
         QTextStream(stderr) << u"无法写入："_s << file << Qt::endl;

@@ -20,12 +20,14 @@ namespace quilla {
 namespace {
 
 /// The desk with the fine screen behind its discharge.
-QWidget* makeDesk(Session& session, ScreenHost& host, const QString&, QWidget*)
+ScreenMaker desk(ReportViewer& reports)
 {
-    auto* fines = new DeskFineDialog(session);
-    auto* desk = new TsjhFrm(session, host, *fines);
-    fines->setParent(desk);
-    return desk;
+    return [&reports](Session& session, ScreenHost& host, const QString&, QWidget*) {
+        auto* fines = new DeskFineDialog(session);
+        auto* desk = new TsjhFrm(session, host, *fines, reports);
+        fines->setParent(desk);
+        return desk;
+    };
 }
 
 ScreenMaker readerPicker(ReaderPicker (*picker)())
@@ -57,11 +59,11 @@ QWidget* makeReaderLists(Session& session, ScreenHost&, const QString& mode, QWi
 
 } // namespace
 
-ScreenCatalog allScreens()
+ScreenCatalog allScreens(ReportViewer& reports)
 {
     const auto spreadsheets = std::make_shared<DesktopSpreadsheets>();
     return {
-        {u"TsjhFrm"_s, makeDesk},
+        {u"TsjhFrm"_s, desk(reports)},
         {u"frmWuZhengJieShu"_s, readerPicker(noCardPicker)},
         {u"frmReaderSelect"_s, readerPicker(everyReaderPicker)},
         {u"FKmangerFrm"_s,
@@ -70,14 +72,14 @@ ScreenCatalog allScreens()
             }},
         {u"MadddzlxFrm"_s, makeReaderLists},
         {u"DzglFrm"_s,
-            [spreadsheets](Session& session, ScreenHost&, const QString&, QWidget*) {
-                return new DzglFrm(session, nullptr, *spreadsheets);
+            [spreadsheets, &reports](Session& session, ScreenHost&, const QString&, QWidget*) {
+                return new DzglFrm(session, reports, *spreadsheets);
             }},
         {u"holidayfrm"_s,
             [](Session& session, ScreenHost&, const QString&, QWidget*) { return new holidayfrm(session); }},
         {u"JycsFrm"_s,
-            [](Session& session, ScreenHost&, const QString&, QWidget*) {
-                return new JycsFrm(session, nullptr);
+            [&reports](Session& session, ScreenHost&, const QString&, QWidget*) {
+                return new JycsFrm(session, reports);
             }},
         {u"EditPassFrm"_s,
             [](Session& session, ScreenHost&, const QString&, QWidget*) { return new EditPassFrm(session); }},

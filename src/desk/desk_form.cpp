@@ -46,7 +46,7 @@ void bind(FlexGrid& grid, const GridDesign& design, Recordset& rows)
 
 } // namespace
 
-TsjhFrm::TsjhFrm(Session& session, ScreenHost& host, FineDialog& fines, ReportViewer* viewer)
+TsjhFrm::TsjhFrm(Session& session, ScreenHost& host, FineDialog& fines, ReportViewer& viewer)
     : cmdTuShuYuYue(u"&Y 图书预约"_s)
     , cmdWuZhengJieShu(u"&W 无证借书"_s)
     , CmdQuit(u"&E 安全退出"_s)

@@ -22,7 +22,7 @@ class TsjhFrm final : public QWidget, private DeskView {
 
 public:
     /// `fines` settles what comes back late; `viewer` shows what is printed.
-    TsjhFrm(Session& session, ScreenHost& host, FineDialog& fines, ReportViewer* viewer = nullptr);
+    TsjhFrm(Session& session, ScreenHost& host, FineDialog& fines, ReportViewer& viewer);
 
     /// The blank turns to the discharge page and back to the charge page; any other key does nothing.
     void ToggleDeskPage(int key);

@@ -24,7 +24,7 @@ void fill(QComboBox& list, const QStringList& items)
 
 } // namespace
 
-LoanQueryPage::LoanQueryPage(Session& session, ReportViewer* viewer)
+LoanQueryPage::LoanQueryPage(Session& session, ReportViewer& viewer)
     : Frame4(u"输入查询条件"_s)
     , CmdFind(u"查 询"_s)
     , CmdPrint(u"打 印"_s)
@@ -40,7 +40,6 @@ LoanQueryPage::LoanQueryPage(Session& session, ReportViewer* viewer)
     setCaptions(Label6, {u"输入姓名或条码号"_s, u"输入书名或条码号"_s});
     layOut();
     Grid3.setUp(EmptyRows, Format);
-    CmdPrint.setEnabled(m_viewer);
     for (int index = 0; index < 4; ++index)
         connect(&Check2[index], &QCheckBox::clicked, this, [this, index] { followTicks(index); });
     for (QWidget* box : std::initializer_list<QWidget*> {&Text2[0], &Text2[1], &Combo1})
@@ -76,7 +75,7 @@ void LoanQueryPage::followTicks(int clicked)
     for (int index = 0; index < 4; ++index) {
         if (!isOn(index)) continue;
         CmdFind.setEnabled(true);
-        CmdPrint.setEnabled(m_viewer);
+        CmdPrint.setEnabled(true);
     }
     if (!isOn(LoanQuery::Reader)) Text2[0].clear();
     if (!isOn(LoanQuery::Book)) Text2[1].clear();
@@ -106,7 +105,7 @@ void LoanQueryPage::find()
 
 void LoanQueryPage::print()
 {
-    if (m_viewer) printLoans(m_session, *m_viewer, m_statement);
+    printLoans(m_session, m_viewer, m_statement);
 }
 
 } // namespace quilla

@@ -20,8 +20,7 @@ class LoanQueryPage final : public QWidget {
     Q_OBJECT
 
 public:
-    /// Without a viewer nothing can be printed.
-    LoanQueryPage(Session& session, ReportViewer* viewer);
+    LoanQueryPage(Session& session, ReportViewer& viewer);
 
     QGroupBox Frame4;
     QCheckBox Check2[4];
@@ -45,7 +44,7 @@ private:
     void print();
 
     Session& m_session;
-    ReportViewer* m_viewer;
+    ReportViewer& m_viewer;
     QString m_statement; ///< of the last query that found something
 };
 

@@ -35,17 +35,27 @@ bool startRegionalSettings()
     return false;
 }
 
+namespace {
+
+const QString PrinterKey = u"Printer"_s;
+
+} // namespace
+
+QString chosenPrinter(const SettingsStore& settings)
+{
+    return settings.get(StoredText::Application.toString(), StoredText::Section.toString(), PrinterKey, {});
+}
+
 void showPrinterSetup(SettingsStore& settings, QWidget* owner)
 {
-    const QString application = StoredText::Application.toString();
-    const QString section = StoredText::Section.toString();
-    const QString key = u"Printer"_s;
     QPrinter printer;
-    const QString kept = settings.get(application, section, key, {});
+    const QString kept = chosenPrinter(settings);
     if (!kept.isEmpty()) printer.setPrinterName(kept);
     QPrintDialog dialog(&printer, owner);
     dialog.setWindowTitle(u"打印机设置"_s);
-    if (dialog.exec() == QDialog::Accepted) settings.set(application, section, key, printer.printerName());
+    if (dialog.exec() == QDialog::Accepted)
+        settings.set(StoredText::Application.toString(), StoredText::Section.toString(), PrinterKey,
+            printer.printerName());
 }
 
 } // namespace quilla

@@ -14,6 +14,9 @@ bool isOwnAction(const QString& action);
 /// Starts the regional settings of this machine's desktop; false when none is found.
 bool startRegionalSettings();
 
+/// The printer that was chosen there; empty for the system's own default.
+QString chosenPrinter(const SettingsStore& settings);
+
 /// The system's printer dialog; the printer chosen there is kept for the reports.
 void showPrinterSetup(SettingsStore& settings, QWidget* owner);
 

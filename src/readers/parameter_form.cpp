@@ -14,7 +14,7 @@ const QString Yes = u"是"_s;
 
 } // namespace
 
-JycsFrm::JycsFrm(Session& session, ReportViewer* viewer)
+JycsFrm::JycsFrm(Session& session, ReportViewer& viewer)
     : RecordList(
         session, u"JycsFrm"_s, u"Quilla流通参数设定"_s, circulationParameterWidths(), parameterRemoval())
     , m_viewer(viewer)
@@ -24,8 +24,7 @@ JycsFrm::JycsFrm(Session& session, ReportViewer* viewer)
     Grid1.setAccessibleName(windowTitle());
     wire(Command1);
     QPushButton& print = Command1[4];
-    print.setEnabled(m_viewer);
-    onClick(print, [this] { printParameters(m_session, *m_viewer, Grid1.TextMatrix(1, Type)); });
+    onClick(print, [this] { printParameters(m_session, m_viewer, Grid1.TextMatrix(1, Type)); });
     arrange({Command1[Add], Command1[Edit], Command1[Remove], print, Command1[Close]});
     Grid1.setUp(2, Format);
     loadData();

@@ -12,8 +12,7 @@ class JycsFrm final : public RecordList {
     Q_OBJECT
 
 public:
-    /// Without a viewer there is no printing.
-    JycsFrm(Session& session, ReportViewer* viewer);
+    JycsFrm(Session& session, ReportViewer& viewer);
 
     void loadData() { RefreshParameterList({}); }
     /// Reads the list anew and goes to the line of that type, or to the first one.
@@ -26,7 +25,7 @@ private:
     void editRecord() override;
     void run(JycsAddFrm& editor);
 
-    ReportViewer* m_viewer;
+    ReportViewer& m_viewer;
 };
 
 } // namespace quilla

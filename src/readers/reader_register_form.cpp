@@ -31,7 +31,7 @@ const QString ChangeUnits = u"批量修改读者单位"_s;
 
 } // namespace
 
-DzglFrm::DzglFrm(Session& session, ReportViewer* viewer, SpreadsheetProgram& spreadsheets)
+DzglFrm::DzglFrm(Session& session, ReportViewer& viewer, SpreadsheetProgram& spreadsheets)
     : Label1(u"读 者 管 理"_s)
     , iRowCount(u"0"_s)
     , cmdPrint(u"打印报表(&P)"_s)
@@ -46,7 +46,6 @@ DzglFrm::DzglFrm(Session& session, ReportViewer* viewer, SpreadsheetProgram& spr
     setCaptions(CmdDzgl,
         {u"增 加(A)"_s, u"修 改(&E)"_s, u"删 除(&D)"_s, u"查 找(&F)"_s, u"挂 失(&L)"_s, u"成批删除"_s,
             u"关 闭(&Q)"_s});
-    cmdPrint.setEnabled(m_viewer);
     Grid1.setAccessibleName(windowTitle());
     layOut();
     wire();
@@ -212,7 +211,7 @@ void DzglFrm::changeUnit()
 void DzglFrm::print()
 {
     const bool any = anyShown() || !Grid1.TextMatrix(1, ReaderName).isEmpty();
-    printReaders(m_session, *m_viewer, m_search, any);
+    printReaders(m_session, m_viewer, m_search, any);
 }
 
 void DzglFrm::toExcel()

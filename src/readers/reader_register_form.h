@@ -16,8 +16,7 @@ class DzglFrm final : public QWidget, public QueryReceiver {
     Q_OBJECT
 
 public:
-    /// Without a viewer there is no printing.
-    DzglFrm(Session& session, ReportViewer* viewer, SpreadsheetProgram& spreadsheets);
+    DzglFrm(Session& session, ReportViewer& viewer, SpreadsheetProgram& spreadsheets);
 
     /// Searches, and remembers what for.
     void loadData(const QString& condition, const QString& order) override;
@@ -60,7 +59,7 @@ private:
     QStringList codesFound() const;
 
     Session& m_session;
-    ReportViewer* m_viewer;
+    ReportViewer& m_viewer;
     SpreadsheetProgram& m_spreadsheets;
     ReaderSearch m_search;
 };

@@ -1,6 +1,7 @@
 #include "desk/desk_form.h"
 #include "exceptions/desk_fine_dialog.h"
 #include "exceptions/fine_form.h"
+#include "support/report_double.h"
 #include "support/screen_host.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
@@ -25,7 +26,7 @@ private Q_SLOTS:
             m->copy(barcode);
         m->reservation(u"R2"_s, {{u"zskid"_s, u"2"_s}});
         m_fines = std::make_unique<DeskFineDialog>(m->session);
-        m_desk = std::make_unique<TsjhFrm>(m->session, m_host, *m_fines);
+        m_desk = std::make_unique<TsjhFrm>(m->session, m_host, *m_fines, m_reports);
         appear(*m_desk);
     }
 
@@ -149,6 +150,7 @@ private:
     }
 
     std::unique_ptr<TestLibrary> m;
+    ReportDouble m_reports;
     NoHost m_host;
     std::unique_ptr<DeskFineDialog> m_fines;
     std::unique_ptr<TsjhFrm> m_desk;

@@ -10,6 +10,7 @@
 #include "readers/reader_list_form.h"
 #include "readers/reader_name_editor.h"
 #include "readers/reader_register_form.h"
+#include "support/report_double.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
 
@@ -135,7 +136,8 @@ private:
     }
 
     TestLibrary m;
-    const ScreenCatalog m_screens = allScreens();
+    ReportDouble m_reports;
+    const ScreenCatalog m_screens = allScreens(m_reports);
     std::unique_ptr<LtMainFrm> m_window;
 };
 

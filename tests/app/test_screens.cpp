@@ -17,6 +17,7 @@
 #include "readers/reader_name_editor.h"
 #include "statistics/query_form.h"
 #include "support/fine_double.h"
+#include "support/report_double.h"
 #include "support/screen_host.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
@@ -82,7 +83,8 @@ private Q_SLOTS:
             {[&] { return new EditPassFrm(m->session); }, u"修改口令"_s,
                 u"Text1(0)=|Text1(1)=|Text1(2)=|CmdOk=&Y 确认|CmdCancel=&C 取消"_s},
             {[&] { return new AboutFrm(); }, u"关于系统"_s, {}},
-            {[&] { return new TsjhFrm(m->session, m_host, m_fines); }, u"图书借还-操作员：王馆员"_s,
+            {[&] { return new TsjhFrm(m->session, m_host, m_fines, m_reports); },
+                u"图书借还-操作员：王馆员"_s,
                 u"cmdTuShuYuYue=&Y 图书预约|cmdWuZhengJieShu=&W 无证借书|CmdQuit=&E 安全退出|Frame1=读者信息|Label1=输入读者证号：|Label2=输入图书条码号：|Frame2=借书信息|Label3(0)=读者证号：|Label3(2)=性    别：|Label3(9)=有效期限：|Label5(9)=|Label8=输入图书条码号：|Check1=续 借(&A)|Frame3=还书信息|tMsg="_s},
             {[&] { return new FKmangerFrm(m->session, u"A"_s); }, u"罚款管理"_s,
                 u"Text1(0)=|Text1(12)=|Check1(0)=超期|Check1(1)=污损|Check1(2)=丢失|lXinXi(2)=|Command1(0)=&A 保存增加|Command1(1)=&S  保存|Command1(2)=&X  关闭|Grid1(1)="_s},
@@ -90,7 +92,7 @@ private Q_SLOTS:
                 u"Command1(0)=&A 增加|Command1(1)=&D 删除|Command1(2)=&X 关闭|Command1(3)=&E 修改|lCounts=记录数：0|Grid1="_s},
             {[&] { return new holidayaddFrm(m->session); }, u"假期管理-添加"_s,
                 u"Text1(0)=|Text1(1)=|Text1(2)=|Command1(0)=&A 保存增加|Command1(1)=&S 保存|Command1(2)=&X 关闭"_s},
-            {[&] { return new JycsFrm(m->session, nullptr); }, u"Quilla流通参数设定"_s,
+            {[&] { return new JycsFrm(m->session, m_reports); }, u"Quilla流通参数设定"_s,
                 u"Command1(0)=&A 增加|Command1(1)=&D 删除|Command1(2)=&X 关闭|Command1(3)=&E 修改|Command1(4)=&P 打印报表|lCounts=记录数：0|Grid1="_s},
             {[&] { return new JycsAddFrm(m->session); }, u"流通参数设置----流通参数添加"_s,
                 u"Combo1=|Text1(0)=|Text1(10)=|Check1(0)=有过期书刊时还可以借书|Check1(1)=可以无证借书|Command1(0)=&A 保存增加|Command1(1)=&S  保存|Command1(2)=&X  关闭"_s},
@@ -138,7 +140,7 @@ private Q_SLOTS:
 
     void menuAndToolbar()
     {
-        const ScreenCatalog catalog = allScreens();
+        const ScreenCatalog catalog = allScreens(m_reports);
         LtMainFrm window(m->session, catalog);
         QCOMPARE(window.windowTitle(), u"Quilla青简总馆V4.1-----------------------青简台"_s);
         QStringList menus;
@@ -166,7 +168,7 @@ private Q_SLOTS:
 
     void screensAreReused()
     {
-        const ScreenCatalog catalog = allScreens();
+        const ScreenCatalog catalog = allScreens(m_reports);
         LtMainFrm window(m->session, catalog);
         window.show();
         window.openScreen(u"TsjhFrm"_s);
@@ -187,7 +189,7 @@ private Q_SLOTS:
     void typesOpenAsDialog()
     {
         m->insert(u"dzlx"_s, {{u"readerclass"_s, u"学生"_s}});
-        const ScreenMaker make = allScreens().value(u"MadddzlxFrm"_s);
+        const ScreenMaker make = allScreens(m_reports).value(u"MadddzlxFrm"_s);
         m_form.reset(make(m->session, m_host, u"0"_s, nullptr));
         QVERIFY(qobject_cast<QDialog*>(m_form.get()));
         QCOMPARE(m_form->windowTitle(), u"Quilla-定义 读者类型&单位"_s);
@@ -291,6 +293,7 @@ private Q_SLOTS:
 
 private:
     std::unique_ptr<TestLibrary> m;
+    ReportDouble m_reports;
     NoReceiver m_list;
     NoHost m_host;
     FineDouble m_fines;

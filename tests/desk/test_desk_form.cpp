@@ -1,6 +1,7 @@
 #include "desk/desk_form.h"
 #include "support/cases.h"
 #include "support/fine_double.h"
+#include "support/report_double.h"
 #include "support/screen_host.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
@@ -18,7 +19,7 @@ private Q_SLOTS:
         m = std::make_unique<TestLibrary>();
         m->reader(u"R1"_s);
         m->copy(u"B1"_s);
-        m_desk = std::make_unique<TsjhFrm>(m->session, m_host, m_fines);
+        m_desk = std::make_unique<TsjhFrm>(m->session, m_host, m_fines, m_reports);
         appear(*m_desk);
     }
 
@@ -174,7 +175,7 @@ private Q_SLOTS:
     {
         QVERIFY(!m_desk->cmdTuShuYuYue.isEnabled());
         m_host.exists = {u"frmTushuYuYue"_s};
-        TsjhFrm desk(m->session, m_host, m_fines);
+        TsjhFrm desk(m->session, m_host, m_fines, m_reports);
         desk.cmdTuShuYuYue.click();
         QCOMPARE(m_host.opened, QStringList {u"frmTushuYuYue"_s});
     }
@@ -187,6 +188,7 @@ private:
     QString panel(int label) const { return m_desk->Label5[label].text(); }
 
     std::unique_ptr<TestLibrary> m;
+    ReportDouble m_reports;
     NoHost m_host;
     FineDouble m_fines;
     std::unique_ptr<TsjhFrm> m_desk;

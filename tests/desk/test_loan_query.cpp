@@ -13,7 +13,7 @@ namespace {
 
 class Viewer final : public ReportViewer {
 public:
-    void showReport(const QString& design, Recordset& rows) override
+    void showReport(const QString& design, Recordset& rows, const ReportTexts&) override
     {
         QStringList barcodes;
         for (; !rows.eof(); rows.next())
@@ -45,7 +45,7 @@ private Q_SLOTS:
         m->loan(u"B2"_s, u"R2"_s, u"2026-03-21"_s);
         m->loan(u"B3"_s, u"R2"_s, u"2026-03-22"_s);
         m_viewer.shown.clear();
-        m_desk = std::make_unique<TsjhFrm>(m->session, m_host, m_fines, &m_viewer);
+        m_desk = std::make_unique<TsjhFrm>(m->session, m_host, m_fines, m_viewer);
         m_desk->SSTab1.setCurrentIndex(2);
         appear(*m_desk);
     }

@@ -9,7 +9,7 @@ namespace {
 
 class ViewerDouble final : public ReportViewer {
 public:
-    void showReport(const QString& design, Recordset& rows) override
+    void showReport(const QString& design, Recordset& rows, const ReportTexts&) override
     {
         shown = design + u':' + rows.field(0).text() + u' ' + rows.field(u"chaoqixujie").text()
             + rows.field(u"wuzhengjie").text();

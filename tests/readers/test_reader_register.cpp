@@ -22,7 +22,7 @@ public:
 
 class Viewer final : public ReportViewer {
 public:
-    void showReport(const QString& design, Recordset& rows) override
+    void showReport(const QString& design, Recordset& rows, const ReportTexts&) override
     {
         shown.append(design);
         for (; !rows.eof(); rows.next())

@@ -2,6 +2,7 @@
 #include "readers/reader_card_form.h"
 #include "readers/reader_register_form.h"
 #include "statistics/query_form.h"
+#include "support/report_double.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
 
@@ -35,7 +36,7 @@ private Q_SLOTS:
         m->loan(u"B1"_s, u"R1"_s, u"2026-04-01"_s);
         m_sheets = {};
         m_sheets.place = m->folder.path();
-        m_list = std::make_unique<DzglFrm>(m->session, nullptr, m_sheets);
+        m_list = std::make_unique<DzglFrm>(m->session, m_reports, m_sheets);
         appear(*m_list);
     }
     void cleanup()
@@ -49,7 +50,7 @@ private Q_SLOTS:
     {
         QCOMPARE(m_list->Grid1.Rows(), 20);
         QCOMPARE(m_list->iRowCount.text() + codes(), u"0"_s);
-        QVERIFY(m_list->Grid1.hasFocus() && !m_list->cmdPrint.isEnabled());
+        QVERIFY(m_list->Grid1.hasFocus());
         const QString before = m->everything();
         bool offered = false;
         m_list->Menu.setChooser([&](const QStringList&) { return offered = true, 1; });
@@ -202,6 +203,7 @@ private:
     }
 
     std::unique_ptr<TestLibrary> m;
+    ReportDouble m_reports;
     Sheets m_sheets {};
     std::unique_ptr<DzglFrm> m_list;
     int m_dialogs = 0; ///< that have not come yet
