@@ -1,3 +1,4 @@
+#include "desk/loan_query_page.h"
 #include "output/report_designs.h"
 #include "platform/report/form_print.h"
 #include "platform/report/report_preview.h"
@@ -19,6 +20,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void everyPrintIsAWindowOfItsOwn();
+    void screensPrint();
     void errorsOpenNothing();
     void pagesByKeys();
     void savesAndPrints();
@@ -72,6 +74,21 @@ void TestReportWindows::everyPrintIsAWindowOfItsOwn()
     QTest::keyClick(windows().front(), Qt::Key_Escape);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCOMPARE(windows().size(), 1);
+}
+
+void TestReportWindows::screensPrint()
+{
+    m->reader(u"R1"_s);
+    m->copy(u"B1"_s);
+    m->loan(u"B1"_s, u"R1"_s, u"2026-03-20"_s);
+    LoanQueryPage desk(m->session, *m_reports);
+    desk.Check2[3].click();
+    desk.Text2[1].setText(u"B1"_s);
+    desk.CmdFind.click();
+    desk.CmdPrint.click();
+    QCOMPARE(windows().size(), 1);
+    const QString text = textsOf(windows().front()->pages(), *m_reports->fonts()).join(u' ');
+    QVERIFY2(text.contains(u"R1 B1 书名1"), qPrintable(text));
 }
 
 void TestReportWindows::errorsOpenNothing()

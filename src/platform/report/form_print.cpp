@@ -69,11 +69,14 @@ private:
         return shown;
     }
 
+    /// The row marker means nothing on paper.
+    bool shows(int col) const { return col >= m_grid->cells().FixedCols() && !m_grid->isColumnHidden(col); }
+
     double gridWidth() const
     {
         double width = 0;
         for (int col = 0; m_grid && col < m_grid->Cols(); ++col)
-            if (!m_grid->isColumnHidden(col)) width += m_grid->columnWidth(col);
+            if (shows(col)) width += m_grid->columnWidth(col);
         return width;
     }
 
@@ -149,7 +152,7 @@ private:
         font.bold = row == 0;
         double x = m_gridLeft;
         for (int col = 0; col < m_grid->Cols(); ++col) {
-            if (m_grid->isColumnHidden(col)) continue;
+            if (!shows(col)) continue;
             const double width = m_grid->columnWidth(col);
             const QString text = m_grid->TextMatrix(row, col).trimmed();
             if (!text.isEmpty())
@@ -173,7 +176,7 @@ private:
         double x = m_gridLeft;
         column(x, top, bottom);
         for (int col = 0; col < m_grid->Cols(); ++col) {
-            if (m_grid->isColumnHidden(col)) continue;
+            if (!shows(col)) continue;
             x += m_grid->columnWidth(col);
             column(x, top, bottom);
         }

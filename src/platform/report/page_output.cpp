@@ -168,15 +168,16 @@ void setUpPrinter(QPrinter& printer, const PrintedPages& pages)
 
 void printPages(const PrintedPages& pages, const FontBook& fonts, QPrinter& printer)
 {
+    const int copies = printer.supportsMultipleCopies() ? 1 : printer.copyCount();
     const int last = printer.toPage() > 0 ? std::min(printer.toPage(), pages.pageCount()) : pages.pageCount();
     const int first = std::max(printer.fromPage(), 1);
     QPainter painter;
     if (!painter.begin(&printer)) failPrinting(u"打印机没有响应，请检查打印机设置。"_s);
     const double scale = printer.resolution() / TwipsPerInch;
     painter.scale(scale, scale);
-    for (int page = first; page <= last; ++page) {
-        if (page > first && !printer.newPage()) failPrinting(u"打印中断，请检查打印机。"_s);
-        paintPage(painter, pages.page(page - 1), fonts);
+    for (int sheet = 0; sheet < copies * (last - first + 1); ++sheet) {
+        if (sheet > 0 && !printer.newPage()) failPrinting(u"打印中断，请检查打印机。"_s);
+        paintPage(painter, pages.page(first - 1 + sheet % (last - first + 1)), fonts);
     }
 }
 

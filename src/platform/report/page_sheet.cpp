@@ -28,17 +28,21 @@ void PageSheet::setScale(double scale)
 
 void PageSheet::paintEvent(QPaintEvent*)
 {
-    const double ratio = devicePixelRatioF();
-    if (m_picture.isNull() || m_picture.devicePixelRatio() != ratio) {
-        m_picture = QPixmap((QSizeF(size()) * ratio).toSize());
-        m_picture.setDevicePixelRatio(ratio);
-        m_picture.fill(Qt::white);
-        QPainter painter(&m_picture);
-        painter.setRenderHint(QPainter::TextAntialiasing);
-        painter.scale(m_scale, m_scale);
-        paintPage(painter, m_pages.page(m_page), m_fonts);
-    }
-    QPainter(this).drawPixmap(0, 0, m_picture);
+    QPainter painter(this);
+    const double ratio = painter.deviceTransform().m11(); // the screen's, or that of a picture of the window
+    if (m_picture.isNull() || m_picture.devicePixelRatio() != ratio) m_picture = drawn(ratio);
+    painter.drawPixmap(0, 0, m_picture);
+}
+
+QPixmap PageSheet::drawn(double ratio) const
+{
+    QPixmap picture((QSizeF(size()) * ratio).toSize());
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    painter.scale(m_scale, m_scale);
+    paintPage(painter, m_pages.page(m_page), m_fonts);
+    return picture;
 }
 
 } // namespace quilla

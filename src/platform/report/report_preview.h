@@ -26,6 +26,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    QPixmap drawn(double ratio) const;
+
     const PrintedPages& m_pages;
     const FontBook& m_fonts;
     int m_page = 0;
