@@ -1,4 +1,5 @@
 #include "exceptions/dunning_ops.h"
+#include "support/cases.h"
 #include "support/test_library.h"
 
 #include <QTest>
@@ -31,114 +32,103 @@ class TestDunning : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
+    void init()
+    {
+        m = std::make_unique<TestLibrary>(); // it is 2026-03-10
+        m_notices.shown.clear();
+        m->session.ConnectionText = m->connectionText;
+        m->reader(u"R1"_s, {{u"name"_s, u"王一"_s}, {u"readunit"_s, u"一班"_s}});
+        m->reader(u"R2"_s, {{u"name"_s, u"王一"_s}, {u"readunit"_s, u"二班"_s}});
+        m->reader(u"R3"_s, {{u"name"_s, u"null"_s}, {u"readunit"_s, u"一班"_s}});
+        const std::pair<QString, QString> loans[] {
+            {u"B1"_s, u"R1"_s}, {u"B2"_s, u"R2"_s}, {u"B3"_s, u"R1"_s}, {u"B4"_s, u"R3"_s}};
+        for (const auto& [barcode, reader] : loans) {
+            m->copy(barcode);
+            m->loan(barcode, reader, u"2026-03-0%1"_s.arg(barcode.back()));
+        }
+        m->copy(u"B9"_s);
+        m->loan(u"B9"_s, u"R2"_s, u"2026-03-10"_s); // due today
+    }
+
     void cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
-    void statements();
-    void notices_data();
-    void notices();
-    void failuresAreSilent();
-    void groupsOfAShapedResult();
+    void statements()
+    {
+        QCOMPARE(dunningStatement(u"readercode"_s, {u"a=1"_s, u"cqday"_s}),
+            u" SHAPE {select name+' 超期图书如下：' as GroupKey,readunit as itital,* from JhskCqV where a=1 order by cqday}  AS JHSKT COMPUTE JHSKT BY 'readercode','GroupKey'"_s);
+        QCOMPARE(dunningStatement(u"readunit"_s, {}),
+            u" SHAPE {select readunit+' 超期图书如下：' as GroupKey,readercode,name,name as itital,readunit,barcode,bookname,orderdate,yhdate from JhskCqV}  AS JHSKT COMPUTE JHSKT BY 'GroupKey'"_s);
+    }
+
+    void notices_data()
+    {
+        cases<QString, QString, QString, QStringList>(
+            {{"a reader each, also of one name",
+                 {u"readercode"_s, QString(), u"barcode"_s,
+                     QStringList {u"JHSKCQRpt 读者单位"_s, u"王一 超期图书如下：[B1 一班,B3 一班]"_s,
+                         u"王一 超期图书如下：[B2 二班]"_s, u"(null)[B4 一班]"_s}}},
+                {"a unit each, in the order asked for",
+                    {u"readunit"_s, QString(), u"barcode desc"_s,
+                        QStringList {u"JHSKCQRpt 读者姓名"_s, u"一班 超期图书如下：[B4 ,B3 王一,B1 王一]"_s,
+                            u"二班 超期图书如下：[B2 王一]"_s}}},
+                {"one reader",
+                    {u"readercode"_s, u"readercode='r2'"_s, QString(),
+                        QStringList {u"JHSKCQRpt 读者单位"_s, u"王一 超期图书如下：[B2 二班]"_s}}},
+                {"nobody",
+                    {u"readunit"_s, u"readunit='三班'"_s, QString(),
+                        QStringList {u"JHSKCQRpt 读者姓名"_s}}}});
+    }
+
+    void notices()
+    {
+        const auto [groupField, condition, order, shown] = given<QString, QString, QString, QStringList>();
+        PrintDunningNotices(m->session, m_notices, groupField, {condition, order});
+        QCOMPARE(m_notices.shown, shown);
+    }
+
+    void failuresAreSilent()
+    {
+        PrintDunningNotices(m->session, m_notices, u"readercode"_s, {u"nix=1"_s, {}});
+        m->session.ConnectionText = u"nonsense"_s;
+        PrintDunningNotices(m->session, m_notices, u"readercode"_s, {});
+        QCOMPARE(m_notices.shown, QStringList());
+        QVERIFY(!m->session.error.isSet());
+    }
+
+    /// Keys compare as the database compares texts; null is a key of its own.
+    void groupsOfAShapedResult()
+    {
+        Connection conn = m->factory.open(m->connectionText);
+        const QString select
+            = u"select 'a' as k,1 as n union all select null,2 union all select 'A ',3 union all select '',4 union all select null,5"_s;
+        const auto shaped = [&](const QString& by) {
+            return conn.openShaped(
+                u"SHAPE {select * from (%1) x order by n} AS c COMPUTE c BY %2"_s.arg(select, by));
+        };
+        Recordset groups = shaped(u"k"_s);
+        conn.close(); // what it brought is kept
+        QCOMPARE(groups.recordCount(), 3);
+        QStringList found;
+        for (; !groups.eof(); groups.next()) {
+            Recordset child = groups.child(u"C");
+            QStringList numbers;
+            for (; !child.eof(); child.next())
+                numbers.append(child.field(u"n").text());
+            child.first();
+            QCOMPARE(child.field(u"n").text(), numbers.front());
+            QCOMPARE(child.recordCount(), numbers.size());
+            found.append(numbers.join(u'+'));
+        }
+        QCOMPARE(found.join(u' '), u"1+3 2+5 4"_s);
+        conn = m->factory.open(m->connectionText);
+        QVERIFY_THROWS_EXCEPTION(Error, shaped(u"nix"_s));
+        groups = shaped(u"k"_s);
+        QVERIFY_THROWS_EXCEPTION(Error, groups.child(u"other"));
+    }
 
 private:
     std::unique_ptr<TestLibrary> m;
     Notices m_notices;
 };
-
-void TestDunning::init()
-{
-    m = std::make_unique<TestLibrary>(); // it is 2026-03-10
-    m_notices.shown.clear();
-    m->session.ConnectionText = m->connectionText;
-    m->reader(u"R1"_s, {{u"name"_s, u"王一"_s}, {u"readunit"_s, u"一班"_s}});
-    m->reader(u"R2"_s, {{u"name"_s, u"王一"_s}, {u"readunit"_s, u"二班"_s}});
-    m->reader(u"R3"_s, {{u"name"_s, u"null"_s}, {u"readunit"_s, u"一班"_s}});
-    const std::pair<QString, QString> loans[] {
-        {u"B1"_s, u"R1"_s}, {u"B2"_s, u"R2"_s}, {u"B3"_s, u"R1"_s}, {u"B4"_s, u"R3"_s}};
-    for (const auto& [barcode, reader] : loans) {
-        m->copy(barcode);
-        m->loan(barcode, reader, u"2026-03-0%1"_s.arg(barcode.back()));
-    }
-    m->copy(u"B9"_s);
-    m->loan(u"B9"_s, u"R2"_s, u"2026-03-10"_s); // due today
-}
-
-void TestDunning::statements()
-{
-    QCOMPARE(dunningStatement(u"readercode"_s, {u"a=1"_s, u"cqday"_s}),
-        u" SHAPE {select name+' 超期图书如下：' as GroupKey,readunit as itital,* from JhskCqV where a=1 order by cqday}  AS JHSKT COMPUTE JHSKT BY 'readercode','GroupKey'"_s);
-    QCOMPARE(dunningStatement(u"readunit"_s, {}),
-        u" SHAPE {select readunit+' 超期图书如下：' as GroupKey,readercode,name,name as itital,readunit,barcode,bookname,orderdate,yhdate from JhskCqV}  AS JHSKT COMPUTE JHSKT BY 'GroupKey'"_s);
-}
-
-void TestDunning::notices_data()
-{
-    QTest::addColumn<QString>("groupField");
-    QTest::addColumn<QString>("condition");
-    QTest::addColumn<QString>("order");
-    QTest::addColumn<QStringList>("shown");
-    QTest::newRow("a reader each, also of one name")
-        << u"readercode"_s << QString() << u"barcode"_s
-        << QStringList {u"JHSKCQRpt 读者单位"_s, u"王一 超期图书如下：[B1 一班,B3 一班]"_s,
-               u"王一 超期图书如下：[B2 二班]"_s, u"(null)[B4 一班]"_s};
-    QTest::newRow("a unit each, in the order asked for")
-        << u"readunit"_s << QString() << u"barcode desc"_s
-        << QStringList {u"JHSKCQRpt 读者姓名"_s, u"一班 超期图书如下：[B4 ,B3 王一,B1 王一]"_s,
-               u"二班 超期图书如下：[B2 王一]"_s};
-    QTest::newRow("one reader") << u"readercode"_s << u"readercode='r2'"_s << QString()
-                                << QStringList {u"JHSKCQRpt 读者单位"_s, u"王一 超期图书如下：[B2 二班]"_s};
-    QTest::newRow("nobody") << u"readunit"_s << u"readunit='三班'"_s << QString()
-                            << QStringList {u"JHSKCQRpt 读者姓名"_s};
-}
-
-void TestDunning::notices()
-{
-    QFETCH(QString, groupField);
-    QFETCH(QString, condition);
-    QFETCH(QString, order);
-    QFETCH(QStringList, shown);
-    PrintDunningNotices(m->session, m_notices, groupField, {condition, order});
-    QCOMPARE(m_notices.shown, shown);
-}
-
-void TestDunning::failuresAreSilent()
-{
-    PrintDunningNotices(m->session, m_notices, u"readercode"_s, {u"nix=1"_s, {}});
-    m->session.ConnectionText = u"nonsense"_s;
-    PrintDunningNotices(m->session, m_notices, u"readercode"_s, {});
-    QCOMPARE(m_notices.shown, QStringList());
-    QVERIFY(!m->session.error.isSet());
-}
-
-/// Keys compare as the database compares texts; null is a key of its own.
-void TestDunning::groupsOfAShapedResult()
-{
-    Connection conn = m->factory.open(m->connectionText);
-    const QString select
-        = u"select 'a' as k,1 as n union all select null,2 union all select 'A ',3 union all select '',4 union all select null,5"_s;
-    const auto shaped = [&](const QString& by) {
-        return conn.openShaped(
-            u"SHAPE {select * from (%1) x order by n} AS c COMPUTE c BY %2"_s.arg(select, by));
-    };
-    Recordset groups = shaped(u"k"_s);
-    conn.close(); // what it brought is kept
-    QCOMPARE(groups.recordCount(), 3);
-    QStringList found;
-    for (; !groups.eof(); groups.next()) {
-        Recordset child = groups.child(u"C");
-        QStringList numbers;
-        for (; !child.eof(); child.next())
-            numbers.append(child.field(u"n").text());
-        child.first();
-        QCOMPARE(child.field(u"n").text(), numbers.front());
-        QCOMPARE(child.recordCount(), numbers.size());
-        found.append(numbers.join(u'+'));
-    }
-    QCOMPARE(found.join(u' '), u"1+3 2+5 4"_s);
-    conn = m->factory.open(m->connectionText);
-    QVERIFY_THROWS_EXCEPTION(Error, shaped(u"nix"_s));
-    groups = shaped(u"k"_s);
-    QVERIFY_THROWS_EXCEPTION(Error, groups.child(u"other"));
-}
 
 QTEST_MAIN(TestDunning)
 #include "test_dunning.moc"

@@ -5,6 +5,7 @@
 #include "platform/report/report_previews.h"
 #include "platform/ui/flex_grid.h"
 #include "report/pdf_text.h"
+#include "support/cases.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
 
@@ -17,178 +18,164 @@ class TestReportWindows : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-    void everyPrintIsAWindowOfItsOwn();
-    void screensPrint();
-    void errorsOpenNothing();
-    void pagesByKeys();
-    void savesAndPrints();
-    void formsPrintTheirWholeGrid_data();
-    void formsPrintTheirWholeGrid();
+    void init()
+    {
+        m = std::make_unique<TestLibrary>();
+        m_reports = std::make_unique<ReportPreviews>(
+            reportDesigns(), m->prompt, m->clock, [] { return QString(); });
+    }
+
+    void cleanup()
+    {
+        for (ReportPreview* window : windows())
+            delete window;
+        QCOMPARE(m->prompt.takeComplaints(), QString());
+    }
+
+    void everyPrintIsAWindowOfItsOwn()
+    {
+        QCOMPARE(show(1)->windowTitle(), u"打印预览 - 流通情况统计表"_s);
+        show(1);
+        QCOMPARE(windows().size(), 2);
+        appear(*windows().front());
+        QTest::keyClick(windows().front(), Qt::Key_Escape);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(windows().size(), 1);
+    }
+
+    void screensPrint()
+    {
+        m->reader(u"R1"_s);
+        m->copy(u"B1"_s);
+        m->loan(u"B1"_s, u"R1"_s, u"2026-03-20"_s);
+        LoanQueryPage desk(m->session, *m_reports);
+        desk.Check2[3].click();
+        desk.Text2[1].setText(u"B1"_s);
+        desk.CmdFind.click();
+        desk.CmdPrint.click();
+        QCOMPARE(windows().size(), 1);
+        const QString text = textsOf(windows().front()->pages(), *m_reports->fonts()).join(u' ');
+        QVERIFY2(text.contains(u"R1 B1 书名1"), qPrintable(text));
+    }
+
+    void errorsOpenNothing()
+    {
+        Recordset nothing;
+        m->prompt.expect(u"报表“借书记录统计表”需要的字段 readercode 不在查询结果中。"_s)
+            .titled(u"操作提示")
+            .icon(Icon::Warning);
+        m_reports->showReport(u"JHSKReport"_s, nothing);
+        m_reports->showReport(u"JHSKCQRpt"_s, nothing); // is silent
+        QCOMPARE(windows().size(), 0);
+    }
+
+    void pagesByKeys()
+    {
+        ReportPreview& preview = *show(100);
+        appear(preview);
+        const int last = preview.pages().pageCount() - 1;
+        QVERIFY(last >= 2);
+        QTest::keyClick(&preview, Qt::Key_End);
+        QCOMPARE(preview.page(), last);
+        QVERIFY(!preview.cmdNext.isEnabled() && preview.cmdPrevious.isEnabled());
+        QTest::keyClick(&preview, Qt::Key_Home);
+        preview.cboZoom.setCurrentIndex(1); // the whole page: nothing to scroll
+        QTest::keyClick(&preview, Qt::Key_PageDown);
+        QCOMPARE(preview.page(), 1);
+        QTest::keyClick(&preview, Qt::Key_PageUp);
+        QTest::keyClick(&preview, Qt::Key_PageUp);
+        QCOMPARE(preview.page(), 0);
+        preview.cboZoom.setCurrentText(u"200%"_s);
+        QTest::keyClick(&preview, Qt::Key_PageDown);
+        QCOMPARE(preview.page(), 0); // scrolls first
+        preview.txtPage.setValue(3);
+        QCOMPARE(preview.page(), 2);
+        QCOMPARE(preview.labPages.text(), u"页，共 %1 页"_s.arg(last + 1));
+    }
+
+    void savesAndPrints()
+    {
+        ReportPreview& preview = *show(100);
+        const QString file = m->folder.filePath(u"a.pdf"_s);
+        QVERIFY(preview.save(file));
+        QCOMPARE(int(textsOf(file).size()), preview.pages().pageCount());
+        QProcess fonts;
+        fonts.start(u"pdffonts"_s, {file});
+        fonts.waitForFinished();
+        const QString list = QString::fromUtf8(fonts.readAllStandardOutput());
+        QVERIFY2(list.contains(u" yes ")
+                && !list.contains(QRegularExpression(u" no +(yes|no) +(yes|no) +\\d+ "_s)),
+            qPrintable(list));
+        m->prompt.expectStart(u"无法写入文件 /nowhere/a.pdf："_s).titled(u"操作提示");
+        QVERIFY(!preview.save(u"/nowhere/a.pdf"_s));
+
+        QPrinter printer;
+        printer.setOutputFileName(m->folder.filePath(u"b.pdf"_s));
+        setUpPrinter(printer, preview.pages());
+        printer.setFromTo(2, 2);
+        printPages(preview.pages(), FontBook(), printer);
+        const QStringList printed = textsOf(m->folder.filePath(u"b.pdf"_s));
+        QCOMPARE(int(printed.size()), 1);
+        QCOMPARE(printed[0].count(u"a 1 2"), textsOf(file)[1].count(u"a 1 2"));
+    }
+
+    void formsPrintTheirWholeGrid_data()
+    {
+        cases<int, int>({{"as on the screen", {5, 1}}, {"longer than the form", {14, 1}},
+            {"longer than a page", {100, 5}}});
+    }
+
+    void formsPrintTheirWholeGrid()
+    {
+        const auto [lines, pages] = given<int, int>();
+        QWidget form;
+        form.resize(800, 500);
+        QLabel title(u"2003年流通工作量统计报表"_s, &form);
+        title.setGeometry(200, 10, 400, 30);
+        QLabel hidden(u"不打印"_s, &form);
+        hidden.hide();
+        FlexGrid grid(&form);
+        grid.setGeometry(20, 60, 760, 300);
+        QLabel date(u"打印日期："_s, &form);
+        date.setGeometry(20, 400, 200, 30);
+        grid.setFormatString(u"^月份|借出册数|罚款金额"_s);
+        for (int line = 1; line <= lines; ++line)
+            grid.cells().addRow(
+                {u"%1月"_s.arg(line), u"R%1"_s.arg(line, 4, 10, QChar(u'0')), u"1,234,567.00"_s});
+        const FontBook fonts;
+        const QStringList texts = textsOf(FormPages(form, Paper::Wide, fonts), fonts);
+        QCOMPARE(int(texts.size()), pages);
+        const QString all = texts.join(u' ');
+        QVERIFY2(
+            all.startsWith(u"2003年流通工作量统计报表 月份 借出册数 罚款金额 1月 R0001 1,234,567.00 2月"),
+            qPrintable(all.left(200)));
+        QVERIFY2(
+            all.endsWith(u"R%1 1,234,567.00 打印日期："_s.arg(lines, 4, 10, QChar(u'0'))), qPrintable(all));
+        QCOMPARE(all.count(u"借出册数"), pages);
+        QCOMPARE(all.count(u"1,234,567.00"), lines);
+        QVERIFY(!all.contains(u"不打印"));
+    }
 
 private:
-    ReportPreview* show(int rows);
-    static QList<ReportPreview*> windows();
+    ReportPreview* show(int count)
+    {
+        QStringList parts(count, u"select 'a' as ItemKey,1 as JsCount,2 as HsCount"_s);
+        Recordset rows = m->factory.open(m->connectionText).open(parts.join(u" union all "_s));
+        m_reports->showReport(u"LtTjReport"_s, rows, {u"读者单位"_s, {}});
+        return windows().back();
+    }
+
+    static QList<ReportPreview*> windows()
+    {
+        QList<ReportPreview*> found;
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (auto* preview = qobject_cast<ReportPreview*>(window)) found.append(preview);
+        return found;
+    }
 
     std::unique_ptr<TestLibrary> m;
     std::unique_ptr<ReportPreviews> m_reports;
 };
-
-void TestReportWindows::init()
-{
-    m = std::make_unique<TestLibrary>();
-    m_reports
-        = std::make_unique<ReportPreviews>(reportDesigns(), m->prompt, m->clock, [] { return QString(); });
-}
-
-void TestReportWindows::cleanup()
-{
-    for (ReportPreview* window : windows())
-        delete window;
-    QCOMPARE(m->prompt.takeComplaints(), QString());
-}
-
-QList<ReportPreview*> TestReportWindows::windows()
-{
-    QList<ReportPreview*> found;
-    for (QWidget* window : QApplication::topLevelWidgets())
-        if (auto* preview = qobject_cast<ReportPreview*>(window)) found.append(preview);
-    return found;
-}
-
-ReportPreview* TestReportWindows::show(int count)
-{
-    QStringList parts(count, u"select 'a' as ItemKey,1 as JsCount,2 as HsCount"_s);
-    Recordset rows = m->factory.open(m->connectionText).open(parts.join(u" union all "_s));
-    m_reports->showReport(u"LtTjReport"_s, rows, {u"读者单位"_s, {}});
-    return windows().back();
-}
-
-void TestReportWindows::everyPrintIsAWindowOfItsOwn()
-{
-    QCOMPARE(show(1)->windowTitle(), u"打印预览 - 流通情况统计表"_s);
-    show(1);
-    QCOMPARE(windows().size(), 2);
-    appear(*windows().front());
-    QTest::keyClick(windows().front(), Qt::Key_Escape);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCOMPARE(windows().size(), 1);
-}
-
-void TestReportWindows::screensPrint()
-{
-    m->reader(u"R1"_s);
-    m->copy(u"B1"_s);
-    m->loan(u"B1"_s, u"R1"_s, u"2026-03-20"_s);
-    LoanQueryPage desk(m->session, *m_reports);
-    desk.Check2[3].click();
-    desk.Text2[1].setText(u"B1"_s);
-    desk.CmdFind.click();
-    desk.CmdPrint.click();
-    QCOMPARE(windows().size(), 1);
-    const QString text = textsOf(windows().front()->pages(), *m_reports->fonts()).join(u' ');
-    QVERIFY2(text.contains(u"R1 B1 书名1"), qPrintable(text));
-}
-
-void TestReportWindows::errorsOpenNothing()
-{
-    Recordset nothing;
-    m->prompt.expect(u"报表“借书记录统计表”需要的字段 readercode 不在查询结果中。"_s)
-        .titled(u"操作提示")
-        .icon(Icon::Warning);
-    m_reports->showReport(u"JHSKReport"_s, nothing);
-    m_reports->showReport(u"JHSKCQRpt"_s, nothing); // is silent
-    QCOMPARE(windows().size(), 0);
-}
-
-void TestReportWindows::pagesByKeys()
-{
-    ReportPreview& preview = *show(100);
-    appear(preview);
-    const int last = preview.pages().pageCount() - 1;
-    QVERIFY(last >= 2);
-    QTest::keyClick(&preview, Qt::Key_End);
-    QCOMPARE(preview.page(), last);
-    QVERIFY(!preview.cmdNext.isEnabled() && preview.cmdPrevious.isEnabled());
-    QTest::keyClick(&preview, Qt::Key_Home);
-    preview.cboZoom.setCurrentIndex(1); // the whole page: nothing to scroll
-    QTest::keyClick(&preview, Qt::Key_PageDown);
-    QCOMPARE(preview.page(), 1);
-    QTest::keyClick(&preview, Qt::Key_PageUp);
-    QTest::keyClick(&preview, Qt::Key_PageUp);
-    QCOMPARE(preview.page(), 0);
-    preview.cboZoom.setCurrentText(u"200%"_s);
-    QTest::keyClick(&preview, Qt::Key_PageDown);
-    QCOMPARE(preview.page(), 0); // scrolls first
-    preview.txtPage.setValue(3);
-    QCOMPARE(preview.page(), 2);
-    QCOMPARE(preview.labPages.text(), u"页，共 %1 页"_s.arg(last + 1));
-}
-
-void TestReportWindows::savesAndPrints()
-{
-    ReportPreview& preview = *show(100);
-    const QString file = m->folder.filePath(u"a.pdf"_s);
-    QVERIFY(preview.save(file));
-    QCOMPARE(int(textsOf(file).size()), preview.pages().pageCount());
-    QProcess fonts;
-    fonts.start(u"pdffonts"_s, {file});
-    fonts.waitForFinished();
-    const QString list = QString::fromUtf8(fonts.readAllStandardOutput());
-    QVERIFY2(
-        list.contains(u" yes ") && !list.contains(QRegularExpression(u" no +(yes|no) +(yes|no) +\\d+ "_s)),
-        qPrintable(list));
-    m->prompt.expectStart(u"无法写入文件 /nowhere/a.pdf："_s).titled(u"操作提示");
-    QVERIFY(!preview.save(u"/nowhere/a.pdf"_s));
-
-    QPrinter printer;
-    printer.setOutputFileName(m->folder.filePath(u"b.pdf"_s));
-    setUpPrinter(printer, preview.pages());
-    printer.setFromTo(2, 2);
-    printPages(preview.pages(), FontBook(), printer);
-    const QStringList printed = textsOf(m->folder.filePath(u"b.pdf"_s));
-    QCOMPARE(int(printed.size()), 1);
-    QCOMPARE(printed[0].count(u"a 1 2"), textsOf(file)[1].count(u"a 1 2"));
-}
-
-void TestReportWindows::formsPrintTheirWholeGrid_data()
-{
-    QTest::addColumn<int>("lines");
-    QTest::addColumn<int>("pages");
-    QTest::newRow("as on the screen") << 5 << 1;
-    QTest::newRow("longer than the form") << 14 << 1;
-    QTest::newRow("longer than a page") << 100 << 5;
-}
-
-void TestReportWindows::formsPrintTheirWholeGrid()
-{
-    QFETCH(int, lines);
-    QFETCH(int, pages);
-    QWidget form;
-    form.resize(800, 500);
-    QLabel title(u"2003年流通工作量统计报表"_s, &form);
-    title.setGeometry(200, 10, 400, 30);
-    QLabel hidden(u"不打印"_s, &form);
-    hidden.hide();
-    FlexGrid grid(&form);
-    grid.setGeometry(20, 60, 760, 300);
-    QLabel date(u"打印日期："_s, &form);
-    date.setGeometry(20, 400, 200, 30);
-    grid.setFormatString(u"^月份|借出册数|罚款金额"_s);
-    for (int line = 1; line <= lines; ++line)
-        grid.cells().addRow({u"%1月"_s.arg(line), u"R%1"_s.arg(line, 4, 10, QChar(u'0')), u"1,234,567.00"_s});
-    const FontBook fonts;
-    const QStringList texts = textsOf(FormPages(form, Paper::Wide, fonts), fonts);
-    QCOMPARE(int(texts.size()), pages);
-    const QString all = texts.join(u' ');
-    QVERIFY2(all.startsWith(u"2003年流通工作量统计报表 月份 借出册数 罚款金额 1月 R0001 1,234,567.00 2月"),
-        qPrintable(all.left(200)));
-    QVERIFY2(all.endsWith(u"R%1 1,234,567.00 打印日期："_s.arg(lines, 4, 10, QChar(u'0'))), qPrintable(all));
-    QCOMPARE(all.count(u"借出册数"), pages);
-    QCOMPARE(all.count(u"1,234,567.00"), lines);
-    QVERIFY(!all.contains(u"不打印"));
-}
 
 QTEST_MAIN(TestReportWindows)
 #include "test_report_windows.moc"

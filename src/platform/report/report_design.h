@@ -65,7 +65,7 @@ struct ReportTotal {
     QString under {};
 };
 
-/// The groups of a report with a shaped result.
+/// The groups of a report with a shaped result. Their footer, `Section7`, holds nothing.
 struct ReportGroup {
     QString rows; ///< name of the rows of a group
     std::vector<ReportLine> Section6; ///< group header: these lines, then the captions
