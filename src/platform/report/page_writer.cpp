@@ -163,33 +163,39 @@ void PageWriter::inCell(
     put(line, m_report.tableFont(bold), startOf(line.width, left, right, place), middle);
 }
 
-/// The caption takes the columns before the first total; a total in the first column shares it with it.
+/// Where the text of a total ends up: under its column, the first column shared with the caption.
+std::size_t PageWriter::columnOf(const ReportTotal& total) const
+{
+    const auto& columns = m_report.m_design.Section1;
+    const QString& under = total.under.isEmpty() ? total.field : total.under;
+    const auto column = std::find_if(columns.begin(), columns.end(),
+        [&](const ReportColumn& candidate) { return candidate.field == under; });
+    return std::size_t(column - columns.begin());
+}
+
 void PageWriter::totals()
 {
     const auto& design = m_report.m_design;
-    const double height = m_report.rowHeight(1);
-    const double middle = m_y + height / 2;
+    const auto& edges = m_report.m_edges;
     std::size_t first = design.Section1.size();
+    const double shared = (edges[0] + edges[1]) / 2;
     for (std::size_t i = 0; i < design.Section5.size(); ++i) {
+        const std::size_t column = columnOf(design.Section5[i]);
         const QString& text = m_report.m_data.totals()[qsizetype(i)];
-        const ReportTotal& total = design.Section5[i];
-        const QString& under = total.under.isEmpty() ? total.field : total.under;
-        const auto column = std::find_if(design.Section1.begin(), design.Section1.end(),
-            [&](const ReportColumn& candidate) { return candidate.field == under; });
-        if (text.isEmpty() || column == design.Section1.end()) continue;
-        const auto at = std::size_t(column - design.Section1.begin());
-        first = std::min(first, at);
-        double left = m_report.m_edges[at] + padding();
-        const double right = m_report.m_edges[at + 1] - padding();
-        if (at == 0) left = (left + right) / 2;
-        inCell(fitLine(text, m_report.tableFont(true), right - left, *m_report.m_ruler, 0), left, right,
-            Place::Right, middle, true);
+        if (text.isEmpty() || column == design.Section1.size()) continue;
+        first = std::min(first, column);
+        totalCell(text, column == 0 ? shared : edges[column], edges[column + 1], 0);
     }
-    const double left = m_report.m_edges.front() + padding();
-    const double right = first == 0 ? (left + m_report.m_edges[1]) / 2 : m_report.m_edges[first] - padding();
-    inCell(fitLine(design.totalCaption, m_report.tableFont(true), right - left, *m_report.m_ruler), left,
-        right, first == 0 ? Place::Left : Place::Right, middle, true);
-    m_y += height;
+    totalCell(design.totalCaption, edges[0], first == 0 ? shared : edges[first], 0.6);
+    m_y += m_report.rowHeight(1);
+}
+
+void PageWriter::totalCell(const QString& text, double left, double right, double least)
+{
+    const Typeface font = m_report.tableFont(true);
+    const double room = right - left - 2 * padding();
+    inCell(fitLine(text, font, room, *m_report.m_ruler, least), left + padding(), right - padding(),
+        Place::Right, m_y + m_report.rowHeight(1) / 2, true);
 }
 
 void PageWriter::closeTable()

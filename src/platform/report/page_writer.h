@@ -30,6 +30,8 @@ private:
     void inCell(const FittedLine& line, double left, double right, Place place, double middle, bool bold);
     void put(const FittedLine& line, const Typeface& font, double x, double middle);
     void rule(double y, Ink ink);
+    std::size_t columnOf(const ReportTotal& total) const;
+    void totalCell(const QString& text, double left, double right, double least);
     double padding() const;
 
     const ReportLayout& m_report;

@@ -88,16 +88,16 @@ double ReportLayout::rowHeight(int lines) const
     return lines * m_design.points * TwipsPerPoint * LineSpacing + 2 * RowPadding;
 }
 
-/// Numbers and dates are never cut: a cut number is another one.
+/// A number is never cut: it would be another one. Codes and dates stay on one line while they can be read.
 std::vector<FittedLine> ReportLayout::fitted(const QString& text, int column) const
 {
     const Content content = m_design.Section1[std::size_t(column)].content;
+    const bool isNumber = content == Content::Count || content == Content::Money;
+    const bool isOneWord = isNumber || content == Content::Code || content == Content::Date;
+    const double least = isNumber ? 0 : LeastCode;
     const double room = roomOf(column);
-    if (text.isEmpty()) return {};
-    if (content == Content::Count || content == Content::Money || content == Content::Date)
-        return {fitLine(text, tableFont(), room, *m_ruler, 0)};
-    if (content == Content::Code && m_ruler->width(text, tableFont()) * LeastCode <= room)
-        return {fitLine(text, tableFont(), room, *m_ruler, LeastCode)};
+    if (isOneWord && m_ruler->width(text, tableFont()) * least <= room && !text.isEmpty())
+        return {fitLine(text, tableFont(), room, *m_ruler, least)};
     return fitLines(text, tableFont(), room, *m_ruler, MostLines);
 }
 
