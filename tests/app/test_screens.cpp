@@ -7,6 +7,7 @@
 #include "frame/main_form.h"
 #include "frame/odbc_form.h"
 #include "frame/password_form.h"
+#include "platform/report/report_preview.h"
 #include "readers/batch_unit_form.h"
 #include "readers/holiday_editor.h"
 #include "readers/holiday_form.h"
@@ -45,6 +46,14 @@ QString captionOf(const QWidget& form, const QString& name)
     }
     return {};
 }
+
+class OnePage final : public PrintedPages {
+public:
+    QString title() const override { return u"一页"_s; }
+    Paper paper() const override { return Paper::Upright; }
+    int pageCount() const override { return 1; }
+    ReportPage page(int) const override { return {}; }
+};
 
 class NoReceiver final : public QueryReceiver {
 public:
@@ -121,6 +130,12 @@ private Q_SLOTS:
                 picker.arg(u"无证借书权限"_s)},
             {[&] { return new ReaderPickerFrm(m->session, everyReaderPicker()); }, u"选择读者"_s,
                 picker.arg(u"登记读者证！"_s)},
+            {[&] {
+                 return new ReportPreview(
+                     std::make_shared<OnePage>(), std::make_shared<FontBook>(), m->prompt, {});
+             },
+                u"打印预览 - 一页"_s,
+                u"cmdFirst=首页|cmdPrevious=上一页|txtPage=1|labPages=页，共 1 页|cmdNext=下一页|cmdLast=末页|cmdSmaller=缩小|cboZoom=页宽|cmdLarger=放大|cmdPrint=打印(&P)|cmdSave=另存为 PDF(&S)|cmdClose=关闭(&X)"_s},
         };
         for (const auto& [make, title, captions] : forms) {
             const std::unique_ptr<QWidget> form(make());
@@ -132,7 +147,8 @@ private Q_SLOTS:
             for (const QWidget* control : form->findChildren<QWidget*>()) {
                 const bool input = qobject_cast<const QLineEdit*>(control)
                     || qobject_cast<const QComboBox*>(control) || qobject_cast<const FlexGrid*>(control);
-                const bool inside = qobject_cast<const QComboBox*>(control->parentWidget());
+                const bool inside = qobject_cast<const QComboBox*>(control->parentWidget())
+                    || qobject_cast<const QSpinBox*>(control->parentWidget());
                 QVERIFY2(!input || inside || !control->accessibleName().isEmpty(),
                     qPrintable(title + u'.' + control->objectName()));
             }
