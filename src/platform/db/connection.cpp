@@ -61,6 +61,10 @@ void Connection::begin(OnFailure onFailure)
 {
     opened(m_lease).begin(onFailure);
 }
+void Connection::endTransactionOnFailure()
+{
+    opened(m_lease).endTransactionOnFailure();
+}
 void Connection::commit()
 {
     opened(m_lease).commit();

@@ -48,6 +48,9 @@ public:
 
     /// Takes the write lock at once where the engine has one for the whole database.
     void begin(OnFailure onFailure = OnFailure::KeepTransaction);
+    /// From here on each statement stands or falls with the whole transaction, as if it had begun so. For
+    /// an operation that forgives the failure of its first steps only.
+    void endTransactionOnFailure();
     void commit();
     void rollback();
 

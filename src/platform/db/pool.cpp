@@ -214,6 +214,11 @@ void Connection::Lease::startTransaction(OnFailure onFailure)
     m_physical->transaction = this;
 }
 
+void Connection::Lease::endTransactionOnFailure()
+{
+    if (inTransaction()) m_physical->driver->endTransactionOnFailure();
+}
+
 void Connection::Lease::commit()
 {
     if (!inTransaction()) throw Error(ErrorNumber::NotOpen, u"Connection"_s, u"没有要提交的事务。"_s);

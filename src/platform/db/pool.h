@@ -88,6 +88,7 @@ public:
     void prepareEmptyBase();
     void withOwnNumbers(const sql::Table& table, const std::function<void()>& fill);
     void begin(OnFailure onFailure);
+    void endTransactionOnFailure();
     void commit();
     void rollback();
 

@@ -26,6 +26,7 @@ public:
         const sql::Translation& statement, const std::vector<sql::Literal>& literals) override;
 
     void begin(OnFailure onFailure) override;
+    void endTransactionOnFailure() override { m_onFailure = OnFailure::EndTransaction; }
     void commit() override;
     void rollback() override;
 
