@@ -52,9 +52,14 @@ void Connection::prepareEmptyBase()
     opened(m_lease).prepareEmptyBase();
 }
 
-void Connection::withOwnNumbers(const sql::Table& table, const std::function<void()>& fill)
+void Connection::withOwnNumbers(const sql::Table& table, qint64 given, const std::function<void()>& fill)
 {
-    opened(m_lease).withOwnNumbers(table, fill);
+    opened(m_lease).withOwnNumbers(table, given, fill);
+}
+
+qint64 Connection::lastNumber(const sql::Table& table)
+{
+    return opened(m_lease).lastNumber(table);
 }
 
 void Connection::begin(OnFailure onFailure)
