@@ -148,9 +148,9 @@ class Desk {
 public:
     Desk(Base& base, int rounds)
         : m_base(base)
-        , m_settings(base.connectionText)
         , m_rounds(rounds)
     {
+        storeConnectionText(m_session, base.connectionText);
         m_session.OperatorName = u"bench"_s;
     }
 
@@ -175,7 +175,8 @@ private:
         const QString& name, std::vector<Work> works, const std::function<bool(const Work&)>& operation);
 
     Base& m_base;
-    OneText m_settings;
+    QTemporaryDir m_home;
+    FileSettings m_settings {m_home.filePath(u"settings"_s)};
     NoPrompt m_prompt;
     NoEditor m_editor;
     NoDesk m_view;
