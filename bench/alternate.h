@@ -21,7 +21,7 @@ inline double medianOf(std::vector<double> values)
 /// Runs the two in blocks by turns, so that a noisy machine hits them alike. Each is given the round.
 template <typename Ours, typename Bare> Medians alternate(int rounds, Ours ours, Bare bare)
 {
-    constexpr int block = 50;
+    const int block = std::clamp(rounds / 4, 1, 50);
     std::vector<double> times[2];
     QElapsedTimer timer;
     for (int round = 0; round < rounds; ++round) {

@@ -1,7 +1,8 @@
 // What the reader list costs, from a search to its lines on the screen, beside bare SQLite reading the same
 // rows and columns in the same run. Medians of five rounds each, by turns; the slowest and the usual sort by
 // a caption; how much memory the filled list takes.
-// usage: bench_reader_list [readers]
+//
+//   bench_reader_list [readers | --quick]
 
 #include "database/scale.h"
 #include "readers/reader_register_form.h"
@@ -85,7 +86,8 @@ void showSorts(DzglFrm& list)
 int main(int argc, char** argv)
 {
     const QApplication application(argc, argv);
-    const int readers = argc > 1 ? std::atoi(argv[1]) : 100'000;
+    const QString asked = QCoreApplication::arguments().value(1);
+    const int readers = asked == u"--quick" ? 500 : asked.isEmpty() ? 100'000 : asked.toInt();
     TestLibrary library;
     fill(library, readers);
     NoProgram program;

@@ -1,11 +1,14 @@
 // What one statement costs through the connection, beside the same statement prepared on bare SQLite.
 // Median nanoseconds; both modes take turns, so that a noisy machine hits them alike.
-// usage: bench_db_statements [folder]      (a memory file system shows the processor's share alone)
+//
+//   bench_db_statements [--quick] [folder]      (a memory file system shows the processor's share alone)
 
 #include "platform/db/embedded.h"
 #include "platform/db/pooled_factory.h"
 #include "platform/db/sqlite/sqlite_driver.h"
 
+#include <QCommandLineParser>
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 
@@ -16,8 +19,10 @@ using namespace quilla;
 
 namespace {
 
-constexpr int Readers = 10'000;
-constexpr int Rounds = 4'000;
+struct Sizes {
+    int readers = 10'000;
+    int rounds = 4'000;
+};
 
 const QString Script
     = u"create table reader (readerid int identity(1,1) not null, code varchar(50) not null,"
@@ -25,19 +30,19 @@ const QString Script
       u"go\n"
       u"create index ix_reader_code on reader (code)\n"_s;
 
-void fill(Connection& connection)
+void fill(Connection& connection, int readers)
 {
     for (const auto& part : sql::splitScript(Script))
         connection.execute(part.text);
-    for (int i = 0; i < Readers; ++i)
+    for (int i = 0; i < readers; ++i)
         connection.execute(
             u"insert into reader(code,name,status,term,quota,onloan,canre) values('R%1','读者%1','有效','2030-12-31',5,2,0)"_s
                 .arg(i));
 }
 
-QString codeOf(int round)
+QString codeOf(int round, const Sizes& sizes)
 {
-    return u"R%1"_s.arg(round * 7919 % Readers);
+    return u"R%1"_s.arg(round * 7919 % sizes.readers);
 }
 
 /// A statement on bare SQLite, its one text bound; all columns are read.
@@ -107,7 +112,7 @@ qint64 runOurs(PooledFactory& factory, const QString& text, const Case& one, con
 }
 
 /// All readers with every field as text, as a grid takes them.
-void measureWholeTable(sqlite3* database, PooledFactory& factory, const QString& text)
+void measureWholeTable(sqlite3* database, PooledFactory& factory, const QString& text, const Sizes& sizes)
 {
     Bare bare(database, "select code,name,status,term,quota,canre from reader");
     std::vector<qint64> bareTimes;
@@ -123,19 +128,20 @@ void measureWholeTable(sqlite3* database, PooledFactory& factory, const QString&
                     sum += rows.field(i).text().size();
         });
     }
-    std::printf("%-28s %10.0f %10.0f     (a row of 6 texts)\n", "whole table", medianOf(bareTimes) / Readers,
-        medianOf(ourTimes) / Readers);
+    std::printf("%-28s %10.0f %10.0f     (a row of 6 texts)\n", "whole table",
+        medianOf(bareTimes) / sizes.readers, medianOf(ourTimes) / sizes.readers);
 }
 
-Medians run(sqlite3* database, PooledFactory& factory, const QString& text, const Case& one)
+Medians run(
+    sqlite3* database, PooledFactory& factory, const QString& text, const Case& one, const Sizes& sizes)
 {
     Bare bare(database, one.bare);
     std::vector<qint64> bareTimes;
     std::vector<qint64> ourTimes;
-    for (int round = 0; round < Rounds; ++round) {
-        const QByteArray code = codeOf(round).toUtf8();
+    for (int round = 0; round < sizes.rounds; ++round) {
+        const QByteArray code = codeOf(round, sizes).toUtf8();
         measure(bareTimes, [&] { bare.run(code); });
-        const QString tsql = one.after.isNull() ? one.before : one.before + codeOf(round) + one.after;
+        const QString tsql = one.after.isNull() ? one.before : one.before + codeOf(round, sizes) + one.after;
         measure(ourTimes, [&] { runOurs(factory, text, one, tsql); });
     }
     return {medianOf(bareTimes), medianOf(ourTimes)};
@@ -145,11 +151,17 @@ Medians run(sqlite3* database, PooledFactory& factory, const QString& text, cons
 
 int main(int argc, char** argv)
 {
-    const QTemporaryDir folder(argc > 1 ? QString::fromLocal8Bit(argv[1]) + u"/bench-XXXXXX"_s : QString());
+    const QCoreApplication application(argc, argv);
+    QCommandLineParser options;
+    options.addOption({u"quick"_s, {}});
+    options.process(application);
+    const Sizes sizes = options.isSet(u"quick"_s) ? Sizes {200, 40} : Sizes();
+    const QStringList folders = options.positionalArguments();
+    const QTemporaryDir folder(folders.isEmpty() ? QString() : folders.first() + u"/bench-XXXXXX"_s);
     const QString path = folder.filePath(u"bench.db"_s);
     const SystemClock clock;
     const sql::Schema schema = sql::readSchema(Script);
-    createEmbedded(path, schema, clock, fill);
+    createEmbedded(path, schema, clock, [&](Connection& created) { fill(created, sizes.readers); });
     PooledFactory factory(schema, clock);
     const QString text
         = u"PROVIDER=MSDASQL;DSN=%1;UID=demo;PWD=demo;Database=%2;"_s.arg(BuiltInDataSource, path);
@@ -170,9 +182,9 @@ int main(int argc, char** argv)
     };
     std::printf("%-28s %10s %10s %10s\n", "statement (ns)", "bare", "ours", "added");
     for (const Case& one : cases) {
-        const auto medians = run(bare.handle().get(), factory, text, one);
+        const auto medians = run(bare.handle().get(), factory, text, one, sizes);
         std::printf("%-28s %10.0f %10.0f %10.0f\n", one.name, medians.bare, medians.ours,
             medians.ours - medians.bare);
     }
-    measureWholeTable(bare.handle().get(), factory, text);
+    measureWholeTable(bare.handle().get(), factory, text, sizes);
 }

@@ -50,7 +50,8 @@ void copyRows(Connection& from, Connection& to, const sql::Table& table)
 void copyTable(Connection& from, Connection& to, const sql::Table& table, const TableCopied& told)
 {
     try {
-        withoutIndexes(to, table.name, [&] { to.withOwnNumbers(table, [&] { copyRows(from, to, table); }); });
+        withoutIndexes(to, table.name,
+            [&] { to.withOwnNumbers(table, from.lastNumber(table), [&] { copyRows(from, to, table); }); });
     } catch (const Error& error) {
         throw fault(table.name, error.text);
     }

@@ -216,6 +216,8 @@ int sendLoan(Session& session, Connection& conn, const Loan& loan)
         send(u"update yyk set barcode='',orderstatus=0 where barcode='%1'"_s.arg(loan.barcode));
     const QString today = isoDate(GetServerDate(session));
     const QString due = isoDate(ComputeDueDate(session, loan.days));
+    // The dates cleared what failed before them; what fails from here on is never committed.
+    conn.endTransactionOnFailure();
     send(loanInsert(session, loan, today, due));
     const auto changed = send(
         u"update SCK set borrowstatus=0,bookstatus='借出' where bookstatus<>'丢失' and  bookstatus<>'注销' and barcode='%1'"_s

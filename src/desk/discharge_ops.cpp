@@ -35,6 +35,7 @@ int closeLoan(Session& session, Connection& conn, const Loan& loan, const QStrin
 {
     LastError& error = session.error;
     const QString today = isoDate(GetServerDate(session));
+    conn.endTransactionOnFailure(); // what fails from here on is never committed
     const auto send = [&](const QString& tsql) { return error.attempt([&] { return conn.execute(tsql); }); };
     send(
         u"insert into JHSLSK(readercode,barcode,orderdate,yhdate,backdate,operater) select readercode,barcode,orderdate,yhdate,'%1','%2' from JHSK where jhskid=%3"_s

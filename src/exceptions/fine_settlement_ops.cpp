@@ -61,7 +61,7 @@ void FineHandling::SaveFine(int index)
     Connection conn;
     if (OpenDbConnection(m_session, conn) != GoOn) return;
     try {
-        conn.begin();
+        conn.begin(OnFailure::EndTransaction);
         sendSettlement(conn);
         conn.commit();
     } catch (const Error&) {

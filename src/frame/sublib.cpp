@@ -58,12 +58,13 @@ int OpenShapeConnection(Session& session, Connection& conn)
 QDateTime GetServerDate(Session& session)
 {
     session.error.clear();
-    QDateTime result = session.clock.now();
+    std::optional<QDateTime> answered;
     session.error.attempt([&] {
         Connection conn = session.connections.open(session.ConnectionText);
         const Recordset answer = conn.open(u"select getdate()");
-        if (answer.recordCount() > 0) result = answer.field(0).moment();
+        if (answer.recordCount() > 0) answered = answer.field(0).moment();
     });
+    const QDateTime result = answered ? *answered : session.clock.now();
     if (session.error.isSet())
         session.prompt.inform(
             u"获取服务器日期时出现错误！原因如下：\n"_s + session.error.text(), OperationTitle);

@@ -16,6 +16,7 @@ private Q_SLOTS:
     void findsDamage();
     void savesAndRestores();
     void importsReaders();
+    void printsTheScript();
 
 private:
     int run(const QStringList& arguments)
@@ -132,6 +133,21 @@ void TestTool::importsReaders()
     QCOMPARE(run(line + QStringList {u"--skip-refused"_s, u"--refused"_s, name + u".refused"_s}), 1);
     QVERIFY(QFile::exists(name + u".refused"_s));
     QCOMPARE(base.rows(u"select readercode,readunit from dzk"), u"R1|新"_s);
+}
+
+/// What a server that we cannot try gets must not change unseen. After a change that is meant:
+///   …/quilla-db create --engine sqlserver --script >tests/database/sqlserver_script.sql
+void TestTool::printsTheScript()
+{
+    QFile kept(QStringLiteral(QUILLA_SOURCE_DIR "/tests/database/sqlserver_script.sql"));
+    QVERIFY(kept.open(QIODevice::ReadOnly));
+    const QStringList expected = QString::fromUtf8(kept.readAll()).split(u'\n');
+    QCOMPARE(run({u"create"_s, u"--engine"_s, u"sqlserver"_s, u"--script"_s}), 0);
+    const QStringList printed = output.split(u'\n');
+    for (qsizetype line = 0; line < std::min(expected.size(), printed.size()); ++line)
+        QVERIFY2(printed[line] == expected[line],
+            qPrintable(u"line %1: %2\nkept: %3"_s.arg(line + 1).arg(printed[line], expected[line])));
+    QCOMPARE(printed.size(), expected.size());
 }
 
 QTEST_GUILESS_MAIN(TestTool)

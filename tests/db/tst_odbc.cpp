@@ -104,6 +104,23 @@ private Q_SLOTS:
         }
     }
 
+    /// Once the transaction stands or falls as a whole, no later statement of it is taken by itself.
+    void failureEndsTransaction()
+    {
+        auto connection = m->open();
+        connection.begin();
+        QVERIFY(errorOf([&] { connection.execute(u"update nosuch set n=1"); }));
+        connection.execute(u"insert into book(code) values('a')");
+        connection.endTransactionOnFailure();
+        connection.execute(u"insert into book(code) values('b')");
+        QVERIFY(errorOf([&] { connection.execute(u"update nosuch set n=1"); }));
+        QVERIFY(errorOf([&] { connection.execute(u"insert into book(code) values('c')"); }));
+        QVERIFY(errorOf([&] { connection.commit(); }));
+        QCOMPARE(m->one(u"select count(*) from book"), u"0"_s);
+        connection.execute(u"insert into book(code) values('d')");
+        QCOMPARE(m->one(u"select code from book"), u"d"_s);
+    }
+
     void failingCommit()
     {
         m->database.run(

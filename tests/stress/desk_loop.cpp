@@ -1,13 +1,15 @@
-// A desk that charges, or charges and takes back, without a pause, until it is told to stop or killed. After
-// each operation that it would tell the operator as done it prints a line: "+ barcode reader" or "- barcode".
+// A desk that charges, or charges, takes back and settles what is overdue, without a pause, until it is told
+// to stop or killed. After each operation that it would tell the operator as done it prints a line: "+
+// barcode" for a charge, "-" for a return in time, "=" for a settlement.
 //
-//   desk_loop CONNECTION-TEXT SEED MILLISECONDS READERS COPIES charge|both
+//   desk_loop CONNECTION-TEXT SEED MILLISECONDS READERS COPIES charge|all
 
 #include "database/library_schema.h"
 #include "database/scale.h"
 #include "desk/charge_ops.h"
 #include "desk/discharge_ops.h"
 #include "platform/db/pooled_factory.h"
+#include "support/quiet_fines.h"
 #include "support/quiet_session.h"
 
 #include <QCoreApplication>
@@ -17,6 +19,43 @@
 #include <random>
 
 using namespace quilla;
+
+namespace {
+
+/// Tells of the settlements, which the desk's result does not.
+class CountedFines final : public FineDialog {
+public:
+    explicit CountedFines(Session& session)
+        : m_fines(session)
+    {
+    }
+    bool settle(const QString& barcode) override
+    {
+        settled = m_fines.settle(barcode);
+        return settled;
+    }
+    bool settled = false;
+
+private:
+    QuietFines m_fines;
+};
+
+QStringList openLoans(Session& session)
+{
+    QStringList barcodes;
+    Connection conn = session.connections.open(session.settings.get({}, {}, {}, {}));
+    for (Recordset row = conn.open(u"select barcode from jhsk"); !row.eof(); row.next())
+        barcodes.append(row.field(0).text());
+    return barcodes;
+}
+
+void tell(char sign, const QString& barcode)
+{
+    std::fprintf(stdout, "%c %s\n", sign, qPrintable(barcode));
+    std::fflush(stdout);
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
@@ -28,32 +67,31 @@ int main(int argc, char** argv)
     QuietPrompt prompt;
     NoEditor editor;
     NoDesk desk;
-    NoFines fines;
     const SystemClock clock;
     const sql::Schema schema = librarySchema();
     PooledFactory factory(schema, clock);
     Session session {settings, prompt, clock, factory, editor};
     session.OperatorName = u"desk"_s;
+    CountedFines fines(session);
 
     std::mt19937 random(arguments[2].toUInt());
     const auto upTo = [&](const QString& most) { return int(random() % most.toUInt()) + 1; };
-    QStringList out;
+    const bool all = arguments[6] == u"all";
+    QStringList out = all ? openLoans(session) : QStringList();
     QElapsedTimer timer;
     timer.start();
-    const auto tell = [](char sign, const QString& rest) {
-        std::fprintf(stdout, "%c %s\n", sign, qPrintable(rest));
-        std::fflush(stdout);
-    };
     while (timer.elapsed() < arguments[3].toInt()) {
-        const bool giveBack = arguments[6] == u"both" && !out.isEmpty() && (out.size() > 20 || random() % 2);
+        const bool giveBack = all && !out.isEmpty() && (out.size() > 40 || random() % 2);
         if (giveBack) {
             const QString barcode = out.takeAt(int(random() % out.size()));
-            if (DischargeBook(session, desk, fines, barcode) == Discharged) tell('-', barcode);
+            fines.settled = false;
+            if (DischargeBook(session, desk, fines, barcode) == Discharged)
+                tell(fines.settled ? '=' : '-', barcode);
         } else {
             const QString barcode = scaleBarcode(upTo(arguments[5]));
             const QString reader = scaleReaderCode(upTo(arguments[4]));
             if (ChargeBook(session, desk, barcode, reader) != Charged) continue;
-            tell('+', barcode + u' ' + reader);
+            tell('+', barcode);
             out.append(barcode);
         }
     }

@@ -1,5 +1,6 @@
 #include "platform/core/dates.h"
 
+#include "platform/core/date_digits.h"
 #include "platform/core/text.h"
 
 namespace quilla {
@@ -84,12 +85,8 @@ QDateTime SystemClock::now() const
 /// Digit by digit: a long list holds hundreds of thousands of dates.
 QString isoDate(const QDate& date)
 {
-    const auto [year, month, day] = QCalendar().partsFromDate(date);
-    if (!date.isValid() || year < 0 || year > 9999) return date.toString(u"yyyy-MM-dd");
-    const auto digit = [](int number) { return QChar(u'0' + number % 10); };
-    const QChar text[] {digit(year / 1000), digit(year / 100), digit(year / 10), digit(year), u'-',
-        digit(month / 10), digit(month), u'-', digit(day / 10), digit(day)};
-    return QString(text, std::size(text));
+    const bool ordinary = date.isValid() && date.year() >= 0 && date.year() <= 9999;
+    return ordinary ? localeDateText(date, QTime(0, 0)) : date.toString(u"yyyy-MM-dd");
 }
 
 QString isoDate(const QDateTime& moment)
@@ -99,9 +96,15 @@ QString isoDate(const QDateTime& moment)
 
 QString localeDateText(const QDateTime& moment)
 {
-    if (!moment.isValid()) return {};
-    const bool midnight = moment.time().msecsSinceStartOfDay() == 0;
-    return moment.toString(midnight ? u"yyyy-MM-dd"_s : u"yyyy-MM-dd H:mm:ss"_s);
+    return moment.isValid() ? localeDateText(moment.date(), moment.time()) : QString();
+}
+
+QString localeDateText(const QDate& date, const QTime& time)
+{
+    char16_t text[20];
+    char16_t* end = putDate(text, date);
+    if (time.msecsSinceStartOfDay() != 0) end = putTime(end, time, time.hour() < 10 ? 1 : 2);
+    return QString(reinterpret_cast<const QChar*>(text), end - text);
 }
 
 std::optional<QDateTime> readDate(QStringView text)

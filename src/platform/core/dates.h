@@ -30,6 +30,7 @@ QString isoDate(const QDateTime& moment);
 /// The default text of a date and time under the short date style that the program expects of its
 /// desk, yyyy-MM-dd: "2004-03-09 8:05:03"; without a time at midnight.
 QString localeDateText(const QDateTime& moment);
+QString localeDateText(const QDate& date, const QTime& time);
 
 /// Reads a date with or without a time, as the database server would: "2003-1-5", "2003/01/05",
 /// "20030105", "2003-01-05 8:05:03.120". Nothing when the text is no date. Blanks around it are ignored.

@@ -59,14 +59,23 @@ void Connection::prepareEmptyBase()
     opened(m_lease).prepareEmptyBase();
 }
 
-void Connection::withOwnNumbers(const sql::Table& table, const std::function<void()>& fill)
+void Connection::withOwnNumbers(const sql::Table& table, qint64 given, const std::function<void()>& fill)
 {
-    opened(m_lease).withOwnNumbers(table, fill);
+    opened(m_lease).withOwnNumbers(table, given, fill);
+}
+
+qint64 Connection::lastNumber(const sql::Table& table)
+{
+    return opened(m_lease).lastNumber(table);
 }
 
 void Connection::begin(OnFailure onFailure)
 {
     opened(m_lease).begin(onFailure);
+}
+void Connection::endTransactionOnFailure()
+{
+    opened(m_lease).endTransactionOnFailure();
 }
 void Connection::commit()
 {

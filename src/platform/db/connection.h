@@ -46,11 +46,17 @@ public:
     /// Brings into an empty database what its engine needs before the first table: the order of texts, types
     /// and functions. Nothing where the engine has them. Throws `Error`, also when they are there already.
     void prepareEmptyBase();
-    /// Runs `fill`, whose rows bring their own numbers into the identity column of `table`.
-    void withOwnNumbers(const sql::Table& table, const std::function<void()>& fill);
+    /// Runs `fill`, whose rows bring their own numbers into the identity column of `table`. The next number
+    /// comes after theirs and after `given`, except on the embedded database, which knows only theirs.
+    void withOwnNumbers(const sql::Table& table, qint64 given, const std::function<void()>& fill);
+    /// The highest number that the identity column of a table ever gave, also to a row that is gone.
+    qint64 lastNumber(const sql::Table& table);
 
     /// Takes the write lock at once where the engine has one for the whole database.
     void begin(OnFailure onFailure = OnFailure::KeepTransaction);
+    /// From here on each statement stands or falls with the whole transaction, as if it had begun so. For
+    /// an operation that forgives the failure of its first steps only.
+    void endTransactionOnFailure();
     void commit();
     void rollback();
 

@@ -37,6 +37,9 @@ public:
         = 0;
 
     virtual void begin(OnFailure onFailure) = 0;
+    /// The open transaction goes on as if it had begun with `OnFailure::EndTransaction`. Nothing to do where
+    /// the way back to before a statement costs nothing.
+    virtual void endTransactionOnFailure() { }
     /// Throws when the changes could not be made lasting; the transaction is rolled back then.
     virtual void commit() = 0;
     /// Nothing happens when no transaction is open.

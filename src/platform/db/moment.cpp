@@ -1,5 +1,6 @@
 #include "platform/db/moment.h"
 
+#include "platform/core/date_digits.h"
 #include "platform/core/dates.h"
 
 namespace quilla {
@@ -47,36 +48,6 @@ std::optional<Moment> slowMoment(QStringView text)
     return moment ? std::optional(Moment::of(*moment)) : std::nullopt;
 }
 
-template <typename Char> Char* putDigits(Char* at, int value, int count)
-{
-    for (int i = count - 1; i >= 0; --i, value /= 10)
-        at[i] = Char('0' + value % 10);
-    return at + count;
-}
-
-template <typename Char> Char* putDate(Char* at, const QDate& date)
-{
-    int year = 0;
-    int month = 0;
-    int day = 0;
-    date.getDate(&year, &month, &day);
-    at = putDigits(at, year, 4);
-    *at++ = Char('-');
-    at = putDigits(at, month, 2);
-    *at++ = Char('-');
-    return putDigits(at, day, 2);
-}
-
-template <typename Char> Char* putTime(Char* at, const QTime& time, int hourDigits)
-{
-    *at++ = Char(' ');
-    at = putDigits(at, time.hour(), hourDigits);
-    *at++ = Char(':');
-    at = putDigits(at, time.minute(), 2);
-    *at++ = Char(':');
-    return putDigits(at, time.second(), 2);
-}
-
 } // namespace
 
 std::optional<Moment> readMoment(QStringView text)
@@ -100,14 +71,6 @@ CanonicalMoment::CanonicalMoment(const Moment& moment)
         end = putDigits(end, moment.time.msec(), 3);
     }
     length = std::size_t(end - text);
-}
-
-QString localeText(const Moment& moment)
-{
-    char16_t text[20];
-    char16_t* end = putDate(text, moment.date);
-    if (!moment.isMidnight()) end = putTime(end, moment.time, moment.time.hour() < 10 ? 1 : 2);
-    return QString(reinterpret_cast<const QChar*>(text), end - text);
 }
 
 } // namespace quilla

@@ -36,7 +36,4 @@ struct CanonicalMoment {
     std::size_t length = 0;
 };
 
-/// As `localeDateText` writes it.
-QString localeText(const Moment& moment);
-
 } // namespace quilla

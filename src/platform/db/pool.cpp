@@ -153,12 +153,22 @@ void Connection::Lease::prepareEmptyBase()
     sendAll(m_pool->m_context.translatorOf(m_physical->driver->engine()).preparation());
 }
 
-void Connection::Lease::withOwnNumbers(const sql::Table& table, const std::function<void()>& fill)
+void Connection::Lease::withOwnNumbers(
+    const sql::Table& table, qint64 given, const std::function<void()>& fill)
 {
     sql::Translator& translator = m_pool->m_context.translatorOf(m_physical->driver->engine());
     sendAll(translator.beginOwnNumbers(table));
     fill();
-    sendAll(translator.endOwnNumbers(table));
+    sendAll(translator.endOwnNumbers(table, given));
+}
+
+qint64 Connection::Lease::lastNumber(const sql::Table& table)
+{
+    const auto select = m_pool->m_context.translatorOf(m_physical->driver->engine()).lastNumber(table);
+    if (!select) return 0;
+    m_pool->m_literals.clear();
+    const Recordset row = read(*select, CursorType::Keyset);
+    return row.eof() ? 0 : row.field(0).integer().value_or(0);
 }
 
 void Connection::Lease::sendAll(const std::vector<sql::Translation>& statements)
@@ -212,6 +222,11 @@ void Connection::Lease::startTransaction(OnFailure onFailure)
     moveTo(m_pool->forTransaction(m_physical));
     m_physical->driver->begin(onFailure);
     m_physical->transaction = this;
+}
+
+void Connection::Lease::endTransactionOnFailure()
+{
+    if (inTransaction()) m_physical->driver->endTransactionOnFailure();
 }
 
 void Connection::Lease::commit()

@@ -86,8 +86,10 @@ public:
     int execute(QStringView tsql);
     Recordset open(QStringView tsql, CursorType cursor);
     void prepareEmptyBase();
-    void withOwnNumbers(const sql::Table& table, const std::function<void()>& fill);
+    void withOwnNumbers(const sql::Table& table, qint64 given, const std::function<void()>& fill);
+    qint64 lastNumber(const sql::Table& table);
     void begin(OnFailure onFailure);
+    void endTransactionOnFailure();
     void commit();
     void rollback();
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/db/connection.h"
-#include "platform/db/cursor.h"
 
 #include <functional>
 #include <vector>
@@ -14,9 +13,5 @@ namespace quilla {
 /// caller's transaction if there is one.
 using ProcedureRunner
     = std::function<Recordset(Connection&, const QString& name, const std::vector<Value>& arguments)>;
-
-/// A keyset recordset of rows that were worked out by the program: `values` holds them one row after the
-/// other.
-Recordset recordsetOf(std::vector<Field> fields, std::vector<Value> values);
 
 } // namespace quilla

@@ -1,5 +1,6 @@
 #include "platform/db/value.h"
 
+#include "platform/core/dates.h"
 #include "platform/db/decimal.h"
 
 namespace quilla {
@@ -23,8 +24,10 @@ QString Value::text() const
         return std::get<bool>(m_held) ? u"True"_s : u"False"_s;
     case sql::Kind::Decimal:
         return std::get<DecimalText>(m_held).digits;
-    case sql::Kind::Date:
-        return localeText(std::get<Moment>(m_held));
+    case sql::Kind::Date: {
+        const Moment& moment = std::get<Moment>(m_held);
+        return localeDateText(moment.date, moment.time);
+    }
     case sql::Kind::Unknown:
         break;
     }

@@ -149,4 +149,17 @@ std::unique_ptr<EnginePrinter> makePrinter(Engine engine)
     return nullptr;
 }
 
+void EnginePrinter::toText(const Expr& expr)
+{
+    const Expr& from = *expr.parts[0];
+    const int width = expr.type.width;
+    const bool asDate = from.type.kind == Kind::Unknown && expr.style >= 0;
+    if (from.type.kind == Kind::Date || asDate) return dateToText(expr);
+    if (from.type.kind != Kind::Text) return numberToText(expr);
+    const bool fits
+        = width == 0 || (from.type.width > 0 && from.type.width <= width && from.op != Op::Literal);
+    if (fits) return expression(from, Highest);
+    fill(u"substr($1, 1, "_s + QString::number(width) + u")"_s, expr);
+}
+
 } // namespace quilla::sql

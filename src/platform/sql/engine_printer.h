@@ -33,6 +33,10 @@ protected:
     /// Whether the literal stays in the text.
     bool isPinned(const Expr& literal) const;
     virtual void divide(const Expr& expr) = 0;
+    /// A conversion to text.
+    void toText(const Expr& expr);
+    virtual void dateToText(const Expr& expr) = 0;
+    virtual void numberToText(const Expr& expr) = 0;
     /// Whether the name needs no quotes: ordinary letters, and no keyword of the engine.
     bool isPlainName(const QString& name) const;
 

@@ -18,19 +18,6 @@ void PostgresPrinter::convert(const Expr& expr)
     fill(from.type.kind == Kind::Decimal ? u"trunc($1)::bigint" : u"$1::bigint", expr);
 }
 
-void PostgresPrinter::toText(const Expr& expr)
-{
-    const Expr& from = *expr.parts[0];
-    const int width = expr.type.width;
-    const bool asDate = from.type.kind == Kind::Unknown && expr.style >= 0;
-    if (from.type.kind == Kind::Date || asDate) return dateToText(expr);
-    if (from.type.kind != Kind::Text) return numberToText(expr);
-    const bool fits
-        = width == 0 || (from.type.width > 0 && from.type.width <= width && from.op != Op::Literal);
-    if (fits) return expression(from, Highest);
-    fill(u"substr($1, 1, "_s + QString::number(width) + u")"_s, expr);
-}
-
 void PostgresPrinter::dateToText(const Expr& expr)
 {
     const DateStyle style = dateStyle(expr.style);

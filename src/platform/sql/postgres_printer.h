@@ -39,12 +39,10 @@ protected:
     QString typeName(const TypeName& type) const override;
     QString name(const QString& name) const override;
     QString columnCheck(const ColumnDefinition& column) const override;
+    void dateToText(const Expr& expr) override;
+    void numberToText(const Expr& expr) override;
 
 private:
-    void toText(const Expr& expr);
-    void dateToText(const Expr& expr);
-    void numberToText(const Expr& expr);
-
     bool m_sorted = false; ///< the query being written has an order
     QStringView m_textType; ///< of a text parameter that is written now
 };

@@ -177,21 +177,6 @@ void SqlitePrinter::convert(const Expr& expr)
                               : u" AS REAL), "_s + QString::number(expr.type.scale) + u")"_s);
 }
 
-void SqlitePrinter::toText(const Expr& expr)
-{
-    const Expr& from = *expr.parts[0];
-    const int width = expr.type.width;
-    const bool asDate = from.type.kind == Kind::Unknown && expr.style >= 0;
-    if (from.type.kind == Kind::Date || asDate) return dateToText(expr);
-    if (from.type.kind != Kind::Text) return numberToText(expr);
-    const bool fits
-        = width == 0 || (from.type.width > 0 && from.type.width <= width && from.op != Op::Literal);
-    if (fits) return expression(from, Highest);
-    write(u"substr(");
-    expression(from);
-    write(u", 1, "_s + QString::number(width) + u")"_s);
-}
-
 void SqlitePrinter::dateToText(const Expr& expr)
 {
     const DateStyle style = dateStyle(expr.style);

@@ -27,12 +27,11 @@ protected:
     QString typeName(const TypeName& type) const override;
     QString name(const QString& name) const override;
     QString columnCheck(const ColumnDefinition& column) const override;
+    void dateToText(const Expr& expr) override;
+    void numberToText(const Expr& expr) override;
 
 private:
     void part(const Expr& chain, std::size_t from, std::size_t to);
-    void toText(const Expr& expr);
-    void dateToText(const Expr& expr);
-    void numberToText(const Expr& expr);
     void call(QStringView function, const QString& first, const Expr& second);
 };
 

@@ -65,9 +65,13 @@ public:
     std::vector<Translation> preparation();
 
     /// What lets rows bring their own numbers into the identity column of a table, and what ends that so that
-    /// the next number comes after theirs; as above. Nothing where rows may bring them at any time.
+    /// the next number comes after theirs and after `given`; as above. Nothing where rows may bring them at
+    /// any time.
     std::vector<Translation> beginOwnNumbers(const Table& table);
-    std::vector<Translation> endOwnNumbers(const Table& table);
+    std::vector<Translation> endOwnNumbers(const Table& table, qint64 given);
+    /// A select of the highest number that the identity column of a table ever gave, also to a row that is
+    /// gone. Nothing for a table without such a column.
+    std::optional<Translation> lastNumber(const Table& table);
 
     Engine engine() const;
 

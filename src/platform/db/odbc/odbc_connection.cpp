@@ -36,6 +36,7 @@ public:
     {
         auto* sql = reinterpret_cast<SQLWCHAR*>(const_cast<char16_t*>(text.utf16()));
         connection.check(SQLExecDirectW(statement, sql, SQLINTEGER(text.size())), statement);
+        connection.noteAnswer();
     }
     ~DirectCall() { SQLFreeStmt(m_statement, SQL_CLOSE); }
     Q_DISABLE_COPY_MOVE(DirectCall)

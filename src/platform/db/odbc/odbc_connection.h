@@ -37,11 +37,10 @@ public:
     [[noreturn]] void fail(SQLHANDLE statement) const;
     void check(SQLRETURN result, SQLHANDLE statement) const
     {
-        if (SQL_SUCCEEDED(result) || result == SQL_NO_DATA)
-            m_heard.restart();
-        else
-            fail(statement);
+        if (!SQL_SUCCEEDED(result) && result != SQL_NO_DATA) fail(statement);
     }
+    /// The server has just answered.
+    void noteAnswer() const { m_heard.restart(); }
 
     /// Seen to be gone by a call that failed.
     bool isLost() const { return m_lost; }

@@ -8,8 +8,8 @@ namespace quilla {
 /// A connection to a database server.
 ///
 /// A failing statement leaves the transaction as it was before it. PostgreSQL gives up the whole transaction
-/// at the first failing statement, so there a savepoint stands before every write but the first; a read needs
-/// none of its own.
+/// at the first failing statement, so there a savepoint stands before every statement behind a write, as long
+/// as the transaction outlives a failure (`OnFailure`): each costs a way to the server and back.
 class OdbcDriver final : public Driver {
 public:
     /// Connects; see `OdbcConnection`.
@@ -26,6 +26,7 @@ public:
         const sql::Translation& statement, const std::vector<sql::Literal>& literals) override;
 
     void begin(OnFailure onFailure) override;
+    void endTransactionOnFailure() override { m_onFailure = OnFailure::EndTransaction; }
     void commit() override;
     void rollback() override;
 

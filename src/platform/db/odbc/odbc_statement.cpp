@@ -10,7 +10,9 @@ namespace quilla {
 namespace {
 
 /// Beyond that a server's text is a "long" one.
-constexpr SQLULEN LongestText = 4000;
+constexpr std::size_t LongestText = 4000;
+/// Longer than nearly all that a desk sends.
+constexpr std::size_t UsualText = 64;
 
 Error cannotKeep()
 {
@@ -57,9 +59,7 @@ void OdbcStatement::bindOne(SQLUSMALLINT place, const sql::Literal& literal, con
         return bindDigits(place, decimalOf(literal, parameter.scale));
     case sql::Kind::Date: {
         const CanonicalMoment moment(momentOf(literal));
-        QString& text = m_slots[place - 1u].text;
-        text = QString::fromLatin1(moment.text, qsizetype(moment.length));
-        return bindText(place, text);
+        return bindText(place, QString::fromLatin1(moment.text, qsizetype(moment.length)));
     }
     case sql::Kind::Unknown:
     case sql::Kind::Text:
@@ -67,59 +67,62 @@ void OdbcStatement::bindOne(SQLUSMALLINT place, const sql::Literal& literal, con
     }
     if (literal.text.contains(QChar(u'\0'))) throw cannotKeep();
     if (!literal.hasDoubledQuote) return bindText(place, literal.text);
-    QString& text = m_slots[place - 1u].text;
-    text = literal.text.toString().replace(u"''"_s, u"'"_s);
-    bindText(place, text);
+    bindText(place, literal.text.toString().replace(u"''"_s, u"'"_s));
 }
 
 void OdbcStatement::bindWhole(SQLUSMALLINT place, qint64 number, SQLSMALLINT type)
 {
     Slot& slot = m_slots[place - 1u];
     slot.number = number;
+    slot.bytes = sizeof slot.number;
     // SQL Server has functions that take no wider number.
     const bool narrow = m_connection.dialect().engine == sql::Engine::SqlServer && fitsInteger(number);
-    bindValue(
-        place, SQL_C_SBIGINT, narrow ? SQLSMALLINT(SQL_INTEGER) : type, 0, &slot.number, sizeof slot.number);
+    const SQLSMALLINT wanted = narrow ? SQLSMALLINT(SQL_INTEGER) : type;
+    if (slot.type != wanted) bindSlot(place, SQL_C_SBIGINT, wanted, 0, 0);
 }
 
 void OdbcStatement::bindText(SQLUSMALLINT place, QStringView text)
 {
-    const auto size = SQLULEN(text.size());
-    const auto* begin = text.isEmpty() ? u"" : text.utf16();
-    bindValue(place, SQL_C_WCHAR, size > LongestText ? SQL_WLONGVARCHAR : SQL_WVARCHAR,
-        std::max<SQLULEN>(size, 1), const_cast<char16_t*>(begin), SQLLEN(size * sizeof(char16_t)));
+    Slot& slot = m_slots[place - 1u];
+    const auto size = std::size_t(text.size());
+    const SQLSMALLINT wanted = size > LongestText ? SQL_WLONGVARCHAR : SQL_WVARCHAR;
+    const bool fits = slot.type == wanted && size <= slot.text.size();
+    if (!fits) slot.text.resize(size > LongestText ? size : size > UsualText ? LongestText : UsualText);
+    std::copy(text.utf16(), text.utf16() + size, slot.text.data());
+    slot.bytes = SQLLEN(size * sizeof(char16_t));
+    if (!fits) bindSlot(place, SQL_C_WCHAR, wanted, slot.text.size(), 0);
 }
 
 /// A decimal, digit for digit; SQL Server is told how many there are, lest it takes those of a column.
 void OdbcStatement::bindDigits(SQLUSMALLINT place, const QString& digits)
 {
-    Slot& slot = m_slots[place - 1u];
-    slot.text = digits;
-    if (m_connection.dialect().engine != sql::Engine::SqlServer) return bindText(place, slot.text);
+    if (m_connection.dialect().engine != sql::Engine::SqlServer) return bindText(place, digits);
     constexpr SQLULEN most = 38;
+    Slot& slot = m_slots[place - 1u];
+    slot.text = digits.toStdU16String();
+    slot.bytes = digits.size() * SQLLEN(sizeof(char16_t));
     const qsizetype point = digits.indexOf(u'.');
     const auto scale = SQLSMALLINT(point < 0 ? 0 : digits.size() - point - 1);
-    slot.bytes = digits.size() * SQLLEN(sizeof(char16_t));
-    m_connection.check(
-        SQLBindParameter(m_handle.get(), place, SQL_PARAM_INPUT, SQL_C_WCHAR, SQL_DECIMAL,
-            std::min(most, SQLULEN(digits.size())), scale, slot.text.data(), slot.bytes, &slot.bytes),
-        m_handle.get());
+    bindSlot(place, SQL_C_WCHAR, SQL_DECIMAL, std::min(most, SQLULEN(digits.size())), scale);
 }
 
-void OdbcStatement::bindValue(
-    SQLUSMALLINT place, SQLSMALLINT as, SQLSMALLINT type, SQLULEN size, SQLPOINTER value, SQLLEN bytes)
+void OdbcStatement::bindSlot(
+    SQLUSMALLINT place, SQLSMALLINT as, SQLSMALLINT type, SQLULEN size, SQLSMALLINT scale)
 {
-    SQLLEN& length = m_slots[place - 1u].bytes;
-    length = bytes;
-    m_connection.check(
-        SQLBindParameter(m_handle.get(), place, SQL_PARAM_INPUT, as, type, size, 0, value, bytes, &length),
+    Slot& slot = m_slots[place - 1u];
+    SQLPOINTER value = as == SQL_C_SBIGINT ? static_cast<SQLPOINTER>(&slot.number) : slot.text.data();
+    slot.type = SQL_UNKNOWN_TYPE;
+    m_connection.check(SQLBindParameter(m_handle.get(), place, SQL_PARAM_INPUT, as, type, size, scale, value,
+                           slot.bytes, &slot.bytes),
         m_handle.get());
+    slot.type = type;
 }
 
 void OdbcStatement::run()
 {
     spent = true; // when it fails: what it was prepared from may have changed
     m_connection.check(SQLExecute(m_handle.get()), m_handle.get());
+    m_connection.noteAnswer();
     spent = false;
 }
 

@@ -13,7 +13,7 @@ class OdbcStatement : public CachedStatement {
 public:
     OdbcStatement(const OdbcConnection& connection, const QByteArray& text, StatementLife life);
 
-    /// The literals must stay where they are until the end of `run`. Throws `CannotConvert` for one that is
+    /// Throws `CannotConvert` for one that is
     /// not of its kind or that no server could keep.
     void bind(const sql::Translation& statement, const std::vector<sql::Literal>& literals);
     void run();
@@ -42,12 +42,20 @@ private:
         std::u16string text;
     };
 
+    /// A parameter's value where it must outlive the call that binds it. Bound once, as long as the next
+    /// value is of the same kind and fits.
+    struct Slot {
+        SQLSMALLINT type = SQL_UNKNOWN_TYPE; ///< as it is bound now
+        SQLLEN bytes = 0;
+        SQLBIGINT number = 0;
+        std::u16string text;
+    };
+
     void bindOne(SQLUSMALLINT place, const sql::Literal& literal, const sql::Parameter& parameter);
     void bindWhole(SQLUSMALLINT place, qint64 number, SQLSMALLINT type);
     void bindText(SQLUSMALLINT place, QStringView text);
     void bindDigits(SQLUSMALLINT place, const QString& digits);
-    void bindValue(
-        SQLUSMALLINT place, SQLSMALLINT as, SQLSMALLINT type, SQLULEN size, SQLPOINTER value, SQLLEN bytes);
+    void bindSlot(SQLUSMALLINT place, SQLSMALLINT as, SQLSMALLINT type, SQLULEN size, SQLSMALLINT scale);
 
     int skipToRows();
     Field describe(int column);
@@ -57,13 +65,6 @@ private:
     QStringView longText(int column);
     Cell textCell(QStringView text, sql::Kind kind);
     Cell digitsCell(QStringView digits, sql::Kind kind);
-
-    /// A parameter's value where it must outlive the call that binds it.
-    struct Slot {
-        SQLLEN bytes = 0;
-        SQLBIGINT number = 0;
-        QString text;
-    };
 
     const OdbcConnection& m_connection;
     OdbcHandle m_handle;
