@@ -14,6 +14,7 @@
 #include "platform/db/pooled_factory.h"
 #include "platform/ui/theme.h"
 #include "support/quiet_session.h"
+#include "support/report_double.h"
 #include "support/screen_host.h"
 #include "support/window_steps.h"
 
@@ -104,7 +105,8 @@ int main(int argc, char** argv)
     storeConnectionText(
         session, u"PROVIDER=MSDASQL;DSN=%1;UID=bench;PWD=;Database=%2;"_s.arg(BuiltInDataSource, file));
     session.OperatorName = u"bench"_s;
-    TsjhFrm desk(session, host, fines);
+    ReportDouble reports;
+    TsjhFrm desk(session, host, fines, reports);
     appear(desk);
 
     // Several readers, each with a handful of loans on the page, as at a desk.
