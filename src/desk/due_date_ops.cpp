@@ -28,8 +28,8 @@ QDate moveOverHolidays(QDate start, int days, const std::vector<Holiday>& holida
             due = to.addDays(days - start.daysTo(from) + 1);
             start = from;
         } else {
-            due = to.addDays(days - start.daysTo(to) + 1);
-            start = to;
+            due = start.addDays(days + 1); // one day, however long the holiday
+            start = from;
         }
     }
     return due;

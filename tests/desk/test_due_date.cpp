@@ -38,8 +38,10 @@ private Q_SLOTS:
             {"covers the whole loan", {10, u"2026-02-20 2026-03-20"_s, u"2026-03-30"_s}},
             {"two, the second reached by the first",
                 {30, u"2026-03-25 2026-04-04,2026-04-10 2026-04-20"_s, u"2026-05-05"_s}},
-            {"the start moves with each",
-                {30, u"2026-03-05 2026-03-07,2026-03-06 2026-03-09"_s, u"2026-04-08"_s}},
+            {"two inside, the second counted from where the first began",
+                {30, u"2026-03-10 2026-03-15,2026-03-20 2026-03-25"_s, u"2026-04-10"_s}},
+            {"the second begins within the first",
+                {30, u"2026-03-05 2026-03-07,2026-03-06 2026-03-09"_s, u"2026-04-05"_s}},
             {"none", {7, {}, u"2026-03-08"_s}},
         });
     }
