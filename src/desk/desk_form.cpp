@@ -188,11 +188,11 @@ void TsjhFrm::lendWithoutCard()
 {
     ReaderPickerFrm picker(m_session, noCardPicker(), this);
     picker.exec();
+    showPage(ChargePage);
     if (!picker.PickedCode.isEmpty()) {
         TxtReaderCode.setText(picker.PickedCode);
         return readReaderCard();
     }
-    showPage(ChargePage);
     setUpLoans();
     clearReaderPanel();
     emptyReaderCode();

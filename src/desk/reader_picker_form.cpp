@@ -32,6 +32,7 @@ ReaderPickerFrm::ReaderPickerFrm(Session& session, ReaderPicker picker, QWidget*
     layOut();
     wire();
     search();
+    Text1.selectAll(); // the first name stands there; what is typed takes its place
 }
 
 void ReaderPickerFrm::layOut()

@@ -2,6 +2,7 @@
 #include "desk/reader_picker_form.h"
 #include "support/cases.h"
 #include "support/fine_double.h"
+#include "support/report_double.h"
 #include "support/screen_host.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
@@ -131,6 +132,7 @@ private Q_SLOTS:
     void anotherNameIsNotTaken()
     {
         open();
+        QCOMPARE(m_form->Text1.selectedText(), m_form->Text1.text()); // typing replaces the first name
         search(u"neil"_s);
         m_form->Text1.selectAll();
         m_form->Text1.insert(u"王一"_s);
@@ -184,21 +186,24 @@ private Q_SLOTS:
 
     void deskTakesTheReader_data()
     {
-        cases<int, QString, QString>({
-            {"picked", {0, u"R3"_s, u"TxtBarCode"_s}},
-            {"left", {1, {}, u"TxtReaderCode"_s}},
+        cases<int, int, QString, QString>({
+            {"picked", {0, 0, u"R3"_s, u"TxtBarCode"_s}},
+            {"picked over the discharge page", {1, 0, u"R3"_s, u"TxtBarCode"_s}},
+            {"left", {1, 1, {}, u"TxtReaderCode"_s}},
         });
     }
 
     void deskTakesTheReader()
     {
-        const auto [button, reader, focus] = given<int, QString, QString>();
+        const auto [page, button, reader, focus] = given<int, int, QString, QString>();
         m->send(u"update dzk set wuzheng=0 where readercode<>'R3'"_s);
         NoHost host;
         FineDouble fines;
-        TsjhFrm desk(m->session, host, fines);
+        ReportDouble reports;
+        TsjhFrm desk(m->session, host, fines, reports);
         appear(desk);
         type(desk.TxtReaderCode, u"R1"_s);
+        desk.SSTab1.setCurrentIndex(page);
         QTimer::singleShot(0, this, [&] {
             auto* picker = qobject_cast<ReaderPickerFrm*>(QApplication::activeModalWidget());
             QVERIFY(picker);
