@@ -5,6 +5,7 @@
 #include "frame/platform_panels.h"
 #include "platform/ui/form.h"
 #include "platform/ui/icons.h"
+#include "platform/ui/list_screen.h"
 #include "platform/ui/theme.h"
 
 #include <QCloseEvent>
@@ -162,6 +163,13 @@ QMdiSubWindow* LtMainFrm::frameOf(QWidget* screen)
     return window;
 }
 
+/// The lists stand in the corner, as does whatever would not be seen whole elsewhere.
+void LtMainFrm::settle(QMdiSubWindow& window, bool isList)
+{
+    const bool whole = Client.viewport()->rect().contains(window.geometry());
+    if (!window.isMaximized() && (isList || !whole)) window.move(0, 0);
+}
+
 /// A screen that is already open comes to the front.
 void LtMainFrm::showBeside(const QString& key, QWidget* screen)
 {
@@ -169,6 +177,8 @@ void LtMainFrm::showBeside(const QString& key, QWidget* screen)
     if (!window) {
         window = frameOf(screen);
         m_open.insert(key, screen);
+        window->show();
+        settle(*window, qobject_cast<ListScreen*>(screen));
     }
     window->show();
     window->raise();

@@ -53,6 +53,7 @@ private:
     void perform(const MenuEntry& entry);
     void act(const QString& action);
     QMdiSubWindow* frameOf(QWidget* screen);
+    void settle(QMdiSubWindow& window, bool isList);
     void showBeside(const QString& key, QWidget* screen);
     void sendDelete();
     void chooseRegion();

@@ -89,8 +89,9 @@ private:
                 return text;
             }
             if (doubledQuote) ++m_at;
-            if (c == u'\n') ++m_line;
-            if (c != u'\r') text += c;
+            text += isLineBreak(c) ? u'\n' : c;
+            if (isLineBreak(c)) ++m_line;
+            if (m_text.sliced(m_at).startsWith(u"\r\n")) ++m_at;
         }
         throw fault(u"第 %1 行的引号没有结束。"_s.arg(begun));
     }

@@ -3,8 +3,7 @@
 #include "platform/core/dates.h"
 #include "platform/db/decimal.h"
 #include "platform/ui/date_box.h"
-
-#include <limits>
+#include "readers/rule_numbers.h"
 
 namespace quilla {
 
@@ -13,11 +12,21 @@ namespace {
 const QString Valid = u"有效"_s;
 const QString Expired = u"超期"_s;
 const QStringList States {Valid, Expired, u"挂失"_s, u"无效"_s};
-constexpr double RateLimit = 100000; // five digits before the point
 
 QString captionOf(int field)
 {
     return importField(field).captions.first();
+}
+
+/// Whether a text has characters that nobody sees, half ones too. No statement takes a control character; a
+/// code that has any of the others is never found again.
+bool hasUnseen(int field, const QString& text)
+{
+    const QList<uint> characters = text.toUcs4();
+    return !text.isValidUtf16() || std::any_of(characters.begin(), characters.end(), [field](uint c) {
+        if (field == ImportField::Code) return c != u'\n' && !QChar::isPrint(c);
+        return c != u'\n' && c != u'\t' && QChar::category(c) == QChar::Other_Control;
+    });
 }
 
 /// "2026-1-5", "2026/01/05", "2026年1月5日", "20260105": a day that begins with its whole year.
@@ -28,22 +37,12 @@ QString storedDay(const QString& text)
     return day ? isoDate(*day) : QString();
 }
 
-/// Spreadsheets write 20 as "20.00" at times.
-QString storedCount(const QString& text)
+/// As short as it can be written: spreadsheets make "20.00" of 20 at times.
+template <bool (*Fits)(const QString&)> QString storedNumber(const QString& text)
 {
-    const auto number = Decimal::read(text);
-    const QString digits = number ? number->text() : QString();
-    const bool whole = !digits.isEmpty() && !digits.contains(u'.') && !digits.startsWith(u'-');
-    return whole && digits.toLongLong() <= std::numeric_limits<qint32>::max() && digits.size() < 11
-        ? digits
-        : QString();
-}
-
-QString storedRate(const QString& text)
-{
-    const auto number = Decimal::read(text);
-    const double size = readNumber(text).value_or(-1);
-    return number && size >= 0 && size < RateLimit ? number->text() : QString();
+    if (!Fits(text)) return {};
+    const QString number = Decimal::read(text)->text();
+    return number.startsWith(u'-') ? QString() : number;
 }
 
 QString storedBit(const QString& text)
@@ -153,6 +152,7 @@ void LineCheck::checkForm(int field)
     if (column.kind == sql::Kind::Text) {
         if (text.size() > column.width)
             refuse(u"%1太长，最多 %2 个字"_s.arg(captionOf(field)).arg(column.width));
+        if (hasUnseen(field, text)) refuse(u"%1里有看不见的字符"_s.arg(captionOf(field)));
         const bool lines = field == ImportField::Memo || field == ImportField::Address;
         if (!lines && text.contains(u'\n')) refuse(u"%1里有换行"_s.arg(captionOf(field)));
         return;
@@ -162,8 +162,8 @@ void LineCheck::checkForm(int field)
         QString (*stored)(const QString&);
         QString wanted;
     } forms[] {{sql::Kind::Date, storedDay, u"日期(例如:2003-01-01)"_s},
-        {sql::Kind::Integer, storedCount, u"不小于 0 的整数"_s},
-        {sql::Kind::Decimal, storedRate, u"不小于 0 且小于 100000 的数"_s},
+        {sql::Kind::Integer, storedNumber<isRuleCount>, u"不小于 0 的整数"_s},
+        {sql::Kind::Decimal, storedNumber<isRuleRate>, u"不小于 0 且小于 100000 的数"_s},
         {sql::Kind::Bit, storedBit, u"“是”或“否”"_s}};
     const auto* form = std::find_if(
         std::begin(forms), std::end(forms), [&](const auto& known) { return known.kind == column.kind; });

@@ -28,7 +28,7 @@ private:
     void checkForms();
     void checkQuota();
     void checkForm(int field);
-    void refuse(const QString& reason) { m_reasons.append(reason); }
+    void refuse(const QString& reason) { m_reasons.append(shortened(reason)); }
     bool isEmpty(int field) const { return m_values[std::size_t(field)].isEmpty(); }
     QString& value(int field) { return m_values[std::size_t(field)]; }
 

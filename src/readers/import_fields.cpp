@@ -47,7 +47,7 @@ void refuseUnknown(const QStringList& headings)
 {
     QStringList unknown;
     for (const QString& heading : headings)
-        if (!fieldOf(heading)) unknown.append(u"“%1”"_s.arg(heading));
+        if (!fieldOf(heading)) unknown.append(u"“%1”"_s.arg(shortened(heading)));
     if (!unknown.isEmpty())
         throw fault(u"第一行有不认识的列标题：%1。\n可用的列标题：%2。"_s.arg(
             unknown.join(u"、"_s), knownHeadings()));
@@ -93,6 +93,12 @@ const ImportFieldInfo& importField(int field)
 const sql::Column& importColumn(const sql::Schema& schema, int field)
 {
     return *schema.table(field < FirstDetail ? u"dzk" : u"dzkx")->column(importField(field).column);
+}
+
+QString shortened(const QString& text)
+{
+    constexpr qsizetype longest = 100;
+    return text.size() <= longest ? text : text.first(longest) + u'…';
 }
 
 std::vector<int> fieldsOfHeadings(const QStringList& headings)

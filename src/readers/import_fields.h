@@ -64,6 +64,9 @@ const sql::Column& importColumn(const sql::Schema& schema, int field);
 /// Over the reasons in a file of refused lines; a file that is imported again may still have it.
 inline constexpr QStringView ReasonCaption = u"原因";
 
+/// A text that quotes the file, no longer than one reads on a screen.
+QString shortened(const QString& text);
+
 /// What the columns of a file hold: a field each, -1 for the reasons. Throws `Error` that names a heading
 /// that is unknown, comes twice or is missing.
 std::vector<int> fieldsOfHeadings(const QStringList& headings);

@@ -78,14 +78,17 @@ bool MemoBox::event(QEvent* event)
     return true;
 }
 
-/// Takes back what stands before the cursor beyond the limit.
+/// Takes back what stands before the cursor beyond the limit, no more of it and no half character.
 void MemoBox::cutTyped()
 {
-    const int surplus = int(toPlainText().size()) - m_longest;
+    const QString text = toPlainText();
+    const int surplus = int(text.size()) - m_longest;
     if (m_limit < 0 || surplus <= 0) return;
     const QSignalBlocker once(this);
     QTextCursor cursor = textCursor();
-    cursor.movePosition(QTextCursor::PreviousCharacter, QTextCursor::KeepAnchor, surplus);
+    int keptEnd = std::max(cursor.position() - surplus, 0);
+    if (keptEnd > 0 && text[keptEnd - 1].isHighSurrogate()) --keptEnd;
+    cursor.setPosition(keptEnd, QTextCursor::KeepAnchor);
     cursor.removeSelectedText();
 }
 

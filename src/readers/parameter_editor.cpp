@@ -17,9 +17,12 @@ JycsAddFrm::JycsAddFrm(Session& session, QWidget* parent)
     QUILLA_NAMES(Combo1, Text1, Check1);
     setCaptions(Check1, {u"有过期书刊时还可以借书"_s, u"可以无证借书"_s});
     Combo1.setEditable(true);
+    Combo1.setCompleter(nullptr); // a new type may be the beginning of a known one
+    Combo1.setInsertPolicy(QComboBox::NoInsert); // leaving it enters it
     Combo1.addItems(readerTypes(m_session));
     Combo1.setCurrentIndex(-1);
     Combo1.lineEdit()->setMaxLength(ReaderTypeWidth);
+    keepPlain(*Combo1.lineEdit());
     layOut();
     wire();
     Combo1.setFocus();

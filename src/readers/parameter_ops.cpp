@@ -2,23 +2,13 @@
 
 #include "frame/sublib.h"
 #include "platform/db/decimal.h"
-
-#include <cmath>
-#include <limits>
+#include "readers/rule_numbers.h"
 
 namespace quilla {
 
 namespace {
 
 const QString NothingToPrint = u"没有可以打印的信息！"_s;
-
-/// The rates have three digits behind the point and five before it; the counts are whole numbers.
-constexpr double RateLimit = 100000;
-
-bool isRate(int box)
-{
-    return box >= ParameterBox::OverdueFine && box <= ParameterBox::LostFine;
-}
 
 std::optional<int> refuse(Session& session, const QString& text, int box)
 {
@@ -128,11 +118,8 @@ std::array<QString, ParameterBox::Count> readParameters(Session& session, const 
 
 bool isParameter(int box, const QString& text)
 {
-    if (!Decimal::read(text)) return false;
-    const double number = readNumber(text).value_or(RateLimit);
-    if (isRate(box)) return std::abs(number) < RateLimit;
-    return number == std::floor(number) && number >= std::numeric_limits<qint32>::min()
-        && number <= std::numeric_limits<qint32>::max();
+    const bool rate = box >= ParameterBox::OverdueFine && box <= ParameterBox::LostFine;
+    return rate ? isRuleRate(text) : isRuleCount(text);
 }
 
 bool checkLeftBox(Session& session, int box, const QString& text)

@@ -8,6 +8,7 @@
 #include <QFileDialog>
 #include <QKeyEvent>
 #include <QLayout>
+#include <QScreen>
 
 namespace quilla {
 
@@ -43,6 +44,7 @@ void takeAnyText(QComboBox& list)
     list.setEditable(true);
     list.setInsertPolicy(QComboBox::NoInsert);
     list.setCompleter(nullptr);
+    keepPlain(*list.lineEdit());
     list.setMinimumContentsLength(6);
     list.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     QObject::disconnect(list.lineEdit(), &QLineEdit::editingFinished, &list, nullptr);
@@ -347,6 +349,15 @@ void DzaddFrm::setParametersShown(bool shown)
     const QSize least = layout()->totalMinimumSize();
     resize(
         std::max({width(), pixelsOf(ScreenWidth, *this), least.width()}), std::max(height, least.height()));
+    if (isVisible()) keepOnScreen();
+}
+
+/// The screen grows downwards, and its buttons with it.
+void DzaddFrm::keepOnScreen()
+{
+    const QRect room = screen()->availableGeometry();
+    const int below = frameGeometry().bottom() - room.bottom();
+    if (below > 0) move(x(), std::max(y() - below, room.top()));
 }
 
 void DzaddFrm::offerPhotoMenu()

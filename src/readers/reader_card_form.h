@@ -66,6 +66,7 @@ private:
     void writeToday(TextBox& box);
     void toggleParameters();
     void setParametersShown(bool shown);
+    void keepOnScreen();
     void offerPhotoMenu();
     void choosePhoto();
     void showPhoto(const QString& file);

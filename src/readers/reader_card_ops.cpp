@@ -69,12 +69,10 @@ ReaderCard cardOf(const Recordset& row)
 
 ReaderPapers papersOf(const Recordset& row)
 {
-    ReaderPapers papers;
-    if (!row.eof())
-        papers = {storedText(row, u"zhenghaolx"_s),
-            {storedText(row, u"zhenghao"_s), storedText(row, u"email"_s), storedText(row, u"dizhi"_s)}};
-    if (papers.kind.isEmpty()) papers.kind = u"其它"_s;
-    return papers;
+    const QString other = u"其它"_s;
+    if (row.eof()) return {other, {}};
+    return {row.field(u"zhenghaolx").isNull() ? other : storedText(row, u"zhenghaolx"_s),
+        {storedText(row, u"zhenghao"_s), storedText(row, u"email"_s), storedText(row, u"dizhi"_s)}};
 }
 
 } // namespace

@@ -2,16 +2,13 @@
 #include "platform/db/decimal.h"
 #include "platform/ui/date_box.h"
 #include "readers/reader_card_ops.h"
-
-#include <limits>
+#include "readers/rule_numbers.h"
 
 namespace quilla {
 
 namespace {
 
 constexpr int TypeMismatch = 13;
-/// The rates have three digits behind the point and five before it.
-constexpr double CardRateLimit = 100000;
 
 QString quoted(const QString& text)
 {
@@ -27,11 +24,8 @@ QString bareNumber(const QString& text)
 /// Whether the text is a number that its column keeps as it is.
 bool fitsColumn(int box, const QString& text)
 {
-    const auto number = readNumber(text);
-    if (!number || !Decimal::read(text)) return false;
-    if (box >= CardBox::OverdueFine && box <= CardBox::LostFine) return std::abs(*number) < CardRateLimit;
-    return *number == std::trunc(*number) && *number >= std::numeric_limits<qint32>::min()
-        && *number <= std::numeric_limits<qint32>::max();
+    const bool rate = box >= CardBox::OverdueFine && box <= CardBox::LostFine;
+    return rate ? isRuleRate(text) : isRuleCount(text);
 }
 
 /// One press of the save button, from the first check to the last statement.

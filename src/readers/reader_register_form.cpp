@@ -21,7 +21,7 @@ const QString FilledFormat
     = u"^读者证号|<姓名|^性别|<读者类型|<读者单位|^可借册数|^已借册数|^办证日期|^有效期限|^有效状态"_s;
 const QString EmptyFormat
     = u"读者证号|<姓名|^性别|<读者类型|<读者单位|^可借册数|^已借册数|^办证日期|^有效期限|^有效状态"_s;
-const std::vector<int> Widths {1500, 1100, 600, 1300, 2200, 850, 850, 1150, 1150, 850}; // twips
+const std::vector<int> Widths {1400, 1000, 600, 1300, 1800, 850, 850, 1150, 1150, 850}; // twips
 constexpr int BlankRows = 20;
 
 constexpr int ScreenWidth = 11530; // twips, as the other lists
@@ -87,7 +87,8 @@ void DzglFrm::wire()
 
 QSize DzglFrm::sizeHint() const
 {
-    return {pixelsOf(ScreenWidth, *this), pixelsOf(ScreenHeight, *this)};
+    const QSize wanted(pixelsOf(ScreenWidth, *this), pixelsOf(ScreenHeight, *this));
+    return wanted.expandedTo(layout()->totalMinimumSize()); // the row of buttons is wide
 }
 
 void DzglFrm::Grid1Fresh()
@@ -148,8 +149,8 @@ void DzglFrm::openEditor(const QString& mode, const QString& code)
         m_session, [this] { RefreshReaderList(); }, this);
     editor.SetEditMode(mode);
     editor.LoadReader(code);
-    editor.exec();
-    RefreshReaderList();
+    const bool saved = editor.exec() == QDialog::Accepted;
+    refreshAt(saved ? editor.Text1[CardBox::ReaderCode].text().trimmed() : currentCode());
 }
 
 /// The next line takes the place of the one that goes.
@@ -171,7 +172,7 @@ void DzglFrm::search()
         u"readercode,name,sex,readerclass,readunit,bookcount,orderbook,readstatus,paperdate,term"_s,
         u"读者号,姓名,性别,读者类型,读者单位,可借册数,已借册数,有效状态,办证日期,有效期限"_s,
         u"字符,字符,字符,字符,字符,数字,数字,字符,日期,日期"_s);
-    query.exec();
+    if (query.exec() == QDialog::Accepted) Grid1.setFocus();
 }
 
 void DzglFrm::reportLost()

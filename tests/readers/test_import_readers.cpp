@@ -30,7 +30,8 @@ private Q_SLOTS:
             {u"a,b;c\r\nd,,e"_s, u"1:a|b;c 2:d||e"_s}, {u"a;b\nc,d;e\n"_s, u"1:a|b 2:c,d|e"_s},
             {u"a\tb,c\t\rd\te"_s, u"1:a|b,c| 2:d|e"_s},
             {u"\"a,\"\"x\"\"\",b\n\"\",\"c\"d"_s, u"1:a,\"x\"|b 2:|cd"_s},
-            {u"\"a;;;\r\nb\",c\n\n , \nd,e"_s, u"1:a;;;\nb|c 5:d|e"_s}, {u"a\nb"_s, u"1:a 2:b"_s}};
+            {u"\"a;;;\r\nb\",c\n\n , \nd,e"_s, u"1:a;;;\nb|c 5:d|e"_s}, {u"a\rb"_s, u"1:a 2:b"_s},
+            {u"\"a\rb\r\n\",c\rd"_s, u"1:a\nb\n|c 4:d"_s}};
         for (const auto& [text, records] : texts) {
             QStringList read;
             for (const TextRecord& record : readDelimited(text).records)
@@ -96,6 +97,8 @@ private Q_SLOTS:
             {"bit", {u"R1,甲,学生,,,,,可"_s, u"可以无证借书应该是“是”或“否”：可"_s}},
             {"too long", {QString(51, u'1') + u",甲,学生"_s, u"读者证号太长，最多 50 个字"_s}},
             {"line break", {u"\"R\n1\",甲,学生"_s, u"读者证号里有换行"_s}},
+            {"control character", {u"R1,甲\u0007,学生"_s, u"姓名里有看不见的字符"_s}},
+            {"no width", {u"\u200bR1,甲\t乙,学生"_s, u"读者证号里有看不见的字符"_s}},
             {"too many", {u"R1,甲,学生,,,,,,好"_s, u"比列标题多出的内容：好"_s}},
             {"all at once", {u"OLD1, ,外来"_s, u"读者证号已经存在；姓名是空的；没有这个读者类型：外来"_s}},
         });

@@ -75,7 +75,9 @@ private Q_SLOTS:
             query.Label3[1].click();
             query.Command1[1].click();
         });
+        m_list->CmdDzgl[3].setFocus();
         QTest::keyClick(&m_list->Grid1, Qt::Key_F, Qt::ControlModifier);
+        QCOMPARE(m_list->focusWidget(), &m_list->Grid1);
         QCOMPARE(m_list->iRowCount.text() + u'|' + codes(), u"2|R3 R1"_s);
         m_list->loadData(u"name='nobody'"_s, u"readercode Desc"_s);
         QCOMPARE(
@@ -99,6 +101,16 @@ private Q_SLOTS:
             QCOMPARE(editor.windowTitle() + editor.Text1[0].text(), u"新增读者信息"_s);
         });
         QTest::keyClick(&m_list->Grid1, Qt::Key_Insert);
+        inDialog<DzaddFrm>([](DzaddFrm& editor) {
+            editor.cmdUpdateZheng.click();
+            editor.Text1[0].setText(u"R9 "_s);
+            for (const int box : {CardBox::Issued, CardBox::Term})
+                editor.Text1[box].setText(u"2027-01-01"_s);
+            editor.Combo1[CardList::Unit].setEditText(u"一班"_s);
+            editor.CmdSave.click();
+        });
+        m_list->CmdDzgl[1].click();
+        QCOMPARE(m_list->Grid1.current(ReaderCode), u"R9"_s);
     }
 
     void lostUntilTheNextRefresh()

@@ -246,10 +246,10 @@ void TestRulesForms::selectedLinesAreRemoved()
 
 void TestRulesForms::parametersByKeys()
 {
-    m->insert(u"dzlx"_s, {{u"readerclass"_s, u"学生"_s}});
+    m->insert(u"dzlx"_s, {{u"readerclass"_s, u"外'来人"_s}});
     auto& list = shown(std::make_unique<JycsFrm>(m->session, m_reports));
     inDialog<JycsAddFrm>([](JycsAddFrm& editor) {
-        QCOMPARE(editor.Combo1.itemText(0), u"学生"_s);
+        QCOMPARE(editor.Combo1.itemText(0), u"外'来人"_s);
         QCOMPARE(focus(), u"Combo1"_s);
         enter(editor.Combo1, u"外'来"_s);
         for (TextBox& box : editor.Text1) {
@@ -267,7 +267,7 @@ void TestRulesForms::parametersByKeys()
     });
     list.Command1[0].click();
     QCOMPARE(lines(list.Grid1, 14), u"外'来|3|3|3|3|3|3|3|是|否|3|3|3|3"_s);
-    QCOMPARE(m->rows(u"select readerclass from dzlx order by dzlxid"_s).join(u' '), u"学生 外'来"_s);
+    QCOMPARE(m->rows(u"select readerclass from dzlx order by dzlxid"_s).join(u' '), u"外'来人 外'来"_s);
 }
 
 void TestRulesForms::parametersChanged()

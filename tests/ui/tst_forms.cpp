@@ -183,6 +183,42 @@ private Q_SLOTS:
         QCOMPARE(form.first.selectedText(), u"");
     }
 
+    /// A message took the focus with the whole window; the box that is to be corrected gets it back with it.
+    void selectsWhatIsEnteredWithTheWindow()
+    {
+        DiaryForm form;
+        enter(form, form.second);
+        form.first.setText(u"R2004001"_s);
+        form.first.setCursorPosition(2);
+        QWidget message;
+        message.show();
+        message.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&message));
+        form.first.setFocus();
+        form.activateWindow();
+        QTRY_COMPARE(form.first.selectedText(), u"R2004001");
+        form.first.setSelection(1, 2);
+        message.activateWindow();
+        QTRY_VERIFY(!form.first.hasFocus());
+        form.activateWindow(); // it was only away
+        QTRY_VERIFY(form.first.hasFocus());
+        QCOMPARE(form.first.selectedText(), u"20");
+    }
+
+    void whatIsPastedBecomesOneLine()
+    {
+        const std::pair<QString, QString> pasted[] {{u"R1\r\n"_s, u"<R1|>"_s},
+            {u"张\t三\r四\n"_s, u"<张 三 四|>"_s}, {u"a\u0000\u0007b "_s, u"<ab |>"_s},
+            {u"长长长长长长长\U0001F600"_s, u"<长长长长长长长|>"_s}};
+        for (const auto& [text, becomes] : pasted) {
+            TextBox box(u"<>"_s);
+            box.setMaxLength(10); // the picture takes two
+            box.setCursorPosition(1);
+            box.insert(text);
+            QCOMPARE(box.text().insert(box.cursorPosition(), u'|'), becomes);
+        }
+    }
+
     void highlightsOnlyWhileInFocus()
     {
         DiaryForm form;

@@ -21,6 +21,8 @@ Error fault(const QString& text)
 QByteArray contentOf(const QString& name)
 {
     QFile file(name);
+    if (QFileInfo(name).isDir()) throw fault(u"%1 是文件夹，不是文件。"_s.arg(name));
+    if (!QFileInfo::exists(name)) throw fault(u"没有文件 %1。"_s.arg(name));
     if (!file.open(QIODevice::ReadOnly)) throw fault(u"无法读取文件 %1：%2"_s.arg(name, file.errorString()));
     return file.readAll();
 }
@@ -32,14 +34,33 @@ void refuseOverwriting(const Arguments& arguments)
         throw fault(u"--refused 不能是要导入的文件本身。"_s);
 }
 
-void writeRefused(const QString& name, const ImportReport& report)
-{
-    if (name.isEmpty() || report.refused.empty()) return;
-    QSaveFile file(name);
-    const bool written
-        = file.open(QIODevice::WriteOnly) && file.write(refusedFile(report)) >= 0 && file.commit();
-    if (!written) throw fault(u"无法写入文件 %1：%2"_s.arg(name, file.errorString()));
-}
+/// The file for the refused lines. It is opened before the import: what can't be written then must not be
+/// found out when the other lines are in the library already.
+class RefusedFile {
+public:
+    explicit RefusedFile(const QString& name)
+        : m_file(name)
+        , m_wanted(!name.isEmpty())
+    {
+        if (m_wanted && !m_file.open(QIODevice::WriteOnly)) fail();
+    }
+
+    /// Leaves an older file as it is when no line was refused.
+    void write(const ImportReport& report)
+    {
+        if (!m_wanted || report.refused.empty()) return;
+        if (m_file.write(refusedFile(report)) < 0 || !m_file.commit()) fail();
+    }
+
+private:
+    [[noreturn]] void fail()
+    {
+        throw fault(u"无法写入文件 %1：%2"_s.arg(m_file.fileName(), m_file.errorString()));
+    }
+
+    QSaveFile m_file;
+    bool m_wanted;
+};
 
 /// The file has them all; nobody reads thousands on a screen.
 void tellRefused(const Arguments& arguments, const ImportReport& report, QTextStream& out)
@@ -74,6 +95,7 @@ Outcome importReadersOf(const Arguments& arguments, QTextStream& out)
 {
     refuseOverwriting(arguments);
     const QByteArray content = contentOf(arguments.file);
+    RefusedFile refused(arguments.refusedFile);
     const SystemClock clock;
     const sql::Schema schema = librarySchema();
     PooledFactory factory(schema, clock);
@@ -81,7 +103,7 @@ Outcome importReadersOf(const Arguments& arguments, QTextStream& out)
     const ImportReport report = importReaders(connection, schema, content, arguments.readers);
     tellRefused(arguments, report, out);
     tellOutcome(arguments, report, out);
-    writeRefused(arguments.refusedFile, report);
+    refused.write(report);
     return report.refused.empty() ? Outcome::Done : Outcome::Findings;
 }
 

@@ -4,6 +4,10 @@
 
 namespace quilla {
 
+/// What is typed or pasted becomes one plain line: a line break from a spreadsheet's cell would stand in the
+/// box unseen, and no statement takes a control character.
+void keepPlain(QLineEdit& box);
+
 /// A text box whose whole text is selected when it gets the focus, by key or by mouse, so that typing
 /// replaces the old value.
 class TextBox : public QLineEdit {
@@ -23,6 +27,7 @@ protected:
 
 private:
     bool m_highlighted = false;
+    bool m_leftWithWindow = false; ///< the focus went, but not to another box
     bool m_enteredByMouse = false;
 };
 
