@@ -201,6 +201,10 @@ private Q_SLOTS:
         QCOMPARE(window.findChildren<TsjhFrm*>().size(), 0);
         window.openScreen(u"TsjhFrm"_s);
         QCOMPARE(window.findChild<TsjhFrm*>()->TxtReaderCode.text(), QString());
+        for (const QString& list : {u"DzglFrm"_s, u"JycsFrm"_s, u"holidayfrm"_s}) { // none beyond the edge
+            window.openScreen(list);
+            QCOMPARE(window.Client.activeSubWindow()->pos(), QPoint(0, 0));
+        }
     }
 
     void typesOpenAsDialog()

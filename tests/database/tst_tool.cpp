@@ -128,7 +128,8 @@ void TestTool::importsReaders()
     QCOMPARE(run(line), 1);
     QVERIFY2(output.startsWith(u"第 3 行：没有这个读者类型：外来\n"), qPrintable(output));
     QCOMPARE(run(line + QStringList {u"--skip-refused"_s, u"--dry-run"_s}), 1);
-    QCOMPARE(run(line + QStringList {u"--skip-refused"_s, u"--refused"_s, name}), 2);
+    for (const QString& unfit : {name, folder.path(), folder.filePath(u"none/x.csv"_s)})
+        QCOMPARE(run(line + QStringList {u"--skip-refused"_s, u"--refused"_s, unfit}), 2);
     QCOMPARE(base.rows(u"select readercode from dzk"), QString());
     QCOMPARE(run(line + QStringList {u"--skip-refused"_s, u"--refused"_s, name + u".refused"_s}), 1);
     QVERIFY(QFile::exists(name + u".refused"_s));

@@ -183,6 +183,10 @@ private Q_SLOTS:
         m->reader(u"R2"_s, {{u"term"_s, u"null"_s}});
         const auto bare = readCard(m->session, u"R2"_s);
         QCOMPARE(bare->card.boxes[CardBox::Term] + bare->papers->kind, u"其它"_s);
+        m->insert(u"dzkx"_s, {{u"readercode"_s, u"R2"_s}, {u"zhenghaolx"_s, u"null"_s}});
+        QCOMPARE(readCard(m->session, u"R2"_s)->papers->kind, u"其它"_s);
+        m->send(u"update dzkx set zhenghaolx='' where readercode='R2'"_s);
+        QCOMPARE(readCard(m->session, u"R2"_s)->papers->kind, QString());
     }
 
     void ownRulesOfTheType()

@@ -168,6 +168,11 @@ private Q_SLOTS:
         QTest::keyClick(&fresh.Memo, u'c');
         QCOMPARE(fresh.Text1[CardBox::Name].text() + fresh.Memo.text(),
             QString(10, u'a') + QString(99, u'b') + u'\n');
+        fresh.Memo.setText(QString(99, u'b'));
+        fresh.Memo.setFocus();
+        fresh.Memo.moveCursor(QTextCursor::Start);
+        fresh.Memo.insertPlainText(u"a\U0001F600"_s); // of which the half would fit no more
+        QCOMPARE(fresh.Memo.text(), u'a' + QString(99, u'b'));
     }
 
     void parameterPanel()
