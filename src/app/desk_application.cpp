@@ -12,6 +12,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QScreen>
 
 namespace quilla {
 
@@ -26,6 +27,19 @@ DeskApplication::DeskApplication(Prompt& prompt)
     installProcedures(m_connections);
 }
 
+namespace {
+
+/// The window at its own size, or as much of it as a small screen has room for.
+void showWithinScreen(QWidget& window)
+{
+    const QSize room = window.screen()->availableSize();
+    const bool fits = window.width() < room.width() && window.height() < room.height();
+    window.resize(window.size().boundedTo(room));
+    fits ? window.show() : window.showMaximized();
+}
+
+} // namespace
+
 int DeskApplication::run()
 {
     const QString folder = QFileInfo(embeddedDatabaseFile()).path();
@@ -37,7 +51,7 @@ int DeskApplication::run()
     if (login.exec() != QDialog::Accepted) return 0;
 
     LtMainFrm window(m_session, m_screens);
-    window.show();
+    showWithinScreen(window);
     QMetaObject::invokeMethod(&window, &LtMainFrm::openUp, Qt::QueuedConnection);
     return QCoreApplication::exec();
 }

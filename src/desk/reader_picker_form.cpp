@@ -13,7 +13,7 @@ namespace {
 enum PickerColumn { NameColumn, CodeColumn };
 
 const QString ReaderFormat = u"^读者姓名|^借书证号"_s;
-const std::vector<int> ReaderWidths {1800, 1800};
+const std::vector<int> ReaderWidths {1650, 1650};
 
 } // namespace
 
@@ -64,10 +64,10 @@ void ReaderPickerFrm::layOut()
     const Piece details
         = column(row(card.grow(), column(Image1, stretch())), fields(1, {{m_memo, Text2[Memo]}}), stretch());
     build(*this,
-        column(row(list.grow(3), group(Frame1, details).grow(6)).grow(),
+        column(row(list.grow(3), group(Frame1, details).grow(7)).grow(),
             row(stretch(), Command2[0], Command2[1])));
     Grid1.setAccessibleName(u"读者"_s);
-    resize(pixelsOf(13500, *this), pixelsOf(6300, *this));
+    resize(pixelsOf(12900, *this), pixelsOf(6300, *this));
 }
 
 void ReaderPickerFrm::wire()

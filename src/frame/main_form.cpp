@@ -149,7 +149,8 @@ void LtMainFrm::openScreen(const QString& target, const QString& mode)
     modal->exec();
 }
 
-/// A window of the client area around the screen, which keeps the size that the screen gave itself.
+/// A window of the client area around the screen, which keeps the size that the screen gave itself, as far
+/// as there is room.
 QMdiSubWindow* LtMainFrm::frameOf(QWidget* screen)
 {
     if (!screen->testAttribute(Qt::WA_Resized)) screen->adjustSize();
@@ -159,7 +160,9 @@ QMdiSubWindow* LtMainFrm::frameOf(QWidget* screen)
     window->setWindowIcon(windowIcon());
     const QMargins border = window->contentsMargins();
     const int title = window->style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, window);
-    window->resize(wanted.grownBy({border.left(), title + border.bottom(), border.right(), border.bottom()}));
+    const QSize whole
+        = wanted.grownBy({border.left(), title + border.bottom(), border.right(), border.bottom()});
+    window->resize(Client.isVisible() ? whole.boundedTo(Client.viewport()->size()) : whole);
     return window;
 }
 
