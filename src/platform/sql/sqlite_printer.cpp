@@ -128,12 +128,17 @@ void SqlitePrinter::like(const Expr& expr)
     write(u")");
 }
 
+/// Added up in binary, money would show the error of its fractions, and equal sums would not sort as such.
 void SqlitePrinter::aggregate(const Expr& expr)
 {
-    const bool whole = expr.name == u"avg" && expr.type.kind == Kind::Integer;
+    const bool average = expr.name == u"avg";
+    const bool whole = average && expr.type.kind == Kind::Integer;
+    const bool fraction = (average || expr.name == u"sum") && expr.type.kind == Kind::Decimal;
     if (whole) write(u"CAST(");
+    if (fraction) write(u"round(");
     Printer::aggregate(expr);
     if (whole) write(u" AS INTEGER)");
+    if (fraction) write(u", "_s + QString::number(QuotientScale) + u")"_s);
 }
 
 void SqlitePrinter::divide(const Expr& expr)
