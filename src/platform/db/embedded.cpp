@@ -90,12 +90,16 @@ void fillLibrary(const QString& path, const sql::Schema& schema, const Clock& cl
     connection.commit();
 }
 
+/// The copy is one file that can be read where nothing can be written; its first opening as a library brings
+/// the log back.
 void copyDatabase(const SqliteHandle& from, const SqliteHandle& to)
 {
+    from.number("pragma schema_version"); // what can't be read is told with its own name
     sqlite3_backup* backup = sqlite3_backup_init(to.get(), "main", from.get(), "main");
     if (!backup) to.fail(sqlite3_extended_errcode(to.get()));
     sqlite3_backup_step(backup, -1);
     to.check(sqlite3_backup_finish(backup));
+    to.run("pragma journal_mode=delete");
 }
 
 } // namespace

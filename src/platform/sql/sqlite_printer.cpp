@@ -3,6 +3,7 @@
 #include "platform/core/text.h"
 #include "platform/sql/functions.h"
 
+#include <algorithm>
 #include <array>
 
 namespace quilla::sql {
@@ -134,11 +135,12 @@ void SqlitePrinter::aggregate(const Expr& expr)
     const bool average = expr.name == u"avg";
     const bool whole = average && expr.type.kind == Kind::Integer;
     const bool fraction = (average || expr.name == u"sum") && expr.type.kind == Kind::Decimal;
+    const int scale = average ? QuotientScale : std::max(QuotientScale, expr.type.scale);
     if (whole) write(u"CAST(");
     if (fraction) write(u"round(");
     Printer::aggregate(expr);
     if (whole) write(u" AS INTEGER)");
-    if (fraction) write(u", "_s + QString::number(QuotientScale) + u")"_s);
+    if (fraction) write(u", "_s + QString::number(scale) + u")"_s);
 }
 
 void SqlitePrinter::divide(const Expr& expr)
