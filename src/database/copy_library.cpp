@@ -13,15 +13,6 @@ Error fault(const QString& table, const QString& what)
     return Error(57, u"copy"_s, u"复制表 %1 时出错：%2"_s.arg(table, what));
 }
 
-void createOn(Connection& to)
-{
-    try {
-        createLibrary(to);
-    } catch (const Error& error) {
-        throw Error(58, u"copy"_s, u"目标数据库必须是空的。\n"_s + error.text);
-    }
-}
-
 QString columnList(const sql::Table& table)
 {
     QStringList names;
@@ -66,7 +57,7 @@ void copyTable(Connection& from, Connection& to, const sql::Table& table, const 
 void copyLibrary(Connection& from, Connection& to, const TableCopied& told)
 {
     const sql::Schema schema = librarySchema();
-    createOn(to);
+    createLibrary(to);
     for (const sql::Table& table : schema.tables())
         if (!table.view) copyTable(from, to, table, told);
 }

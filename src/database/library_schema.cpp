@@ -26,6 +26,16 @@ void executeAll(Connection& connection, const QString& tsql)
         connection.execute(statement);
 }
 
+void makeTables(Connection& connection)
+{
+    try {
+        connection.prepareEmptyBase();
+        executeAll(connection, definitions());
+    } catch (const Error& error) {
+        throw Error(error.number, error.source, u"不能建立数据表。目标数据库必须是空的。\n"_s + error.text);
+    }
+}
+
 } // namespace
 
 sql::Schema librarySchema()
@@ -35,8 +45,7 @@ sql::Schema librarySchema()
 
 void createLibrary(Connection& connection)
 {
-    connection.prepareEmptyBase();
-    executeAll(connection, definitions());
+    makeTables(connection);
     if (!connection.keepsProcedures()) return;
     for (const QString& procedure : procedureDefinitions())
         connection.execute(procedure);

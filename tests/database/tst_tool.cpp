@@ -15,6 +15,7 @@ private Q_SLOTS:
     void refusesWrongLines();
     void findsDamage();
     void savesAndRestores();
+    void copiesIntoAFile();
     void importsReaders();
     void printsTheScript();
 
@@ -111,6 +112,26 @@ void TestTool::savesAndRestores()
     damaged.close();
     QCOMPARE(run({u"restore"_s, copy, u"--file"_s, folder.filePath(u"bad.db"_s)}), 2);
     QVERIFY(!QFile::exists(folder.filePath(u"bad.db"_s)));
+}
+
+/// With the numbers that its rows have; one of a row that is gone is not given again.
+void TestTool::copiesIntoAFile()
+{
+    TestBase base;
+    for (const QStringView type : {u"教师", u"学生", u"职工"})
+        base.connection.execute(u"insert into dzlx(readerclass) values('%1')"_s.arg(type));
+    base.connection.execute(
+        u"insert into jhslsk(readercode,barcode,orderdate) values('R ','B','2003-01-01 23:59:59.120')");
+    base.connection.execute(u"delete from dzlx where dzlxid<>2");
+    const QString copy = folder.filePath(u"copied.db"_s);
+    const QString text = u"DSN=%1;Database=%2"_s.arg(BuiltInDataSource, copy);
+    QCOMPARE(run({u"copy"_s, u"--file"_s, base.file, u"--connection"_s, text}), 0);
+    QCOMPARE(run({u"copy"_s, u"--file"_s, copy, u"--connection"_s, text}), 2); // onto itself
+    base.connection = base.factory.open(text);
+    base.connection.execute(u"insert into dzlx(readerclass) values('其他')");
+    QCOMPARE(base.rows(u"select dzlxid,readerclass from dzlx order by dzlxid"), u"2|学生\n4|其他"_s);
+    QCOMPARE(base.rows(u"select readercode+'.',convert(varchar,orderdate,120) from jhslsk"),
+        u"R .|2003-01-01 23:59:59"_s);
 }
 
 void TestTool::importsReaders()

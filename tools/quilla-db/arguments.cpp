@@ -18,7 +18,7 @@ constexpr QStringView Help = uR"(青简文库的数据库工具。
   demo          建立演示数据库，或装入空的数据库
   scale         建立测速用的大数据库，或装入空的数据库
   check         核对数据，不作修改
-  copy          把内置数据库的全部数据复制到 --connection 的空数据库
+  copy          把内置数据库的全部数据复制到 --connection 的空数据库，或还没有的内置数据库
   backup 文件   备份内置数据库，使用中也可以
   restore 文件  从备份恢复内置数据库；不覆盖已有的数据库
   import-readers 文件
@@ -156,6 +156,7 @@ Arguments readArguments(const QStringList& line)
     if (arguments.command == u"copy"_s) arguments.copyTarget = copyTargetOf(parser);
     arguments.script = wantsScript(parser);
     arguments.operatorName = parser.value(u"operator"_s);
+    if (arguments.operatorName.trimmed().isEmpty()) throw fault(u"--operator 不能为空。"_s);
     arguments.demo.today = dayOf(parser);
     arguments.demo.seed = quint64(numberOf(parser, u"seed"_s));
     arguments.scale.today = arguments.demo.today;

@@ -32,19 +32,24 @@ void fillOpened(const Target& target, const sql::Schema& schema, const Fill& fil
     connection.commit();
 }
 
-/// A new database with its first rows and what `fill` adds, all of it or nothing.
+/// A file that is not there yet, or an empty base of a server, with all that `fill` makes or nothing.
+void makeNew(const Target& target, const sql::Schema& schema, const Fill& fill)
+{
+    if (target.file)
+        createEmbedded(*target.file, schema, SystemClock(), fill);
+    else
+        fillOpened(target, schema, fill);
+}
+
+/// A new database with its first rows and what `fill` adds.
 void makeLibrary(const Arguments& arguments, const Fill& fill)
 {
-    const sql::Schema schema = librarySchema();
     const Fill whole = [&](Connection& connection) {
         createLibrary(connection);
         insertInitialRows(connection, arguments.operatorName);
         if (fill) fill(connection);
     };
-    if (arguments.target.file)
-        createEmbedded(*arguments.target.file, schema, SystemClock(), whole);
-    else
-        fillOpened(arguments.target, schema, whole);
+    makeNew(arguments.target, librarySchema(), whole);
 }
 
 /// Data for an empty library; a file that is not there is created with it.
@@ -123,14 +128,12 @@ Outcome copy(const Arguments& arguments, QTextStream& out)
     const sql::Schema schema = librarySchema();
     PooledFactory factory(schema, clock);
     Connection from = factory.open(arguments.target.connectionText);
-    Connection to = factory.open(arguments.copyTarget.connectionText);
     from.begin();
-    to.begin(OnFailure::EndTransaction);
-    copyLibrary(from, to, [&](const QString& table, qint64 rows) {
+    const auto told = [&](const QString& table, qint64 rows) {
         out << table << u": "_s << rows << u"\n"_s;
         out.flush();
-    });
-    to.commit();
+    };
+    makeNew(arguments.copyTarget, schema, [&](Connection& to) { copyLibrary(from, to, told); });
     out << u"已全部复制到："_s << arguments.copyTarget.name() << u"\n"_s;
     return Outcome::Done;
 }

@@ -47,7 +47,7 @@ public:
     /// and functions. Nothing where the engine has them. Throws `Error`, also when they are there already.
     void prepareEmptyBase();
     /// Runs `fill`, whose rows bring their own numbers into the identity column of `table`. The next number
-    /// comes after theirs and after `given`, except on the embedded database, which knows only theirs.
+    /// comes after theirs and after `given`.
     void withOwnNumbers(const sql::Table& table, qint64 given, const std::function<void()>& fill);
     /// The highest number that the identity column of a table ever gave, also to a row that is gone.
     qint64 lastNumber(const sql::Table& table);

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 
 namespace quilla {
 
@@ -27,12 +28,17 @@ public:
     explicit NewFile(const QString& path)
         : m_path(path)
         , m_part(path + u".part"_s)
+        , m_maker(m_part + u".lock"_s)
     {
         if (QFile::exists(path)) throw fault(u"文件已经存在："_s);
         if (!QDir().mkpath(QFileInfo(path).absolutePath())) throw fault(u"不能建立文件夹，文件为："_s);
+        claim();
         removePart();
     }
-    ~NewFile() { removePart(); }
+    ~NewFile()
+    {
+        if (m_maker.isLocked()) removePart();
+    }
     Q_DISABLE_COPY_MOVE(NewFile)
 
     const QString& part() const { return m_part; }
@@ -43,6 +49,14 @@ public:
     }
 
 private:
+    /// Two programs that make the same file would take each other's part away.
+    void claim()
+    {
+        m_maker.setStaleLockTime(0);
+        if (m_maker.tryLock()) return;
+        const bool taken = m_maker.error() == QLockFile::LockFailedError;
+        throw fault(taken ? u"另一个程序正在建立这个文件："_s : u"不能建立文件："_s);
+    }
     Error fault(const QString& what) const
     {
         return Error(ErrorNumber::CannotOpen, u"SQLite"_s, what + QDir::toNativeSeparators(m_path));
@@ -55,6 +69,7 @@ private:
 
     QString m_path;
     QString m_part;
+    QLockFile m_maker;
 };
 
 /// The version is set in the same transaction: a file that carries it is complete.
@@ -75,12 +90,16 @@ void fillLibrary(const QString& path, const sql::Schema& schema, const Clock& cl
     connection.commit();
 }
 
+/// The copy is one file that can be read where nothing can be written; its first opening as a library brings
+/// the log back.
 void copyDatabase(const SqliteHandle& from, const SqliteHandle& to)
 {
+    from.number("pragma schema_version"); // what can't be read is told with its own name
     sqlite3_backup* backup = sqlite3_backup_init(to.get(), "main", from.get(), "main");
     if (!backup) to.fail(sqlite3_extended_errcode(to.get()));
     sqlite3_backup_step(backup, -1);
     to.check(sqlite3_backup_finish(backup));
+    to.run("pragma journal_mode=delete");
 }
 
 } // namespace

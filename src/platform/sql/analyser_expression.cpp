@@ -11,8 +11,6 @@ namespace quilla::sql {
 
 namespace {
 
-constexpr int QuotientScale = 6;
-
 std::vector<ExprPtr*> pointers(std::vector<ExprPtr>& exprs, std::size_t from = 0)
 {
     std::vector<ExprPtr*> result;

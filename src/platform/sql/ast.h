@@ -16,6 +16,9 @@ struct Type {
     bool column = false; ///< a column as it stands, which brings its collation along
 };
 
+/// Digits behind the point of a quotient and of an average.
+constexpr int QuotientScale = 6;
+
 /// A type as a statement names it: varchar(20), decimal(10,2), datetime.
 struct TypeName {
     QString name; ///< lower case

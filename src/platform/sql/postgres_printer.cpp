@@ -52,7 +52,6 @@ constexpr auto Keywords = std::to_array<QStringView>({u"all", u"analyse", u"anal
 
 constexpr QStringView TextType = u"qj_text";
 constexpr QStringView PlainType = u"text";
-constexpr int QuotientScale = 6; ///< of an average of numbers with a fraction
 
 QStringView parameterType(Kind kind)
 {

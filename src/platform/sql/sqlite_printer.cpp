@@ -3,6 +3,7 @@
 #include "platform/core/text.h"
 #include "platform/sql/functions.h"
 
+#include <algorithm>
 #include <array>
 
 namespace quilla::sql {
@@ -128,12 +129,30 @@ void SqlitePrinter::like(const Expr& expr)
     write(u")");
 }
 
+/// Reckoned in binary, money would show the error of its fractions, and equal amounts would not be equal.
+void SqlitePrinter::binary(const Expr& expr)
+{
+    if (expr.type.kind != Kind::Decimal || expr.op == Op::Divide) return EnginePrinter::binary(expr);
+    write(u"round(");
+    EnginePrinter::binary(expr);
+    endRounding(expr.type.scale);
+}
+
+void SqlitePrinter::endRounding(int scale)
+{
+    write(u", "_s + QString::number(std::max(QuotientScale, scale)) + u")"_s);
+}
+
 void SqlitePrinter::aggregate(const Expr& expr)
 {
-    const bool whole = expr.name == u"avg" && expr.type.kind == Kind::Integer;
+    const bool average = expr.name == u"avg";
+    const bool whole = average && expr.type.kind == Kind::Integer;
+    const bool fraction = (average || expr.name == u"sum") && expr.type.kind == Kind::Decimal;
     if (whole) write(u"CAST(");
+    if (fraction) write(u"round(");
     Printer::aggregate(expr);
     if (whole) write(u" AS INTEGER)");
+    if (fraction) endRounding(average ? QuotientScale : expr.type.scale);
 }
 
 void SqlitePrinter::divide(const Expr& expr)

@@ -20,6 +20,7 @@ protected:
     void compare(const Expr& expr) override;
     void chain(const Expr& expr) override;
     void like(const Expr& expr) override;
+    void binary(const Expr& expr) override;
     void aggregate(const Expr& expr) override;
     void convert(const Expr& expr) override;
     void divide(const Expr& expr) override;
@@ -31,6 +32,7 @@ protected:
     void numberToText(const Expr& expr) override;
 
 private:
+    void endRounding(int scale);
     void part(const Expr& chain, std::size_t from, std::size_t to);
     void call(QStringView function, const QString& first, const Expr& second);
 };

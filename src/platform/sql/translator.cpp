@@ -135,8 +135,13 @@ std::vector<Translation> Translator::beginOwnNumbers(const Table& table)
 std::vector<Translation> Translator::endOwnNumbers(const Table& table, qint64 given)
 {
     const QString column = identityOf(table);
-    if (column.isEmpty() || d->engine == Engine::Sqlite) return {};
+    if (column.isEmpty()) return {};
     const QString number = QString::number(given);
+    if (d->engine == Engine::Sqlite)
+        return d->inOwnWords({u"DELETE FROM sqlite_sequence WHERE name = '%1' AND seq < %2"_s.arg(
+                                  table.name, number),
+            u"INSERT INTO sqlite_sequence (name, seq) SELECT '%1', %2 WHERE NOT EXISTS (SELECT seq FROM sqlite_sequence WHERE name = '%1')"_s
+                .arg(table.name, number)});
     if (d->engine == Engine::SqlServer)
         return d->inOwnWords({u"set identity_insert %1 off"_s.arg(table.name),
             u"if ident_current('%1')<%2 dbcc checkident('%1',reseed,%3)"_s.arg(

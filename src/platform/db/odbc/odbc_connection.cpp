@@ -28,6 +28,12 @@ Error cannotConnect(const OdbcDiagnosis& diagnosis)
         u"不能连接数据库服务器。\n"_s + diagnosis.words);
 }
 
+/// The connection failed, or the server is going down.
+bool tellsLoss(const OdbcDiagnosis& diagnosis)
+{
+    return diagnosis.isState(u"08") || diagnosis.isState(u"57P0");
+}
+
 /// A text that is sent as it stands; at the end its statement is ready for the next one.
 class DirectCall {
 public:
@@ -111,9 +117,12 @@ qint64 OdbcConnection::number(QStringView select) const
 void OdbcConnection::fail(SQLHANDLE statement) const
 {
     OdbcDiagnosis diagnosis = diagnose(SQL_HANDLE_STMT, statement);
-    m_lost = m_lost || diagnosis.isState(u"08") || isDead();
+    m_lost = m_lost || tellsLoss(diagnosis) || isDead() || (diagnosis.isState(u"HY000") && !answers());
     // A server that ends a connection tells it as a failure of the statement.
-    if (m_lost) diagnosis.state = u"08S01"_s;
+    if (m_lost) {
+        diagnosis.state = u"08S01"_s;
+        diagnosis.words = diagnosis.words.section(u'\n', 0, 0);
+    }
     throw odbcError(diagnosis);
 }
 
@@ -122,6 +131,20 @@ bool OdbcConnection::isDead() const
     SQLUINTEGER dead = SQL_CD_FALSE;
     SQLGetConnectAttrW(get(), SQL_ATTR_CONNECTION_DEAD, &dead, SQL_IS_UINTEGER, nullptr);
     return dead == SQL_CD_TRUE;
+}
+
+/// After a failure without a state of the server's: the driver for PostgreSQL does not see a crashed server
+/// as gone. Where a result that is being read may stand in the way of the question, yes.
+bool OdbcConnection::answers() const
+{
+    if (m_holdsOneResult || !m_direct) return true;
+    SQLHANDLE statement = m_direct->get();
+    SQLFreeStmt(statement, SQL_CLOSE);
+    const SQLRETURN result = SQLExecDirectW(statement, const_cast<SQLWCHAR*>(wide(u"select 1"_s)), SQL_NTS);
+    // A transaction that failed answers with a refusal.
+    const bool answered = SQL_SUCCEEDED(result) || diagnose(SQL_HANDLE_STMT, statement).isState(u"25");
+    SQLFreeStmt(statement, SQL_CLOSE);
+    return answered;
 }
 
 } // namespace quilla

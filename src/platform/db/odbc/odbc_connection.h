@@ -51,6 +51,7 @@ private:
     void connect(const QString& text);
     void meet();
     bool isDead() const;
+    bool answers() const;
 
     OdbcEnvironment m_environment;
     OdbcHandle m_connection {SQL_HANDLE_DBC, m_environment.get()};
