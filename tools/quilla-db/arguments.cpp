@@ -133,6 +133,17 @@ void readPositions(const QCommandLineParser& parser, Arguments& arguments)
     if (takesFile) arguments.file = positions[1];
 }
 
+ScaleOptions scaleOf(const QCommandLineParser& parser, const QDate& today)
+{
+    ScaleOptions scale;
+    scale.today = today;
+    scale.readers = numberOf(parser, u"readers"_s);
+    scale.copies = numberOf(parser, u"copies"_s);
+    scale.history = numberOf(parser, u"history"_s);
+    scale.loans = numberOf(parser, u"loans"_s);
+    return scale;
+}
+
 } // namespace
 
 QString helpText()
@@ -159,11 +170,7 @@ Arguments readArguments(const QStringList& line)
     if (arguments.operatorName.trimmed().isEmpty()) throw fault(u"--operator 不能为空。"_s);
     arguments.demo.today = dayOf(parser);
     arguments.demo.seed = quint64(numberOf(parser, u"seed"_s));
-    arguments.scale.today = arguments.demo.today;
-    arguments.scale.readers = numberOf(parser, u"readers"_s);
-    arguments.scale.copies = numberOf(parser, u"copies"_s);
-    arguments.scale.history = numberOf(parser, u"history"_s);
-    arguments.scale.loans = numberOf(parser, u"loans"_s);
+    arguments.scale = scaleOf(parser, arguments.demo.today);
     arguments.readers
         = {parser.isSet(u"dry-run"_s), parser.isSet(u"skip-refused"_s), parser.isSet(u"add-units"_s)};
     arguments.refusedFile = parser.value(u"refused"_s);
