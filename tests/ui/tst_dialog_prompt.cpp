@@ -1,10 +1,12 @@
 #include "platform/ui/dialog_prompt.h"
+#include "platform/ui/scan_guard.h"
 #include "platform/ui/wait_cursor.h"
 
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 
@@ -12,16 +14,21 @@ using namespace quilla;
 
 namespace {
 
-/// Keys as the system queues them: to the box, or to the box's button with the focus.
-void queueKeys(const QString& text)
+/// Keys as the system queues them.
+void queueKeys(QWidget* target, const QString& text)
 {
-    QWidget* box = QApplication::activeModalWidget();
-    QWidget* target = box->focusWidget() ? box->focusWidget() : box;
     for (const QChar letter : text) {
         const int key = letter == u'\r' ? int(Qt::Key_Return) : int(letter.toUpper().unicode());
         for (const auto kind : {QEvent::KeyPress, QEvent::KeyRelease})
             QCoreApplication::postEvent(target, new QKeyEvent(kind, key, Qt::NoModifier, QString(letter)));
     }
+}
+
+/// To the box, or to the box's button with the focus.
+void queueKeys(const QString& text)
+{
+    QWidget* box = QApplication::activeModalWidget();
+    queueKeys(box->focusWidget() ? box->focusWidget() : box, text);
 }
 
 Message question()
@@ -103,6 +110,25 @@ private Q_SLOTS:
         QCOMPARE(DialogPrompt().show(question()), Answer::No);
         QVERIFY(stillOpen);
         QTRY_COMPARE(scanned, (QStringList {u"Y123N"_s, u"B2"_s}));
+    }
+
+    /// The desk was still at work: nothing reaches it in the midst of that, an Enter by itself is dropped.
+    void scansFromBeforeTheBox()
+    {
+        QLineEdit desk;
+        desk.show();
+        QVERIFY(QTest::qWaitForWindowActive(&desk));
+        {
+            QMessageBox box;
+            ScanGuard guard(box);
+            queueKeys(&desk, u"\rB1\ry"_s);
+            guard.takeWaiting();
+            QTest::qWait(100); // longer than a scanner pauses: no hand typed the "y" at the box
+            QCOMPARE(desk.text(), QString());
+        }
+        QSignalSpy scans(&desk, &QLineEdit::returnPressed);
+        QTRY_COMPARE(desk.text(), u"B1y"_s);
+        QCOMPARE(scans.size(), 1);
     }
 
     void handsReachTheBox()

@@ -63,7 +63,9 @@ Answer DialogPrompt::show(const Message& message)
     box.setText(message.text);
     box.setIcon(pictureOf(message.icon));
     addAnswers(box, message);
-    const ScanGuard guard(box);
+    ScanGuard guard(box);
+    // a program without a screen has no keyboard whose keys could wait
+    if (QGuiApplication::platformName() != u"offscreen") guard.takeWaiting();
     box.exec();
     return answerOf(box, message);
 }

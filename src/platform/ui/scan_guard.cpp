@@ -35,6 +35,7 @@ void press(QWidget& control, int key, const QString& text)
 ScanGuard::ScanGuard(QWidget& box)
     : m_box(box)
     , m_desk(QApplication::activeWindow())
+    , m_modal(QApplication::activeModalWidget())
 {
     m_pause.setSingleShot(true);
     m_pause.setInterval(ScannerPause);
@@ -48,8 +49,41 @@ ScanGuard::~ScanGuard()
     if (!m_scans.empty()) replay(m_desk, std::move(m_scans));
 }
 
+void ScanGuard::takeWaiting()
+{
+    m_early = true;
+    QCoreApplication::processEvents();
+    m_early = false;
+    m_heldEarly = !m_held.empty();
+}
+
+/// True for what must not reach the desk in the midst of its operation.
+bool ScanGuard::takeEarly(QEvent& event)
+{
+    switch (event.type()) {
+    case QEvent::KeyPress:
+        hold(static_cast<const QKeyEvent&>(event));
+        return true;
+    case QEvent::ShortcutOverride: // an Alt key would press a button
+        event.accept();
+        return true;
+    case QEvent::Close:
+        event.ignore();
+        return true;
+    case QEvent::KeyRelease:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+        return true;
+    default:
+        return false;
+    }
+}
+
 bool ScanGuard::eventFilter(QObject* watched, QEvent* event)
 {
+    if (m_early) return QApplication::activeModalWidget() == m_modal && takeEarly(*event);
     if (m_letting || (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease)) return false;
     const auto* widget = qobject_cast<QWidget*>(watched);
     if (!widget || widget->window() != &m_box) return false;
@@ -69,6 +103,7 @@ bool ScanGuard::hold(const QKeyEvent& event)
     if (ends) {
         m_pause.stop();
         m_scans.push_back(std::exchange(m_held, {}));
+        m_heldEarly = false;
     } else {
         m_pause.start();
     }
@@ -79,7 +114,7 @@ bool ScanGuard::hold(const QKeyEvent& event)
 void ScanGuard::release()
 {
     Scan run = std::exchange(m_held, {});
-    if (run.size() > 1) return m_scans.push_back(std::move(run));
+    if (run.size() > 1 || std::exchange(m_heldEarly, false)) return m_scans.push_back(std::move(run));
     QWidget* control = m_box.focusWidget() ? m_box.focusWidget() : &m_box;
     m_letting = true;
     press(*control, run.front().code, run.front().text);

@@ -27,6 +27,10 @@ public:
     /// Hands on what was held back.
     ~ScanGuard() override;
 
+    /// Takes in what was scanned while the operation below was at work: the box would have the system drop
+    /// it. For before the box shows. None of it ever answers the box.
+    void takeWaiting();
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -36,16 +40,20 @@ private:
     };
     using Scan = std::vector<Key>;
 
+    bool takeEarly(QEvent& event);
     bool hold(const QKeyEvent& event);
     void release();
     static void replay(QPointer<QWidget> desk, std::deque<Scan> scans);
 
     QWidget& m_box;
     QPointer<QWidget> m_desk; ///< the window that was active before the box
+    QPointer<QWidget> m_modal; ///< the dialog that was open before the box
     QTimer m_pause;
     Scan m_held; ///< of the run that is coming in
     std::deque<Scan> m_scans;
     bool m_letting = false; ///< a single key is on its way to the box
+    bool m_early = false; ///< what comes in was typed before there was a box
+    bool m_heldEarly = false; ///< the run that is coming in began then
 };
 
 } // namespace quilla
