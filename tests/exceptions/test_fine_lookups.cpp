@@ -150,6 +150,8 @@ private Q_SLOTS:
             {u"2026-03-09"_s, u"0.1"_s, u"0.10"_s, u"=(0.10*1)"_s},
             {u"2026-02-08"_s, u"0.1"_s, u"3.00"_s, u"=(0.10*30)"_s},
             {u"2026-03-05"_s, u"0.125"_s, u"0.63"_s, u"=(0.13*5)"_s},
+            {u"2026-03-07"_s, u"0.005"_s, u"0.02"_s, u"=(0.01*3)"_s},
+            {u"2026-03-07"_s, u"null"_s, u"0.00"_s, u"=(0.00*3)"_s},
         };
         for (const auto& [due, rate, amount, working] : rows) {
             m->send(u"update jhsk set yhdate='%1' where barcode='B1'"_s.arg(due));
