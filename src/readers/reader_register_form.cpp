@@ -61,9 +61,9 @@ void DzglFrm::layOut()
     Label1.setFont(font);
     Label1.setAlignment(Qt::AlignCenter);
     build(*this,
-        column(Label1, Piece(Grid1).grow(),
-            row(u"记录数："_s, iRowCount, stretch(), CmdDzgl[Search], CmdDzgl[Add], CmdDzgl[Edit],
-                CmdDzgl[Delete], CmdDzgl[Lost], CmdDzgl[DeleteAll], cmdPrint, cmdToExcel, CmdDzgl[Close])));
+        column(Label1, Piece(Grid1).grow(), row(u"记录数："_s, iRowCount, stretch()),
+            row(stretch(), CmdDzgl[Search], CmdDzgl[Add], CmdDzgl[Edit], CmdDzgl[Delete], CmdDzgl[Lost],
+                CmdDzgl[DeleteAll], cmdPrint, cmdToExcel, CmdDzgl[Close])));
     layout()->setContentsMargins(8, 8, 8, 8);
     resize(sizeHint());
 }

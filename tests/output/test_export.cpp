@@ -127,17 +127,19 @@ private Q_SLOTS:
         GridModel grid;
         grid.setFormatString(u"^单位|^证号|^小计"_s);
         const QString control = u"a\tb\x01"_s;
+        const QString noText = u"_x0041_\xffff\xfffe"_s; // would be an A, and a file that nobody can read
         grid.addRow({QString(10'000, u'书'), u" 0012 "_s, u"15"_s});
         grid.addRow({QString(40'000, u'x'), u"12"_s, u"1.50"_s});
         grid.addRow({control, u""_s, u"007"_s});
         grid.addRow({u"-"_s, u""_s, u"1234567890123456"_s});
+        grid.addRow({noText, u""_s, u""_s});
         const ExportLayout layout {u"统计/表"_s,
             {{u"单位"_s, {}, 15, CellFormat::Text}, {u"证号"_s, {}, 10, CellFormat::Text},
                 {u"小计"_s, {}, 7}}};
-        exportGrid(exporter(), layout, grid, 4);
+        exportGrid(exporter(), layout, grid, 5);
         QCOMPARE(m_program.shown, QStringList {m_folder->filePath(u"统计-表.xlsx"_s)});
         const QStringList cells = readBack(m_program.shown[0]).mid(6);
-        QVERIFY2(cells.size() == 14, qPrintable(cells.join(u' ').right(500)));
+        QVERIFY2(cells.size() == 15, qPrintable(cells.join(u' ').right(500)));
         QCOMPARE(cells[0], u"A4 s \""_s + QString(10'000, u'书') + u"\" General"_s);
         QCOMPARE(cells.mid(1, 2).join(u'\n'), u"B4 s \"0012\" General\nC4 n 15 General"_s);
         QCOMPARE(cells[3], u"A5 s \""_s + QString(32'767, u'x') + u"\" General"_s);
@@ -145,6 +147,7 @@ private Q_SLOTS:
         QVERIFY2(cells[6].startsWith(u"A6 s \"a\\tb"), qPrintable(cells[6]));
         QCOMPARE(cells[7], u"C6 s \"007\" General"_s);
         QCOMPARE(cells.mid(8, 2).join(u'\n'), u"A7 s \"-\" General\nC7 s \"1234567890123456\" General"_s);
+        QCOMPARE(cells[10], u"A8 s \"_x005F_x0041_\xfffd\xfffd\" General"_s);
     }
 
     void spreadsOverSheets()

@@ -42,7 +42,9 @@ QString amountText(const Decimal& amount, Content content)
 QString plainText(QString text)
 {
     for (QChar& c : text)
-        if (c.category() == QChar::Other_Control) c = u' ';
+        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator
+            || c == QChar::ParagraphSeparator)
+            c = u' ';
     while (text.endsWith(u' '))
         text.chop(1);
     return text;

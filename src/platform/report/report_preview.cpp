@@ -3,6 +3,7 @@
 #include "platform/core/error.h"
 #include "platform/ui/form.h"
 #include "platform/ui/theme.h"
+#include "platform/ui/wait_cursor.h"
 
 #include <QFileDialog>
 #include <QPrintDialog>
@@ -58,6 +59,8 @@ void ReportPreview::layOut()
     txtPage.setRange(1, m_pages->pageCount());
     txtPage.setButtonSymbols(QAbstractSpinBox::NoButtons);
     txtPage.setAlignment(Qt::AlignCenter);
+    txtPage.setMinimumWidth(
+        fontMetrics().horizontalAdvance(QString::number(10 * m_pages->pageCount() + 1000)));
     txtPage.setAccessibleName(u"页码"_s);
     labPages.setText(u"页，共 %1 页"_s.arg(m_pages->pageCount()));
     cboZoom.addItem(u"页宽"_s, PageWidth);
@@ -213,6 +216,7 @@ void ReportPreview::print()
     dialog.setMinMax(1, m_pages->pageCount());
     if (dialog.exec() != QDialog::Accepted) return;
     try {
+        const WaitCursor wait;
         printPages(*m_pages, *m_fonts, printer);
     } catch (const Error& error) {
         m_prompt.warn(error.text, OperationTitle);
@@ -222,17 +226,17 @@ void ReportPreview::print()
 void ReportPreview::chooseFile()
 {
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    const QString name = QString(m_pages->title()).replace(u'/', u'-');
-    QString file = QFileDialog::getSaveFileName(
-        this, u"另存为 PDF"_s, u"%1/%2.pdf"_s.arg(folder, name), u"PDF (*.pdf)"_s);
-    if (file.isEmpty()) return;
-    if (!file.endsWith(u".pdf", Qt::CaseInsensitive)) file += u".pdf"_s;
-    save(file);
+    QFileDialog dialog(this, u"另存为 PDF"_s, folder, u"PDF (*.pdf)"_s);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(u"pdf"_s); // the dialog asks before an older file of the whole name goes
+    dialog.selectFile(QString(m_pages->title()).replace(u'/', u'-') + u".pdf"_s);
+    if (dialog.exec() == QDialog::Accepted) save(dialog.selectedFiles().constFirst());
 }
 
 bool ReportPreview::save(const QString& file)
 {
     try {
+        const WaitCursor wait;
         savePdf(*m_pages, *m_fonts, file);
         return true;
     } catch (const Error& error) {

@@ -5,6 +5,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 #include <xlsxwriter.h>
 
@@ -27,6 +28,17 @@ const QDate DayZero(1899, 12, 30);
 void check(lxw_error result)
 {
     if (result != LXW_NO_ERROR) fail(u"无法写入电子表格："_s + QString::fromUtf8(lxw_strerror(result)));
+}
+
+/// As a cell holds it. Two codes stand for no character and would make the whole file unreadable; "_x0041_"
+/// is how a file writes the character 41, so the same letters in a text are told apart.
+QByteArray cellText(QStringView text)
+{
+    static const QRegularExpression noCharacter(u"[\\x{FFFE}\\x{FFFF}]"_s);
+    static const QRegularExpression writtenCode(u"_(?=x[0-9A-Fa-f]{4}_)"_s);
+    QString plain = text.toString();
+    plain.replace(noCharacter, QString(QChar(QChar::ReplacementCharacter)));
+    return plain.replace(writtenCode, u"_x005F_"_s).toUtf8();
 }
 
 } // namespace
@@ -153,8 +165,8 @@ void SheetWriter::text(int row, int col, const QString& text)
     if (text.isEmpty()) return;
     QStringView part = QStringView(text).left(LongestText);
     if (part.back().isHighSurrogate()) part.chop(1);
-    check(
-        worksheet_write_string(m->sheet, lxw_row_t(row), lxw_col_t(col), part.toUtf8().constData(), nullptr));
+    check(worksheet_write_string(
+        m->sheet, lxw_row_t(row), lxw_col_t(col), cellText(part).constData(), nullptr));
 }
 
 void SheetWriter::number(int row, int col, double number)
