@@ -9,7 +9,10 @@
 #include "support/test_library.h"
 #include "support/window_steps.h"
 
+#include <QFileDialog>
+#include <QMessageBox>
 #include <QPrinter>
+#include <QTimer>
 
 using namespace quilla;
 
@@ -117,6 +120,41 @@ private Q_SLOTS:
         const QStringList printed = textsOf(m->folder.filePath(u"b.pdf"_s));
         QCOMPARE(int(printed.size()), 1);
         QCOMPARE(printed[0].count(u"a 1 2"), textsOf(file)[1].count(u"a 1 2"));
+    }
+
+    /// Also when the name was typed without its ending.
+    void asksBeforeAnOlderFileGoes()
+    {
+        ReportPreview& preview = *show(1);
+        QFile older(m->folder.filePath(u"old.pdf"_s));
+        QVERIFY(older.open(QIODevice::WriteOnly) && older.write("old") == 3);
+        older.close();
+        bool asked = false;
+        QTimer::singleShot(0, &preview, [&] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            QTimer::singleShot(0, dialog, [&, dialog] {
+                auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+                asked = question != nullptr;
+                if (question) question->reject();
+                dialog->reject();
+            });
+            dialog->findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(m->folder.filePath(u"old"_s));
+            static_cast<QDialog*>(dialog)->accept();
+        });
+        preview.cmdSave.click();
+        QVERIFY(asked && older.size() == 3);
+    }
+
+    /// The narrowest screen that desks have.
+    void fitsOnTheScreen()
+    {
+        ReportPreview& preview = *show(400);
+        QVERIFY2(preview.minimumSizeHint().width() <= 1000,
+            qPrintable(QString::number(preview.minimumSizeHint().width())));
+        appear(preview);
+        preview.cmdLast.click();
+        const auto* page = preview.txtPage.findChild<QLineEdit*>();
+        QVERIFY(page->width() > page->fontMetrics().horizontalAdvance(preview.txtPage.cleanText()) + 4);
     }
 
     void formsPrintTheirWholeGrid_data()

@@ -21,6 +21,7 @@ namespace {
 constexpr int PageWidth = -1;
 constexpr int WholePage = -2;
 constexpr int Border = 24; ///< pixels around the sheet
+constexpr int ToolPadding = 24; ///< pixels beside the text of a control
 
 const std::array<int, 8> Percents {50, 75, 100, 125, 150, 200, 300, 400};
 
@@ -54,13 +55,21 @@ ReportPreview::ReportPreview(std::shared_ptr<const PrintedPages> pages, std::sha
     goTo(0);
 }
 
+/// Of a control in the toolbar: all of them have to fit on a narrow screen.
+int ReportPreview::widthOf(const QString& text) const
+{
+    return fontMetrics().horizontalAdvance(text) + ToolPadding;
+}
+
 void ReportPreview::layOut()
 {
     txtPage.setRange(1, m_pages->pageCount());
     txtPage.setButtonSymbols(QAbstractSpinBox::NoButtons);
     txtPage.setAlignment(Qt::AlignCenter);
-    txtPage.setMinimumWidth(
-        fontMetrics().horizontalAdvance(QString::number(10 * m_pages->pageCount() + 1000)));
+    txtPage.setMinimumWidth(widthOf(QString::number(m_pages->pageCount())));
+    for (QPushButton* button : {&cmdFirst, &cmdPrevious, &cmdNext, &cmdLast, &cmdSmaller, &cmdLarger,
+             &cmdPrint, &cmdSave, &cmdClose})
+        button->setFixedWidth(widthOf(button->text().remove(u'&')));
     txtPage.setAccessibleName(u"页码"_s);
     labPages.setText(u"页，共 %1 页"_s.arg(m_pages->pageCount()));
     cboZoom.addItem(u"页宽"_s, PageWidth);
@@ -77,7 +86,9 @@ void ReportPreview::layOut()
         column(row(cmdFirst, cmdPrevious, room(8), u"第"_s, txtPage, labPages, room(8), cmdNext, cmdLast,
                    stretch(), cmdSmaller, cboZoom, cmdLarger, stretch(), cmdPrint, cmdSave, cmdClose),
             Piece(Pages).grow()));
-    resize(pixelsOf(14400, *this), pixelsOf(11400, *this));
+    const QSize title(0, style()->pixelMetric(QStyle::PM_TitleBarHeight));
+    resize(
+        QSize(pixelsOf(14400, *this), pixelsOf(11400, *this)).boundedTo(screen()->availableSize() - title));
 }
 
 void ReportPreview::wire()

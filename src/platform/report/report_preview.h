@@ -73,6 +73,7 @@ protected:
 
 private:
     void layOut();
+    int widthOf(const QString& text) const;
     void wire();
     void addKeys();
     void turn(int pages);
