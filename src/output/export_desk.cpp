@@ -5,10 +5,25 @@
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QDir>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QStandardPaths>
 #include <QUrl>
 
 namespace quilla {
+
+namespace {
+
+/// Whether no other screen was gone to.
+bool isInFront(const QWidget& screen)
+{
+    for (const QWidget* around = &screen; around; around = around->parentWidget())
+        if (const auto* window = qobject_cast<const QMdiSubWindow*>(around))
+            return !window->mdiArea() || window->mdiArea()->currentSubWindow() == window;
+    return true;
+}
+
+} // namespace
 
 void WorkingProgress::begin()
 {
@@ -42,7 +57,7 @@ void WorkingProgress::end()
 {
     delete m_form;
     if (m_owner) m_owner->setEnabled(true);
-    if (m_focus) m_focus->setFocus();
+    if (m_owner && m_focus && isInFront(*m_owner)) m_focus->setFocus();
     m_hourglass.reset();
 }
 

@@ -3,7 +3,11 @@
 #include "support/test_library.h"
 
 #include <QDir>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QProcess>
+#include <QPushButton>
 #include <QTest>
 #include <QTimer>
 
@@ -257,6 +261,32 @@ private Q_SLOTS:
         QVERIFY(screen->isEnabled() && !screen->findChild<WorkingFrm*>());
         run([&](WorkingFrm&) { screen.reset(); }); // the screen is closed in the middle of its run
         QCOMPARE(m_program.shown.size(), 1);
+    }
+
+    /// A scan goes on where the operator is when an export of another screen ends.
+    void focusStaysWhereTheOperatorWent()
+    {
+        fine(u"x"_s, u"1"_s, u"1"_s, u"2003-05-31"_s);
+        for (const bool goes : {false, true}) {
+            QMdiArea area;
+            QWidget list;
+            QPushButton button(&list);
+            QLineEdit desk;
+            QMdiSubWindow* deskWindow = area.addSubWindow(&desk);
+            area.setActiveSubWindow(area.addSubWindow(&list));
+            area.show();
+            QVERIFY(QTest::qWaitForWindowActive(&area));
+            button.setFocus();
+            WorkingProgress progress(&list);
+            QTimer::singleShot(0, qApp, [&] {
+                if (goes) area.setActiveSubWindow(deskWindow);
+                if (goes) desk.setFocus();
+            });
+            exportList({m->session, progress, m_program}, FineLayout, m_select, NothingToPrint);
+            area.activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(&area));
+            QCOMPARE(QApplication::focusWidget(), goes ? static_cast<QWidget*>(&desk) : &button);
+        }
     }
 
     void layouts()

@@ -26,6 +26,8 @@ WorkingFrm::WorkingFrm(QWidget* owner)
             row(stretch(), cmdQuit)));
     setMinimumWidth(pixelsOf(5400, *this));
     onClick(cmdQuit, [this] { cmdQuit.setEnabled(false); });
+    adjustSize();
+    if (owner) move(owner->mapToGlobal(owner->rect().center()) - rect().center());
     show();
     raise();
 }
