@@ -61,15 +61,12 @@ int ReportPreview::widthOf(const QString& text) const
     return fontMetrics().horizontalAdvance(text) + ToolPadding;
 }
 
-void ReportPreview::layOut()
+void ReportPreview::setUpTools()
 {
     txtPage.setRange(1, m_pages->pageCount());
     txtPage.setButtonSymbols(QAbstractSpinBox::NoButtons);
     txtPage.setAlignment(Qt::AlignCenter);
     txtPage.setMinimumWidth(widthOf(QString::number(m_pages->pageCount())));
-    for (QPushButton* button : {&cmdFirst, &cmdPrevious, &cmdNext, &cmdLast, &cmdSmaller, &cmdLarger,
-             &cmdPrint, &cmdSave, &cmdClose})
-        button->setFixedWidth(widthOf(button->text().remove(u'&')));
     txtPage.setAccessibleName(u"页码"_s);
     labPages.setText(u"页，共 %1 页"_s.arg(m_pages->pageCount()));
     cboZoom.addItem(u"页宽"_s, PageWidth);
@@ -77,6 +74,14 @@ void ReportPreview::layOut()
     for (const int percent : Percents)
         cboZoom.addItem(u"%1%"_s.arg(percent), percent);
     cboZoom.setAccessibleName(u"缩放"_s);
+    for (QPushButton* button : {&cmdFirst, &cmdPrevious, &cmdNext, &cmdLast, &cmdSmaller, &cmdLarger,
+             &cmdPrint, &cmdSave, &cmdClose})
+        button->setFixedWidth(widthOf(button->text().remove(u'&')));
+}
+
+void ReportPreview::layOut()
+{
+    setUpTools();
     Pages.setAlignment(Qt::AlignCenter);
     Pages.setBackgroundRole(QPalette::Mid);
     Pages.setAccessibleName(u"报表"_s);

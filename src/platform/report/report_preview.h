@@ -72,6 +72,7 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    void setUpTools();
     void layOut();
     int widthOf(const QString& text) const;
     void wire();
