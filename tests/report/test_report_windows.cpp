@@ -120,6 +120,8 @@ private Q_SLOTS:
         const QStringList printed = textsOf(m->folder.filePath(u"b.pdf"_s));
         QCOMPARE(int(printed.size()), 1);
         QCOMPARE(printed[0].count(u"a 1 2"), textsOf(file)[1].count(u"a 1 2"));
+        printer.setOutputFileName(u"/dev/full"_s); // takes nothing, and is opened without a complaint
+        QVERIFY_THROWS_EXCEPTION(Error, printPages(preview.pages(), FontBook(), printer));
     }
 
     /// Also when the name was typed without its ending.

@@ -101,6 +101,15 @@ void nameCharacters(QByteArray& pdf, QHash<char16_t, char16_t> characters)
     }
 }
 
+/// A printer that writes a file does not watch over it: on a full disk its end is missing.
+bool isWholePdf(const QString& name)
+{
+    constexpr qint64 tail = 16;
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) && file.seek(std::max(qint64(0), file.size() - tail))
+        && file.read(tail).contains("%%EOF");
+}
+
 [[noreturn]] void failPrinting(const QString& why)
 {
     throw Error(ErrorNumber::CannotOpen, u"Report"_s, why);
@@ -179,6 +188,9 @@ void printPages(const PrintedPages& pages, const FontBook& fonts, QPrinter& prin
         if (sheet > 0 && !printer.newPage()) failPrinting(u"打印中断，请检查打印机。"_s);
         paintPage(painter, pages.page(first - 1 + sheet % (last - first + 1)), fonts);
     }
+    painter.end();
+    if (printer.outputFormat() == QPrinter::PdfFormat && !isWholePdf(printer.outputFileName()))
+        failPrinting(u"无法写入文件 %1"_s.arg(printer.outputFileName()));
 }
 
 } // namespace quilla
