@@ -4,6 +4,7 @@
 #include "support/test_library.h"
 
 #include <QProcess>
+#include <QScopeGuard>
 #include <QTest>
 
 using namespace quilla;
@@ -107,6 +108,7 @@ void TestServerRestart::inTheMiddleOfACharge()
     QFETCH(QString, statement);
     QFETCH(bool, charged);
     bool gone = false;
+    const auto unhook = qScopeGuard([this] { m->factory.setHook({}); });
     m->factory.setHook([&](QStringView sent) {
         if (!gone && sent.startsWith(statement)) {
             gone = true;
