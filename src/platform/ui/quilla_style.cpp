@@ -101,6 +101,17 @@ void QuillaStyle::drawGroupFrame(QPainter* painter, const QStyleOption* option) 
     painter->restore();
 }
 
+/// A pen between two pixels, so that no side is lost where a point is one and a half of them.
+void QuillaStyle::drawListFrame(QPainter* painter, const QStyleOption* option) const
+{
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(m_theme.border, 1));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5));
+    painter->restore();
+}
+
 void QuillaStyle::drawHeaderSection(QPainter* painter, const QStyleOption* option) const
 {
     const QRect rect = option->rect;
@@ -144,6 +155,8 @@ void QuillaStyle::drawPrimitive(
         return painter->fillRect(option->rect, option->palette.brush(QPalette::Base));
     case PE_FrameGroupBox:
         return drawGroupFrame(painter, option);
+    case PE_Frame:
+        return drawListFrame(painter, option);
     case PE_FrameWindow:
         painter->setPen(m_theme.border);
         return painter->drawRect(option->rect.adjusted(0, 0, -1, -1));

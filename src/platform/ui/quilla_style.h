@@ -37,6 +37,7 @@ private:
     void drawBox(QPainter* painter, const QStyleOption* option, const QColor& face, bool ring) const;
     void drawButtonFace(QPainter* painter, const QStyleOption* option) const;
     void drawGroupFrame(QPainter* painter, const QStyleOption* option) const;
+    void drawListFrame(QPainter* painter, const QStyleOption* option) const;
     QRect groupPart(const QStyleOptionGroupBox& group, SubControl part) const;
     void drawHeader(QPainter* painter, const QStyleOptionHeader& header, const QWidget* widget) const;
     void drawHeaderSection(QPainter* painter, const QStyleOption* option) const;
