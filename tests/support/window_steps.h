@@ -34,13 +34,13 @@ template <typename Window> Window* shown()
     return nullptr;
 }
 
-/// Does `step` once such a window is on the screen, from within whatever event loop runs then.
+/// Does `step` once such a window is on the screen, a dialog with the focus in it, from within whatever event loop runs then.
 template <typename Window> void whenShown(std::function<void(Window&)> step)
 {
     auto* poll = new QTimer(qApp);
     QObject::connect(poll, &QTimer::timeout, poll, [poll, step = std::move(step)] {
         Window* window = shown<Window>();
-        if (!window) return;
+        if (!window || (window->isModal() && !window->isActiveWindow())) return;
         poll->deleteLater();
         poll->stop();
         step(*window);
