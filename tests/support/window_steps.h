@@ -34,7 +34,8 @@ template <typename Window> Window* shown()
     return nullptr;
 }
 
-/// Does `step` once such a window is on the screen, a dialog with the focus in it, from within whatever event loop runs then.
+/// Does `step` once such a window is on the screen, a dialog with the focus in it, from within whatever event
+/// loop runs then.
 template <typename Window> void whenShown(std::function<void(Window&)> step)
 {
     auto* poll = new QTimer(qApp);
