@@ -158,10 +158,10 @@ void TestTool::importsReaders()
 }
 
 /// What a server that we cannot try gets must not change unseen. After a change that is meant:
-///   …/quilla-db create --engine sqlserver --script >tests/database/sqlserver_script.sql
+///   …/quilla-db create --engine sqlserver --script >tests/database/sqlserver_script.golden
 void TestTool::printsTheScript()
 {
-    QFile kept(QStringLiteral(QUILLA_SOURCE_DIR "/tests/database/sqlserver_script.sql"));
+    QFile kept(QStringLiteral(QUILLA_SOURCE_DIR "/tests/database/sqlserver_script.golden"));
     QVERIFY(kept.open(QIODevice::ReadOnly));
     const QStringList expected = QString::fromUtf8(kept.readAll()).split(u'\n');
     QCOMPARE(run({u"create"_s, u"--engine"_s, u"sqlserver"_s, u"--script"_s}), 0);
