@@ -25,11 +25,11 @@ void send(Session& session, Connection& conn, const QString& tsql)
     session.error.attempt([&] { conn.execute(tsql); });
 }
 
-/// Shows how far a long walk is, and nothing of a short one.
+/// Shows how far a long walk is, and nothing of a short one or of one without a progress.
 class Walk {
 public:
-    Walk(ExportProgress& progress, qsizetype readers)
-        : m_progress(readers >= LongWalk ? &progress : nullptr)
+    Walk(ExportProgress* progress, qsizetype readers)
+        : m_progress(readers >= LongWalk ? progress : nullptr)
     {
         if (!m_progress) return;
         m_progress->begin();
@@ -56,7 +56,7 @@ private:
 
 /// Runs the step for each reader, whatever fails. A bundle of them is flushed at once; no event is served
 /// inside a transaction, since the operator may work on in another screen. How many were done.
-qsizetype forEachReader(Session& session, Connection& conn, ExportProgress& progress,
+qsizetype forEachReader(Session& session, Connection& conn, ExportProgress* progress,
     const QStringList& codes, const std::function<void(const QString& code)>& step)
 {
     Walk walk(progress, codes.size());
@@ -71,15 +71,6 @@ qsizetype forEachReader(Session& session, Connection& conn, ExportProgress& prog
     return done;
 }
 
-class NoProgress final : public ExportProgress {
-public:
-    void begin() override { }
-    void setTotal(qsizetype) override { }
-    void setDone(qsizetype) override { }
-    bool goOn() override { return true; }
-    void end() override { }
-};
-
 /// The lines' last column as the list shows it: whoever is found counts as valid, and only a card that
 /// reads "超期" is stored anew. The term is judged at the desk and in the editor.
 void putBackExpired(Session& session, Connection& conn, GridModel& grid)
@@ -90,8 +81,7 @@ void putBackExpired(Session& session, Connection& conn, GridModel& grid)
             expired.append(grid.TextMatrix(row, ReaderCode));
         grid.setTextMatrix(row, ReaderState, Valid);
     }
-    NoProgress unseen;
-    forEachReader(session, conn, unseen, expired, [&](const QString& code) {
+    forEachReader(session, conn, nullptr, expired, [&](const QString& code) {
         send(session, conn,
             u"update dzk set readstatus='%1' where readercode='%2'"_s.arg(Valid, SqlText(code)));
     });
@@ -177,7 +167,7 @@ void deleteReaders(Session& session, ExportProgress& progress, const QStringList
     Connection conn;
     if (OpenDbConnection(session, conn) != GoOn) return;
     bool kept = false;
-    forEachReader(session, conn, progress, codes, [&](const QString& code) {
+    forEachReader(session, conn, &progress, codes, [&](const QString& code) {
         const auto out = booksOut(session, conn, code);
         if (out >= 1) kept = true;
         if (out == 0) removeCard(session, conn, code);
@@ -194,7 +184,7 @@ bool changeUnits(Session& session, ExportProgress& progress, const QStringList& 
 {
     Connection conn;
     if (OpenDbConnection(session, conn) == -1) return false;
-    const qsizetype done = forEachReader(session, conn, progress, codes, [&](const QString& code) {
+    const qsizetype done = forEachReader(session, conn, &progress, codes, [&](const QString& code) {
         // Neither text is altered. What would end its own quotes fails, and is not even sent, since it could
         // as well be read as a statement over other readers.
         if (staysOneText(unit) && staysOneText(code))

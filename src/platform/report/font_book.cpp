@@ -21,10 +21,6 @@ QStringList standInsFor(const QString& family)
     return family == song.front() ? song : QStringList {family} + song;
 }
 
-} // namespace
-
-namespace {
-
 /// Scripts whose characters stand side by side as they come.
 bool needsNoShaping(char16_t c)
 {
