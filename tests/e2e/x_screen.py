@@ -4,9 +4,12 @@ import subprocess
 
 
 def start():
-    """The Xvfb process and its display, such as ":7"; waits until it answers."""
+    """The Xvfb process and its display, such as ":7"; waits until it answers.
+
+    It never resets: a server that begins anew whenever its last client leaves refuses whoever comes meanwhile.
+    """
     reader, writer = os.pipe()
-    server = subprocess.Popen(["Xvfb", "-displayfd", str(writer), "-screen", "0", "1600x1000x24"],
+    server = subprocess.Popen(["Xvfb", "-displayfd", str(writer), "-screen", "0", "1600x1000x24", "-noreset"],
                               pass_fds=[writer], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     os.close(writer)
     with os.fdopen(reader) as answer:
