@@ -1,10 +1,10 @@
 // A charge, a discharge in time and the settlement of an overdue loan at the desk, each against the same
 // statements on the bare driver, by turns, on one base; and what the pool is worth. The ratios count, not
-// the microseconds.
+// the microseconds. A server and its desk have a machine each, so here each has a core.
 //
 //   bench_desk [--folder DIR] [--readers N] [--copies N] [--history N] [--rounds N] [--quick]
-//   tests/postgres/start.sh build/release/postgres-socket
-//   bench_desk --postgres
+//   taskset -c 1 tests/postgres/start.sh build/release/postgres-socket
+//   taskset -c 0 bench_desk --postgres
 //   tests/postgres/stop.sh build/release/postgres-socket
 
 #include "bench/alternate.h"
