@@ -63,13 +63,8 @@ void writeCell(SheetWriter& sheet, int row, int col, const QString& text, CellFo
 std::vector<int> fieldPlaces(const Recordset& rows, const ExportLayout& layout)
 {
     std::vector<int> places;
-    for (const ExportColumn& column : layout.columns) {
-        int place = 0;
-        while (place < rows.fieldCount()
-            && rows.fieldName(place).compare(column.field, Qt::CaseInsensitive) != 0)
-            ++place;
-        places.push_back(place);
-    }
+    for (const ExportColumn& column : layout.columns)
+        places.push_back(rows.needField(column.field));
     return places;
 }
 

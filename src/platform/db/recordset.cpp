@@ -60,6 +60,17 @@ sql::Kind Recordset::fieldKind(int index) const
     return m_source->fields()[std::size_t(index)].kind;
 }
 
+std::optional<int> Recordset::findField(QStringView name) const
+{
+    return m_source ? placeOf(name, m_source->fields()) : std::nullopt;
+}
+
+int Recordset::needField(QStringView name) const
+{
+    if (const auto place = findField(name)) return *place;
+    throwNoSuchField(name.toString());
+}
+
 Recordset Recordset::child(QStringView name) const
 {
     if (!m_source) throw Error(ErrorNumber::NoCurrentRow, u"Recordset"_s, u"没有当前记录。"_s);
@@ -74,11 +85,7 @@ const Value& Recordset::field(int index) const
 
 const Value& Recordset::field(QStringView name) const
 {
-    for (int index = 0; index < fieldCount(); ++index)
-        if (name.compare(m_source->fields()[std::size_t(index)].name, Qt::CaseInsensitive) == 0)
-            return field(index);
-    if (!m_source) return field(0);
-    throwNoSuchField(name.toString());
+    return m_source ? field(needField(name)) : field(0);
 }
 
 } // namespace quilla

@@ -3,6 +3,7 @@
 #include "platform/db/value.h"
 
 #include <memory>
+#include <optional>
 
 namespace quilla::sql {
 struct ShapeStatement;
@@ -35,6 +36,10 @@ public:
     int fieldCount() const;
     QString fieldName(int index) const;
     sql::Kind fieldKind(int index) const;
+    /// Where the first field of that name stands, without case; nothing where there is none.
+    std::optional<int> findField(QStringView name) const;
+    /// The same; throws `NoSuchField` where there is none.
+    int needField(QStringView name) const;
 
     /// Of the current row. Throws `NoCurrentRow` at the end, `NoSuchField` for an unknown field. Names
     /// compare without case; of two fields of the same name the first. What is returned holds until the

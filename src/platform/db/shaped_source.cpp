@@ -81,8 +81,7 @@ private:
 
 int columnOf(const std::vector<Field>& fields, const QString& name)
 {
-    for (std::size_t column = 0; column < fields.size(); ++column)
-        if (fields[column].name.compare(name, Qt::CaseInsensitive) == 0) return int(column);
+    if (const auto place = placeOf(name, fields)) return *place;
     throw Error(ErrorNumber::NoSuchField, u"Recordset"_s, u"没有字段 %1。"_s.arg(name));
 }
 

@@ -12,20 +12,13 @@ namespace {
 
 constexpr int CentPlaces = 2;
 
-int indexOf(const Recordset& rows, const QString& field)
-{
-    for (int index = 0; index < rows.fieldCount(); ++index)
-        if (rows.fieldName(index).compare(field, Qt::CaseInsensitive) == 0) return index;
-    return -1;
-}
-
 int neededIndexOf(const Recordset& rows, const QString& field, const ReportDesign& design)
 {
-    const int index = indexOf(rows, field);
-    if (index < 0)
+    const auto index = rows.findField(field);
+    if (!index)
         throw Error(ErrorNumber::NoSuchField, u"Report"_s,
             u"报表“%1”需要的字段 %2 不在查询结果中。"_s.arg(design.title, field));
-    return index;
+    return *index;
 }
 
 std::optional<Decimal> decimalOf(const Value& value)
@@ -83,16 +76,16 @@ public:
     {
         m_indexes.clear();
         for (std::size_t i = 0; i < m_sums.size(); ++i) {
-            m_indexes.push_back(indexOf(rows, m_design.Section5[i].field));
-            if (m_indexes.back() >= 0 && !m_sums[i]) m_sums[i] = Decimal();
+            m_indexes.push_back(rows.findField(m_design.Section5[i].field));
+            if (m_indexes.back() && !m_sums[i]) m_sums[i] = Decimal();
         }
     }
 
     void add(const Recordset& row)
     {
         for (std::size_t i = 0; i < m_sums.size(); ++i)
-            if (m_indexes[i] >= 0)
-                if (const auto amount = decimalOf(row.field(m_indexes[i]))) m_sums[i] = *m_sums[i] + *amount;
+            if (m_indexes[i])
+                if (const auto amount = decimalOf(row.field(*m_indexes[i]))) m_sums[i] = *m_sums[i] + *amount;
     }
 
     QStringList texts() const
@@ -106,7 +99,7 @@ public:
 
 private:
     const ReportDesign& m_design;
-    std::vector<int> m_indexes;
+    std::vector<std::optional<int>> m_indexes;
     std::vector<std::optional<Decimal>> m_sums; ///< nothing for a field that no rows have
 };
 
