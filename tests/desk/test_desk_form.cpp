@@ -1,12 +1,11 @@
 #include "desk/desk_form.h"
+#include "desk/reader_picker_form.h"
 #include "support/cases.h"
 #include "support/fine_double.h"
 #include "support/report_double.h"
 #include "support/screen_host.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
-
-#include <QTabBar>
 
 using namespace quilla;
 
@@ -40,8 +39,6 @@ private Q_SLOTS:
             {"empty", {{}, {}, {}, {}, box}},
             {"reader gone",
                 {u"delete from dzk"_s, u"B1"_s, u"没有找到该读者的信息！"_s, {}, u"TxtReaderCode"_s}},
-            {"card lost",
-                {u"update dzk set readstatus='挂失'"_s, u"B1"_s, u"该读者证在挂失中。。。"_s, {}, box}},
             {"quota", {u"update dzk set bookcount=0"_s, u"B1"_s, u"此读者借书额已满"_s, {}, u"TxtRetBook"_s}},
             {"unknown copy", {{}, u"B9"_s, u"书库没有此书的记录"_s, {}, box}},
             {"declined", {hold, u"B1"_s, u"这本书已经有人预约了！"_s, u"借书失败"_s, box}},
@@ -61,7 +58,7 @@ private Q_SLOTS:
         type(m_desk->TxtBarCode, barcode);
         QCOMPARE(m_desk->tMsg.text(), message);
         QCOMPARE(m_desk->TxtBarCode.text(), QString());
-        QCOMPARE(focus(), place);
+        QCOMPARE(focusName(), place);
     }
 
     void scanWithoutAReaderDoesNothing()
@@ -72,71 +69,47 @@ private Q_SLOTS:
         QCOMPARE(m->value(u"select count(*) from jhsk"_s), u"0"_s);
     }
 
-    void readerCardFillsThePanel()
+    /// Card and loan fill the page; the return page keeps the reader, who comes back to none of it.
+    void pagesFillAndStartAnew()
     {
         type(m_desk->TxtReaderCode, u"R1"_s);
-        QCOMPARE(focus(), u"TxtBarCode"_s);
-        QCOMPARE(panel(PanelLabel::Name), u"读者R1"_s);
-        QCOMPARE(panel(PanelLabel::Free), u"5"_s);
+        QCOMPARE(focusName(), u"TxtBarCode"_s);
         QCOMPARE(m_desk->Grid1.Rows(), 8);
         type(m_desk->TxtBarCode, u"B1"_s);
         QCOMPARE(panel(PanelLabel::Free), u"4"_s);
         QCOMPARE(m_desk->Grid1.Rows(), 2);
-        QCOMPARE(m_desk->Grid1.TextMatrix(1, 1), u"B1"_s);
-        QCOMPARE(m_desk->Grid1.TextMatrix(1, 5), u"2026-03-30"_s);
-        QCOMPARE(m_desk->Grid1.TextMatrix(0, 0), u"借书控制号"_s);
-        QCOMPARE(m_desk->TxtReaderCode.text(), u"R1"_s);
-    }
-
-    void unknownReaderEmptiesTheBox()
-    {
-        m->prompt.expect(u"无效读者号，取消该操作。"_s);
-        type(m_desk->TxtReaderCode, u"R9"_s);
-        QCOMPARE(m_desk->TxtReaderCode.text(), QString());
-        QCOMPARE(focus(), u"TxtReaderCode"_s);
-    }
-
-    void blankTurnsThePage_data()
-    {
-        QTest::addColumn<QString>("where");
-        for (const char* name : {"TxtReaderCode", "TxtRetBook", "Grid2"})
-            QTest::newRow(name) << QString::fromLatin1(name);
-        QTest::newRow("the tabs") << u"SSTab1"_s;
-        QTest::newRow("the screen") << QString();
-    }
-
-    void blankTurnsThePage()
-    {
-        QFETCH(QString, where);
-        type(m_desk->TxtReaderCode, u"R1"_s);
-        const bool fromDischarge = where == u"TxtRetBook" || where == u"Grid2";
-        m_desk->SSTab1.setCurrentIndex(fromDischarge ? 1 : 0);
-        m_desk->tMsg.setText(u"old"_s);
-        QWidget* place = where == u"SSTab1" ? m_desk->SSTab1.tabBar()
-            : where.isEmpty()               ? m_desk.get()
-                                            : m_desk->findChild<QWidget*>(where);
-        QTest::keyClick(place, Qt::Key_Space);
-        QCOMPARE(m_desk->SSTab1.currentIndex(), fromDischarge ? 0 : 1);
-        QCOMPARE(focus(), fromDischarge ? u"TxtReaderCode"_s : u"TxtRetBook"_s);
-        QCOMPARE(m_desk->tMsg.text(), QString());
-        for (const TextBox* box : {&m_desk->TxtBarCode, &m_desk->TxtRetBook})
-            QCOMPARE(box->text(), QString());
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
-        QCOMPARE(m_desk->SSTab1.currentIndex(), fromDischarge ? 1 : 0);
-    }
-
-    void pageChangesStartAnew()
-    {
-        type(m_desk->TxtReaderCode, u"R1"_s);
-        type(m_desk->TxtBarCode, u"B1"_s);
+        QCOMPARE(m_desk->Grid1.TextMatrix(1, 1) + m_desk->Grid1.TextMatrix(1, 5), u"B12026-03-30"_s);
         m_desk->SSTab1.setCurrentIndex(1);
         QCOMPARE(m_desk->Grid2.Rows(), 15);
         QCOMPARE(panel(PanelLabel::Name), u"读者R1"_s);
         m_desk->SSTab1.setCurrentIndex(0);
-        QCOMPARE(panel(PanelLabel::Name), QString());
-        QCOMPARE(m_desk->TxtReaderCode.text(), QString());
+        QCOMPARE(panel(PanelLabel::Name) + m_desk->TxtReaderCode.text(), QString());
         QCOMPARE(m_desk->Grid1.Rows(), 8);
-        QCOMPARE(m_desk->Grid1.TextMatrix(1, 1), QString());
+    }
+
+    void blankTurnsThePage_data()
+    {
+        cases<QString, int>({
+            {"a box", {u"TxtRetBook"_s, 1}},
+            {"a list", {u"Grid2"_s, 1}},
+            {"the tabs", {u"qt_tabwidget_tabbar"_s, 0}},
+            {"the screen", {QString(), 0}},
+        });
+    }
+
+    void blankTurnsThePage()
+    {
+        const auto [where, page] = given<QString, int>();
+        m_desk->SSTab1.setCurrentIndex(page);
+        m_desk->tMsg.setText(u"old"_s);
+        QWidget* place = where.isEmpty() ? m_desk.get() : m_desk->findChild<QWidget*>(where);
+        QTest::keyClick(place, Qt::Key_Space);
+        QCOMPARE(m_desk->SSTab1.currentIndex(), 1 - page);
+        QCOMPARE(focusName(), page == 1 ? u"TxtReaderCode"_s : u"TxtRetBook"_s);
+        QCOMPARE(m_desk->tMsg.text(), QString());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+        QCOMPARE(m_desk->SSTab1.currentIndex(), page);
+        QCOMPARE(m_desk->TxtReaderCode.text() + m_desk->TxtRetBook.text(), QString());
     }
 
     void clickShowsTheBook()
@@ -152,23 +125,43 @@ private Q_SLOTS:
     /// Scans that come as fast as a scanner types are served in order; none is lost, none runs into the next.
     void scannerRhythm()
     {
-        m->send(u"update dzk set bookcount=1000"_s);
         constexpr int scans = 200;
-        for (int scan = 0; scan < scans; ++scan)
-            m->copy(u"S%1"_s.arg(scan, 4, 10, QChar(u'0')));
+        m->send(u"update dzk set bookcount=1000"_s);
         type(m_desk->TxtReaderCode, u"R1"_s);
         for (int scan = 0; scan < scans; ++scan) {
-            const QString code = u"S%1\r"_s.arg(scan, 4, 10, QChar(u'0'));
-            for (const QChar key : code)
+            const QString barcode = u"S%1"_s.arg(scan, 4, 10, QChar(u'0'));
+            m->copy(barcode);
+            for (const QChar key : barcode + u'\r') {
+                const int code = key == u'\r' ? int(Qt::Key_Return) : int(key.unicode());
                 for (const auto kind : {QEvent::KeyPress, QEvent::KeyRelease})
-                    QCoreApplication::postEvent(&m_desk->TxtBarCode,
-                        new QKeyEvent(
-                            kind, key == u'\r' ? int(Qt::Key_Return) : int(key.unicode()), {}, QString(key)));
+                    QCoreApplication::postEvent(
+                        &m_desk->TxtBarCode, new QKeyEvent(kind, code, {}, QString(key)));
+            }
         }
         QTRY_COMPARE_WITH_TIMEOUT(
-            m->value(u"select count(*) from jhsk where barcode like 'S%'"_s), QString::number(scans), 60'000);
-        QCOMPARE(m->value(u"select count(distinct barcode) from jhsk"_s), QString::number(scans));
+            m->value(u"select count(distinct barcode) from jhsk"_s), QString::number(scans), 60'000);
         QCOMPARE(m->broken(), QString());
+    }
+
+    void readerWithoutACard_data()
+    {
+        cases<int, int, QString, QString>({
+            {"picked over the discharge page", {1, 0, u"R1"_s, u"TxtBarCode"_s}},
+            {"left", {0, 1, {}, u"TxtReaderCode"_s}},
+        });
+    }
+
+    void readerWithoutACard()
+    {
+        const auto [page, button, reader, focus] = given<int, int, QString, QString>();
+        m->send(u"update dzk set wuzheng=1"_s);
+        m->reader(u"R2"_s);
+        type(m_desk->TxtReaderCode, u"R2"_s);
+        m_desk->SSTab1.setCurrentIndex(page);
+        whenShown<ReaderPickerFrm>([&](ReaderPickerFrm& picker) { picker.Command2[button].click(); });
+        m_desk->cmdWuZhengJieShu.click();
+        QCOMPARE(m_desk->TxtReaderCode.text() + panel(PanelLabel::Code), reader + reader);
+        QCOMPARE(m_desk->focusWidget()->objectName(), focus);
     }
 
     void buttonsOfMissingScreens()
@@ -181,10 +174,6 @@ private Q_SLOTS:
     }
 
 private:
-    QString focus() const
-    {
-        return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : QString();
-    }
     QString panel(int label) const { return m_desk->Label5[label].text(); }
 
     std::unique_ptr<TestLibrary> m;

@@ -38,38 +38,36 @@ private Q_SLOTS:
     void repairsTheState_data()
     {
         cases<QString, QString, QString>({
-
             {"last day is today", {u"有效"_s, u"2026-03-10"_s, u"超期"_s}},
-            {"ahead", {u"有效"_s, u"2026-03-11"_s, u"有效"_s}},
             {"extended", {u"超期"_s, u"2026-03-11"_s, u"有效"_s}},
             {"still passed", {u"超期"_s, u"2026-03-10"_s, u"超期"_s}},
             {"lost", {u"挂失"_s, u"2020-01-01"_s, u"挂失"_s}},
-            {"cancelled", {u"无效"_s, u"2027-01-01"_s, u"无效"_s}},
             {"no term", {u"超期"_s, u"null"_s, u"超期"_s}},
         });
     }
 
+    /// Of this reader alone.
     void repairsTheState()
     {
         const auto [status, term, repaired] = given<QString, QString, QString>();
-        m->reader(u"O'1"_s, {{u"readstatus"_s, status}, {u"term"_s, term}});
-        m->reader(u"R2"_s, {{u"readstatus"_s, status}, {u"term"_s, term}});
+        for (const QString& code : {u"O'1"_s, u"R2"_s})
+            m->reader(code, {{u"readstatus"_s, status}, {u"term"_s, term}});
         ShowReader(m->session, m_desk, u"O'1"_s);
         QCOMPARE(m_desk.panel[PanelLabel::Status], repaired);
-        QCOMPARE(m->value(u"select readstatus from dzk where readercode='O''1'"_s), repaired);
-        QCOMPARE(m->value(u"select readstatus from dzk where readercode='R2'"_s), status);
+        QCOMPARE(
+            m->rows(u"select readstatus from dzk order by readercode"_s), (QStringList {repaired, status}));
     }
 
     void loansLeaveOutWithdrawnCopies()
     {
         m->reader(u"R1"_s);
-        for (const QString& barcode : {u"B1"_s, u"B2"_s, u"B3"_s}) {
+        for (const QString& barcode : {u"B1"_s, u"B2"_s}) {
             m->copy(barcode);
             m->loan(barcode, u"R1"_s, u"2026-03-20"_s);
         }
         m->send(u"update sck set bookstatus='注销' where barcode='B2'"_s);
         ShowLoans(m->session, m_desk, u"R1"_s);
-        QCOMPARE(m_desk.loans, (QStringList {u"B1"_s, u"B3"_s}));
+        QCOMPARE(m_desk.loans, QStringList {u"B1"_s});
         ShowLoans(m->session, m_desk, {});
         QCOMPARE(m_desk.loans, QStringList());
     }
@@ -77,14 +75,11 @@ private Q_SLOTS:
     void detailsOfACopy()
     {
         m->copy(u"B1"_s);
-        m->send(u"update zsk set catatime='2020-05-06',publisher=null,isbn='1'"_s);
+        m->send(u"update zsk set catatime='2020-05-06',publisher=null"_s);
         const QStringList lines = bookDetails(m->session, u"B1"_s).split(u'\n');
         QCOMPARE(lines.size(), 15);
-        QCOMPARE(lines[0], u"书    名:书名1"_s);
-        QCOMPARE(lines[2], u"出 版 者:"_s);
-        QCOMPARE(lines[5], u"入库日期:2020-05-06"_s);
-        QCOMPARE(bookDetails(m->session, u"none"_s), QString());
-        QCOMPARE(bookDetails(m->session, u"  "_s), QString());
+        QCOMPARE(lines[2] + lines[5], u"出 版 者:入库日期:2020-05-06"_s);
+        QCOMPARE(bookDetails(m->session, u"none"_s) + bookDetails(m->session, u"  "_s), QString());
     }
 
 private:
