@@ -1,5 +1,4 @@
 #include "desk/reader_panel_ops.h"
-#include "support/cases.h"
 #include "support/desk_double.h"
 #include "support/test_library.h"
 
@@ -35,27 +34,26 @@ private Q_SLOTS:
         QCOMPARE(m_desk.takeDone(), u"empty reader, focus reader"_s);
     }
 
-    void repairsTheState_data()
-    {
-        cases<QString, QString, QString>({
-            {"last day is today", {u"有效"_s, u"2026-03-10"_s, u"超期"_s}},
-            {"extended", {u"超期"_s, u"2026-03-11"_s, u"有效"_s}},
-            {"still passed", {u"超期"_s, u"2026-03-10"_s, u"超期"_s}},
-            {"lost", {u"挂失"_s, u"2020-01-01"_s, u"挂失"_s}},
-            {"no term", {u"超期"_s, u"null"_s, u"超期"_s}},
-        });
-    }
-
-    /// Of this reader alone.
+    /// Against the time of day, and of this reader alone.
     void repairsTheState()
     {
-        const auto [status, term, repaired] = given<QString, QString, QString>();
-        for (const QString& code : {u"O'1"_s, u"R2"_s})
-            m->reader(code, {{u"readstatus"_s, status}, {u"term"_s, term}});
-        ShowReader(m->session, m_desk, u"O'1"_s);
-        QCOMPARE(m_desk.panel[PanelLabel::Status], repaired);
-        QCOMPARE(
-            m->rows(u"select readstatus from dzk order by readercode"_s), (QStringList {repaired, status}));
+        const std::tuple<QString, QString, QString> rows[] {
+            {u"有效"_s, u"2026-03-10"_s, u"超期"_s},
+            {u"超期"_s, u"2026-03-11"_s, u"有效"_s},
+            {u"超期"_s, u"2026-03-10"_s, u"超期"_s},
+            {u"挂失"_s, u"2020-01-01"_s, u"挂失"_s},
+            {u"无效"_s, u"2027-01-01"_s, u"无效"_s},
+            {u"超期"_s, u"null"_s, u"超期"_s},
+        };
+        for (const auto& [status, term, repaired] : rows) {
+            m->send(u"delete from dzk"_s);
+            for (const QString& code : {u"O'1"_s, u"R2"_s})
+                m->reader(code, {{u"readstatus"_s, status}, {u"term"_s, term}});
+            ShowReader(m->session, m_desk, u"O'1"_s);
+            QCOMPARE(m_desk.panel[PanelLabel::Status], repaired);
+            QCOMPARE(m->rows(u"select readstatus from dzk order by readercode"_s),
+                (QStringList {repaired, status}));
+        }
     }
 
     void loansLeaveOutWithdrawnCopies()
