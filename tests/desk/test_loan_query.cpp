@@ -1,25 +1,9 @@
 #include "desk/loan_query_page.h"
-#include "platform/report/report_viewer.h"
+#include "support/report_double.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
 
 using namespace quilla;
-
-namespace {
-
-class Viewer final : public ReportViewer {
-public:
-    void showReport(const QString& design, Recordset& rows, const ReportTexts&) override
-    {
-        QStringList barcodes;
-        for (; !rows.eof(); rows.next())
-            barcodes.append(rows.field(u"BarCode").text());
-        shown.append(design + u':' + barcodes.join(u','));
-    }
-    QStringList shown;
-};
-
-} // namespace
 
 /// The desk's query page.
 class TestLoanQuery : public QObject {
@@ -39,8 +23,7 @@ private Q_SLOTS:
             m->copy(barcode);
             m->loan(barcode, reader, u"2026-03-20"_s);
         }
-        m_viewer.shown.clear();
-        m_page = std::make_unique<LoanQueryPage>(m->session, m_viewer);
+        m_page = std::make_unique<LoanQueryPage>(m->session, m_reports);
         appear(*m_page);
     }
 
@@ -106,13 +89,15 @@ private Q_SLOTS:
         m->prompt.expect(u"找不到任何匹配的记录"_s);
         m_page->CmdFind.click();
         QCOMPARE(m_page->Grid3.TextMatrix(1, 2), QString());
+        m->failAt({});
         m_page->CmdPrint.click();
-        QCOMPARE(m_viewer.shown, QStringList {u"JHSKReport:B1"_s});
+        QCOMPARE(m_reports.shown, QStringList {u"JHSKReport"_s});
+        QVERIFY(m->sent.last().contains(u"'B1'"));
     }
 
 private:
     std::unique_ptr<TestLibrary> m;
-    Viewer m_viewer;
+    ReportDouble m_reports;
     std::unique_ptr<LoanQueryPage> m_page;
 };
 
