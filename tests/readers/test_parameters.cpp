@@ -43,8 +43,6 @@ private Q_SLOTS:
         cases<int, QString, bool>({
             {"rate", {ParameterBox::OverdueFine, u"0.1"_s, true}},
             {"rate too large", {ParameterBox::LostFine, u"100000"_s, false}},
-            {"rate in quotes", {ParameterBox::LostFine, u"'2'"_s, false}},
-            {"count", {ParameterBox::LoanDays, u"30"_s, true}},
             {"fraction of a day", {ParameterBox::ScienceCopies, u"1.5"_s, false}},
             {"count too large", {ParameterBox::LoanDays, u"3000000000"_s, false}},
             {"statement", {ParameterBox::LoanDays, u"1;delete from dzk"_s, false}},
