@@ -100,7 +100,8 @@ private Q_SLOTS:
         const QString theirs
             = u"select yordercshu,yAcount,yBcount,readstatus,orderbook from dzk order by readercode"_s;
         m->send(u"update dzk set bookcount=99,yAcount=2,yBcount=3,readstatus='挂失'"_s);
-        m->insert(u"jycs"_s, {{u"readerclass"_s, adds ? u"教师"_s : Type}, {u"daycount"_s, u"1"_s}});
+        for (const QString& type : adds ? QStringList {u"教师"_s} : QStringList {u"教师"_s, Type})
+            m->insert(u"jycs"_s, {{u"readerclass"_s, type}, {u"daycount"_s, u"1"_s}});
         const QString cards = m->value(theirs);
         const QString card = of(u"dzk"_s, Type);
         const QString other = of(u"dzk"_s, u"教师"_s) + of(u"jycs"_s, u"教师"_s);

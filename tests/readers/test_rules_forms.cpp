@@ -62,11 +62,14 @@ private Q_SLOTS:
         QCOMPARE(list.Grid1.TextMatrix(2, 1), u"2026-02-16  至  2026-02-20"_s);
     }
 
-    /// The press takes the focus from the name, whose test empties the box; the save then finds no name.
-    void holidayNameTakenAtTheSaveButton()
+    /// A press takes the focus from the name, whose test empties the box; the save then finds no name.
+    void holidayNameTaken()
     {
         m->holiday(u"元旦"_s, u"2026-01-01 2026-01-03"_s);
         auto& editor = opened<holidayaddFrm>(m->session);
+        m->prompt.expect(u"假期名称‘元旦’已经存在。"_s);
+        enter(editor.Text1[0], u"元旦 "_s);
+        QCOMPARE(focusName() + editor.Text1[0].text(), u"Text1(0)"_s);
         editor.Text1[1].setText(u"2026-05-01"_s);
         editor.Text1[2].setText(u"2026-05-01"_s);
         const std::function<void()> presses[] {
