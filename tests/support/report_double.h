@@ -13,4 +13,24 @@ public:
     QStringList shown;
 };
 
+/// Writes down the design and, of each row, the fields asked for.
+class PrintedRows final : public ReportViewer {
+public:
+    explicit PrintedRows(QStringList fields)
+        : m_fields(std::move(fields))
+    {
+    }
+    void showReport(const QString& design, Recordset& rows, const ReportTexts&) override
+    {
+        shown.append(design);
+        for (; !rows.eof(); rows.next())
+            for (const QString& field : m_fields)
+                shown.append(rows.field(field).text());
+    }
+    QStringList shown;
+
+private:
+    QStringList m_fields;
+};
+
 } // namespace quilla

@@ -55,4 +55,23 @@ template <typename Window> void whenShown(std::function<void(Window&)> step)
     poll->start(5);
 }
 
+/// Does the steps in the dialog that comes next and closes it. `awaited` counts those that have not come yet.
+template <typename Dialog> void inDialog(int& awaited, std::function<void(Dialog&)> steps)
+{
+    ++awaited;
+    whenShown<Dialog>([&awaited, steps = std::move(steps)](Dialog& dialog) {
+        steps(dialog);
+        --awaited;
+        dialog.close();
+    });
+}
+
+/// Name of the control with the focus, once what is under way has been done.
+inline QString focusName()
+{
+    QCoreApplication::processEvents();
+    const QWidget* control = QApplication::focusWidget();
+    return control ? control->objectName() : QString();
+}
+
 } // namespace quilla
