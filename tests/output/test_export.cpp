@@ -107,19 +107,19 @@ private Q_SLOTS:
         QCOMPARE(files(), QStringList {u"清单.xlsx"_s});
         QCOMPARE(m_program.shown, QStringList {m_folder->filePath(u"清单.xlsx"_s)});
         QCOMPARE(m_progress.done, m_progress.total);
-        const QString cells
-            = u"sheet Sheet1 7 A1:E2\nwidths A=41 B=14 C=11 E=8\n"
-              "A1 s \"清单\" 宋体 14 center center\n"
-              "A3 s \"书名\"%1\nB3 s \"条码\"%1\nC3 s \"金额\"%1\nD3 s \"日期\"%1\nE3 s \"天数\"%1\n"
-              "A4 s \"=1+1\" General\nB4 s \"0001\" General\nC4 n 12.5 0.00\n"
-              "D4 d \"2003-05-31\" yyyy-mm-dd\nE4 n 7 General\n"
-              "A5 s \"他说\\\"it's\\\" <&> {=A1}\" General\nB5 s \"0002\" General\nE5 n 7 General\n"
-              "B6 s \"123456789012345678\" General\nC6 n 0 0.00\nD6 s \"1900-01-01\" General\n"
-              "E6 n 7 General\nA7 s \"http://x.cn\" General\nB7 s \"2003-05-31\" General\n"
-              "C7 n -3.05 0.00\nD7 d \"2004-02-29\" yyyy-mm-dd\nE7 n 7 General\n"
-              "sheet Sheet2 1 \nwidths A=41 B=14 C=11 E=8\n"
-              "sheet Sheet3 1 \nwidths A=41 B=14 C=11 E=8"_s.arg(u" solid FFCCFFCC center"_s);
-        QCOMPARE(readBack(m_program.shown[0]).join(u'\n'), cells);
+        const QString ground = u" solid FFCCFFCC center"_s;
+        const QStringList cells {u"sheet Sheet1 7 A1:E2"_s, u"widths A=41 B=14 C=11 E=8"_s,
+            u"A1 s \"清单\" 宋体 14 center center"_s, u"A3 s \"书名\""_s + ground,
+            u"B3 s \"条码\""_s + ground, u"C3 s \"金额\""_s + ground, u"D3 s \"日期\""_s + ground,
+            u"E3 s \"天数\""_s + ground, u"A4 s \"=1+1\" General"_s, u"B4 s \"0001\" General"_s,
+            u"C4 n 12.5 0.00"_s, u"D4 d \"2003-05-31\" yyyy-mm-dd"_s, u"E4 n 7 General"_s,
+            u"A5 s \"他说\\\"it's\\\" <&> {=A1}\" General"_s, u"B5 s \"0002\" General"_s, u"E5 n 7 General"_s,
+            u"B6 s \"123456789012345678\" General"_s, u"C6 n 0 0.00"_s, u"D6 s \"1900-01-01\" General"_s,
+            u"E6 n 7 General"_s, u"A7 s \"http://x.cn\" General"_s, u"B7 s \"2003-05-31\" General"_s,
+            u"C7 n -3.05 0.00"_s, u"D7 d \"2004-02-29\" yyyy-mm-dd"_s, u"E7 n 7 General"_s,
+            u"sheet Sheet2 1 "_s, u"widths A=41 B=14 C=11 E=8"_s, u"sheet Sheet3 1 "_s,
+            u"widths A=41 B=14 C=11 E=8"_s};
+        QCOMPARE(readBack(m_program.shown[0]).join(u'\n'), cells.join(u'\n'));
         exportList(exporter(), FineLayout, m_select, NothingToPrint); // an older file is not written over
         QCOMPARE(files(), (QStringList {u"清单 (2).xlsx"_s, u"清单.xlsx"_s}));
     }
@@ -128,7 +128,7 @@ private Q_SLOTS:
     {
         GridModel grid;
         grid.setFormatString(u"^单位|^证号|^小计"_s);
-        grid.addRow({u"书"_s, u" 0012 "_s, u"15"_s});
+        grid.addRow({QString(10'000, u'书'), u" 0012 "_s, u"15"_s});
         grid.addRow({QString(40'000, u'x'), u"12"_s, u"0.50"_s});
         grid.addRow({u"a\tb\x01"_s, u""_s, u"007"_s});
         grid.addRow({u"-"_s, u""_s, u"1234567890123456"_s});
@@ -142,11 +142,11 @@ private Q_SLOTS:
         QStringList cells = readBack(m_program.shown[0]).mid(6, 11);
         QVERIFY2(cells[6].startsWith(u"A6 s \"a\\tb"), qPrintable(cells[6]));
         cells.removeAt(6);
-        const QStringList expected {u"A4 s \"书\" General"_s, u"B4 s \"0012\" General"_s,
-            u"C4 n 15 General"_s, u"A5 s \"%1\" General"_s.arg(QString(32'767, u'x')),
-            u"B5 s \"12\" General"_s, u"C5 n 0.5 General"_s, u"C6 s \"007\" General"_s,
-            u"A7 s \"-\" General"_s, u"C7 s \"1234567890123456\" General"_s,
-            u"A8 s \"_x005F_x0041_\xfffd\xfffd\" General"_s};
+        const QStringList expected {u"A4 s \"%1\" General"_s.arg(QString(10'000, u'书')),
+            u"B4 s \"0012\" General"_s, u"C4 n 15 General"_s,
+            u"A5 s \"%1\" General"_s.arg(QString(32'767, u'x')), u"B5 s \"12\" General"_s,
+            u"C5 n 0.5 General"_s, u"C6 s \"007\" General"_s, u"A7 s \"-\" General"_s,
+            u"C7 s \"1234567890123456\" General"_s, u"A8 s \"_x005F_x0041_\xfffd\xfffd\" General"_s};
         QCOMPARE(cells, expected);
     }
 
