@@ -13,6 +13,7 @@
 #include "platform/db/embedded.h"
 #include "platform/db/pooled_factory.h"
 #include "platform/ui/theme.h"
+#include "support/fine_double.h"
 #include "support/quiet_session.h"
 #include "support/report_double.h"
 #include "support/screen_host.h"
@@ -99,7 +100,7 @@ int main(int argc, char** argv)
     NoPrompt prompt;
     NoEditor editor;
     NoHost host;
-    NoFines fines;
+    FineDouble fines;
     PooledFactory factory(schema, clock);
     Session session {settings, prompt, clock, factory, editor};
     storeConnectionText(

@@ -21,7 +21,7 @@ public:
     QDateTime moment {QDate(2004, 3, 9), QTime(8, 5, 3, 7)};
 };
 
-/// A statement as the translator would hand it over; all its literals are quoted.
+/// A statement as the translator would hand it over.
 struct Statement {
     Statement(
         int id, const char* text, std::vector<sql::Parameter> parameters = {}, std::vector<Kind> columns = {})
@@ -37,10 +37,6 @@ struct Statement {
 sql::Literal quoted(QStringView text)
 {
     return {text, true, text.contains(u"''")};
-}
-sql::Literal bare(QStringView text)
-{
-    return {text, false, false};
 }
 
 } // namespace
@@ -75,35 +71,25 @@ private Q_SLOTS:
     {
         const struct {
             Kind kind;
-            int scale;
-            const char16_t* literal;
-            bool quoted;
-            const char16_t* stored;
-        } rows[] {
-            {Kind::Text, -1, u" a ", true, u"text  a "},
-            {Kind::Text, -1, u"12", false, u"text 12"},
-            {Kind::Integer, -1, u" -12 ", true, u"integer -12"},
-            {Kind::Integer, -1, u"", true, u"integer 0"},
-            {Kind::Integer, -1, u"9223372036854775807", false, u"integer 9223372036854775807"},
-            {Kind::Integer, -1, u"2.5", false, u"real 2.5"},
-            {Kind::Bit, -1, u"True", true, u"integer 1"},
-            {Kind::Bit, -1, u"false", true, u"integer 0"},
-            {Kind::Bit, -1, u"5", false, u"integer 1"},
-            {Kind::Decimal, -1, u"6.125", false, u"real 6.125"},
-            {Kind::Decimal, -1, u"10", false, u"integer 10"},
-            {Kind::Decimal, 2, u"6.125", false, u"real 6.13"},
-            {Kind::Decimal, 2, u"-0.005", true, u"real -0.01"},
-            {Kind::Decimal, 2, u"1.0049999", true, u"real 1.0"},
-            {Kind::Decimal, 0, u"2.5", false, u"real 3.0"},
-            {Kind::Date, -1, u"2004-3-9", true, u"text 2004-03-09"},
-            {Kind::Date, -1, u"2004-03-09 8:05:03", true, u"text 2004-03-09 08:05:03.000"},
-            {Kind::Unknown, -1, u"1", false, u"integer 1"},
-            {Kind::Unknown, -1, u"1", true, u"text 1"},
-        };
-        for (const auto& row : rows) {
-            const Statement select(m_next++, "select typeof(?1)||' '||?1", {{0, row.kind, row.scale}});
-            const auto bound = query(select, {row.quoted ? quoted(row.literal) : bare(row.literal)});
-            QCOMPARE(bound.field(0).text(), QStringView(row.stored).toString());
+            QStringView literal;
+            QString stored;
+            int scale = -1;
+            bool quoted = true;
+        } rows[] {{Kind::Text, u" a ", u"text  a "_s}, {Kind::Text, u"12", u"text 12"_s, -1, false},
+            {Kind::Integer, u" -12 ", u"integer -12"_s}, {Kind::Integer, u"", u"integer 0"_s},
+            {Kind::Integer, u"9223372036854775807", u"integer 9223372036854775807"_s, -1, false},
+            {Kind::Integer, u"2.5", u"real 2.5"_s, -1, false}, {Kind::Bit, u"True", u"integer 1"_s},
+            {Kind::Bit, u"false", u"integer 0"_s}, {Kind::Bit, u"5", u"integer 1"_s, -1, false},
+            {Kind::Decimal, u"6.125", u"real 6.125"_s, -1, false},
+            {Kind::Decimal, u"10", u"integer 10"_s, -1, false},
+            {Kind::Decimal, u"6.125", u"real 6.13"_s, 2, false},
+            {Kind::Decimal, u"-0.005", u"real -0.01"_s, 2}, {Kind::Decimal, u"1.0049999", u"real 1.0"_s, 2},
+            {Kind::Decimal, u"2.5", u"real 3.0"_s, 0, false}, {Kind::Date, u"2004-3-9", u"text 2004-03-09"_s},
+            {Kind::Date, u"2004-03-09 8:05:03", u"text 2004-03-09 08:05:03.000"_s},
+            {Kind::Unknown, u"1", u"integer 1"_s, -1, false}, {Kind::Unknown, u"1", u"text 1"_s}};
+        for (const auto& [kind, literal, stored, scale, quoted] : rows) {
+            const Statement select(m_next++, "select typeof(?1)||' '||?1", {{0, kind, scale}});
+            QCOMPARE(query(select, {{literal, quoted, false}}).field(0).text(), stored);
         }
     }
 
@@ -138,17 +124,14 @@ private Q_SLOTS:
             QCOMPARE(rows.field(i).kind(), expected[std::size_t(i)].first);
             QCOMPARE(rows.field(i).text(), expected[std::size_t(i)].second);
         }
-        QCOMPARE(rows.field(u"STATE").kind(), Kind::Bit);
-        QCOMPARE(rows.field(4).moment(), QDateTime(QDate(2004, 3, 9), QTime(8, 5, 3)));
         rows.next();
-        for (int i = 0; i < 5; ++i)
-            QVERIFY(rows.field(i).isNull());
+        QVERIFY(rows.field(0).isNull() && rows.field(4).isNull());
         rows.next();
         QVERIFY(rows.eof());
         QCOMPARE(errorOf([&] { rows.field(0); }), ErrorNumber::NoCurrentRow);
         QCOMPARE(errorOf([&] { rows.next(); }), ErrorNumber::NoCurrentRow);
         rows.first();
-        QCOMPARE(rows.field(0).text(), u"a"_s);
+        QCOMPARE(rows.field(u"CODE").text(), u"a"_s);
         QCOMPARE(errorOf([&] { rows.field(u"nothing"); }), ErrorNumber::NoSuchField);
         QCOMPARE(errorOf([&] { rows.field(8); }), ErrorNumber::NoSuchField);
     }
@@ -161,18 +144,13 @@ private Q_SLOTS:
         QCOMPARE(query(now).field(0).text(), u"2005-01-01"_s);
     }
 
-    void unreadableDateInAFunction()
+    void refusedStatements()
     {
         QString text;
         QCOMPARE(errorOf([&] { one("select qj_datediff('day','2004-01-01','3月')"); }, &text),
             ErrorNumber::CannotConvert);
         QVERIFY2(text.contains(u"“3月”"_s), qPrintable(text));
-        QCOMPARE(one("select qj_datediff('day',null,'2004-01-01')"), QString());
-    }
-
-    void misspeltColumnIsAnError()
-    {
-        QVERIFY(errorOf([&] { one("select \"coed\" from t"); }));
+        QVERIFY(errorOf([&] { one("select \"coed\" from t"); })); // misspelt: no text of that name
     }
 
     void secondUseWhileReading()
@@ -183,11 +161,9 @@ private Q_SLOTS:
         QString seen;
         while (outer->step()) {
             seen += QString::fromUtf8(outer->cell(0).text.data(), 1);
-            auto inner = query(all);
-            for (; !inner.eof(); inner.next())
-                seen += inner.field(0).text();
+            seen += QString::number(query(all).recordCount());
         }
-        QCOMPARE(seen, u"aabbab"_s);
+        QCOMPARE(seen, u"a2b2"_s);
     }
 
     void failedStatementKeepsTransaction()
@@ -240,7 +216,6 @@ private Q_SLOTS:
         QCOMPARE(one("select count(*) from u"), u"0"_s);
         other.rollback();
         m_driver->begin({});
-        m_driver->commit();
     }
 
     void readOnlyFile()
@@ -263,36 +238,28 @@ private Q_SLOTS:
         QVERIFY2(text.contains(u"只读"_s) && text.contains(path()), qPrintable(text));
     }
 
-    void refusesToOpen_data()
-    {
-        QTest::addColumn<QByteArray>("damage");
-        QTest::addColumn<QString>("words");
-        QTest::newRow("missing") << QByteArray("missing") << u"数据库文件不存在"_s;
-        QTest::newRow("folder") << QByteArray("folder") << u"这不是一个文件"_s;
-        QTest::newRow("other file") << QByteArray("text") << u"文件不是数据库"_s;
-        QTest::newRow("empty file") << QByteArray("empty") << u"没有图书馆的数据表"_s;
-        QTest::newRow("other database") << QByteArray("pragma application_id=0") << u"没有图书馆的数据表"_s;
-        QTest::newRow("newer") << QByteArray("pragma user_version=999") << u"更新版本的程序"_s;
-        QTest::newRow("older") << QByteArray("pragma user_version=0") << u"旧"_s;
-    }
-
     void refusesToOpen()
     {
-        QFETCH(QByteArray, damage);
-        if (damage.startsWith("pragma")) m_driver->handle().run(damage.constData());
-        m_driver.reset();
-        if (!damage.startsWith("pragma")) QVERIFY(QFile::remove(path()));
-        if (damage == "folder") QVERIFY(QDir().mkdir(path()));
-        if (damage == "text" || damage == "empty") {
+        const std::tuple<QByteArray, QByteArray, QString> damages[] {{"", "missing", u"数据库文件不存在"_s},
+            {"pragma user_version=999", "", u"更新版本的程序"_s}, {"pragma user_version=0", "", u"旧"_s},
+            {"pragma application_id=0", "", u"没有图书馆的数据表"_s}, {"", "folder", u"这不是一个文件"_s},
+            {"", "empty", u"没有图书馆的数据表"_s}, {"", "text", u"文件不是数据库"_s}};
+        for (const auto& [pragma, instead, words] : damages) {
+            cleanup();
+            init();
+            m_driver->handle().run(pragma.constData());
+            m_driver.reset();
+            if (!instead.isEmpty()) QVERIFY(QFile::remove(path()));
+            if (instead == "folder") QVERIFY(QDir().mkdir(path()));
             QFile file(path());
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            if (damage == "text") file.write(QByteArray("no database ").repeated(500));
+            if (instead == "empty" || instead == "text") QVERIFY(file.open(QIODevice::WriteOnly));
+            if (instead == "text") file.write(QByteArray("no database ").repeated(500));
+            file.close();
+            QString text;
+            QVERIFY(errorOf([&] { SqliteDriver(path(), m_clock); }, &text));
+            QVERIFY2(text.contains(words) && text.contains(path()), qPrintable(text));
+            QCOMPARE(QFile::exists(path()), instead != "missing");
         }
-        QString text;
-        QVERIFY(errorOf([&] { SqliteDriver(path(), m_clock); }, &text));
-        QFETCH(QString, words);
-        QVERIFY2(text.contains(words) && text.contains(path()), qPrintable(text));
-        QCOMPARE(QFile::exists(path()), damage != "missing");
     }
 
 private:

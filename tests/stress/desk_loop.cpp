@@ -8,7 +8,9 @@
 #include "database/scale.h"
 #include "desk/charge_ops.h"
 #include "desk/discharge_ops.h"
+#include "frame/sublib.h"
 #include "platform/db/pooled_factory.h"
+#include "support/memory_settings.h"
 #include "support/quiet_fines.h"
 #include "support/quiet_session.h"
 
@@ -43,7 +45,7 @@ private:
 QStringList openLoans(Session& session)
 {
     QStringList barcodes;
-    Connection conn = session.connections.open(session.settings.get({}, {}, {}, {}));
+    Connection conn = session.connections.open(session.ConnectionText);
     for (Recordset row = conn.open(u"select barcode from jhsk"); !row.eof(); row.next())
         barcodes.append(row.field(0).text());
     return barcodes;
@@ -63,7 +65,7 @@ int main(int argc, char** argv)
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() != 7) return 2;
-    OneText settings(arguments[1]);
+    MemorySettings settings;
     QuietPrompt prompt;
     NoEditor editor;
     NoDesk desk;
@@ -71,6 +73,7 @@ int main(int argc, char** argv)
     const sql::Schema schema = librarySchema();
     PooledFactory factory(schema, clock);
     Session session {settings, prompt, clock, factory, editor};
+    storeConnectionText(session, arguments[1]);
     session.OperatorName = u"desk"_s;
     CountedFines fines(session);
 

@@ -1,14 +1,11 @@
 #pragma once
 
 #include "desk/desk_view.h"
-#include "desk/fine_dialog.h"
 #include "frame/session.h"
-
-#include <QHash>
 
 namespace quilla {
 
-/// What a session needs where nobody looks: no boxes, no dialogs, settings in memory.
+/// What a session needs where nobody looks: no boxes, no dialogs.
 class QuietPrompt final : public Prompt {
 public:
     Answer show(const Message& message) override { return message.question ? Answer::No : Answer::Ok; }
@@ -17,30 +14,6 @@ public:
 class NoEditor final : public ConnectionEditor {
 public:
     void editConnection() override { }
-};
-
-class OneText final : public SettingsStore {
-public:
-    explicit OneText(QString text)
-        : m_text(std::move(text))
-    {
-    }
-    QString get(const QString&, const QString&, const QString&, const QString&) const override
-    {
-        return m_text;
-    }
-    void set(const QString&, const QString&, const QString&, const QString& value) override
-    {
-        m_text = value;
-    }
-
-private:
-    QString m_text;
-};
-
-class NoFines final : public FineDialog {
-public:
-    bool settle(const QString&) override { return false; }
 };
 
 /// A desk without a screen.

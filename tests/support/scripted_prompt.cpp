@@ -22,14 +22,14 @@ ScriptedPrompt::Box& ScriptedPrompt::Box::answer(Answer answer)
 
 ScriptedPrompt::Box& ScriptedPrompt::expect(const QString& text)
 {
-    m_startOnly.push_back(false);
     return m_boxes.emplace_back(text);
 }
 
 ScriptedPrompt::Box& ScriptedPrompt::expectStart(const QString& text)
 {
-    m_startOnly.push_back(true);
-    return m_boxes.emplace_back(text);
+    Box& box = expect(text);
+    box.m_startOnly = true;
+    return box;
 }
 
 Answer ScriptedPrompt::show(const Message& message)
@@ -39,17 +39,15 @@ Answer ScriptedPrompt::show(const Message& message)
         return message.question ? Answer::No : Answer::Ok;
     }
     const Box box = m_boxes.front();
-    const bool startOnly = m_startOnly.front();
     m_boxes.pop_front();
-    m_startOnly.pop_front();
-    const bool same = startOnly ? message.text.startsWith(box.m_text) : message.text == box.m_text;
-    if (!same) m_complaints.append(u"expected box: "_s + box.m_text + u" but came: "_s + message.text);
     compare(box, message);
     return box.m_answer;
 }
 
 void ScriptedPrompt::compare(const Box& box, const Message& message)
 {
+    const bool same = box.m_startOnly ? message.text.startsWith(box.m_text) : message.text == box.m_text;
+    if (!same) m_complaints.append(u"expected box: "_s + box.m_text + u" but came: "_s + message.text);
     if (box.m_title && *box.m_title != message.shownTitle())
         m_complaints.append(u"title of "_s + message.text + u" is "_s + message.shownTitle());
     if (box.m_icon && *box.m_icon != message.icon)
@@ -63,7 +61,6 @@ QString ScriptedPrompt::takeComplaints()
     for (const Box& box : m_boxes)
         m_complaints.append(u"box that never came: "_s + box.m_text);
     m_boxes.clear();
-    m_startOnly.clear();
     return std::exchange(m_complaints, {}).join(u'\n');
 }
 

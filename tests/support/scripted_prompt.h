@@ -24,6 +24,7 @@ public:
     private:
         friend class ScriptedPrompt;
         QString m_text;
+        bool m_startOnly = false;
         std::optional<QString> m_title;
         std::optional<Icon> m_icon;
         Answer m_answer = Answer::Ok;
@@ -42,7 +43,6 @@ private:
     void compare(const Box& box, const Message& message);
 
     std::deque<Box> m_boxes;
-    std::deque<bool> m_startOnly;
     QStringList m_complaints;
 };
 

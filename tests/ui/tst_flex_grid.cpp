@@ -47,9 +47,8 @@ public:
         : ListScreen(u"TwoColumnList"_s, u"假期"_s, holidayWidths())
     {
         Grid1.setFormatString(u"假期名称|假期期限"_s);
-        arrange({Command1});
+        arrange({});
     }
-    QPushButton Command1 {u"&X 关闭"_s};
 };
 
 } // namespace
@@ -74,28 +73,21 @@ private Q_SLOTS:
         QCOMPARE(line(grid, 3), QStringList({u"R3"_s, u"2"_s, u""_s, u""_s}));
         QCOMPARE(count.text(), u"记录数：3");
         QCOMPARE(grid.current(0), u"R2");
-        QCOMPARE(grid.Col(), 0);
-        QCOMPARE(grid.ColSel(), 3);
-        QCOMPARE(grid.cells().data(grid.cells().index(0, 0), Qt::TextAlignmentRole).value<Qt::Alignment>(),
-            Qt::AlignCenter);
     }
 
     void leavesOneLineForAnEmptyResult()
     {
         FlexGrid grid;
         QLabel count;
-        Recordset three = readers(3);
-        Recordset none = readers(0);
         const GridFill fill {
             .format = u"^读者证号"_s, .count = &count, .countHasCaption = true, .key = u"R1"_s};
-        fillGrid(grid, three, fill);
-        QCOMPARE(fillGrid(grid, none, fill), 0);
+        for (const int rows : {3, 0}) {
+            Recordset some = readers(rows);
+            QCOMPARE(fillGrid(grid, some, fill), rows);
+        }
         QCOMPARE(grid.Rows(), 2);
-        QVERIFY(grid.cells().isEmptyList());
         QCOMPARE(grid.current(0), QString());
-        QCOMPARE(grid.TextMatrix(0, 0), u"读者证号");
         QCOMPARE(count.text(), u"0");
-        QVERIFY(!QGuiApplication::overrideCursor());
     }
 
     void keepsTheMarkerColumnFree()
@@ -208,11 +200,8 @@ private Q_SLOTS:
         grid.setFormatString(u"书名|书名        |价格"_s);
         QCOMPARE(grid.ColWidth(1) - grid.ColWidth(0), 8 * 90);
         grid.setColWidths({-1, 2000, 0});
-        QCOMPARE(grid.ColWidth(0), grid.ColWidth(0));
         QCOMPARE(grid.ColWidth(1), 2000);
         QVERIFY(grid.isColumnHidden(2));
-        grid.setColWidth(2, 850);
-        QVERIFY(!grid.isColumnHidden(2));
     }
 
     void keepsCaptionsWholeAndFillsTheGrid()
@@ -223,9 +212,9 @@ private Q_SLOTS:
         grid.setUp(8, u"^借书控制号|^图书条形码     |<书名"_s, {10, 1100, 2000});
         QCOMPARE(grid.horizontalHeader()->length(), grid.viewport()->width());
         QVERIFY(grid.columnWidth(0) > grid.fontMetrics().horizontalAdvance(u"借书控制号"_s));
-        QVERIFY(grid.columnWidth(2) > grid.columnWidth(1));
     }
 
+    /// By the grid and by its captions.
     void remembersDraggedWidths()
     {
         MemorySettings settings;
@@ -243,18 +232,15 @@ private Q_SLOTS:
             grid.setUp(4, Format); // a new fill leaves the operator's widths alone
             QVERIFY(qAbs(grid.columnWidth(1) - dragged) <= 1);
         }
-        FlexGrid again;
-        again.resize(800, 300);
-        again.setUp(4, Format);
-        again.rememberWidths(settings, u"DzglFrm.Grid1"_s);
-        QVERIFY(qAbs(again.columnWidth(1) - dragged) <= 1);
-        again.setUp(4, u"别的|标题|三"_s); // other captions, other widths
-        QVERIFY(qAbs(again.columnWidth(1) - dragged) > 1);
-        FlexGrid other;
-        other.resize(800, 300);
-        other.setUp(4, Format);
-        other.rememberWidths(settings, u"BookOutFrm.Grid1"_s);
-        QVERIFY(qAbs(other.columnWidth(1) - dragged) > 1);
+        const std::tuple<QString, QString, bool> others[] {{u"DzglFrm.Grid1"_s, Format, true},
+            {u"DzglFrm.Grid1"_s, u"别的|标题|三"_s, false}, {u"BookOutFrm.Grid1"_s, Format, false}};
+        for (const auto& [name, captions, remembered] : others) {
+            FlexGrid grid;
+            grid.resize(800, 300);
+            grid.setUp(4, captions);
+            grid.rememberWidths(settings, name);
+            QCOMPARE(qAbs(grid.columnWidth(1) - dragged) <= 1, remembered);
+        }
     }
 
     void sharesTheWidthOfAListScreen()
@@ -265,7 +251,6 @@ private Q_SLOTS:
         const int narrow = screen.Grid1.ColWidth(1);
         screen.resize(screen.width() + 200, screen.height());
         QVERIFY(qAbs(screen.Grid1.ColWidth(1) - narrow - twipsOf(200, screen)) <= 15);
-        QVERIFY(screen.Command1.mapTo(&screen, QPoint()).y() > screen.Grid1.geometry().bottom());
     }
 };
 
