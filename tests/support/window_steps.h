@@ -17,12 +17,6 @@ inline void appear(QWidget& window)
     QVERIFY(QTest::qWaitForWindowActive(&window));
 }
 
-/// The object name of the control that has the focus.
-inline QString focusName()
-{
-    return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : QString();
-}
-
 /// Types a text and Enter into a box, as a scanner does.
 inline void type(QWidget& box, const QString& text)
 {

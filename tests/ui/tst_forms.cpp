@@ -27,11 +27,6 @@ void enter(QWidget& form, QWidget& control)
     QCoreApplication::processEvents();
 }
 
-QString focusName()
-{
-    return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : u"none"_s;
-}
-
 /// A form that writes down what happens in it.
 class DiaryForm : public QDialog {
 public:

@@ -11,31 +11,24 @@ namespace {
 /// The longest time between two characters of one scan; no hand types that fast.
 constexpr int ScannerPause = 50; // milliseconds
 
-bool isEnter(int key)
+/// Where the operator was. For some milliseconds behind another box no window is the active one.
+QWidget* windowBelow()
 {
-    return key == Qt::Key_Return || key == Qt::Key_Enter;
-}
-
-bool isCharacter(const QKeyEvent& event)
-{
-    const bool command = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
-    return !command && !event.text().isEmpty() && event.text()[0].isPrint();
-}
-
-void press(QWidget& control, int key, const QString& text)
-{
-    QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier, text);
-    QCoreApplication::sendEvent(&control, &down);
-    QKeyEvent up(QEvent::KeyRelease, key, Qt::NoModifier, text);
-    QCoreApplication::sendEvent(&control, &up);
+    if (QWidget* active = QApplication::activeWindow()) return active;
+    if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto main = std::ranges::find_if(
+        windows, [](const QWidget* each) { return each->isVisible() && each->windowType() == Qt::Window; });
+    return main != windows.end() ? *main : nullptr;
 }
 
 } // namespace
 
 ScanGuard::ScanGuard(QWidget& box)
     : m_box(box)
-    , m_desk(QApplication::activeWindow())
+    , m_desk(windowBelow())
     , m_modal(QApplication::activeModalWidget())
+    , m_blocked(box, [this](const QKeyEvent& event) { holdEarly(event); })
 {
     m_pause.setSingleShot(true);
     m_pause.setInterval(ScannerPause);
@@ -46,7 +39,9 @@ ScanGuard::ScanGuard(QWidget& box)
 ScanGuard::~ScanGuard()
 {
     if (!m_held.empty()) m_scans.push_back(std::move(m_held));
-    if (!m_scans.empty()) replay(m_desk, std::move(m_scans));
+    if (!m_desk) return;
+    for (const Scan& scan : m_scans)
+        ScanBacklog::of(*m_desk).append(scan);
 }
 
 void ScanGuard::takeWaiting()
@@ -89,7 +84,7 @@ bool ScanGuard::eventFilter(QObject* watched, QEvent* event)
     if (!widget || widget->window() != &m_box) return false;
     const auto& key = static_cast<const QKeyEvent&>(*event);
     if (event->type() == QEvent::KeyRelease)
-        return (isCharacter(key) && key.key() != Qt::Key_Space) || (isEnter(key.key()) && !m_scans.empty());
+        return (isScanned(key) && key.key() != Qt::Key_Space) || (isEnter(key.key()) && !m_scans.empty());
     return hold(key);
 }
 
@@ -98,7 +93,7 @@ bool ScanGuard::hold(const QKeyEvent& event)
     const bool ends = isEnter(event.key());
     // A blank by itself presses the button that has the focus.
     if (m_held.empty() && event.key() == Qt::Key_Space) return false;
-    if (!isCharacter(event) && !(ends && !m_held.empty())) return false;
+    if (!isScanned(event) && !(ends && !m_held.empty())) return false;
     m_held.push_back({event.key(), event.text()});
     if (ends) {
         m_pause.stop();
@@ -110,6 +105,11 @@ bool ScanGuard::hold(const QKeyEvent& event)
     return true;
 }
 
+void ScanGuard::holdEarly(const QKeyEvent& event)
+{
+    if (hold(event)) m_heldEarly = !m_held.empty();
+}
+
 /// The run has paused without an Enter: one character was typed by hand, more of them are kept.
 void ScanGuard::release()
 {
@@ -117,25 +117,8 @@ void ScanGuard::release()
     if (run.size() > 1 || std::exchange(m_heldEarly, false)) return m_scans.push_back(std::move(run));
     QWidget* control = m_box.focusWidget() ? m_box.focusWidget() : &m_box;
     m_letting = true;
-    press(*control, run.front().code, run.front().text);
+    pressKey(*control, run.front());
     m_letting = false;
-}
-
-/// One scan a turn of the event loop, each to where the one before it left the focus; not over the head
-/// of another box that has come up meanwhile.
-void ScanGuard::replay(QPointer<QWidget> desk, std::deque<Scan> scans)
-{
-    QTimer::singleShot(ScannerPause, qApp, [desk, scans = std::move(scans)]() mutable {
-        if (!desk) return;
-        const QWidget* modal = QApplication::activeModalWidget();
-        if (modal && modal != desk) return replay(desk, std::move(scans));
-        const Scan scan = std::move(scans.front());
-        scans.pop_front();
-        if (!scans.empty()) replay(desk, std::move(scans));
-        for (const Key& key : scan) {
-            if (QWidget* control = desk->focusWidget()) press(*control, key.code, key.text);
-        }
-    });
 }
 
 } // namespace quilla

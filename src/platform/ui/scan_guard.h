@@ -1,14 +1,9 @@
 #pragma once
 
-#include <QObject>
+#include "platform/ui/blocked_keys.h"
+#include "platform/ui/scan_backlog.h"
+
 #include <QPointer>
-#include <QTimer>
-
-#include <deque>
-#include <vector>
-
-class QKeyEvent;
-class QWidget;
 
 namespace quilla {
 
@@ -34,26 +29,21 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    struct Key {
-        int code;
-        QString text;
-    };
-    using Scan = std::vector<Key>;
-
     bool takeEarly(QEvent& event);
     bool hold(const QKeyEvent& event);
+    void holdEarly(const QKeyEvent& event);
     void release();
-    static void replay(QPointer<QWidget> desk, std::deque<Scan> scans);
 
     QWidget& m_box;
     QPointer<QWidget> m_desk; ///< the window that was active before the box
     QPointer<QWidget> m_modal; ///< the dialog that was open before the box
     QTimer m_pause;
     Scan m_held; ///< of the run that is coming in
-    std::deque<Scan> m_scans;
+    std::vector<Scan> m_scans;
     bool m_letting = false; ///< a single key is on its way to the box
     bool m_early = false; ///< what comes in was typed before there was a box
     bool m_heldEarly = false; ///< the run that is coming in began then
+    BlockedKeys m_blocked; ///< what comes in before the box has the focus
 };
 
 } // namespace quilla
