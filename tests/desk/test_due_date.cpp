@@ -34,6 +34,8 @@ private Q_SLOTS:
             {"begins on the due date", {30, u"2026-03-31 2026-04-02"_s, u"2026-04-03"_s}},
             {"runs already", {30, u"2026-02-20 2026-03-05"_s, u"2026-04-04"_s}},
             {"begins on the day of the charge", {30, u"2026-03-01 2026-03-05"_s, u"2026-04-04"_s}},
+            {"runs already, the second counted from its end",
+                {30, u"2026-02-20 2026-03-05,2026-03-10 2026-03-15"_s, u"2026-04-05"_s}},
             {"covers the whole loan", {10, u"2026-02-20 2026-03-20"_s, u"2026-03-30"_s}},
             {"two, the second reached by the first",
                 {30, u"2026-03-25 2026-04-04,2026-04-10 2026-04-20"_s, u"2026-05-05"_s}},
