@@ -106,8 +106,9 @@ private Q_SLOTS:
     {
         QTemporaryFile file;
         QVERIFY(file.open());
-        file.write(u"[ODBC Data Sources]\n馆藏=x\nlibrary=x\n[馆藏]\nDriver=x\n"
-                   "[library]\nDriver=PostgreSQL Unicode\nServername=%1\nDatabase=%2\n"_s
+        file.write(u"[ODBC Data Sources]\n馆藏=x\nlibrary=x\n"
+                   "[library]\nDriver=PostgreSQL Unicode\nServername=%1\nDatabase=%2\n"
+                   "[馆藏]\nDriver=PostgreSQL Unicode\nServername=%1\nDatabase=%2\nUsername=quilla\n"_s
                        .arg(*ConnectionItems(m->text()).value(u"Servername"), m->database.name())
                        .toUtf8());
         file.close();
@@ -121,6 +122,8 @@ private Q_SLOTS:
         QVERIFY(errorOf([&] { connection.execute(u"update nosuch set n=1"); }));
         connection.commit();
         QCOMPARE(m->one(u"select count(*) from book"), u"1"_s);
+        connection = m->factory.open(u"PROVIDER=MSDASQL;DSN=馆藏;UID=;PWD=;Database=;"_s);
+        QCOMPARE(connection.open(u"select code from book").field(0).text(), u"a"_s);
     }
 
 private:

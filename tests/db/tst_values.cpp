@@ -17,7 +17,7 @@ using namespace quilla;
 
 namespace {
 
-const std::vector<std::pair<QString, QString>> Sources {{u"tushu"_s, u"PostgreSQL Unicode"_s},
+const std::vector<OdbcInstallation::DataSource> Sources {{u"tushu"_s, u"PostgreSQL Unicode"_s},
     {u"jiu"_s, u"/usr/lib/odbc/libtdsodbc.so"_s}, {u"other"_s, u"Some Driver"_s}};
 
 /// What is appended for PostgreSQL when the stored text tells none of it.

@@ -4,6 +4,8 @@
 #include "platform/core/text.h"
 #include "platform/db/odbc/odbc_handle.h"
 
+#include <odbcinst.h>
+
 #include <algorithm>
 #include <span>
 
@@ -38,10 +40,10 @@ QString requireDriver(const QString& stored, const QStringList& drivers)
         u"本机没有安装数据库驱动“%1”，请先安装。\n已安装：%2"_s.arg(stored, known));
 }
 
-QString driverOfSource(const QString& name, const OdbcInstallation& installed)
+const OdbcInstallation::DataSource& requireSource(const QString& name, const OdbcInstallation& installed)
 {
-    for (const auto& [source, driver] : installed.dataSources)
-        if (source.compare(name, Qt::CaseInsensitive) == 0) return driver;
+    for (const auto& source : installed.dataSources)
+        if (source.name.compare(name, Qt::CaseInsensitive) == 0) return source;
     throw Error(ErrorNumber::CannotOpen, u"ODBC"_s, u"本机没有名为“%1”的数据源。"_s.arg(name));
 }
 
@@ -118,18 +120,69 @@ bool needsPort(const ConnectionItems& items)
     return !server.isEmpty() && !server.contains(u'\\') && !server.contains(u',') && !items.value(u"Port");
 }
 
-/// The item that names the driver or the data source, as the driver manager wants it; `driver` learns which
-/// driver that is.
-QString sourceItem(const ConnectionItems& items, const OdbcInstallation& installed, QString& driver)
+bool tells(const ConnectionItems& stored, const QString& key)
 {
-    if (const auto name = items.value(u"DSN")) {
-        driver = driverOfSource(*name, installed);
-        return u"DSN=%1;"_s.arg(*name);
-    }
-    const auto name = items.value(u"Driver");
+    return !stored.value(key).value_or(QString()).isEmpty();
+}
+
+/// What opens the driver: the beginning of the text.
+struct Opening {
+    QString text;
+    QString driver;
+    bool isSpelled = false; ///< with all that the data source tells
+};
+
+Opening openingOf(const OdbcInstallation::DataSource& source, const ConnectionItems& stored)
+{
+    Opening opening {{}, source.driver, !source.items.empty()};
+    if (!opening.isSpelled) opening.text = u"DSN=%1;"_s.arg(*stored.value(u"DSN"));
+    for (const auto& [key, value] : source.items)
+        if (!tells(stored, key))
+            opening.text += u"%1=%2;"_s.arg(key, is(key, u"PWD") ? braced(value) : value);
+    return opening;
+}
+
+/// The data source or the driver, as the driver manager wants it.
+Opening openingOf(const ConnectionItems& stored, const OdbcInstallation& installed)
+{
+    if (const auto name = stored.value(u"DSN")) return openingOf(requireSource(*name, installed), stored);
+    const auto name = stored.value(u"Driver");
     if (!name) throw Error(ErrorNumber::CannotOpen, u"ODBC"_s, u"连接信息里既没有数据源，也没有驱动。"_s);
-    driver = requireDriver(withoutBraces(*name), installed.drivers);
-    return u"Driver={%1};"_s.arg(driver);
+    const QString driver = requireDriver(withoutBraces(*name), installed.drivers);
+    return {u"Driver={%1};"_s.arg(driver), driver};
+}
+
+/// A value of a data source, or all its keys, each with a NUL behind it.
+QByteArray profileText(const QByteArray& source, const char* key)
+{
+    QByteArray text(8000, '\0');
+    const int length
+        = SQLGetPrivateProfileString(source.constData(), key, "", text.data(), int(text.size()), "odbc.ini");
+    text.truncate(std::max(length, 0));
+    return text;
+}
+
+/// A key of the configuration file as a connection text spells it; empty for what is no business of the
+/// driver's.
+QString connectionKey(const QString& key)
+{
+    if (is(key, u"Username")) return u"UID"_s;
+    if (is(key, u"Password")) return u"PWD"_s;
+    return is(key, u"Description") || is(key, u"Setup") ? QString() : key;
+}
+
+std::vector<std::pair<QString, QString>> itemsToSpell(const QString& name)
+{
+    const auto isAscii = [](QChar c) { return c.unicode() < 0x80; };
+    if (std::ranges::all_of(name, isAscii)) return {};
+    const QByteArray source = name.toUtf8();
+    std::vector<std::pair<QString, QString>> items;
+    for (const QByteArray& key : profileText(source, nullptr).split('\0')) {
+        const QString spelled = connectionKey(QString::fromUtf8(key));
+        if (!spelled.isEmpty())
+            items.emplace_back(spelled, QString::fromUtf8(profileText(source, key.constData())));
+    }
+    return items;
 }
 
 } // namespace
@@ -141,19 +194,19 @@ OdbcInstallation OdbcInstallation::read()
     for (const auto& driver : environment.drivers())
         installed.drivers += driver.name;
     for (const auto& source : environment.dataSources())
-        installed.dataSources.emplace_back(source.name, source.description);
+        installed.dataSources.push_back({source.name, source.description, itemsToSpell(source.name)});
     return installed;
 }
 
 QString odbcText(const ConnectionItems& items, const OdbcInstallation& installed)
 {
-    QString driver;
-    QString text = sourceItem(items, installed, driver);
+    auto [text, driver, isSpelled] = openingOf(items, installed);
     const auto options = optionsFor(driver);
     for (const auto& [key, value] : items.items) {
         const bool isOurs = std::ranges::any_of(
             options, [&key = key](const Option& option) { return !option.mayDiffer && is(key, option.key); });
-        if (!isOurs && !is(key, u"PROVIDER") && !is(key, u"DSN") && !is(key, u"Driver"))
+        const bool leavesToSource = isSpelled && value.isEmpty();
+        if (!isOurs && !leavesToSource && !is(key, u"PROVIDER") && !is(key, u"DSN") && !is(key, u"Driver"))
             text += key + u'=' + valueText(key, value) + u';';
     }
     for (const Option& option : options)

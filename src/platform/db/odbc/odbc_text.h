@@ -8,8 +8,15 @@ namespace quilla {
 
 /// What the machine's driver manager knows, as far as a connection text needs it.
 struct OdbcInstallation {
+    struct DataSource {
+        QString name;
+        QString driver;
+        /// What it tells the driver, where the driver manager can't look it up: it does not find a name
+        /// that is not of ASCII.
+        std::vector<std::pair<QString, QString>> items {};
+    };
     QStringList drivers;
-    std::vector<std::pair<QString, QString>> dataSources; ///< with the driver of each
+    std::vector<DataSource> dataSources;
 
     /// Of this machine.
     static OdbcInstallation read();
