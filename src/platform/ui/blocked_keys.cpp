@@ -1,7 +1,7 @@
 #include "platform/ui/blocked_keys.h"
 
+#include <QApplication>
 #include <QKeyEvent>
-#include <QWidget>
 #include <QWindow>
 
 #include <qpa/qwindowsysteminterface_p.h>
@@ -22,8 +22,8 @@ public:
 
     bool sendEvent(System::WindowSystemEvent* event) override
     {
-        if (event->type != System::Key || !m_box.isVisible())
-            return QWindowSystemEventHandler::sendEvent(event);
+        const bool mayBeBarred = event->type == System::Key && QApplication::activeModalWidget() == &m_box;
+        if (!mayBeBarred) return QWindowSystemEventHandler::sendEvent(event);
         const auto& key = static_cast<const System::KeyEvent&>(*event);
         if (key.window == m_box.windowHandle()) return QWindowSystemEventHandler::sendEvent(event);
         if (key.keyType == QEvent::KeyPress)
