@@ -1,14 +1,13 @@
 #include "exceptions/desk_fine_dialog.h"
 
 #include "exceptions/fine_form.h"
-
-#include <QApplication>
+#include "platform/ui/window_in_use.h"
 
 namespace quilla {
 
 bool DeskFineDialog::settle(const QString& barcode)
 {
-    FKmangerFrm screen(m_session, u"E"_s, QApplication::activeWindow());
+    FKmangerFrm screen(m_session, u"E"_s, windowInUse());
     screen.Text1[FineBox::Barcode].setText(barcode);
     screen.Text1_LostFocus(FineBox::Barcode);
     screen.exec();

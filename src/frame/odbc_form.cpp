@@ -3,8 +3,7 @@
 #include "platform/ui/form.h"
 #include "platform/ui/theme.h"
 #include "platform/ui/wait_cursor.h"
-
-#include <QApplication>
+#include "platform/ui/window_in_use.h"
 
 namespace quilla {
 
@@ -83,7 +82,7 @@ void frmODBC::test()
 
 void DialogConnectionEditor::editConnection()
 {
-    frmODBC form(*m_session, QApplication::activeWindow());
+    frmODBC form(*m_session, windowInUse());
     form.exec();
 }
 

@@ -3,6 +3,7 @@
 #include "platform/core/error.h"
 #include "platform/report/report_preview.h"
 #include "platform/ui/wait_cursor.h"
+#include "platform/ui/window_in_use.h"
 
 #include <QApplication>
 
@@ -13,7 +14,7 @@ namespace {
 /// The main window: the screen in front may be gone before its report.
 QWidget* lastingOwner()
 {
-    QWidget* window = QApplication::activeWindow();
+    QWidget* window = windowInUse();
     while (window && window->parentWidget())
         window = window->parentWidget()->window();
     return window;

@@ -1,6 +1,7 @@
 #include "platform/ui/dialog_prompt.h"
 
 #include "platform/ui/scan_guard.h"
+#include "platform/ui/window_in_use.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -57,7 +58,7 @@ struct ArrowCursor {
 Answer DialogPrompt::show(const Message& message)
 {
     const ArrowCursor arrow;
-    QMessageBox box(QApplication::activeWindow());
+    QMessageBox box(windowInUse());
     box.setWindowTitle(message.shownTitle());
     box.setTextFormat(Qt::PlainText);
     box.setText(message.text);

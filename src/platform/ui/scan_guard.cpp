@@ -1,5 +1,7 @@
 #include "platform/ui/scan_guard.h"
 
+#include "platform/ui/window_in_use.h"
+
 #include <QApplication>
 #include <QKeyEvent>
 #include <QWidget>
@@ -11,22 +13,11 @@ namespace {
 /// The longest time between two characters of one scan; no hand types that fast.
 constexpr int ScannerPause = 50; // milliseconds
 
-/// Where the operator was. For some milliseconds behind another box no window is the active one.
-QWidget* windowBelow()
-{
-    if (QWidget* active = QApplication::activeWindow()) return active;
-    if (QWidget* modal = QApplication::activeModalWidget()) return modal;
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    const auto main = std::ranges::find_if(
-        windows, [](const QWidget* each) { return each->isVisible() && each->windowType() == Qt::Window; });
-    return main != windows.end() ? *main : nullptr;
-}
-
 } // namespace
 
 ScanGuard::ScanGuard(QWidget& box)
     : m_box(box)
-    , m_desk(windowBelow())
+    , m_desk(windowInUse())
     , m_modal(QApplication::activeModalWidget())
     , m_blocked(box, [this](const QKeyEvent& event) { holdEarly(event); })
 {
