@@ -179,8 +179,9 @@ std::vector<std::pair<QString, QString>> itemsToSpell(const QString& name)
     std::vector<std::pair<QString, QString>> items;
     for (const QByteArray& key : profileText(source, nullptr).split('\0')) {
         const QString spelled = connectionKey(QString::fromUtf8(key));
-        if (!spelled.isEmpty())
-            items.emplace_back(spelled, QString::fromUtf8(profileText(source, key.constData())));
+        if (spelled.isEmpty()) continue;
+        const QString value = QString::fromUtf8(profileText(source, key.constData()));
+        if (!value.isEmpty()) items.emplace_back(spelled, value);
     }
     return items;
 }
