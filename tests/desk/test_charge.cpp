@@ -83,7 +83,7 @@ private Q_SLOTS:
             {"reference", copy("bookstatus='典藏'", 6, u"此书是典藏书，不能外借"_s, true)},
             {"last day is today", card("term='2026-03-10'", expired)},
             {"card lost, expired too", card("readstatus='挂失',term='2020-01-01'", lost)},
-            {"card cancelled", card("readstatus='无效'", u"该读者证已注销！"_s)},
+            {"card cancelled, quota used too", card("readstatus='无效',orderbook=5", u"该读者证已注销！"_s)},
             {"marked expired, term ahead", card("readstatus='超期'", invalid)},
             {"card without a state", card("readstatus=null", invalid)},
         });
