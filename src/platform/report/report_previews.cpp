@@ -3,7 +3,6 @@
 #include "platform/core/error.h"
 #include "platform/report/report_preview.h"
 #include "platform/ui/wait_cursor.h"
-#include "platform/ui/window_in_use.h"
 
 #include <QApplication>
 
@@ -14,7 +13,7 @@ namespace {
 /// The main window: the screen in front may be gone before its report.
 QWidget* lastingOwner()
 {
-    QWidget* window = windowInUse();
+    QWidget* window = QApplication::activeWindow();
     while (window && window->parentWidget())
         window = window->parentWidget()->window();
     return window;
