@@ -16,21 +16,28 @@ using namespace quilla;
 
 namespace {
 
-/// Keys as the system queues them.
-void queueKeys(QWidget* target, const QString& text)
+int keyOf(QChar letter)
 {
-    for (const QChar letter : text) {
-        const int key = letter == u'\r' ? int(Qt::Key_Return) : int(letter.toUpper().unicode());
-        for (const auto kind : {QEvent::KeyPress, QEvent::KeyRelease})
-            QCoreApplication::postEvent(target, new QKeyEvent(kind, key, Qt::NoModifier, QString(letter)));
-    }
+    return letter == u'\r' ? int(Qt::Key_Return) : int(letter.toUpper().unicode());
 }
 
-/// To the box, or to the box's button with the focus.
+/// Keys as the system hands them to a window, whether a box bars it or not.
+void typeAtDesk(const QWidget& desk, const QString& text)
+{
+    for (const QChar letter : text)
+        for (const auto kind : {QEvent::KeyPress, QEvent::KeyRelease})
+            QWindowSystemInterface::handleKeyEvent(
+                desk.windowHandle(), kind, keyOf(letter), Qt::NoModifier, letter);
+}
+
+/// Keys as they reach the box, or its button with the focus.
 void queueKeys(const QString& text)
 {
     QWidget* box = QApplication::activeModalWidget();
-    queueKeys(box->focusWidget() ? box->focusWidget() : box, text);
+    QWidget* target = box->focusWidget() ? box->focusWidget() : box;
+    for (const QChar letter : text)
+        for (const auto kind : {QEvent::KeyPress, QEvent::KeyRelease})
+            QCoreApplication::postEvent(target, new QKeyEvent(kind, keyOf(letter), Qt::NoModifier, letter));
 }
 
 Message question()
@@ -102,10 +109,7 @@ private Q_SLOTS:
         box.setFocus();
         bool stillOpen = false;
         QTimer::singleShot(0, this, [&desk] {
-            for (const QChar letter : u"Y12"_s)
-                for (const auto kind : {QEvent::KeyPress, QEvent::KeyRelease})
-                    QWindowSystemInterface::handleKeyEvent(
-                        desk.windowHandle(), kind, letter.unicode(), Qt::NoModifier, letter);
+            typeAtDesk(desk, u"Y12"_s);
             QWindowSystemInterface::flushWindowSystemEvents();
             queueKeys(u"3N\rB2\r"_s);
         });
@@ -126,9 +130,10 @@ private Q_SLOTS:
         appear(desk);
         {
             QMessageBox box;
-            ScanGuard guard(box);
-            queueKeys(&desk, u"\rB1\ry"_s);
-            guard.takeWaiting();
+            const ScanGuard guard(box);
+            typeAtDesk(desk, u"\rB1\ry"_s);
+            box.setModal(true);
+            box.show();
             QTest::qWait(100); // longer than a scanner pauses: no hand typed the "y" at the box
             QCOMPARE(desk.text(), QString());
         }

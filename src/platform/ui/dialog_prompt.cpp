@@ -64,9 +64,7 @@ Answer DialogPrompt::show(const Message& message)
     box.setText(message.text);
     box.setIcon(pictureOf(message.icon));
     addAnswers(box, message);
-    ScanGuard guard(box);
-    // a program without a screen has no keyboard whose keys could wait
-    if (QGuiApplication::platformName() != u"offscreen") guard.takeWaiting();
+    const ScanGuard guard(box);
     box.exec();
     return answerOf(box, message);
 }

@@ -18,7 +18,6 @@ constexpr int ScannerPause = 50; // milliseconds
 ScanGuard::ScanGuard(QWidget& box)
     : m_box(box)
     , m_desk(windowInUse())
-    , m_modal(QApplication::activeModalWidget())
     , m_blocked(box, [this](const QKeyEvent& event) { holdEarly(event); })
 {
     m_pause.setSingleShot(true);
@@ -35,41 +34,8 @@ ScanGuard::~ScanGuard()
         ScanBacklog::of(*m_desk).append(scan);
 }
 
-void ScanGuard::takeWaiting()
-{
-    m_early = true;
-    QCoreApplication::processEvents();
-    m_early = false;
-    m_heldEarly = !m_held.empty();
-}
-
-/// True for what must not reach the desk in the midst of its operation.
-bool ScanGuard::takeEarly(QEvent& event)
-{
-    switch (event.type()) {
-    case QEvent::KeyPress:
-        hold(static_cast<const QKeyEvent&>(event));
-        return true;
-    case QEvent::ShortcutOverride: // an Alt key would press a button
-        event.accept();
-        return true;
-    case QEvent::Close:
-        event.ignore();
-        return true;
-    case QEvent::KeyRelease:
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::Wheel:
-        return true;
-    default:
-        return false;
-    }
-}
-
 bool ScanGuard::eventFilter(QObject* watched, QEvent* event)
 {
-    if (m_early) return QApplication::activeModalWidget() == m_modal && takeEarly(*event);
     if (m_letting || (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease)) return false;
     const auto* widget = qobject_cast<QWidget*>(watched);
     if (!widget || widget->window() != &m_box) return false;
