@@ -16,13 +16,6 @@ Cell digitsCell(const DecimalDigits& digits, Kind kind)
 
 } // namespace
 
-std::optional<int> placeOf(QStringView name, const std::vector<Field>& fields)
-{
-    for (std::size_t place = 0; place < fields.size(); ++place)
-        if (name.compare(fields[place].name, Qt::CaseInsensitive) == 0) return int(place);
-    return {};
-}
-
 Cell wholeNumberCell(qint64 number, Kind kind, DecimalDigits& room)
 {
     if (kind == Kind::Bit) return {Cell::Form::Bit, number != 0, {}};

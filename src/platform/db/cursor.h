@@ -5,7 +5,6 @@
 #include "platform/sql/schema.h"
 
 #include <memory>
-#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -19,9 +18,6 @@ struct Field {
 
 /// The columns of a result; shared by all results of one prepared statement.
 using Fields = std::shared_ptr<const std::vector<Field>>;
-
-/// Where the first column of that name stands; names compare without case.
-std::optional<int> placeOf(QStringView name, const std::vector<Field>& fields);
 
 /// One value of a row as an engine hands it over.
 struct Cell {

@@ -62,7 +62,9 @@ sql::Kind Recordset::fieldKind(int index) const
 
 std::optional<int> Recordset::findField(QStringView name) const
 {
-    return m_source ? placeOf(name, m_source->fields()) : std::nullopt;
+    for (int index = 0; index < fieldCount(); ++index)
+        if (name.compare(m_source->fields()[std::size_t(index)].name, Qt::CaseInsensitive) == 0) return index;
+    return {};
 }
 
 int Recordset::needField(QStringView name) const

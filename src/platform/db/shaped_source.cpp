@@ -79,12 +79,6 @@ private:
     std::size_t m_row = 0;
 };
 
-int columnOf(const std::vector<Field>& fields, const QString& name)
-{
-    if (const auto place = placeOf(name, fields)) return *place;
-    throw Error(ErrorNumber::NoSuchField, u"Recordset"_s, u"没有字段 %1。"_s.arg(name));
-}
-
 /// What is the same text for keys that the database holds to be the same.
 QString foldedKey(const Value& value)
 {
@@ -120,11 +114,11 @@ Recordset shapeRecords(Recordset rows, const sql::ShapeStatement& shape)
 {
     auto* const keyset = dynamic_cast<KeysetSource*>(rows.m_source.get());
     if (!keyset) throw Error(ErrorNumber::NotUnderstood, u"Recordset"_s, u"该语句没有可以分组的记录。"_s);
-    rows.m_source.release();
-    const std::shared_ptr<KeysetSource> all(keyset);
     std::vector<int> columns;
     for (const QString& name : shape.groupBy)
-        columns.push_back(columnOf(all->fields(), name));
+        columns.push_back(rows.needField(name));
+    rows.m_source.release();
+    const std::shared_ptr<KeysetSource> all(keyset);
     Groups groups = groupRows(*all, columns);
     return Recordset(std::make_unique<ShapedSource>(all, std::move(columns), shape.child, std::move(groups)));
 }
