@@ -73,8 +73,8 @@ void checkParameters(const QString& statement, const Translation& translation, s
     for (const char c : translation.text) {
         if (closing)
             closing = c == closing ? 0 : closing;
-        else if (c == '\'' || c == '"' || c == '[')
-            closing = c == '[' ? ']' : c;
+        else if (c == '\'' || c == '"')
+            closing = c;
         else if (c == '?')
             ++count;
     }

@@ -142,6 +142,11 @@ bool EnginePrinter::isPlainName(const QString& name) const
     return letters && std::ranges::find(m_keywords, QStringView(name.toLower())) == m_keywords.end();
 }
 
+QString EnginePrinter::quotedName(QString name)
+{
+    return u'"' + name.replace(u'"', u"\"\""_s) + u'"';
+}
+
 std::unique_ptr<EnginePrinter> makePrinter(Engine engine)
 {
     if (engine == Engine::Sqlite) return std::make_unique<SqlitePrinter>();

@@ -39,6 +39,7 @@ protected:
     virtual void numberToText(const Expr& expr) = 0;
     /// Whether the name needs no quotes: ordinary letters, and no keyword of the engine.
     bool isPlainName(const QString& name) const;
+    static QString quotedName(QString name);
 
     /// The check that keeps out what the column's type would not hold; empty for none.
     virtual QString columnCheck(const ColumnDefinition& column) const = 0;

@@ -205,8 +205,7 @@ QString PostgresPrinter::name(const QString& name) const
     // A keyword is the name that it would be without quotes.
     const bool letters
         = std::all_of(name.begin(), name.end(), [](QChar c) { return c.isLetter() || c == u'_'; });
-    QString inner = letters ? name.toLower() : name;
-    return u"\""_s + inner.replace(u"\""_s, u"\"\""_s) + u"\""_s;
+    return quotedName(letters ? name.toLower() : name);
 }
 
 QString PostgresPrinter::typeName(const TypeName& type) const

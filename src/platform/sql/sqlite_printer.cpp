@@ -218,9 +218,10 @@ void SqlitePrinter::numberToText(const Expr& expr)
     call(Function::ConvertText, QString::number(width), from);
 }
 
+/// Never in brackets, since no bracket can stand inside those.
 QString SqlitePrinter::name(const QString& name) const
 {
-    return isPlainName(name) ? name : u"["_s + name + u"]"_s;
+    return isPlainName(name) ? name : quotedName(name);
 }
 
 QString SqlitePrinter::typeName(const TypeName& type) const
