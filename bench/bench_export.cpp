@@ -24,7 +24,7 @@ namespace {
 constexpr int Texts = 8; // then two dates, a number, an amount
 constexpr int Columns = 12;
 
-class NoProgress final : public ExportProgress {
+class NoProgress final : public Progress {
 public:
     void begin() override { }
     void setTotal(qsizetype) override { }

@@ -6,8 +6,8 @@
 
 #include "database/scale.h"
 #include "readers/reader_register_form.h"
-#include "support/report_double.h"
 #include "support/test_library.h"
+#include "support/workplace_double.h"
 
 #include "bench/alternate.h"
 
@@ -21,12 +21,6 @@
 using namespace quilla;
 
 namespace {
-
-class NoProgram final : public SpreadsheetProgram {
-public:
-    QString folder() const override { return {}; }
-    void show(const QString&) override { }
-};
 
 void fill(TestLibrary& library, int readers)
 {
@@ -90,9 +84,8 @@ int main(int argc, char** argv)
     const int readers = asked == u"--quick" ? 500 : asked.isEmpty() ? 100'000 : asked.toInt();
     TestLibrary library;
     fill(library, readers);
-    NoProgram program;
-    ReportDouble reports;
-    DzglFrm list(library.session, reports, program);
+    const WorkplaceDouble work(library.session);
+    DzglFrm list(work.place);
     list.show();
     QCoreApplication::processEvents();
     sqlite3* base = nullptr;

@@ -12,12 +12,11 @@
 #include "frame/sublib.h"
 #include "platform/db/embedded.h"
 #include "platform/db/pooled_factory.h"
-#include "platform/ui/theme.h"
+#include "platform/ui/look/theme.h"
 #include "support/fine_double.h"
 #include "support/quiet_session.h"
-#include "support/report_double.h"
-#include "support/screen_host.h"
 #include "support/window_steps.h"
+#include "support/workplace_double.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -99,15 +98,14 @@ int main(int argc, char** argv)
     FileSettings settings(folder.filePath(u"settings"_s));
     NoPrompt prompt;
     NoEditor editor;
-    NoHost host;
     FineDouble fines;
     PooledFactory factory(schema, clock);
     Session session {settings, prompt, clock, factory, editor};
     storeConnectionText(
         session, u"PROVIDER=MSDASQL;DSN=%1;UID=bench;PWD=;Database=%2;"_s.arg(BuiltInDataSource, file));
     session.OperatorName = u"bench"_s;
-    ReportDouble reports;
-    TsjhFrm desk(session, host, fines, reports);
+    const WorkplaceDouble work(session);
+    TsjhFrm desk(work.place, fines);
     appear(desk);
 
     // Several readers, each with a handful of loans on the page, as at a desk.

@@ -1,7 +1,7 @@
 #include "app/application.h"
 
 #include "platform/core/error.h"
-#include "platform/ui/dialog_prompt.h"
+#include "platform/ui/form/dialog_prompt.h"
 
 namespace quilla {
 

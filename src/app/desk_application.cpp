@@ -1,6 +1,6 @@
 #include "app/desk_application.h"
 
-#include "app/screens.h"
+#include "app/screen_register.h"
 #include "database/library_schema.h"
 #include "database/procedures.h"
 #include "frame/login_form.h"
@@ -21,7 +21,7 @@ DeskApplication::DeskApplication(Prompt& prompt)
     , m_connections(m_schema, m_clock)
     , m_session {m_settings, prompt, m_clock, m_connections, m_editor}
     , m_reports(reportDesigns(), prompt, m_clock, [this] { return chosenPrinter(m_settings); })
-    , m_screens(allScreens(m_reports))
+    , m_formPrinter([this] { return chosenPrinter(m_settings); })
 {
     m_editor.serve(m_session);
     installProcedures(m_connections);
@@ -50,7 +50,7 @@ int DeskApplication::run()
     LtLoginFrm login(m_session);
     if (login.exec() != QDialog::Accepted) return 0;
 
-    LtMainFrm window(m_session, m_screens);
+    LtMainFrm window(m_outputs, m_session, allScreens());
     showWithinScreen(window);
     QMetaObject::invokeMethod(&window, &LtMainFrm::openUp, Qt::QueuedConnection);
     return QCoreApplication::exec();

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "frame/odbc_form.h"
-#include "frame/screens.h"
+#include "frame/workplace.h"
+#include "output/export_desk.h"
 #include "platform/core/settings.h"
 #include "platform/db/pooled_factory.h"
+#include "platform/report/form_print.h"
 #include "platform/report/report_previews.h"
 
 #include <QCoreApplication>
@@ -17,7 +19,7 @@ public:
     explicit DeskApplication(Prompt& prompt);
 
     Session& session() { return m_session; }
-    const ScreenCatalog& screens() const { return m_screens; }
+    const Outputs& outputs() const { return m_outputs; }
     ReportPreviews& reports() { return m_reports; }
 
     /// Start procedure, login, main window; the exit status.
@@ -31,7 +33,9 @@ private:
     DialogConnectionEditor m_editor;
     Session m_session;
     ReportPreviews m_reports;
-    ScreenCatalog m_screens;
+    DesktopSpreadsheets m_spreadsheets;
+    DefaultPrinter m_formPrinter;
+    Outputs m_outputs {m_reports, m_spreadsheets, m_formPrinter};
 };
 
 } // namespace quilla

@@ -2,9 +2,9 @@
 #include "app/desk_application.h"
 #include "app/gallery_command.h"
 #include "platform/core/dates.h"
-#include "platform/ui/dialog_prompt.h"
-#include "platform/ui/icons.h"
-#include "platform/ui/theme.h"
+#include "platform/ui/form/dialog_prompt.h"
+#include "platform/ui/look/icons.h"
+#include "platform/ui/look/theme.h"
 
 using namespace quilla;
 

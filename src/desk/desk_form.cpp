@@ -5,9 +5,9 @@
 #include "desk/reader_panel_ops.h"
 #include "desk/reader_picker_form.h"
 #include "desk/renewal_ops.h"
-#include "platform/ui/form.h"
-#include "platform/ui/theme.h"
-#include "platform/ui/wait_cursor.h"
+#include "platform/ui/form/form.h"
+#include "platform/ui/form/wait_cursor.h"
+#include "platform/ui/look/theme.h"
 
 #include <QKeyEvent>
 #include <QTabBar>
@@ -46,7 +46,7 @@ void bind(FlexGrid& grid, const GridDesign& design, Recordset& rows)
 
 } // namespace
 
-TsjhFrm::TsjhFrm(Session& session, ScreenHost& host, FineDialog& fines, ReportViewer& viewer)
+TsjhFrm::TsjhFrm(const Workplace& place, FineDialog& fines)
     : cmdTuShuYuYue(u"&Y 图书预约"_s)
     , cmdWuZhengJieShu(u"&W 无证借书"_s)
     , CmdQuit(u"&E 安全退出"_s)
@@ -57,9 +57,9 @@ TsjhFrm::TsjhFrm(Session& session, ScreenHost& host, FineDialog& fines, ReportVi
     , Label8(u"输入图书条码号："_s)
     , Check1(u"续 借(&A)"_s)
     , Frame3(u"还书信息"_s)
-    , Query(session, viewer)
-    , m_session(session)
-    , m_host(host)
+    , Query(place.session, place.reports)
+    , m_session(place.session)
+    , m_host(place.host)
     , m_fines(fines)
 {
     QUILLA_NAMES(SSTab1, cmdTuShuYuYue, cmdWuZhengJieShu, CmdQuit, tMsg, Frame1, Label3, Label5, Label1,
@@ -67,7 +67,7 @@ TsjhFrm::TsjhFrm(Session& session, ScreenHost& host, FineDialog& fines, ReportVi
     setCaptions(Label3,
         {u"读者证号："_s, u"读者姓名："_s, u"性    别："_s, u"读者类型："_s, u"读者单位："_s, u"可借总数："_s,
             u"已借册数："_s, u"可借册数："_s, u"读者状态："_s, u"有效期限："_s});
-    setWindowTitle(u"图书借还"_s + u"-操作员："_s + session.OperatorName);
+    setWindowTitle(u"图书借还"_s + u"-操作员："_s + m_session.OperatorName);
     layOut();
     wire();
     makeTips();

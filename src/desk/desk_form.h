@@ -3,10 +3,10 @@
 #include "desk/desk_view.h"
 #include "desk/fine_dialog.h"
 #include "desk/loan_query_page.h"
-#include "frame/screens.h"
-#include "platform/ui/flex_grid.h"
-#include "platform/ui/text_box.h"
-#include "platform/ui/tooltip.h"
+#include "frame/workplace.h"
+#include "platform/ui/form/text_box.h"
+#include "platform/ui/form/tooltip.h"
+#include "platform/ui/grid/flex_grid.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -21,8 +21,8 @@ class TsjhFrm final : public QWidget, private DeskView {
     Q_OBJECT
 
 public:
-    /// `fines` settles what comes back late; `viewer` shows what is printed.
-    TsjhFrm(Session& session, ScreenHost& host, FineDialog& fines, ReportViewer& viewer);
+    /// `fines` settles what comes back late.
+    TsjhFrm(const Workplace& place, FineDialog& fines);
 
     /// The blank turns to the discharge page and back to the charge page; any other key does nothing.
     void ToggleDeskPage(int key);

@@ -1,8 +1,8 @@
 #include "desk/loan_query_page.h"
 
 #include "desk/loan_query_ops.h"
-#include "platform/ui/form.h"
-#include "platform/ui/wait_cursor.h"
+#include "platform/ui/form/form.h"
+#include "platform/ui/form/wait_cursor.h"
 
 namespace quilla {
 

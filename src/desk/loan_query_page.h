@@ -1,8 +1,8 @@
 #pragma once
 
 #include "frame/session.h"
-#include "platform/ui/flex_grid.h"
-#include "platform/ui/text_box.h"
+#include "platform/ui/form/text_box.h"
+#include "platform/ui/grid/flex_grid.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,8 +1,8 @@
 #include "desk/reader_picker_form.h"
 
-#include "platform/ui/form.h"
-#include "platform/ui/list_screen.h"
-#include "platform/ui/theme.h"
+#include "platform/ui/form/form.h"
+#include "platform/ui/grid/list_screen.h"
+#include "platform/ui/look/theme.h"
 
 #include <QKeyEvent>
 

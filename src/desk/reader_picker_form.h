@@ -1,9 +1,9 @@
 #pragma once
 
 #include "desk/reader_picker_ops.h"
-#include "platform/ui/flex_grid.h"
-#include "platform/ui/photo_box.h"
-#include "platform/ui/text_box.h"
+#include "platform/ui/form/photo_box.h"
+#include "platform/ui/form/text_box.h"
+#include "platform/ui/grid/flex_grid.h"
 
 #include <QDialog>
 #include <QGroupBox>

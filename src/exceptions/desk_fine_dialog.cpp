@@ -1,7 +1,7 @@
 #include "exceptions/desk_fine_dialog.h"
 
 #include "exceptions/fine_form.h"
-#include "platform/ui/window_in_use.h"
+#include "platform/ui/form/window_in_use.h"
 
 namespace quilla {
 

@@ -1,9 +1,9 @@
 #include "exceptions/fine_form.h"
 
 #include "platform/db/decimal.h"
-#include "platform/ui/form.h"
-#include "platform/ui/list_screen.h"
-#include "platform/ui/theme.h"
+#include "platform/ui/form/form.h"
+#include "platform/ui/grid/list_screen.h"
+#include "platform/ui/look/theme.h"
 
 namespace quilla {
 

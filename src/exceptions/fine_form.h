@@ -1,8 +1,8 @@
 #pragma once
 
 #include "exceptions/fine_ops.h"
-#include "platform/ui/flex_grid.h"
-#include "platform/ui/text_box.h"
+#include "platform/ui/form/text_box.h"
+#include "platform/ui/grid/flex_grid.h"
 
 #include <QCheckBox>
 #include <QDialog>

@@ -1,8 +1,8 @@
 #include "frame/about_form.h"
 
 #include "platform/core/prompt.h"
-#include "platform/ui/form.h"
-#include "platform/ui/icons.h"
+#include "platform/ui/form/form.h"
+#include "platform/ui/look/icons.h"
 
 #include <QCoreApplication>
 

@@ -1,9 +1,9 @@
 #include "frame/login_form.h"
 
-#include "platform/ui/form.h"
-#include "platform/ui/icons.h"
-#include "platform/ui/theme.h"
-#include "platform/ui/wait_cursor.h"
+#include "platform/ui/form/form.h"
+#include "platform/ui/form/wait_cursor.h"
+#include "platform/ui/look/icons.h"
+#include "platform/ui/look/theme.h"
 
 namespace quilla {
 

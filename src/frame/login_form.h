@@ -1,7 +1,7 @@
 #pragma once
 
 #include "frame/login_ops.h"
-#include "platform/ui/text_box.h"
+#include "platform/ui/form/text_box.h"
 
 #include <QDialog>
 #include <QPushButton>

@@ -1,8 +1,8 @@
 #include "frame/look_form.h"
 
-#include "platform/ui/form.h"
-#include "platform/ui/icons.h"
-#include "platform/ui/theme.h"
+#include "platform/ui/form/form.h"
+#include "platform/ui/look/icons.h"
+#include "platform/ui/look/theme.h"
 
 #include <QEvent>
 

@@ -3,10 +3,10 @@
 #include "frame/look_form.h"
 #include "frame/main_ops.h"
 #include "frame/platform_panels.h"
-#include "platform/ui/form.h"
-#include "platform/ui/icons.h"
-#include "platform/ui/list_screen.h"
-#include "platform/ui/theme.h"
+#include "platform/ui/form/form.h"
+#include "platform/ui/grid/list_screen.h"
+#include "platform/ui/look/icons.h"
+#include "platform/ui/look/theme.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
@@ -25,11 +25,12 @@ const QString ProgramTitle = u"Quilla青简总馆V4.1-----------------------青�
 
 } // namespace
 
-LtMainFrm::LtMainFrm(Session& session, const ScreenCatalog& catalog)
+LtMainFrm::LtMainFrm(const Outputs& outputs, Session& session, const ScreenRegister& screens)
     : Toolbar1(new QToolBar)
     , StatusBar1(statusBar())
+    , m_place {outputs, session, *this}
     , m_session(session)
-    , m_catalog(catalog)
+    , m_screens(screens)
 {
     QUILLA_NAMES(Client, EditMenu);
     Toolbar1->setObjectName(u"Toolbar1"_s);
@@ -64,9 +65,8 @@ QAction* LtMainFrm::makeAction(const MenuEntry& entry)
 {
     auto* action = new QAction(entry.item.isEmpty() ? entry.menu : entry.item, this);
     if (!entry.objectName.isEmpty()) action->setObjectName(entry.objectName);
-    const bool works = entry.opening == Opening::Action
-        ? m_catalog.contains(entry.target) || isOwnAction(entry.target)
-        : hasScreen(entry.target);
+    const bool works = entry.opening == Opening::Action ? hasScreen(entry.target) || isOwnAction(entry.target)
+                                                        : hasScreen(entry.target);
     action->setEnabled(works);
     connect(action, &QAction::triggered, this, [this, &entry] { perform(entry); });
     m_actions.insert(action->text(), action);
@@ -118,9 +118,16 @@ void LtMainFrm::openUp()
     if (look && hasScreen(overdue->target)) perform(*overdue);
 }
 
+const ScreenMaker* LtMainFrm::makerOf(const QString& target) const
+{
+    const auto found = std::find_if(m_screens.begin(), m_screens.end(),
+        [&](const Screen& screen) { return screen.name == target && screen.make; });
+    return found == m_screens.end() ? nullptr : &found->make;
+}
+
 bool LtMainFrm::hasScreen(const QString& target) const
 {
-    return m_catalog.contains(target);
+    return makerOf(target) != nullptr;
 }
 
 void LtMainFrm::registerChild(QWidget* child)
@@ -140,9 +147,9 @@ void LtMainFrm::openScreen(const QString& target, const QString& mode)
 {
     const QString key = target + u'/' + mode;
     if (QWidget* open = m_open.value(key)) return showBeside(key, open);
-    const auto maker = m_catalog.constFind(target);
-    if (maker == m_catalog.cend()) return;
-    QWidget* screen = (*maker)(m_session, *this, mode, this);
+    const ScreenMaker* make = makerOf(target);
+    if (!make) return;
+    QWidget* screen = (*make)(m_place, mode, this);
     auto* dialog = qobject_cast<QDialog*>(screen);
     if (!dialog) return showBeside(key, screen);
     const std::unique_ptr<QDialog> modal(dialog);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "frame/menu.h"
-#include "frame/screens.h"
+#include "frame/workplace.h"
 
 #include <QMainWindow>
 #include <QMdiArea>
@@ -17,13 +17,14 @@ namespace quilla {
 
 class frmLook;
 
-/// The main window: menu, toolbar, status bar, and the screens of the catalog in its client area. A
+/// The main window: menu, toolbar, status bar, and the registered screens in its client area. A
 /// screen is made at its first use and comes to the front when it is asked for again.
 class LtMainFrm final : public QMainWindow, public ScreenHost {
     Q_OBJECT
 
 public:
-    LtMainFrm(Session& session, const ScreenCatalog& catalog);
+    /// `screens` must outlive the window.
+    LtMainFrm(const Outputs& outputs, Session& session, const ScreenRegister& screens);
 
     /// What follows the first appearance: the status bar and the question about overdue loans.
     void openUp();
@@ -59,8 +60,11 @@ private:
     void chooseRegion();
     void choosePrinter();
 
+    const ScreenMaker* makerOf(const QString& target) const;
+
+    const Workplace m_place;
     Session& m_session;
-    const ScreenCatalog& m_catalog;
+    const ScreenRegister& m_screens;
     QHash<QString, QPointer<QWidget>> m_open; ///< screens by target and mode
     QHash<QString, QAction*> m_actions; ///< by menu caption
     std::array<QLabel*, 3> m_panels {};

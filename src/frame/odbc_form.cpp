@@ -1,9 +1,9 @@
 #include "frame/odbc_form.h"
 
-#include "platform/ui/form.h"
-#include "platform/ui/theme.h"
-#include "platform/ui/wait_cursor.h"
-#include "platform/ui/window_in_use.h"
+#include "platform/ui/form/form.h"
+#include "platform/ui/form/wait_cursor.h"
+#include "platform/ui/form/window_in_use.h"
+#include "platform/ui/look/theme.h"
 
 namespace quilla {
 

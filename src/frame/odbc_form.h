@@ -1,7 +1,7 @@
 #pragma once
 
 #include "frame/connection_ops.h"
-#include "platform/ui/text_box.h"
+#include "platform/ui/form/text_box.h"
 
 #include <QComboBox>
 #include <QDialog>

@@ -1,8 +1,8 @@
 #include "frame/password_form.h"
 
 #include "frame/password_ops.h"
-#include "platform/ui/form.h"
-#include "platform/ui/theme.h"
+#include "platform/ui/form/form.h"
+#include "platform/ui/look/theme.h"
 
 namespace quilla {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "frame/session.h"
-#include "platform/ui/text_box.h"
+#include "platform/ui/form/text_box.h"
 
 #include <QPushButton>
 

@@ -1,7 +1,7 @@
 #include "frame/record_list.h"
 
-#include "platform/ui/caption.h"
-#include "platform/ui/form.h"
+#include "platform/core/caption.h"
+#include "platform/ui/form/form.h"
 
 namespace quilla {
 

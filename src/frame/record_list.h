@@ -1,7 +1,7 @@
 #pragma once
 
 #include "frame/record_ops.h"
-#include "platform/ui/list_screen.h"
+#include "platform/ui/grid/list_screen.h"
 
 #include <QDialog>
 

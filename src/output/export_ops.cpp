@@ -1,8 +1,8 @@
 #include "output/export_ops.h"
 
 #include "frame/sublib.h"
+#include "platform/grid/grid_model.h"
 #include "platform/sheet/sheet_writer.h"
-#include "platform/ui/grid_model.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -2,37 +2,17 @@
 
 #include "frame/session.h"
 #include "output/export_layouts.h"
+#include "platform/core/progress.h"
+#include "platform/sheet/spreadsheet_program.h"
 
 namespace quilla {
 
 class GridModel;
 
-/// Shows the operator how far an export is, and hears whether he wants it to end.
-class ExportProgress {
-public:
-    virtual ~ExportProgress() = default;
-    virtual void begin() = 0;
-    virtual void setTotal(qsizetype rows) = 0;
-    virtual void setDone(qsizetype rows) = 0;
-    /// Lets the system serve its events. False when the export is to end.
-    virtual bool goOn() = 0;
-    virtual void end() = 0;
-};
-
-/// The operator's own program for spreadsheets.
-class SpreadsheetProgram {
-public:
-    virtual ~SpreadsheetProgram() = default;
-    /// Where its files go; an older one of the same name stays.
-    virtual QString folder() const = 0;
-    /// Shows the file. Throws `Error` when there is no such program.
-    virtual void show(const QString& file) = 0;
-};
-
 /// What an export needs beside its data.
 struct Exporter {
     Session& session;
-    ExportProgress& progress;
+    Progress& progress;
     SpreadsheetProgram& program;
 };
 

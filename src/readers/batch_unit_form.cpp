@@ -1,7 +1,7 @@
 #include "readers/batch_unit_form.h"
 
-#include "platform/ui/form.h"
-#include "platform/ui/theme.h"
+#include "platform/ui/form/form.h"
+#include "platform/ui/look/theme.h"
 
 namespace quilla {
 

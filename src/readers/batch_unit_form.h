@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ui/text_box.h"
+#include "platform/ui/form/text_box.h"
 
 #include <QDialog>
 #include <QGroupBox>

@@ -1,7 +1,7 @@
 #include "readers/holiday_editor.h"
 
-#include "platform/ui/form.h"
-#include "platform/ui/theme.h"
+#include "platform/ui/form/form.h"
+#include "platform/ui/look/theme.h"
 
 namespace quilla {
 

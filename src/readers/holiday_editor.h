@@ -1,8 +1,8 @@
 #pragma once
 
 #include "frame/record_list.h"
-#include "platform/ui/editor_mode.h"
-#include "platform/ui/text_box.h"
+#include "platform/core/editor_mode.h"
+#include "platform/ui/form/text_box.h"
 #include "readers/holiday_ops.h"
 
 namespace quilla {

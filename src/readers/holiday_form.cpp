@@ -1,6 +1,6 @@
 #include "readers/holiday_form.h"
 
-#include "platform/ui/form.h"
+#include "platform/ui/form/form.h"
 #include "readers/holiday_editor.h"
 
 namespace quilla {

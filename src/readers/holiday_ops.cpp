@@ -1,7 +1,7 @@
 #include "readers/holiday_ops.h"
 
 #include "frame/sublib.h"
-#include "platform/ui/date_box.h"
+#include "platform/core/date_box.h"
 
 namespace quilla {
 

@@ -1,8 +1,8 @@
 #include "readers/import_check.h"
 
+#include "platform/core/date_box.h"
 #include "platform/core/dates.h"
 #include "platform/db/decimal.h"
-#include "platform/ui/date_box.h"
 #include "readers/rule_numbers.h"
 
 namespace quilla {

@@ -1,8 +1,8 @@
 #include "readers/parameter_editor.h"
 
-#include "platform/ui/editor.h"
-#include "platform/ui/form.h"
-#include "platform/ui/theme.h"
+#include "platform/ui/form/editor.h"
+#include "platform/ui/form/form.h"
+#include "platform/ui/look/theme.h"
 
 #include <QLineEdit>
 

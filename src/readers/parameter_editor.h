@@ -1,7 +1,7 @@
 #pragma once
 
 #include "frame/record_list.h"
-#include "platform/ui/text_box.h"
+#include "platform/ui/form/text_box.h"
 #include "readers/parameter_ops.h"
 
 #include <QCheckBox>

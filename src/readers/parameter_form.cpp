@@ -1,6 +1,6 @@
 #include "readers/parameter_form.h"
 
-#include "platform/ui/form.h"
+#include "platform/ui/form/form.h"
 #include "readers/parameter_editor.h"
 
 namespace quilla {
@@ -14,17 +14,17 @@ const QString Yes = u"是"_s;
 
 } // namespace
 
-JycsFrm::JycsFrm(Session& session, ReportViewer& viewer)
-    : RecordList(
-        session, u"JycsFrm"_s, u"Quilla流通参数设定"_s, circulationParameterWidths(), parameterRemoval())
-    , m_viewer(viewer)
+JycsFrm::JycsFrm(const Workplace& place)
+    : RecordList(place.session, u"JycsFrm"_s, u"Quilla流通参数设定"_s, circulationParameterWidths(),
+        parameterRemoval())
+    , m_reports(place.reports)
 {
     QUILLA_NAMES(Command1);
     setCaptions(Command1, {u"&A 增加"_s, u"&D 删除"_s, u"&X 关闭"_s, u"&E 修改"_s, u"&P 打印报表"_s});
     Grid1.setAccessibleName(windowTitle());
     wire(Command1);
     QPushButton& print = Command1[4];
-    onClick(print, [this] { printParameters(m_session, m_viewer, Grid1.TextMatrix(1, Type)); });
+    onClick(print, [this] { printParameters(m_session, m_reports, Grid1.TextMatrix(1, Type)); });
     arrange({Command1[Add], Command1[Edit], Command1[Remove], print, Command1[Close]});
     Grid1.setUp(2, Format);
     loadData();

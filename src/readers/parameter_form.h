@@ -1,7 +1,7 @@
 #pragma once
 
 #include "frame/record_list.h"
-#include "platform/report/report_viewer.h"
+#include "frame/workplace.h"
 
 namespace quilla {
 
@@ -12,7 +12,7 @@ class JycsFrm final : public RecordList {
     Q_OBJECT
 
 public:
-    JycsFrm(Session& session, ReportViewer& viewer);
+    explicit JycsFrm(const Workplace& place);
 
     void loadData() { RefreshParameterList({}); }
     /// Reads the list anew and goes to the line of that type, or to the first one.
@@ -25,7 +25,7 @@ private:
     void editRecord() override;
     void run(JycsAddFrm& editor);
 
-    ReportViewer& m_viewer;
+    ReportViewer& m_reports;
 };
 
 } // namespace quilla

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "frame/record_ops.h"
+#include "platform/core/editor_mode.h"
 #include "platform/report/report_viewer.h"
-#include "platform/ui/editor_mode.h"
 
 #include <array>
 

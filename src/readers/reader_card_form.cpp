@@ -1,9 +1,9 @@
 #include "readers/reader_card_form.h"
 
 #include "frame/sublib.h"
-#include "platform/ui/error_form.h"
-#include "platform/ui/form.h"
-#include "platform/ui/theme.h"
+#include "platform/ui/form/error_form.h"
+#include "platform/ui/form/form.h"
+#include "platform/ui/look/theme.h"
 
 #include <QFileDialog>
 #include <QKeyEvent>

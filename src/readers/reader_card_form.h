@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/ui/photo_box.h"
-#include "platform/ui/popup_menu.h"
-#include "platform/ui/text_box.h"
+#include "platform/ui/form/photo_box.h"
+#include "platform/ui/form/popup_menu.h"
+#include "platform/ui/form/text_box.h"
 #include "readers/memo_box.h"
 #include "readers/reader_card_ops.h"
 

@@ -1,8 +1,8 @@
 #include "readers/reader_card_ops.h"
 
 #include "frame/sublib.h"
+#include "platform/core/date_box.h"
 #include "platform/db/decimal.h"
-#include "platform/ui/date_box.h"
 
 namespace quilla {
 

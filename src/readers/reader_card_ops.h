@@ -1,7 +1,7 @@
 #pragma once
 
 #include "frame/session.h"
-#include "platform/ui/editor_mode.h"
+#include "platform/core/editor_mode.h"
 
 #include <QStringList>
 

@@ -1,6 +1,6 @@
 #include "frame/sublib.h"
+#include "platform/core/date_box.h"
 #include "platform/db/decimal.h"
-#include "platform/ui/date_box.h"
 #include "readers/reader_card_ops.h"
 #include "readers/rule_numbers.h"
 

@@ -1,8 +1,8 @@
 #include "readers/reader_list_form.h"
 
-#include "platform/ui/form.h"
-#include "platform/ui/list_screen.h"
-#include "platform/ui/theme.h"
+#include "platform/ui/form/form.h"
+#include "platform/ui/grid/list_screen.h"
+#include "platform/ui/look/theme.h"
 #include "readers/reader_name_editor.h"
 
 namespace quilla {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ui/flex_grid.h"
+#include "platform/ui/grid/flex_grid.h"
 #include "readers/reader_list_ops.h"
 
 #include <QPushButton>

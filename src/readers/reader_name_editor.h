@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/ui/editor_mode.h"
-#include "platform/ui/text_box.h"
+#include "platform/core/editor_mode.h"
+#include "platform/ui/form/text_box.h"
 #include "readers/reader_list_ops.h"
 
 #include <QDialog>

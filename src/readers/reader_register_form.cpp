@@ -1,9 +1,10 @@
 #include "readers/reader_register_form.h"
 
 #include "output/export_desk.h"
-#include "platform/ui/form.h"
-#include "platform/ui/theme.h"
-#include "platform/ui/wait_cursor.h"
+#include "platform/ui/form/form.h"
+#include "platform/ui/form/wait_cursor.h"
+#include "platform/ui/form/working_progress.h"
+#include "platform/ui/look/theme.h"
 #include "readers/batch_unit_form.h"
 #include "readers/reader_card_form.h"
 #include "statistics/query_form.h"
@@ -31,14 +32,14 @@ const QString ChangeUnits = u"批量修改读者单位"_s;
 
 } // namespace
 
-DzglFrm::DzglFrm(Session& session, ReportViewer& viewer, SpreadsheetProgram& spreadsheets)
+DzglFrm::DzglFrm(const Workplace& place)
     : Label1(u"读 者 管 理"_s)
     , iRowCount(u"0"_s)
     , cmdPrint(u"打印报表(&P)"_s)
     , cmdToExcel(u"输出到excel(&E)"_s)
-    , m_session(session)
-    , m_viewer(viewer)
-    , m_spreadsheets(spreadsheets)
+    , m_session(place.session)
+    , m_reports(place.reports)
+    , m_spreadsheets(place.spreadsheets)
 {
     setObjectName(u"DzglFrm"_s);
     setWindowTitle(u"读者管理"_s);
@@ -212,7 +213,7 @@ void DzglFrm::changeUnit()
 void DzglFrm::print()
 {
     const bool any = anyShown() || !Grid1.TextMatrix(1, ReaderName).isEmpty();
-    printReaders(m_session, m_viewer, m_search, any);
+    printReaders(m_session, m_reports, m_search, any);
 }
 
 void DzglFrm::toExcel()

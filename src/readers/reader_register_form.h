@@ -1,7 +1,8 @@
 #pragma once
 
-#include "platform/ui/flex_grid.h"
-#include "platform/ui/popup_menu.h"
+#include "frame/workplace.h"
+#include "platform/ui/form/popup_menu.h"
+#include "platform/ui/grid/flex_grid.h"
 #include "readers/reader_register_ops.h"
 #include "statistics/query_ops.h"
 
@@ -16,7 +17,7 @@ class DzglFrm final : public QWidget, public QueryReceiver {
     Q_OBJECT
 
 public:
-    DzglFrm(Session& session, ReportViewer& viewer, SpreadsheetProgram& spreadsheets);
+    explicit DzglFrm(const Workplace& place);
 
     /// Searches, and remembers what for.
     void loadData(const QString& condition, const QString& order) override;
@@ -59,7 +60,7 @@ private:
     QStringList codesFound() const;
 
     Session& m_session;
-    ReportViewer& m_viewer;
+    ReportViewer& m_reports;
     SpreadsheetProgram& m_spreadsheets;
     ReaderSearch m_search;
 };

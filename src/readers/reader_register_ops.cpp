@@ -28,7 +28,7 @@ void send(Session& session, Connection& conn, const QString& tsql)
 /// Shows how far a long walk is, and nothing of a short one or of one without a progress.
 class Walk {
 public:
-    Walk(ExportProgress* progress, qsizetype readers)
+    Walk(Progress* progress, qsizetype readers)
         : m_progress(readers >= LongWalk ? progress : nullptr)
     {
         if (!m_progress) return;
@@ -51,13 +51,13 @@ public:
     }
 
 private:
-    ExportProgress* m_progress;
+    Progress* m_progress;
 };
 
 /// Runs the step for each reader, whatever fails. A bundle of them is flushed at once; no event is served
 /// inside a transaction, since the operator may work on in another screen. How many were done.
-qsizetype forEachReader(Session& session, Connection& conn, ExportProgress* progress,
-    const QStringList& codes, const std::function<void(const QString& code)>& step)
+qsizetype forEachReader(Session& session, Connection& conn, Progress* progress, const QStringList& codes,
+    const std::function<void(const QString& code)>& step)
 {
     Walk walk(progress, codes.size());
     qsizetype done = 0;
@@ -159,8 +159,8 @@ bool reportCardLost(Session& session, const QString& code)
     return true;
 }
 
-void deleteReaders(Session& session, ExportProgress& progress, const QStringList& codes,
-    const std::function<void()>& refresh)
+void deleteReaders(
+    Session& session, Progress& progress, const QStringList& codes, const std::function<void()>& refresh)
 {
     const QString question = u"是否确定删除当前所有读者资料？"_s;
     if (!session.prompt.ask(question, OperationTitle, Icon::Question)) return;
@@ -180,7 +180,7 @@ void deleteReaders(Session& session, ExportProgress& progress, const QStringList
 }
 
 /// Unlike elsewhere only the way to the settings ends it; without a connection every line fails.
-bool changeUnits(Session& session, ExportProgress& progress, const QStringList& codes, const QString& unit)
+bool changeUnits(Session& session, Progress& progress, const QStringList& codes, const QString& unit)
 {
     Connection conn;
     if (OpenDbConnection(session, conn) == -1) return false;

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "output/export_ops.h"
+#include "platform/grid/grid_model.h"
 #include "platform/report/report_viewer.h"
-#include "platform/ui/grid_model.h"
 
 namespace quilla {
 
@@ -42,12 +42,12 @@ bool reportCardLost(Session& session, const QString& code);
 
 /// Asks, then deletes these readers, but for those who have books out; `refresh` comes when that is done,
 /// and before it is told that some were kept.
-void deleteReaders(Session& session, ExportProgress& progress, const QStringList& codes,
-    const std::function<void()>& refresh);
+void deleteReaders(
+    Session& session, Progress& progress, const QStringList& codes, const std::function<void()>& refresh);
 
 /// Gives these readers that unit, which need not be a listed one, then says so, whatever became of it. A
 /// text with a quote in it changes nothing. False when the list stays as it is.
-bool changeUnits(Session& session, ExportProgress& progress, const QStringList& codes, const QString& unit);
+bool changeUnits(Session& session, Progress& progress, const QStringList& codes, const QString& unit);
 
 /// `anyShown`: whether the list has a first line.
 void printReaders(Session& session, ReportViewer& viewer, const ReaderSearch& search, bool anyShown);

@@ -1,9 +1,9 @@
 #include "statistics/query_form.h"
 
 #include "platform/core/prompt.h"
-#include "platform/ui/form.h"
-#include "platform/ui/theme.h"
-#include "platform/ui/wait_cursor.h"
+#include "platform/ui/form/form.h"
+#include "platform/ui/form/wait_cursor.h"
+#include "platform/ui/look/theme.h"
 
 #include <QKeyEvent>
 

@@ -1,10 +1,9 @@
 #include "desk/desk_form.h"
 #include "exceptions/desk_fine_dialog.h"
 #include "exceptions/fine_form.h"
-#include "support/report_double.h"
-#include "support/screen_host.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
+#include "support/workplace_double.h"
 
 using namespace quilla;
 
@@ -23,8 +22,9 @@ private Q_SLOTS:
         for (const QString& barcode : {u"B1"_s, u"B2"_s, u"B3"_s, u"B4"_s})
             m->copy(barcode);
         m->reservation(u"R2"_s, {{u"zskid"_s, u"2"_s}});
+        m_work = std::make_unique<WorkplaceDouble>(m->session);
         m_fines = std::make_unique<DeskFineDialog>(m->session);
-        m_desk = std::make_unique<TsjhFrm>(m->session, m_host, *m_fines, m_reports);
+        m_desk = std::make_unique<TsjhFrm>(m_work->place, *m_fines);
         appear(*m_desk);
     }
 
@@ -130,8 +130,7 @@ private:
     }
 
     std::unique_ptr<TestLibrary> m;
-    ReportDouble m_reports;
-    NoHost m_host;
+    std::unique_ptr<WorkplaceDouble> m_work;
     std::unique_ptr<DeskFineDialog> m_fines;
     std::unique_ptr<TsjhFrm> m_desk;
 };

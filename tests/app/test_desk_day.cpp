@@ -8,7 +8,7 @@
 #include "frame/sublib.h"
 #include "platform/db/connection_text.h"
 #include "platform/db/embedded.h"
-#include "platform/ui/theme.h"
+#include "platform/ui/look/theme.h"
 #include "readers/reader_card_form.h"
 #include "support/scripted_prompt.h"
 #include "support/window_steps.h"

@@ -1,4 +1,4 @@
-#include "app/screens.h"
+#include "app/screen_register.h"
 #include "desk/desk_form.h"
 #include "frame/login_form.h"
 #include "frame/main_form.h"
@@ -10,9 +10,9 @@
 #include "readers/reader_list_form.h"
 #include "readers/reader_name_editor.h"
 #include "readers/reader_register_form.h"
-#include "support/report_double.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
+#include "support/workplace_double.h"
 
 using namespace quilla;
 
@@ -25,7 +25,7 @@ private Q_SLOTS:
     {
         m.operatorUser(u"馆长"_s, u"geheim"_s);
         signIn();
-        m_window = std::make_unique<LtMainFrm>(m.session, m_screens);
+        m_window = std::make_unique<LtMainFrm>(m_work.place, m.session, allScreens());
         appear(*m_window);
         m_window->openUp();
         enterUnit();
@@ -136,8 +136,7 @@ private:
     }
 
     TestLibrary m;
-    ReportDouble m_reports;
-    const ScreenCatalog m_screens = allScreens(m_reports);
+    const WorkplaceDouble m_work {m.session};
     std::unique_ptr<LtMainFrm> m_window;
 };
 

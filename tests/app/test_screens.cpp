@@ -1,20 +1,15 @@
-#include "app/screens.h"
+#include "app/gallery_command.h"
+#include "app/screen_register.h"
 #include "desk/desk_form.h"
 #include "frame/login_form.h"
 #include "frame/main_form.h"
 #include "frame/odbc_form.h"
 #include "frame/password_form.h"
 #include "platform/report/report_preview.h"
-#include "readers/holiday_editor.h"
-#include "readers/parameter_editor.h"
-#include "readers/reader_card_form.h"
 #include "readers/reader_list_form.h"
-#include "readers/reader_name_editor.h"
-#include "statistics/query_form.h"
-#include "support/report_double.h"
-#include "support/screen_host.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
+#include "support/workplace_double.h"
 
 #include <QComboBox>
 #include <QLineEdit>
@@ -35,9 +30,21 @@ public:
     ReportPage page(int) const override { return {}; }
 };
 
-class NoReceiver final : public QueryReceiver {
+/// Complains of each input that has no name.
+class NameCheck final : public Album {
 public:
-    void loadData(const QString&, const QString&) override { }
+    void add(const QString& name, QWidget& form) override
+    {
+        for (const QWidget* control : form.findChildren<QWidget*>()) {
+            const bool input = qobject_cast<const QLineEdit*>(control)
+                || qobject_cast<const QComboBox*>(control) || qobject_cast<const FlexGrid*>(control);
+            const bool inside = qobject_cast<const QComboBox*>(control->parentWidget())
+                || qobject_cast<const QSpinBox*>(control->parentWidget());
+            if (input && !inside && control->accessibleName().isEmpty())
+                nameless.append(name + u'.' + control->objectName());
+        }
+    }
+    QStringList nameless;
 };
 
 } // namespace
@@ -47,7 +54,11 @@ class TestScreens : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m = std::make_unique<TestLibrary>(); }
+    void init()
+    {
+        m = std::make_unique<TestLibrary>();
+        m_work = std::make_unique<WorkplaceDouble>(m->session);
+    }
 
     void cleanup()
     {
@@ -58,36 +69,23 @@ private Q_SLOTS:
     /// A screen reader has a name for each input of each form.
     void inputsHaveNames()
     {
-        const ScreenCatalog catalog = allScreens(m_reports);
-        std::vector<std::unique_ptr<QWidget>> forms;
-        for (const ScreenMaker& make : catalog)
-            forms.emplace_back(make(m->session, m_host, u"1"_s, nullptr));
-        forms.push_back(std::make_unique<frmODBC>(m->session));
-        forms.push_back(std::make_unique<LtLoginFrm>(m->session));
-        forms.push_back(std::make_unique<holidayaddFrm>(m->session));
-        forms.push_back(std::make_unique<JycsAddFrm>(m->session));
-        forms.push_back(std::make_unique<DzaddFrm>(m->session, nullptr));
-        forms.push_back(std::make_unique<ReaderNameFrm>(m->session, readerList(ReaderTypes)));
-        forms.push_back(std::make_unique<QueryFrm>(m->prompt, m_list));
-        forms.push_back(std::make_unique<ReportPreview>(
-            std::make_shared<OnePage>(), std::make_shared<FontBook>(), m->prompt, QString()));
-        for (const auto& form : forms) {
-            for (const QWidget* control : form->findChildren<QWidget*>()) {
-                const bool input = qobject_cast<const QLineEdit*>(control)
-                    || qobject_cast<const QComboBox*>(control) || qobject_cast<const FlexGrid*>(control);
-                const bool inside = qobject_cast<const QComboBox*>(control->parentWidget())
-                    || qobject_cast<const QSpinBox*>(control->parentWidget());
-                QVERIFY2(!input || inside || !control->accessibleName().isEmpty(),
-                    qPrintable(form->windowTitle() + u'.' + control->objectName()));
-            }
-        }
+        SilentPrompt silent;
+        Session session {m->settings, silent, m->clock, m->factory, m->editor};
+        session.ConnectionText = m->connectionText;
+        const Workplace place {m_work->place, session, m_work->host};
+        NameCheck check;
+        for (const Screen& screen : allScreens())
+            screen.pictures(check, place);
+        ReportPreview preview(
+            std::make_shared<OnePage>(), std::make_shared<FontBook>(), m->prompt, QString());
+        check.add(preview.objectName(), preview);
+        QCOMPARE(check.nameless, QStringList());
     }
 
     /// What leads to no screen is greyed, in the menu as on the toolbar.
     void menuAndToolbar()
     {
-        const ScreenCatalog catalog = allScreens(m_reports);
-        LtMainFrm window(m->session, catalog);
+        LtMainFrm window(m_work->place, m->session, allScreens());
         QStringList alive;
         for (const QAction* menu : window.menuBar()->actions())
             for (const QAction* item : menu->menu() ? menu->menu()->actions() : QList<QAction*>())
@@ -104,8 +102,7 @@ private Q_SLOTS:
 
     void screensAreReused()
     {
-        const ScreenCatalog catalog = allScreens(m_reports);
-        LtMainFrm window(m->session, catalog);
+        LtMainFrm window(m_work->place, m->session, allScreens());
         window.show();
         window.openScreen(u"TsjhFrm"_s);
         window.openScreen(u"EditPassFrm"_s);
@@ -128,8 +125,10 @@ private Q_SLOTS:
 
     void typesOpenAsDialog()
     {
-        const ScreenMaker make = allScreens(m_reports).value(u"MadddzlxFrm"_s);
-        m_form.reset(make(m->session, m_host, u"0"_s, nullptr));
+        const auto& screens = allScreens();
+        const auto lists = std::find_if(screens.begin(), screens.end(),
+            [](const Screen& screen) { return screen.name == u"MadddzlxFrm"; });
+        m_form.reset(lists->make(m_work->place, u"0"_s, nullptr));
         QVERIFY(qobject_cast<QDialog*>(m_form.get()));
         QCOMPARE(m_form->windowTitle(), u"Quilla-定义 读者类型&单位"_s);
         appear(*m_form);
@@ -144,8 +143,7 @@ private Q_SLOTS:
             void MenuClick(const QString& command) override { commands.append(command); }
             QStringList commands;
         } child;
-        const ScreenCatalog catalog;
-        LtMainFrm window(m->session, catalog);
+        LtMainFrm window(m_work->place, m->session, allScreens());
         window.registerChild(&child);
         window.mnuDelete->trigger();
         window.mnuDelete->trigger();
@@ -214,9 +212,7 @@ private Q_SLOTS:
 
 private:
     std::unique_ptr<TestLibrary> m;
-    ReportDouble m_reports;
-    NoReceiver m_list;
-    NoHost m_host;
+    std::unique_ptr<WorkplaceDouble> m_work;
     std::unique_ptr<QWidget> m_form;
 };
 

@@ -2,10 +2,9 @@
 #include "desk/reader_picker_form.h"
 #include "support/cases.h"
 #include "support/fine_double.h"
-#include "support/report_double.h"
-#include "support/screen_host.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
+#include "support/workplace_double.h"
 
 using namespace quilla;
 
@@ -18,7 +17,8 @@ private Q_SLOTS:
         m = std::make_unique<TestLibrary>();
         m->reader(u"R1"_s);
         m->copy(u"B1"_s);
-        m_desk = std::make_unique<TsjhFrm>(m->session, m_host, m_fines, m_reports);
+        m_work = std::make_unique<WorkplaceDouble>(m->session);
+        m_desk = std::make_unique<TsjhFrm>(m_work->place, m_fines);
         appear(*m_desk);
     }
 
@@ -150,18 +150,17 @@ private Q_SLOTS:
     void buttonsOfMissingScreens()
     {
         QVERIFY(!m_desk->cmdTuShuYuYue.isEnabled());
-        m_host.exists = {u"frmTushuYuYue"_s};
-        TsjhFrm desk(m->session, m_host, m_fines, m_reports);
+        m_work->host.exists = {u"frmTushuYuYue"_s};
+        TsjhFrm desk(m_work->place, m_fines);
         desk.cmdTuShuYuYue.click();
-        QCOMPARE(m_host.opened, QStringList {u"frmTushuYuYue"_s});
+        QCOMPARE(m_work->host.opened, QStringList {u"frmTushuYuYue"_s});
     }
 
 private:
     QString panel(int label) const { return m_desk->Label5[label].text(); }
 
     std::unique_ptr<TestLibrary> m;
-    ReportDouble m_reports;
-    NoHost m_host;
+    std::unique_ptr<WorkplaceDouble> m_work;
     FineDouble m_fines;
     std::unique_ptr<TsjhFrm> m_desk;
 };

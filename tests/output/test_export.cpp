@@ -1,5 +1,6 @@
 #include "output/export_desk.h"
-#include "platform/ui/grid_model.h"
+#include "platform/grid/grid_model.h"
+#include "platform/ui/form/working_progress.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
 
@@ -31,7 +32,7 @@ public:
 };
 
 /// Ends the run before a given row.
-class Progress final : public ExportProgress {
+class CountedProgress final : public Progress {
 public:
     void begin() override { ++open; }
     void setTotal(qsizetype rows) override { total = rows; }
@@ -294,7 +295,7 @@ private:
     std::unique_ptr<TestLibrary> m;
     std::unique_ptr<QTemporaryDir> m_folder;
     Program m_program;
-    Progress m_progress;
+    CountedProgress m_progress;
     const QString m_select
         = u"select bookname,barcode,sfmoney,opratedate,7 as days from fkk order by barcode"_s;
 };

@@ -1,4 +1,4 @@
-#include "platform/ui/error_form.h"
+#include "platform/ui/form/error_form.h"
 #include "readers/reader_card_form.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"

@@ -9,7 +9,7 @@ using namespace quilla;
 namespace {
 
 /// Shows nothing; ends the walk when it has done so many.
-class Progress final : public ExportProgress {
+class CountedProgress final : public Progress {
 public:
     void begin() override { shown.append(u"begin"_s); }
     void setTotal(qsizetype rows) override { shown.append(QString::number(rows)); }
@@ -205,7 +205,7 @@ private:
 
     std::unique_ptr<TestLibrary> m;
     std::unique_ptr<GridModel> m_grid;
-    Progress m_progress {};
+    CountedProgress m_progress {};
 };
 
 QTEST_GUILESS_MAIN(TestReaderRegister)

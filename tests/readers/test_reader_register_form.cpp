@@ -2,25 +2,13 @@
 #include "readers/reader_card_form.h"
 #include "readers/reader_register_form.h"
 #include "statistics/query_form.h"
-#include "support/report_double.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
+#include "support/workplace_double.h"
 
 #include <QHeaderView>
 
 using namespace quilla;
-
-namespace {
-
-class Sheets final : public SpreadsheetProgram {
-public:
-    QString folder() const override { return place; }
-    void show(const QString& file) override { shown.append(file); }
-    QString place;
-    QStringList shown;
-};
-
-} // namespace
 
 /// The register of readers under the operator's hands.
 class TestReaderRegisterForm : public QObject {
@@ -34,9 +22,9 @@ private Q_SLOTS:
             m->reader(code, {{u"name"_s, u"丙乙甲"_s.mid(code[1].digitValue() - 1, 1)}});
         m->copy(u"B1"_s);
         m->loan(u"B1"_s, u"R1"_s, u"2026-04-01"_s);
-        m_sheets = {};
-        m_sheets.place = m->folder.path();
-        m_list = std::make_unique<DzglFrm>(m->session, m_reports, m_sheets);
+        m_work = std::make_unique<WorkplaceDouble>(m->session);
+        m_work->sheets.place = m->folder.path();
+        m_list = std::make_unique<DzglFrm>(m_work->place);
         appear(*m_list);
     }
     void cleanup()
@@ -170,7 +158,7 @@ private Q_SLOTS:
         m_list->loadData({}, {});
         QCOMPARE(codes(), u"R1 R2 R3"_s);
         m_list->cmdToExcel.click();
-        QVERIFY(m_sheets.shown.join(u' ').contains(u"读者资料一览表"_s));
+        QVERIFY(m_work->sheets.shown.join(u' ').contains(u"读者资料一览表"_s));
     }
 
 private:
@@ -194,8 +182,7 @@ private:
     }
 
     std::unique_ptr<TestLibrary> m;
-    ReportDouble m_reports;
-    Sheets m_sheets {};
+    std::unique_ptr<WorkplaceDouble> m_work;
     std::unique_ptr<DzglFrm> m_list;
     int m_dialogs = 0; ///< that have not come yet
 };

@@ -4,9 +4,9 @@
 #include "readers/parameter_form.h"
 #include "readers/reader_list_form.h"
 #include "readers/reader_name_editor.h"
-#include "support/report_double.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
+#include "support/workplace_double.h"
 
 #include <QScrollBar>
 
@@ -20,7 +20,7 @@ private Q_SLOTS:
     void init()
     {
         m = std::make_unique<TestLibrary>();
-        m_reports = {};
+        m_work = std::make_unique<WorkplaceDouble>(m->session);
     }
     void cleanup()
     {
@@ -101,7 +101,7 @@ private Q_SLOTS:
             });
         };
         QVERIFY(settles(opened<holidayfrm>(m->session).Grid1));
-        QVERIFY(settles(opened<JycsFrm>(m->session, m_reports).Grid1));
+        QVERIFY(settles(opened<JycsFrm>(m_work->place).Grid1));
         QVERIFY(settles(opened<MadddzlxFrm>(m->session, ReaderTypes).Grid1));
     }
 
@@ -109,7 +109,7 @@ private Q_SLOTS:
     {
         for (const QString& type : {u"甲"_s, u"乙'"_s, u"丙"_s})
             m->insert(u"jycs"_s, {{u"readerclass"_s, type}});
-        auto& list = opened<JycsFrm>(m->session, m_reports);
+        auto& list = opened<JycsFrm>(m_work->place);
         const QString question = u"是否确定删除所选的读者类型的参数？"_s;
         m->prompt.expect(question).answer(Answer::Yes);
         list.Grid1.setRow(3);
@@ -125,7 +125,7 @@ private Q_SLOTS:
     void parametersByKeys()
     {
         m->insert(u"dzlx"_s, {{u"readerclass"_s, u"外'来人"_s}});
-        auto& list = opened<JycsFrm>(m->session, m_reports);
+        auto& list = opened<JycsFrm>(m_work->place);
         QCOMPARE(list.lCounts.text(), u"记录数：0"_s);
         for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Delete}) // of the empty list
             press(list.Grid1, key);
@@ -152,7 +152,7 @@ private Q_SLOTS:
     {
         for (const QString& type : {u"甲"_s, u"乙"_s})
             m->insert(u"jycs"_s, {{u"readerclass"_s, type}, {u"fine"_s, u"0.1"_s}, {u"wuzheng"_s, u"1"_s}});
-        auto& list = opened<JycsFrm>(m->session, m_reports);
+        auto& list = opened<JycsFrm>(m_work->place);
         list.Grid1.setRow(2);
         inDialog<JycsAddFrm>(m_dialogs, [](JycsAddFrm& editor) {
             QCOMPARE(editor.windowTitle(), u"流通参数设置----修改【乙】的流通参数"_s);
@@ -167,7 +167,7 @@ private Q_SLOTS:
         QCOMPARE(list.Grid1.current(0) + list.Grid1.current(1) + list.Grid1.current(9), u"乙45是"_s);
         m->prompt.expectStart(u"请将打印机设置为"_s);
         list.Command1[4].click();
-        QCOMPARE(m_reports.shown, QStringList {u"ltcsPrint"_s});
+        QCOMPARE(m_work->reports.shown, QStringList {u"ltcsPrint"_s});
     }
 
     void faultyParameterKeepsTheFocus()
@@ -271,7 +271,7 @@ private:
     }
 
     std::unique_ptr<TestLibrary> m;
-    ReportDouble m_reports {};
+    std::unique_ptr<WorkplaceDouble> m_work;
     std::unique_ptr<QWidget> m_screen;
     int m_dialogs = 0; ///< that have not come yet
 };

@@ -3,7 +3,7 @@
 #include "platform/report/form_print.h"
 #include "platform/report/report_preview.h"
 #include "platform/report/report_previews.h"
-#include "platform/ui/flex_grid.h"
+#include "platform/ui/grid/flex_grid.h"
 #include "report/pdf_text.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/screens.h"
+#include "frame/workplace.h"
 
 #include <QStringList>
 

@@ -1,6 +1,6 @@
-#include "platform/ui/dialog_prompt.h"
-#include "platform/ui/scan_guard.h"
-#include "platform/ui/wait_cursor.h"
+#include "platform/ui/form/dialog_prompt.h"
+#include "platform/ui/form/wait_cursor.h"
+#include "platform/ui/scan/scan_guard.h"
 #include "support/window_steps.h"
 
 #include <QKeyEvent>

@@ -1,6 +1,6 @@
-#include "platform/ui/caption.h"
-#include "platform/ui/list_screen.h"
-#include "platform/ui/theme.h"
+#include "platform/core/caption.h"
+#include "platform/ui/grid/list_screen.h"
+#include "platform/ui/look/theme.h"
 #include "support/memory_settings.h"
 #include "ui/reader_rows.h"
 

@@ -1,10 +1,10 @@
 #include "support/window_steps.h"
 #include "ui/recording_prompt.h"
 
-#include "platform/ui/editor.h"
-#include "platform/ui/form.h"
-#include "platform/ui/text_box.h"
-#include "platform/ui/theme.h"
+#include "platform/ui/form/editor.h"
+#include "platform/ui/form/form.h"
+#include "platform/ui/form/text_box.h"
+#include "platform/ui/look/theme.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,5 +1,5 @@
-#include "platform/ui/grid_model.h"
-#include "platform/ui/grid_widths.h"
+#include "platform/grid/grid_model.h"
+#include "platform/grid/grid_widths.h"
 #include "ui/reader_rows.h"
 
 #include <QAbstractItemModelTester>

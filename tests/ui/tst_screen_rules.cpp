@@ -1,9 +1,9 @@
 #include "ui/recording_prompt.h"
 
-#include "platform/ui/caption.h"
-#include "platform/ui/date_box.h"
-#include "platform/ui/digit_filter.h"
-#include "platform/ui/editor_mode.h"
+#include "platform/core/caption.h"
+#include "platform/core/date_box.h"
+#include "platform/core/digit_filter.h"
+#include "platform/core/editor_mode.h"
 
 #include <QTest>
 

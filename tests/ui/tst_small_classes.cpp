@@ -2,15 +2,15 @@
 #include "ui/reader_rows.h"
 #include "ui/recording_prompt.h"
 
-#include "platform/ui/date_range.h"
-#include "platform/ui/error_form.h"
-#include "platform/ui/flex_grid.h"
-#include "platform/ui/icons.h"
-#include "platform/ui/list_chooser.h"
-#include "platform/ui/popup_menu.h"
-#include "platform/ui/theme.h"
-#include "platform/ui/tooltip.h"
-#include "platform/ui/working_form.h"
+#include "platform/ui/form/date_range.h"
+#include "platform/ui/form/error_form.h"
+#include "platform/ui/form/list_chooser.h"
+#include "platform/ui/form/popup_menu.h"
+#include "platform/ui/form/tooltip.h"
+#include "platform/ui/form/working_form.h"
+#include "platform/ui/grid/flex_grid.h"
+#include "platform/ui/look/icons.h"
+#include "platform/ui/look/theme.h"
 
 #include <QMenu>
 #include <QScrollBar>

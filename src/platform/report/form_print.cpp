@@ -2,8 +2,8 @@
 
 #include "platform/db/decimal.h"
 #include "platform/report/page_output.h"
-#include "platform/ui/flex_grid.h"
-#include "platform/ui/gallery.h"
+#include "platform/ui/grid/flex_grid.h"
+#include "platform/ui/look/gallery.h"
 
 #include <QFontInfo>
 #include <QHeaderView>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/report/font_book.h"
-#include "platform/report/report_page.h"
+#include "platform/report/form_printer.h"
 
 #include <functional>
 #include <memory>
@@ -28,14 +28,6 @@ private:
     QString m_title;
     Paper m_paper;
     std::vector<ReportPage> m_pages;
-};
-
-/// Puts forms that print themselves on paper.
-class FormPrinter {
-public:
-    virtual ~FormPrinter() = default;
-    /// Throws `Error` when the printer does not take it.
-    virtual void printForm(QWidget& form, Paper paper) = 0;
 };
 
 /// Prints on the chosen printer, else on the system's default one, without a question.

@@ -1,9 +1,9 @@
 #include "platform/report/report_preview.h"
 
 #include "platform/core/error.h"
-#include "platform/ui/form.h"
-#include "platform/ui/theme.h"
-#include "platform/ui/wait_cursor.h"
+#include "platform/ui/form/form.h"
+#include "platform/ui/form/wait_cursor.h"
+#include "platform/ui/look/theme.h"
 
 #include <QFileDialog>
 #include <QPrintDialog>

@@ -2,7 +2,7 @@
 
 #include "platform/core/error.h"
 #include "platform/report/report_preview.h"
-#include "platform/ui/wait_cursor.h"
+#include "platform/ui/form/wait_cursor.h"
 
 #include <QApplication>
 

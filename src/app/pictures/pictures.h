@@ -1,0 +1,31 @@
+#pragma once
+
+#include "frame/workplace.h"
+
+namespace quilla {
+
+/// One function for each form: puts it before the album in every state that looks different. The data comes
+/// from the library at hand.
+namespace Pictures {
+void connection(Album& album, const Workplace& place);
+void login(Album& album, const Workplace& place);
+void password(Album& album, const Workplace& place);
+void about(Album& album, const Workplace& place);
+void failure(Album& album, const Workplace& place);
+void working(Album& album, const Workplace& place);
+
+void desk(Album& album, const Workplace& place);
+void noCardPicker(Album& album, const Workplace& place);
+void readerPicker(Album& album, const Workplace& place);
+void fines(Album& album, const Workplace& place);
+
+void holidays(Album& album, const Workplace& place);
+void parameters(Album& album, const Workplace& place);
+void readerLists(Album& album, const Workplace& place);
+void readerCard(Album& album, const Workplace& place);
+void readerRegister(Album& album, const Workplace& place);
+
+void query(Album& album, const Workplace& place);
+} // namespace Pictures
+
+} // namespace quilla

@@ -1,0 +1,101 @@
+#include "app/screen_register.h"
+
+#include "app/pictures/pictures.h"
+#include "desk/desk_form.h"
+#include "desk/reader_picker_form.h"
+#include "exceptions/desk_fine_dialog.h"
+#include "exceptions/fine_form.h"
+#include "frame/about_form.h"
+#include "frame/password_form.h"
+#include "readers/holiday_form.h"
+#include "readers/parameter_form.h"
+#include "readers/reader_list_form.h"
+#include "readers/reader_register_form.h"
+
+#include <QBoxLayout>
+#include <QDialog>
+
+namespace quilla {
+
+namespace {
+
+/// A screen that is made from its workplace alone.
+template <typename Form> QWidget* make(const Workplace& place, const QString&, QWidget*)
+{
+    if constexpr (std::is_constructible_v<Form, const Workplace&>)
+        return new Form(place);
+    else if constexpr (std::is_constructible_v<Form, Session&>)
+        return new Form(place.session);
+    else
+        return new Form;
+}
+
+/// The desk with the fine screen behind its discharge.
+QWidget* makeDesk(const Workplace& place, const QString&, QWidget*)
+{
+    auto* fines = new DeskFineDialog(place.session);
+    auto* desk = new TsjhFrm(place, *fines);
+    fines->setParent(desk);
+    return desk;
+}
+
+QWidget* makeFines(const Workplace& place, const QString& mode, QWidget* owner)
+{
+    return new FKmangerFrm(place.session, mode, owner);
+}
+
+template <ReaderPicker (*Picker)()>
+QWidget* makePicker(const Workplace& place, const QString&, QWidget* owner)
+{
+    return new ReaderPickerFrm(place.session, Picker(), owner);
+}
+
+/// A dialog around a screen that else stands in the client area; closing either closes both.
+QDialog* modalFrame(QWidget* screen, QWidget* owner)
+{
+    auto* dialog = new QDialog(owner);
+    dialog->setWindowTitle(screen->windowTitle());
+    auto* layout = new QVBoxLayout(dialog);
+    layout->setContentsMargins({});
+    layout->addWidget(screen);
+    dialog->resize(screen->size());
+    return dialog;
+}
+
+/// The types open as a dialog, the units beside the other screens.
+QWidget* makeReaderLists(const Workplace& place, const QString& mode, QWidget* owner)
+{
+    const int list = mode.toInt();
+    auto* screen = new MadddzlxFrm(place.session, list);
+    return list == ReaderTypes ? modalFrame(screen, owner) : static_cast<QWidget*>(screen);
+}
+
+} // namespace
+
+const ScreenRegister& allScreens()
+{
+    static const ScreenRegister screens {
+        {u"frmODBC"_s, {}, Pictures::connection},
+        {u"LtLoginFrm"_s, {}, Pictures::login},
+        {u"EditPassFrm"_s, make<EditPassFrm>, Pictures::password},
+        {u"AboutFrm"_s, make<AboutFrm>, Pictures::about},
+        {u"errMessageFrm"_s, {}, Pictures::failure},
+        {u"WorkingFrm"_s, {}, Pictures::working},
+
+        {u"TsjhFrm"_s, makeDesk, Pictures::desk},
+        {u"frmWuZhengJieShu"_s, makePicker<noCardPicker>, Pictures::noCardPicker},
+        {u"frmReaderSelect"_s, makePicker<everyReaderPicker>, Pictures::readerPicker},
+        {u"FKmangerFrm"_s, makeFines, Pictures::fines},
+
+        {u"holidayfrm"_s, make<holidayfrm>, Pictures::holidays},
+        {u"JycsFrm"_s, make<JycsFrm>, Pictures::parameters},
+        {u"MadddzlxFrm"_s, makeReaderLists, Pictures::readerLists},
+        {u"DzglFrm"_s, make<DzglFrm>, Pictures::readerRegister},
+        {u"DzaddFrm"_s, {}, Pictures::readerCard},
+
+        {u"QueryFrm"_s, {}, Pictures::query},
+    };
+    return screens;
+}
+
+} // namespace quilla

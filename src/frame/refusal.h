@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/core/prompt.h"
+
+#include <optional>
+
+namespace quilla {
+
+/// Why an operation does not go on: what the operator is told, and which box gets the focus then. Checks are
+/// pure and return one, nullopt where there is no objection; one place tells it.
+struct Refusal {
+    static constexpr int NoBox = -1; ///< the focus stays
+
+    QString text {}; ///< empty: nothing is told
+    QString title = OperationTitle.toString(); ///< null for the application title
+    Icon icon = Icon::Information;
+    int box = NoBox; ///< an index that the screen knows
+};
+
+/// Shows the refusal, then lets `focus` move to its box.
+template <typename Focus> void tell(Prompt& prompt, const Refusal& refusal, Focus&& focus)
+{
+    if (!refusal.text.isEmpty()) prompt.show({refusal.text, refusal.title, refusal.icon});
+    if (refusal.box != Refusal::NoBox) focus(refusal.box);
+}
+
+} // namespace quilla

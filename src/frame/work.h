@@ -1,0 +1,99 @@
+#pragma once
+
+#include "frame/session.h"
+
+namespace quilla {
+
+/// How the connection of an operation is opened.
+enum class Opened {
+    Asking, ///< by `OpenDbConnection`: the settings are read anew, and the operator may be asked
+    Directly, ///< from `ConnectionText` as it stands: nothing is read and nothing is asked
+};
+
+/// The connection of one operation, lent for as long as the object lives. Its class names the error mode of
+/// the operation; leaving the scope rolls back what is not committed and gives the connection back.
+class Work {
+public:
+    Work(const Work&) = delete;
+    Work& operator=(const Work&) = delete;
+
+    /// Whether the operation may go on. False only after an asking that sent the operator to the settings,
+    /// or found none. After a failed opening and the answer No it is true, and each statement fails.
+    explicit operator bool() const { return m_goOn; }
+    Connection& connection() { return m_conn; }
+    /// Rolls back what is not committed and gives the connection back. For before a message box: other desks
+    /// must not wait for this one to be read.
+    void release() { m_conn.close(); }
+
+protected:
+    explicit Work(Session& session)
+        : m_session(session)
+    {
+    }
+    ~Work() = default;
+    void openAsking();
+
+    Session& m_session;
+    Connection m_conn;
+    bool m_goOn = true;
+};
+
+/// Strict mode: nothing is caught. A failing statement throws `Error`, which ends in the run-time error box.
+class StrictWork : public Work {
+public:
+    /// Throws `Error` when it opens directly and the database does not open.
+    explicit StrictWork(Session& session, Opened opened = Opened::Asking);
+
+    /// The number of rows affected.
+    int execute(QStringView tsql) { return m_conn.execute(tsql); }
+    Recordset open(QStringView tsql, CursorType cursor = CursorType::Keyset)
+    {
+        return m_conn.open(tsql, cursor);
+    }
+};
+
+/// Resume mode: a failing statement leaves its error behind and the next one runs. The end of the work
+/// forgets the error.
+class ResumingWork : public Work {
+public:
+    /// A database that does not open directly leaves its error behind, and each statement fails.
+    explicit ResumingWork(Session& session, Opened opened = Opened::Asking);
+    ~ResumingWork() { m_session.error.clear(); }
+
+    /// Sends a statement that brings no rows. The number of rows affected, nullopt when it failed.
+    std::optional<int> send(QStringView tsql);
+    /// A select that fails counts as one without rows.
+    Recordset select(QStringView tsql, CursorType cursor = CursorType::Keyset);
+    /// Whether an error stands since the work began or since an inner operation (`GetServerDate`,
+    /// `ComputeDueDate`) cleared it.
+    bool failed() const { return m_session.error.isSet(); }
+};
+
+/// Handler mode: the first error ends the work. `steps` gets a `StrictWork`; what it returns is returned.
+/// After an error what is not committed has been rolled back and the connection given back before `tell`
+/// shows the screen's own message, and the result is nullopt (false for steps without a result). Asking that
+/// may not go on ends the same way without a message.
+template <typename Steps, typename Tell>
+auto handled(Session& session, Opened opened, Steps&& steps, Tell&& tell)
+{
+    using Result = std::invoke_result_t<Steps, StrictWork&>;
+    constexpr bool bare = std::is_void_v<Result>;
+    using Outcome = std::conditional_t<bare, bool, std::optional<std::conditional_t<bare, bool, Result>>>;
+    std::optional<Error> failure;
+    try {
+        StrictWork work(session, opened);
+        if (!work) return Outcome();
+        if constexpr (bare) {
+            steps(work);
+            return Outcome(true);
+        } else {
+            return Outcome(steps(work));
+        }
+    } catch (const Error& error) {
+        failure = error;
+    }
+    tell(*failure);
+    return Outcome();
+}
+
+} // namespace quilla

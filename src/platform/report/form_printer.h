@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/report/report_page.h"
+
+class QWidget;
+
+namespace quilla {
+
+/// Puts forms that print themselves on paper.
+class FormPrinter {
+public:
+    virtual ~FormPrinter() = default;
+    /// Throws `Error` when the printer does not take it.
+    virtual void printForm(QWidget& form, Paper paper) = 0;
+};
+
+} // namespace quilla

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+namespace quilla {
+
+/// The operator's own program for spreadsheets.
+class SpreadsheetProgram {
+public:
+    virtual ~SpreadsheetProgram() = default;
+    /// Where its files go; an older one of the same name stays.
+    virtual QString folder() const = 0;
+    /// Shows the file. Throws `Error` when there is no such program.
+    virtual void show(const QString& file) = 0;
+};
+
+} // namespace quilla

@@ -1,0 +1,149 @@
+#pragma once
+
+#include "platform/grid/grid_model.h"
+
+#include <QElapsedTimer>
+#include <QTableView>
+
+namespace quilla {
+
+class SettingsStore;
+class Recordset;
+
+/// By which column the operator sorts a grid, and which way; no column for none.
+struct GridOrder {
+    int col = -1;
+    Qt::SortOrder direction = Qt::AscendingOrder;
+};
+
+/// A result grid: lines of text under captions, a whole line selected at a time.
+///
+/// Rows count from the captions, which are row 0; the current line is `Row`. Only what is visible is
+/// painted. Every column is at least as wide as its caption; the columns share what the grid has left,
+/// until the operator drags one, whose width is then kept (see `rememberWidths`).
+class FlexGrid : public QTableView {
+    Q_OBJECT
+
+public:
+    explicit FlexGrid(QWidget* parent = nullptr);
+
+    GridModel& cells() { return m_model; }
+    const GridModel& cells() const { return m_model; }
+
+    int Rows() const { return m_model.Rows(); }
+    void setRows(int rows) { m_model.setRows(rows); }
+    int Cols() const { return m_model.Cols(); }
+    void setCols(int cols) { m_model.setCols(cols); }
+    QString TextMatrix(int row, int col) const { return m_model.TextMatrix(row, col); }
+    void setTextMatrix(int row, int col, const QString& text) { m_model.setTextMatrix(row, col, text); }
+    const QString& FormatString() const { return m_model.FormatString(); }
+    /// Captions, alignment, and the width of every column that was given none. A first section that is
+    /// empty or only "^" makes the first column the row marker.
+    void setFormatString(const QString& format);
+    /// Copies a result set; see `GridModel::bind`.
+    qsizetype bind(Recordset& records) { return m_model.bind(records); }
+
+    /// The current line, 0 when there is none.
+    int Row() const;
+    /// Makes a line current and selects it whole; a row outside the grid changes nothing.
+    void setRow(int row);
+    int Col() const;
+    void setCol(int col);
+    /// The line at the other end of the selection: `Row` when one line is selected.
+    int RowSel() const;
+    int ColSel() const { return Cols() - 1; }
+    /// The text of the current line's cell in `col`; empty without a current line.
+    QString current(int col) const { return TextMatrix(Row(), col); }
+    /// Selects the line with that key in its first bound column; else `fallback` where the grid has such
+    /// a line; else leaves the selection.
+    void selectKey(const QString& key, int fallback = 1);
+
+    /// Width in twips: as set, else what the caption with its blanks asks for. 0 hides a column.
+    int ColWidth(int col) const;
+    void setColWidth(int col, int twips);
+    void setColWidths(const std::vector<int>& twips);
+    /// The width in twips that the texts of a column ask for, as far as a look at a thousand lines tells.
+    int contentTwips(int col) const;
+    /// Height of the caption row in twips, 350 until set.
+    void setCaptionHeight(int twips);
+    /// Takes the operator's widths from the settings and keeps them there from now on; `name` tells the
+    /// grids of all screens apart ("DzglFrm.Grid1"). Each set of captions has its own widths.
+    void rememberWidths(SettingsStore& settings, const QString& name);
+
+    /// Sets the grid up anew: empty, with `rows` rows (captions included), its captions and widths, the
+    /// first line current.
+    void setUp(int rows, const QString& format, const std::vector<int>& twips = {});
+    /// Sorts the lines by these columns and selects the current line anew.
+    void sortRows(int firstCol, int lastCol);
+    /// Whether a click on a caption sorts the lines by its column, a second one the other way round. What is
+    /// typed then looks in that column first. Filled or sorted anew by the program, the grid is in no such
+    /// order.
+    void setSortsByCaption(bool sorts);
+    GridOrder order() const { return m_order; }
+    /// As a click on the caption does; the same record stays current.
+    void sortBy(const GridOrder& order);
+    /// The line under the mouse becomes current without a click, as in a pick list.
+    void setFollowsPointer(bool follows);
+
+    void keyboardSearch(const QString& text) override;
+
+Q_SIGNALS:
+    void rowClicked(int row);
+    /// Another line became current, by the operator or by the program.
+    void rowChanged(int row);
+    /// Enter or a double click: what a list takes for "edit".
+    void rowOpened(int row);
+    void rightReleased(int row, QPoint globalPosition);
+    void deletePressed();
+    void insertPressed();
+    void findPressed(); ///< Ctrl+F
+    void blankPressed();
+    void escapePressed();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(
+        const QModelIndex& index, const QEvent* event) const override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void setUpHeader();
+    void sortByCaption(int col);
+    void showOrder(const GridOrder& order);
+    void keepPlaceOverResets();
+    bool handlesKey(const QKeyEvent& event);
+    bool jumpTo(const QString& prefix, int from);
+    std::vector<int> columnsOfSearch() const;
+    bool jumpIn(int col, const QString& prefix, int from);
+    void measureLines();
+    void layOutColumns();
+    int captionPixels(int col) const;
+    std::vector<int> wantedPixels() const;
+    QString widthsKey() const;
+    void takeRememberedWidths();
+    void storeDraggedWidths();
+    void forgetWidths();
+
+    GridModel m_model;
+    std::vector<int> m_colWidths; ///< twips; -1 where the caption decides
+    std::vector<int> m_dragged; ///< twips of all columns, once the operator has dragged one
+    SettingsStore* m_settings = nullptr;
+    QString m_name;
+    GridOrder m_order;
+    QString m_typed; ///< of the search by typing
+    QElapsedTimer m_sinceTyped;
+    int m_captionHeight = 350;
+    int m_rowOverReset = 1;
+    bool m_layingOut = false;
+    bool m_dragging = false;
+};
+
+} // namespace quilla

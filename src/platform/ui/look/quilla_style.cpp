@@ -1,0 +1,253 @@
+#include "platform/ui/look/quilla_style.h"
+
+#include "platform/ui/look/icons.h"
+#include "platform/ui/look/style_parts.h"
+
+#include <QPainter>
+#include <QStyleFactory>
+#include <QStyleOption>
+
+namespace quilla {
+
+namespace {
+
+constexpr qreal Corner = 3;
+constexpr int TitleGap = 3;
+constexpr qreal ArrowHeight = 4;
+
+bool has(const QStyleOption* option, QStyle::StateFlag flag)
+{
+    return option->state.testFlag(flag);
+}
+
+} // namespace
+
+QuillaStyle::QuillaStyle(const Theme& theme)
+    : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion")))
+    , m_theme(theme)
+{
+}
+
+int QuillaStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const
+{
+    switch (metric) {
+    case PM_LayoutLeftMargin:
+    case PM_LayoutRightMargin:
+    case PM_LayoutTopMargin:
+    case PM_LayoutBottomMargin:
+        return 12;
+    case PM_LayoutHorizontalSpacing:
+    case PM_LayoutVerticalSpacing:
+        return 8;
+    case PM_HeaderMargin:
+        return 6;
+    case PM_FocusFrameHMargin: // beside the text of a grid's cell
+        return 5;
+    case PM_TitleBarHeight:
+        return 28;
+    case PM_MdiSubWindowFrameWidth:
+        return 3;
+    case PM_ScrollBarExtent:
+        return 14;
+    case PM_ButtonShiftHorizontal:
+    case PM_ButtonShiftVertical:
+        return 0;
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+int QuillaStyle::styleHint(
+    StyleHint hint, const QStyleOption* option, const QWidget* widget, QStyleHintReturn* data) const
+{
+    // The access keys are part of the captions that operators know; they are always underlined.
+    if (hint == SH_UnderlineShortcut) return 1;
+    if (hint == SH_Table_GridLineColor) return int(m_theme.line.rgb());
+    return QProxyStyle::styleHint(hint, option, widget, data);
+}
+
+void QuillaStyle::drawBox(QPainter* painter, const QStyleOption* option, const QColor& face, bool ring) const
+{
+    const qreal width = ring ? 2 : 1;
+    const QRectF frame = QRectF(option->rect).adjusted(width / 2, width / 2, -width / 2, -width / 2);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(ring            ? m_theme.accent
+            : has(option, State_Enabled) ? m_theme.border
+                                         : m_theme.line,
+        width));
+    painter->setBrush(face);
+    painter->drawRoundedRect(frame, Corner, Corner);
+    painter->restore();
+}
+
+void QuillaStyle::drawButtonFace(QPainter* painter, const QStyleOption* option) const
+{
+    QColor face = option->palette.color(QPalette::Button);
+    if (has(option, State_Sunken) || has(option, State_On))
+        face = m_theme.restingSelection;
+    else if (has(option, State_MouseOver) && has(option, State_Enabled))
+        face = m_theme.header;
+    drawBox(painter, option, face, has(option, State_HasFocus));
+}
+
+void QuillaStyle::drawGroupFrame(QPainter* painter, const QStyleOption* option) const
+{
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(m_theme.line, 1));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), Corner, Corner);
+    painter->restore();
+}
+
+/// A pen between two pixels, so that no side is lost where a point is one and a half of them.
+void QuillaStyle::drawListFrame(QPainter* painter, const QStyleOption* option) const
+{
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(m_theme.border, 1));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5));
+    painter->restore();
+}
+
+void QuillaStyle::drawHeaderSection(QPainter* painter, const QStyleOption* option) const
+{
+    const QRect rect = option->rect;
+    painter->fillRect(rect, m_theme.header);
+    painter->setPen(m_theme.border);
+    painter->drawLine(rect.bottomLeft(), rect.bottomRight());
+    painter->setPen(m_theme.line);
+    painter->drawLine(rect.topRight(), rect.bottomRight() - QPoint(0, 1));
+}
+
+/// The arrow of a sorted column stands over its caption, which keeps its room.
+void QuillaStyle::drawHeader(QPainter* painter, const QStyleOptionHeader& header, const QWidget* widget) const
+{
+    QStyleOptionHeader unsorted(header);
+    unsorted.sortIndicator = QStyleOptionHeader::None;
+    QProxyStyle::drawControl(CE_Header, &unsorted, painter, widget);
+    if (header.sortIndicator == QStyleOptionHeader::None) return;
+    const QPointF top(header.rect.center().x(), header.rect.top() + 1);
+    const qreal base = header.sortIndicator == QStyleOptionHeader::SortUp ? ArrowHeight : 0;
+    painter->save();
+    painter->setClipRect(header.rect); // the caption leaves nothing to paint on
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(m_theme.accent);
+    painter->drawPolygon(QPolygonF({top + QPointF(-ArrowHeight, base), top + QPointF(ArrowHeight, base),
+        top + QPointF(0, ArrowHeight - base)}));
+    painter->restore();
+}
+
+void QuillaStyle::drawPrimitive(
+    PrimitiveElement element, const QStyleOption* option, QPainter* painter, const QWidget* widget) const
+{
+    switch (element) {
+    case PE_PanelButtonCommand:
+        return drawButtonFace(painter, option);
+    case PE_PanelLineEdit:
+        if (const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+            frame && frame->lineWidth > 0)
+            return drawBox(painter, option, option->palette.color(QPalette::Base),
+                has(option, State_HasFocus) && has(option, State_Enabled));
+        return painter->fillRect(option->rect, option->palette.brush(QPalette::Base));
+    case PE_FrameGroupBox:
+        return drawGroupFrame(painter, option);
+    case PE_Frame:
+        return drawListFrame(painter, option);
+    case PE_FrameWindow:
+        painter->setPen(m_theme.border);
+        return painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+    default:
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+}
+
+void QuillaStyle::drawControl(
+    ControlElement element, const QStyleOption* option, QPainter* painter, const QWidget* widget) const
+{
+    if (element == CE_HeaderSection) return drawHeaderSection(painter, option);
+    if (const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option);
+        header && element == CE_Header)
+        return drawHeader(painter, *header, widget);
+    if (element == CE_ToolBar) {
+        painter->fillRect(option->rect, m_theme.window);
+        painter->setPen(m_theme.line);
+        return painter->drawLine(option->rect.bottomLeft(), option->rect.bottomRight());
+    }
+    QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+void QuillaStyle::drawComplexControl(
+    ComplexControl control, const QStyleOptionComplex* option, QPainter* painter, const QWidget* widget) const
+{
+    if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+        bar && control == CC_ScrollBar)
+        return paintScrollBar(*painter, *bar, m_theme);
+    if (const auto* title = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
+        title && control == CC_TitleBar)
+        return paintTitleBar(*painter, *title, m_theme);
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+/// A group's title stands above its frame, flush with it.
+QRect QuillaStyle::groupPart(const QStyleOptionGroupBox& group, SubControl part) const
+{
+    const int title = group.text.isEmpty() ? 0 : group.fontMetrics.height() + TitleGap;
+    const QRect frame = group.rect.adjusted(0, title, 0, 0);
+    if (part == SC_GroupBoxLabel)
+        return QRect(group.rect.topLeft(), QSize(group.rect.width(), title - TitleGap));
+    if (part == SC_GroupBoxContents) return frame.adjusted(1, 1, -1, -1);
+    return frame;
+}
+
+QRect QuillaStyle::subControlRect(
+    ComplexControl control, const QStyleOptionComplex* option, SubControl part, const QWidget* widget) const
+{
+    if (const auto* group = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
+        group && control == CC_GroupBox && !group->subControls.testFlag(SC_GroupBoxCheckBox))
+        return groupPart(*group, part);
+    if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+        bar && control == CC_ScrollBar)
+        return scrollBarPart(*bar, part);
+    if (const auto* title = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
+        title && control == CC_TitleBar)
+        return titleBarPart(*title, part);
+    return QProxyStyle::subControlRect(control, option, part, widget);
+}
+
+QRect QuillaStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const
+{
+    const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+    return element == SE_LineEditContents ? rect.adjusted(3, 0, -3, 0) : rect;
+}
+
+QIcon QuillaStyle::standardIcon(
+    StandardPixmap standard, const QStyleOption* option, const QWidget* widget) const
+{
+    switch (standard) {
+    case SP_MessageBoxInformation:
+        return messageIcon(Sign::Information);
+    case SP_MessageBoxWarning:
+        return messageIcon(Sign::Warning);
+    case SP_MessageBoxCritical:
+        return messageIcon(Sign::Stop);
+    case SP_MessageBoxQuestion:
+        return messageIcon(Sign::Question);
+    default:
+        return QProxyStyle::standardIcon(standard, option, widget);
+    }
+}
+
+QSize QuillaStyle::sizeFromContents(
+    ContentsType type, const QStyleOption* option, const QSize& size, const QWidget* widget) const
+{
+    QSize result = QProxyStyle::sizeFromContents(type, option, size, widget);
+    if (type == CT_PushButton) result = result.expandedTo(QSize(0, 30)) + QSize(8, 0);
+    if (type == CT_LineEdit || type == CT_ComboBox) result = result.expandedTo(QSize(0, 30));
+    return result;
+}
+
+} // namespace quilla

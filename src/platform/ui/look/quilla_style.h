@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/ui/look/theme.h"
+
+#include <QProxyStyle>
+#include <QStyleOption>
+
+namespace quilla {
+
+/// The look of the program: flat faces, thin borders, a focus ring of two pixels. Everything that is not
+/// drawn here is Fusion's.
+class QuillaStyle final : public QProxyStyle {
+    Q_OBJECT
+
+public:
+    explicit QuillaStyle(const Theme& theme);
+
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+        QStyleHintReturn* data) const override;
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+        const QWidget* widget) const override;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+        const QWidget* widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+        const QWidget* widget) const override;
+    QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+        const QWidget* widget) const override;
+    QRect subElementRect(
+        SubElement element, const QStyleOption* option, const QWidget* widget) const override;
+    QIcon standardIcon(
+        StandardPixmap standard, const QStyleOption* option, const QWidget* widget) const override;
+    QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+        const QWidget* widget) const override;
+
+private:
+    void drawBox(QPainter* painter, const QStyleOption* option, const QColor& face, bool ring) const;
+    void drawButtonFace(QPainter* painter, const QStyleOption* option) const;
+    void drawGroupFrame(QPainter* painter, const QStyleOption* option) const;
+    void drawListFrame(QPainter* painter, const QStyleOption* option) const;
+    QRect groupPart(const QStyleOptionGroupBox& group, SubControl part) const;
+    void drawHeader(QPainter* painter, const QStyleOptionHeader& header, const QWidget* widget) const;
+    void drawHeaderSection(QPainter* painter, const QStyleOption* option) const;
+
+    Theme m_theme;
+};
+
+} // namespace quilla

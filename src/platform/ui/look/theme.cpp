@@ -1,0 +1,109 @@
+#include "platform/ui/look/theme.h"
+
+#include "platform/core/text.h"
+#include "platform/ui/look/quilla_style.h"
+
+#include <QApplication>
+#include <QFontInfo>
+#include <QLabel>
+#include <QLibraryInfo>
+#include <QTranslator>
+
+namespace quilla {
+
+namespace {
+
+constexpr double TwipsPerPixel = 15.0;
+constexpr double DesignTextPixels = 12.0;
+
+double pixelsPerTwip(const QWidget& widget)
+{
+    return QFontInfo(widget.font()).pixelSize() / DesignTextPixels / TwipsPerPixel;
+}
+
+QPalette activePalette(const Theme& theme)
+{
+    QPalette palette(theme.text, theme.window);
+    palette.setColor(QPalette::Window, theme.window);
+    palette.setColor(QPalette::Base, theme.surface);
+    palette.setColor(QPalette::AlternateBase, theme.zebra);
+    palette.setColor(QPalette::Button, theme.surface);
+    palette.setColor(QPalette::Mid, theme.border);
+    palette.setColor(QPalette::Midlight, theme.line);
+    palette.setColor(QPalette::WindowText, theme.text);
+    palette.setColor(QPalette::Text, theme.text);
+    palette.setColor(QPalette::ButtonText, theme.text);
+    palette.setColor(QPalette::PlaceholderText, theme.mutedText);
+    palette.setColor(QPalette::Highlight, theme.accent);
+    palette.setColor(QPalette::HighlightedText, theme.accentText);
+    palette.setColor(QPalette::Link, theme.accent);
+    palette.setColor(QPalette::ToolTipBase, theme.surface);
+    palette.setColor(QPalette::ToolTipText, theme.text);
+    return palette;
+}
+
+void addQuietStates(QPalette& palette, const Theme& theme)
+{
+    palette.setColor(QPalette::Inactive, QPalette::Highlight, theme.restingSelection);
+    palette.setColor(QPalette::Inactive, QPalette::HighlightedText, theme.text);
+    palette.setColor(QPalette::Disabled, QPalette::Base, theme.window);
+    palette.setColor(QPalette::Disabled, QPalette::Button, theme.window);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, theme.disabledText);
+}
+
+void installChineseTexts(QApplication& application)
+{
+    auto* translator = new QTranslator(&application);
+    if (translator->load(u"qtbase_zh_CN"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        application.installTranslator(translator);
+}
+
+} // namespace
+
+QFont Theme::font() const
+{
+    QFont font;
+    font.setFamilies({u"Noto Sans CJK SC"_s, u"Source Han Sans SC"_s, u"Microsoft YaHei"_s,
+        u"WenQuanYi Micro Hei"_s, u"sans-serif"_s});
+    font.setPointSizeF(10.5);
+    return font;
+}
+
+void applyTheme(QApplication& application)
+{
+    const Theme theme;
+    QPalette palette = activePalette(theme);
+    addQuietStates(palette, theme);
+    application.setStyle(new QuillaStyle(theme));
+    application.setPalette(palette);
+    application.setFont(theme.font());
+    installChineseTexts(application);
+}
+
+void setTone(QLabel& label, Tone tone)
+{
+    const Theme theme;
+    QPalette palette = label.palette();
+    const QColor colour = tone == Tone::Ok ? theme.ok
+        : tone == Tone::Warning            ? theme.warning
+        : tone == Tone::Error              ? theme.error
+                                           : theme.text;
+    palette.setColor(QPalette::WindowText, colour);
+    label.setPalette(palette);
+    QFont font = label.font();
+    font.setBold(tone != Tone::Plain);
+    label.setFont(font);
+}
+
+int pixelsOf(int twips, const QWidget& widget)
+{
+    return qRound(twips * pixelsPerTwip(widget));
+}
+
+int twipsOf(int pixels, const QWidget& widget)
+{
+    return qRound(pixels / pixelsPerTwip(widget));
+}
+
+} // namespace quilla

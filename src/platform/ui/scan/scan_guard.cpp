@@ -1,0 +1,81 @@
+#include "platform/ui/scan/scan_guard.h"
+
+#include "platform/ui/form/window_in_use.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QWidget>
+
+namespace quilla {
+
+namespace {
+
+/// The longest time between two characters of one scan; no hand types that fast.
+constexpr int ScannerPause = 50; // milliseconds
+
+} // namespace
+
+ScanGuard::ScanGuard(QWidget& box)
+    : m_box(box)
+    , m_desk(windowInUse())
+    , m_blocked(box, [this](const QKeyEvent& event) { holdEarly(event); })
+{
+    m_pause.setSingleShot(true);
+    m_pause.setInterval(ScannerPause);
+    connect(&m_pause, &QTimer::timeout, this, &ScanGuard::release);
+    qApp->installEventFilter(this);
+}
+
+ScanGuard::~ScanGuard()
+{
+    if (!m_held.empty()) m_scans.push_back(std::move(m_held));
+    if (!m_desk) return;
+    for (const Scan& scan : m_scans)
+        ScanBacklog::of(*m_desk).append(scan);
+}
+
+bool ScanGuard::eventFilter(QObject* watched, QEvent* event)
+{
+    if (m_letting || (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease)) return false;
+    const auto* widget = qobject_cast<QWidget*>(watched);
+    if (!widget || widget->window() != &m_box) return false;
+    const auto& key = static_cast<const QKeyEvent&>(*event);
+    if (event->type() == QEvent::KeyRelease)
+        return (isScanned(key) && key.key() != Qt::Key_Space) || (isEnter(key.key()) && !m_scans.empty());
+    return hold(key);
+}
+
+bool ScanGuard::hold(const QKeyEvent& event)
+{
+    const bool ends = isEnter(event.key());
+    // A blank by itself presses the button that has the focus.
+    if (m_held.empty() && event.key() == Qt::Key_Space) return false;
+    if (!isScanned(event) && !(ends && !m_held.empty())) return false;
+    m_held.push_back({event.key(), event.text()});
+    if (ends) {
+        m_pause.stop();
+        m_scans.push_back(std::exchange(m_held, {}));
+        m_heldEarly = false;
+    } else {
+        m_pause.start();
+    }
+    return true;
+}
+
+void ScanGuard::holdEarly(const QKeyEvent& event)
+{
+    if (hold(event)) m_heldEarly = !m_held.empty();
+}
+
+/// The run has paused without an Enter: one character was typed by hand, more of them are kept.
+void ScanGuard::release()
+{
+    Scan run = std::exchange(m_held, {});
+    if (run.size() > 1 || std::exchange(m_heldEarly, false)) return m_scans.push_back(std::move(run));
+    QWidget* control = m_box.focusWidget() ? m_box.focusWidget() : &m_box;
+    m_letting = true;
+    pressKey(*control, run.front());
+    m_letting = false;
+}
+
+} // namespace quilla

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/ui/scan/blocked_keys.h"
+#include "platform/ui/scan/scan_backlog.h"
+
+#include <QPointer>
+
+namespace quilla {
+
+/// Keeps a scanner from answering a message box.
+///
+/// A scanner is a keyboard that never looks at the screen: while a box waits, the letters of the next
+/// barcode could press its buttons and the Enter behind them its default one. A run of characters too
+/// fast for a hand is therefore held back, with its Enter, and given to the control that has the focus
+/// once the box is gone, one scan after the other. A single key, and an Enter by itself, reach the box. What
+/// was scanned before the box had the focus, also while the operation below was at work, never answers it.
+class ScanGuard final : public QObject {
+    Q_OBJECT
+
+public:
+    /// Guards `box` for as long as it lives.
+    explicit ScanGuard(QWidget& box);
+    /// Hands on what was held back.
+    ~ScanGuard() override;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    bool hold(const QKeyEvent& event);
+    void holdEarly(const QKeyEvent& event);
+    void release();
+
+    QWidget& m_box;
+    QPointer<QWidget> m_desk; ///< the window that was active before the box
+    QTimer m_pause;
+    Scan m_held; ///< of the run that is coming in
+    std::vector<Scan> m_scans;
+    bool m_letting = false; ///< a single key is on its way to the box
+    bool m_heldEarly = false; ///< the run that is coming in began before the box had the focus
+    BlockedKeys m_blocked; ///< what comes in until then
+};
+
+} // namespace quilla

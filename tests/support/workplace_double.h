@@ -1,0 +1,41 @@
+#pragma once
+
+#include "support/report_double.h"
+#include "support/screen_host.h"
+
+#include <QWidget>
+
+namespace quilla {
+
+/// No spreadsheet program; writes down which files it was to show.
+class SheetsDouble final : public SpreadsheetProgram {
+public:
+    QString folder() const override { return place; }
+    void show(const QString& file) override { shown.append(file); }
+    QString place;
+    QStringList shown;
+};
+
+/// No printer; writes down which forms went to it.
+class FormPrinterDouble final : public FormPrinter {
+public:
+    void printForm(QWidget& form, Paper) override { shown.append(form.windowTitle()); }
+    QStringList shown;
+};
+
+/// A workplace whose outputs go nowhere and whose main window opens nothing; each writes down what it was
+/// asked for.
+struct WorkplaceDouble {
+    explicit WorkplaceDouble(Session& session)
+        : place {{reports, sheets, printer}, session, host}
+    {
+    }
+
+    ReportDouble reports;
+    SheetsDouble sheets;
+    FormPrinterDouble printer;
+    NoHost host;
+    const Workplace place;
+};
+
+} // namespace quilla
