@@ -88,7 +88,7 @@ int renderGallery(DeskApplication& desk, const QString& folder)
         screen.pictures(album, place);
     addMessages(album);
     window.openScreen(u"TsjhFrm"_s);
-    album.add(u"LtMainFrm"_s, window);
+    album.add(window.objectName(), window);
     addReports(album, desk, folder);
 
     for (const QString& file : album.failed())

@@ -67,6 +67,7 @@ TsjhFrm::TsjhFrm(const Workplace& place, FineDialog& fines)
     setCaptions(Label3,
         {u"读者证号："_s, u"读者姓名："_s, u"性    别："_s, u"读者类型："_s, u"读者单位："_s, u"可借总数："_s,
             u"已借册数："_s, u"可借册数："_s, u"读者状态："_s, u"有效期限："_s});
+    setObjectName(u"TsjhFrm"_s);
     setWindowTitle(u"图书借还"_s + u"-操作员："_s + m_session.OperatorName);
     layOut();
     wire();

@@ -12,6 +12,7 @@ AboutFrm::AboutFrm()
     : cmdOK(u"确定(&Q)"_s)
 {
     QUILLA_NAMES(cmdOK);
+    setObjectName(u"AboutFrm"_s);
     setWindowTitle(u"关于系统"_s);
     auto* picture = new QLabel;
     picture->setPixmap(applicationIcon().pixmap(64, 64));

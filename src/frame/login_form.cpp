@@ -24,6 +24,7 @@ LtLoginFrm::LtLoginFrm(Session& session)
 
 void LtLoginFrm::layOut()
 {
+    setObjectName(u"LtLoginFrm"_s);
     setWindowTitle(u"Quilla 登录流通子系统"_s);
     txtInPassword.setEchoMode(QLineEdit::Password);
     Image3.setIcon(applicationIcon());

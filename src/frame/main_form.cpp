@@ -35,6 +35,7 @@ LtMainFrm::LtMainFrm(const Outputs& outputs, Session& session, const ScreenRegis
     QUILLA_NAMES(Client, EditMenu);
     Toolbar1->setObjectName(u"Toolbar1"_s);
     StatusBar1->setObjectName(u"StatusBar1"_s);
+    setObjectName(u"LtMainFrm"_s);
     setWindowTitle(ProgramTitle);
     setCentralWidget(&Client);
     Client.setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);

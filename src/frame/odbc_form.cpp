@@ -29,6 +29,7 @@ frmODBC::frmODBC(Session& session, QWidget* parent)
 
 void frmODBC::layOut()
 {
+    setObjectName(u"frmODBC"_s);
     setWindowTitle(u"请设置要连接的数据库信息"_s);
     txtPWD.setEchoMode(QLineEdit::Password);
     build(*this,

@@ -12,6 +12,7 @@ EditPassFrm::EditPassFrm(Session& session)
     , m_session(session)
 {
     QUILLA_NAMES(Text1, CmdOk, CmdCancel);
+    setObjectName(u"EditPassFrm"_s);
     setWindowTitle(u"修改口令"_s);
     for (TextBox& box : Text1) {
         box.setEchoMode(QLineEdit::Password);

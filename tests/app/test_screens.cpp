@@ -30,11 +30,12 @@ public:
     ReportPage page(int) const override { return {}; }
 };
 
-/// Complains of each input that has no name.
+/// Complains of each form and each input that has no name.
 class NameCheck final : public Album {
 public:
     void add(const QString& name, QWidget& form) override
     {
+        if (form.objectName().isEmpty()) nameless.append(form.windowTitle());
         for (const QWidget* control : form.findChildren<QWidget*>()) {
             const bool input = qobject_cast<const QLineEdit*>(control)
                 || qobject_cast<const QComboBox*>(control) || qobject_cast<const FlexGrid*>(control);
@@ -66,8 +67,8 @@ private Q_SLOTS:
         QCOMPARE(m->prompt.takeComplaints(), QString());
     }
 
-    /// A screen reader has a name for each input of each form.
-    void inputsHaveNames()
+    /// A screen reader has a name for each input of each form; so has a search for a control.
+    void formsAndInputsHaveNames()
     {
         SilentPrompt silent;
         Session session {m->settings, silent, m->clock, m->factory, m->editor};
