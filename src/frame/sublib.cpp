@@ -82,7 +82,7 @@ int CloseDbConnection(Session& session, Connection& conn)
 
 QString SqlText(QStringView text)
 {
-    return doubled(text.trimmed());
+    return doubled(trimBlanks(text));
 }
 
 Recordset openOrEmpty(Session& session, Connection& conn, const QString& tsql, CursorType cursor)

@@ -45,6 +45,17 @@ private Q_SLOTS:
             QVERIFY2(sameText(left, right) == same && sameText(right, left) == same, qPrintable(left));
     }
 
+    void blanksAreTheCharacter32()
+    {
+        const QString kept[] {u"\ta\t"_s, u"\u3000a\u3000"_s, u"\u00a0a b\n"_s};
+        for (const QString& text : kept) {
+            QCOMPARE(trimBlanks(u"  "_s + text + u"  "_s), text);
+            QVERIFY(!isBlank(text.left(1)));
+        }
+        QVERIFY(isBlank(u"   "_s) && isBlank(QString()));
+        QCOMPARE(trimBlanks(u"   "_s), QString());
+    }
+
     void lastErrorKeepsTheLast()
     {
         LastError error;

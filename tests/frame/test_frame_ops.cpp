@@ -286,7 +286,7 @@ private Q_SLOTS:
         QVERIFY(!m->session.error.isSet());
     }
 
-    void textForStatements() { QCOMPARE(SqlText(u"  a'b  "_s), u"a''b"_s); }
+    void textForStatements() { QCOMPARE(SqlText(u"  a'b\t "_s), u"a''b\t"_s); }
 
 private:
     std::unique_ptr<TestLibrary> m;

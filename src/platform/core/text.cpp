@@ -4,14 +4,34 @@ namespace quilla {
 
 namespace {
 
+constexpr QChar Blank = u' ';
+
 QStringView withoutTrailingBlanks(QStringView text)
 {
-    while (!text.isEmpty() && text.back() == u' ')
+    while (text.endsWith(Blank))
         text.chop(1);
     return text;
 }
 
 } // namespace
+
+QString trimBlanks(const QString& text)
+{
+    return trimBlanks(QStringView(text)).toString();
+}
+
+QStringView trimBlanks(QStringView text)
+{
+    text = withoutTrailingBlanks(text);
+    while (text.startsWith(Blank))
+        text = text.sliced(1);
+    return text;
+}
+
+bool isBlank(QStringView text)
+{
+    return trimBlanks(text).isEmpty();
+}
 
 QString doubled(QStringView text)
 {
