@@ -7,17 +7,25 @@ namespace quilla {
 
 RecordList::RecordList(
     Session& session, const QString& name, const QString& title, const WidthRule& rule, RecordRemoval removal)
-    : ListScreen(name, title, rule)
+    : ListScreen(name, title)
+    , lCounts(recordCountText(0))
     , m_session(session)
     , m_removal(std::move(removal))
 {
+    QUILLA_NAMES(lCounts);
+    shareWidth(rule);
+}
+
+void RecordList::arrange(const std::vector<std::reference_wrapper<QPushButton>>& buttons)
+{
+    ListScreen::arrange(lCounts, buttons);
 }
 
 void RecordList::wireButtons(const std::vector<std::reference_wrapper<QPushButton>>& buttons)
 {
     onClick(buttons[Add], [this] { addRecord(); });
     onClick(buttons[Remove], [this] { removeSelected(); });
-    onClick(buttons[Close], [this] { parentWidget() ? parentWidget()->close() : close(); });
+    onClick(buttons[Close], [this] { leave(); });
     onClick(buttons[Edit], [this] { editCurrent(); });
     onOpen(Grid1, [this](int) { editCurrent(); });
     connect(&Grid1, &FlexGrid::deletePressed, this, [this] { removeSelected(); });

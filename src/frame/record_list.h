@@ -12,6 +12,9 @@ namespace quilla {
 class RecordList : public ListScreen {
     Q_OBJECT
 
+public:
+    QLabel lCounts;
+
 protected:
     /// The commands, by their index in the screen's `Command1`.
     enum Command { Add, Remove, Close, Edit };
@@ -24,6 +27,8 @@ protected:
     {
         wireButtons({std::begin(Command1), std::end(Command1)});
     }
+    /// Puts the parts in their places; for the end of the screen's own constructor.
+    void arrange(const std::vector<std::reference_wrapper<QPushButton>>& buttons);
     /// Counts the lines anew and shares the width.
     void linesChanged();
 

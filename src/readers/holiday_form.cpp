@@ -17,7 +17,6 @@ holidayfrm::holidayfrm(Session& session)
 {
     QUILLA_NAMES(Command1);
     setCaptions(Command1, {u"&A 增加"_s, u"&D 删除"_s, u"&X 关闭"_s, u"&E 修改"_s});
-    Grid1.setAccessibleName(windowTitle());
     wire(Command1);
     arrange({Command1[Add], Command1[Edit], Command1[Remove], Command1[Close]});
     loadData();

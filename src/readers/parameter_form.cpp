@@ -21,7 +21,6 @@ JycsFrm::JycsFrm(const Workplace& place)
 {
     QUILLA_NAMES(Command1);
     setCaptions(Command1, {u"&A 增加"_s, u"&D 删除"_s, u"&X 关闭"_s, u"&E 修改"_s, u"&P 打印报表"_s});
-    Grid1.setAccessibleName(windowTitle());
     wire(Command1);
     QPushButton& print = Command1[4];
     onClick(print, [this] { printParameters(m_session, m_reports, Grid1.TextMatrix(1, Type)); });

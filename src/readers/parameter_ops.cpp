@@ -1,14 +1,14 @@
 #include "readers/parameter_ops.h"
 
 #include "frame/sublib.h"
+#include "output/export_ops.h"
+#include "output/print_ops.h"
 #include "platform/db/decimal.h"
 #include "readers/rule_numbers.h"
 
 namespace quilla {
 
 namespace {
-
-const QString NothingToPrint = u"没有可以打印的信息！"_s;
 
 std::optional<int> refuse(Session& session, const QString& text, int box)
 {
@@ -159,17 +159,14 @@ RecordRemoval parameterRemoval()
 
 void printParameters(Session& session, ReportViewer& viewer, const QString& first)
 {
-    if (first.isEmpty()) return session.prompt.inform(NothingToPrint, OperationTitle);
-    session.prompt.inform(
-        u"请将打印机设置为【A4--横向(宽行)打印】\n设置正确后再进行打印！"_s, OperationTitle);
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return;
-    Recordset rows
-        = conn.open(u"Select readerclass,daycount,bookcount,fine,defile,lost,recount,reday,case ifcanre when "
-                    u"0 then '否' when 1 then '是' end as chaoqixujie,case wuzheng when 0 then '否' when 1 "
-                    u"then '是' end as wuzhengjie,orderday,ordercount from jycs");
-    if (rows.eof()) return session.prompt.inform(NothingToPrint, OperationTitle);
-    viewer.showReport(u"ltcsPrint"_s, rows);
+    const QString rules
+        = u"Select readerclass,daycount,bookcount,fine,defile,lost,recount,reday,case ifcanre when 0 then '否' when 1 then '是' end as chaoqixujie,case wuzheng when 0 then '否' when 1 then '是' end as wuzhengjie,orderday,ordercount from jycs"_s;
+    printList(session, viewer,
+        {.design = u"ltcsPrint"_s,
+            .select = first.isEmpty() ? QString() : rules,
+            .nothing = NothingToPrint.toString(),
+            .hint = u"请将打印机设置为【A4--横向(宽行)打印】\n设置正确后再进行打印！"_s,
+            .errors = PrintErrors::Strict});
 }
 
 } // namespace quilla

@@ -1,6 +1,7 @@
 #include "readers/reader_register_ops.h"
 
 #include "frame/sublib.h"
+#include "output/print_ops.h"
 
 namespace quilla {
 
@@ -200,15 +201,11 @@ bool changeUnits(Session& session, Progress& progress, const QStringList& codes,
 
 void printReaders(Session& session, ReportViewer& viewer, const ReaderSearch& search, bool anyShown)
 {
-    if (!anyShown) return session.prompt.inform(NothingToPrint.toString(), OperationTitle);
-    session.prompt.inform(
-        u"请将打印机设置为【A4--纵向(窄行)打印】\n设置正确后再进行打印！"_s, OperationTitle);
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return;
-    Recordset readers = openOrEmpty(session, conn, readersForOutput(search));
-    session.error.clear();
-    if (readers.eof()) return session.prompt.inform(NothingToPrint.toString(), OperationTitle);
-    viewer.showReport(u"readerPrint"_s, readers);
+    printList(session, viewer,
+        {.design = u"readerPrint"_s,
+            .select = anyShown ? readersForOutput(search) : QString(),
+            .nothing = NothingToPrint.toString(),
+            .hint = u"请将打印机设置为【A4--纵向(窄行)打印】\n设置正确后再进行打印！"_s});
 }
 
 QString readersForOutput(const ReaderSearch& search)

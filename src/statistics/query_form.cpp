@@ -202,4 +202,12 @@ bool QueryFrm::eventFilter(QObject* watched, QEvent* event)
     return key != Qt::Key_Tab && key != Qt::Key_Backtab && key != Qt::Key_Escape;
 }
 
+bool askQuery(Prompt& prompt, const QueryTriple& triple, QueryReceiver& caller, QWidget* parent)
+{
+    QueryFrm query(prompt, caller, parent);
+    query.LoadCombo(triple.fields, triple.captions, triple.types);
+    if (!triple.title.isEmpty()) query.setWindowTitle(triple.title);
+    return query.exec() == QDialog::Accepted;
+}
+
 } // namespace quilla

@@ -64,4 +64,8 @@ private:
     std::optional<FieldType> m_currentType; ///< for which the operators are set up
 };
 
+/// Opens the query dialog over `parent`, which is modal. True when the operator pressed 确定; the caller's
+/// `loadData` has run then.
+bool askQuery(Prompt& prompt, const QueryTriple& triple, QueryReceiver& caller, QWidget* parent);
+
 } // namespace quilla

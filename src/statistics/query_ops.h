@@ -28,6 +28,14 @@ struct QueryField {
     FieldType type = FieldType::Text;
 };
 
+/// What a screen offers to the query dialog: three lists of one length, with "," between their elements.
+struct QueryTriple {
+    QString fields; ///< names as they stand in the statement
+    QString captions;
+    QString types; ///< "字符", "数字", "日期"
+    QString title {}; ///< of the dialog, where the screen has one of its own
+};
+
 /// Takes a caller's three lists apart, split at ",". There are as many fields as field names; an unknown
 /// type is text.
 std::vector<QueryField> queryFields(const QString& fields, const QString& captions, const QString& types);

@@ -44,10 +44,11 @@ void drag(FlexGrid& grid, int col, int pixels)
 class TwoColumnList : public ListScreen {
 public:
     TwoColumnList()
-        : ListScreen(u"TwoColumnList"_s, u"假期"_s, holidayWidths())
+        : ListScreen(u"TwoColumnList"_s, u"假期"_s)
     {
+        shareWidth(holidayWidths());
         Grid1.setFormatString(u"假期名称|假期期限"_s);
-        arrange({});
+        arrange(Grid1);
     }
 };
 

@@ -1,6 +1,5 @@
 #include "platform/ui/grid/list_screen.h"
 
-#include "platform/ui/form/form.h"
 #include "platform/ui/look/theme.h"
 
 #include <QBoxLayout>
@@ -15,42 +14,54 @@ constexpr int ScreenHeight = 6570;
 
 } // namespace
 
-ListScreen::ListScreen(const QString& name, const QString& title, const WidthRule& rule)
-    : lCounts(u"记录数：0"_s)
-    , m_rule(rule)
+ListScreen::ListScreen(const QString& name, const QString& title)
 {
     setObjectName(name);
     setWindowTitle(title);
-    QUILLA_NAMES(Grid1, lCounts);
+    QUILLA_NAMES(Grid1);
+    Grid1.setAccessibleName(title);
 }
 
-void ListScreen::arrange(const std::vector<std::reference_wrapper<QPushButton>>& buttons)
+void ListScreen::arrange(const Piece& content)
 {
-    std::vector<Piece> foot {lCounts, stretch()};
-    for (QPushButton& button : buttons)
-        foot.push_back(button);
-    build(*this, column(Piece(Grid1).grow(), rowOf(foot)));
+    build(*this, content);
     layout()->setContentsMargins(8, 8, 8, 8);
     resize(sizeHint());
     move(0, 0);
     Grid1.setFocus();
 }
 
+void ListScreen::arrange(const Piece& count, const std::vector<std::reference_wrapper<QPushButton>>& buttons)
+{
+    std::vector<Piece> foot {count, stretch()};
+    for (QPushButton& button : buttons)
+        foot.push_back(button);
+    arrange(column(Piece(Grid1).grow(), rowOf(foot)));
+}
+
+/// The row of buttons may need more than the usual size.
 QSize ListScreen::sizeHint() const
 {
-    return {pixelsOf(ScreenWidth, *this), pixelsOf(ScreenHeight, *this)};
+    const QSize usual(pixelsOf(ScreenWidth, *this), pixelsOf(ScreenHeight, *this));
+    return layout() ? usual.expandedTo(layout()->totalMinimumSize()) : usual;
+}
+
+void ListScreen::leave()
+{
+    parentWidget() ? parentWidget()->close() : close();
 }
 
 void ListScreen::gridFix()
 {
+    if (!m_rule) return;
     GridExtent extent {twipsOf(Grid1.width(), *this), twipsOf(Grid1.height(), *this),
         twipsOf(Grid1.rowHeight(0), *this), Grid1.Rows()};
     // What a rule keeps free may be less than the frame and the scroll bar take.
     const bool full = needsScrollBar(extent);
     const int taken = 2 * Grid1.frameWidth() + (full ? Grid1.verticalScrollBar()->sizeHint().width() : 0);
-    const int spare = full ? m_rule.spareLarge : m_rule.spareSmall;
+    const int spare = full ? m_rule->spareLarge : m_rule->spareSmall;
     extent.width = std::min(extent.width, twipsOf(Grid1.width() - taken, *this) + spare);
-    Grid1.setColWidths(quilla::gridFix(m_rule, extent));
+    Grid1.setColWidths(quilla::gridFix(*m_rule, extent));
 }
 
 void ListScreen::resizeEvent(QResizeEvent* event)

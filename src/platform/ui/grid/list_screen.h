@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/grid/grid_widths.h"
+#include "platform/ui/form/form.h"
 #include "platform/ui/grid/flex_grid.h"
 
 #include <QLabel>
@@ -25,31 +26,36 @@ qsizetype fillGrid(FlexGrid& grid, Recordset& records, const GridFill& fill);
 /// Shows a count as `GridFill` tells.
 void showCount(const GridFill& fill, qsizetype count);
 
-/// The frame of a list screen: the grid above, count label and command buttons below; the columns share
-/// the width by the screen's rule at every size.
+/// The frame of a screen around one list: its size, its grid, which has the focus at first, and the way out.
+/// The count label is the screen's own. The widths of the columns come from the captions, from what the
+/// screen sets, or from a rule by which they share the grid at every size.
 class ListScreen : public QWidget {
     Q_OBJECT
 
 public:
     FlexGrid Grid1;
-    QLabel lCounts;
 
-    /// Shares the width among the columns; runs after every fill and on every resize.
+    /// Shares the width among the columns where the screen has a rule for it; runs after every fill and on
+    /// every resize.
     void gridFix();
 
     QSize sizeHint() const override;
 
 protected:
-    /// `rule` must outlive the screen.
-    ListScreen(const QString& name, const QString& title, const WidthRule& rule);
-    /// Puts the parts in their places and gives the screen its size; for the end of the screen's own
-    /// constructor.
-    void arrange(const std::vector<std::reference_wrapper<QPushButton>>& buttons);
+    ListScreen(const QString& name, const QString& title);
+    /// The columns share the width by this rule, which must outlive the screen.
+    void shareWidth(const WidthRule& rule) { m_rule = &rule; }
+    /// Builds the screen and gives it its size; for the end of the screen's own constructor.
+    void arrange(const Piece& content);
+    /// The grid above, the count and the command buttons below.
+    void arrange(const Piece& count, const std::vector<std::reference_wrapper<QPushButton>>& buttons);
+    /// Closes the screen, and the window that it stands in.
+    void leave();
 
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    const WidthRule& m_rule;
+    const WidthRule* m_rule = nullptr;
 };
 
 } // namespace quilla

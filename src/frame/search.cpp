@@ -1,0 +1,22 @@
+#include "frame/search.h"
+
+#include "frame/work.h"
+
+namespace quilla {
+
+QString ListSearch::statement() const
+{
+    QString text = select;
+    if (!condition.isEmpty()) text += joint + condition;
+    if (!order.isEmpty()) text += u" order by "_s + order;
+    return text;
+}
+
+std::optional<Recordset> rowsFound(Session& session, const ListSearch& search)
+{
+    ResumingWork work(session);
+    if (!work) return {};
+    return work.select(search.statement());
+}
+
+} // namespace quilla

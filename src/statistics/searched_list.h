@@ -1,0 +1,50 @@
+#pragma once
+
+#include "frame/search.h"
+#include "frame/workplace.h"
+#include "output/print_ops.h"
+#include "platform/ui/form/popup_menu.h"
+#include "platform/ui/grid/list_screen.h"
+#include "statistics/query_ops.h"
+
+namespace quilla {
+
+struct ExportLayout;
+
+/// One entry of a list's sort menu; the place in the menu is the column.
+struct SortChoice {
+    QString caption;
+    QString field; ///< by which later printouts are ordered
+};
+
+/// A list that the query dialog narrows, with the steps that such lists have in common. How a list is loaded,
+/// what its buttons are and when it has nothing to print, its screen says.
+class SearchedList : public ListScreen, public QueryReceiver {
+    Q_OBJECT
+
+public:
+    CreateMenu Menu;
+
+protected:
+    SearchedList(const Workplace& place, const QString& name, const QString& title);
+
+    /// Opens the query dialog, and gives the grid the focus after a search.
+    void find(const QueryTriple& triple);
+    /// Offers the columns to sort by. The grid sorts what it shows, and the field chosen becomes the order of
+    /// later printouts. A dismissed menu leaves that order, yet the lines are sorted by all columns from the
+    /// left, since the selection spans them all.
+    void offerSorting(const std::vector<SortChoice>& choices);
+    bool print(const ListPrint& print) { return printList(m_session, m_reports, print); }
+    /// Puts the rows of `select` on a spreadsheet; `nothing` is told when it is empty. The screen may be gone
+    /// when this returns.
+    void toExcel(const ExportLayout& layout, const QString& select, QStringView nothing);
+    /// Whether the first cell of the list is filled, which is what a list with records looks like.
+    bool anyShown() const { return !Grid1.TextMatrix(1, 0).isEmpty(); }
+
+    Session& m_session;
+    ReportViewer& m_reports;
+    SpreadsheetProgram& m_spreadsheets;
+    ListSearch m_search; ///< what the list shows, and what is printed
+};
+
+} // namespace quilla
