@@ -7,6 +7,7 @@
 #include "exceptions/fine_form.h"
 #include "frame/about_form.h"
 #include "frame/password_form.h"
+#include "platform/ui/form/escape_key.h"
 #include "readers/holiday_form.h"
 #include "readers/parameter_form.h"
 #include "readers/reader_list_form.h"
@@ -54,6 +55,7 @@ QWidget* makePicker(const Workplace& place, const QString&, QWidget* owner)
 QDialog* modalFrame(QWidget* screen, QWidget* owner)
 {
     auto* dialog = new QDialog(owner);
+    keepOpenAtEscape(*dialog);
     dialog->setWindowTitle(screen->windowTitle());
     auto* layout = new QVBoxLayout(dialog);
     layout->setContentsMargins({});

@@ -15,6 +15,7 @@
 #include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QSignalSpy>
 #include <QTest>
 #include <QToolBar>
 
@@ -30,8 +31,8 @@ public:
     ReportPage page(int) const override { return {}; }
 };
 
-/// Complains of each form and each input that has no name.
-class NameCheck final : public Album {
+/// Complains of each form and each input that has no name, and of each dialog that goes at Esc.
+class FormCheck final : public Album {
 public:
     void add(const QString& name, QWidget& form) override
     {
@@ -44,8 +45,14 @@ public:
             if (input && !inside && control->accessibleName().isEmpty())
                 nameless.append(name + u'.' + control->objectName());
         }
+        if (auto* dialog = qobject_cast<QDialog*>(&form)) {
+            const QSignalSpy finished(dialog, &QDialog::finished);
+            QTest::keyClick(dialog, Qt::Key_Escape);
+            if (!finished.isEmpty()) closing.append(name);
+        }
     }
     QStringList nameless;
+    QStringList closing;
 };
 
 } // namespace
@@ -67,20 +74,22 @@ private Q_SLOTS:
         QCOMPARE(m->prompt.takeComplaints(), QString());
     }
 
-    /// A screen reader has a name for each input of each form; so has a search for a control.
-    void formsAndInputsHaveNames()
+    /// A screen reader has a name for each input of each form; so has a search for a control. What was typed
+    /// into a form is not lost by Esc.
+    void formsHaveNamesAndStayAtEscape()
     {
         SilentPrompt silent;
         Session session {m->settings, silent, m->clock, m->factory, m->editor};
         session.ConnectionText = m->connectionText;
         const Workplace place {m_work->place, session, m_work->host};
-        NameCheck check;
+        FormCheck check;
         for (const Screen& screen : allScreens())
             screen.pictures(check, place);
         ReportPreview preview(
             std::make_shared<OnePage>(), std::make_shared<FontBook>(), m->prompt, QString());
         check.add(preview.objectName(), preview);
         QCOMPARE(check.nameless, QStringList());
+        QCOMPARE(check.closing, QStringList {u"errMessageFrm"_s}); // a message box
     }
 
     /// What leads to no screen is greyed, in the menu as on the toolbar.
@@ -133,6 +142,8 @@ private Q_SLOTS:
         QVERIFY(qobject_cast<QDialog*>(m_form.get()));
         QCOMPARE(m_form->windowTitle(), u"Quilla-定义 读者类型&单位"_s);
         appear(*m_form);
+        QTest::keyClick(m_form.get(), Qt::Key_Escape);
+        QVERIFY(m_form->isVisible());
         m_form->findChild<MadddzlxFrm*>()->CmdDzcs[3].click();
         QVERIFY(!m_form->isVisible());
     }

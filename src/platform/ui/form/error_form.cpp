@@ -19,7 +19,8 @@ errMessageFrm::errMessageFrm(QWidget* parent)
     build(*this,
         column(labTitle, group(u"错误详细信息如下"_s, textErrMessage).grow(),
             u"请检查您的操作是否正确；否则请检查系统和网络！"_s,
-            u"对于由于此给你带来的工作上的不便，我们表示歉意！"_s, row(stretch(), Command1)));
+            u"对于由于此给你带来的工作上的不便，我们表示歉意！"_s, row(stretch(), Command1)),
+        AtEscape::Close);
     resize(pixelsOf(6600, *this), pixelsOf(4200, *this));
     onClick(Command1, [this] { close(); });
 }

@@ -1,10 +1,12 @@
 #include "platform/ui/form/form.h"
 
 #include "platform/core/caption.h"
+#include "platform/ui/form/escape_key.h"
 #include "platform/ui/grid/flex_grid.h"
 
 #include <QBoxLayout>
 #include <QComboBox>
+#include <QDialog>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLineEdit>
@@ -203,7 +205,7 @@ Piece tabs(QTabWidget& book, const std::vector<Page>& pages)
     return book;
 }
 
-void build(QWidget& form, const Piece& content)
+void build(QWidget& form, const Piece& content, AtEscape atEscape)
 {
     setContent(form, content);
     keepMembersAlive(form);
@@ -218,6 +220,8 @@ void build(QWidget& form, const Piece& content)
     for (auto* lines : form.findChildren<QTextEdit*>())
         lines->setTabChangesFocus(true);
     nameRest(form, form.windowTitle());
+    auto* dialog = qobject_cast<QDialog*>(&form);
+    if (dialog && atEscape == AtEscape::Stay) keepOpenAtEscape(*dialog);
 }
 
 void onClick(QAbstractButton& button, std::function<void()> step)

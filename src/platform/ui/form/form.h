@@ -76,9 +76,13 @@ struct Page {
 };
 Piece tabs(QTabWidget& book, const std::vector<Page>& pages);
 
+/// What a dialog does at Esc: stay, since what was typed would be lost, or close, as a message box does.
+enum class AtEscape { Stay, Close };
+
 /// Puts the pieces on the form. From here on no button of the form is a default button: Enter belongs to
-/// the boxes, and presses a button only when that button has the focus.
-void build(QWidget& form, const Piece& content);
+/// the boxes, and presses a button only when that button has the focus. Esc closes no form in which
+/// something is typed.
+void build(QWidget& form, const Piece& content, AtEscape atEscape = AtEscape::Stay);
 
 /// Sets the object names under which tests and settings know the controls: `QUILLA_NAMES(Text1, cmdQuit)`
 /// names the members Text1 and cmdQuit; the members of an array are called "Text1(0)", "Text1(1)" …
