@@ -23,6 +23,12 @@ QString readerForPictures(Session& session)
         u"select top 1 readercode from dzk where readstatus='有效' order by orderbook desc,readercode"_s);
 }
 
+QString reservingReaderForPictures(Session& session)
+{
+    return firstOf(session,
+        u"select top 1 readercode from yyk group by readercode order by count(oldtime) desc,count(*) desc,readercode"_s);
+}
+
 QString overdueCopyForPictures(Session& session)
 {
     return firstOf(session, u"select top 1 barcode from JhskCqV order by cqday desc,barcode"_s);

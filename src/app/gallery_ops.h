@@ -8,6 +8,9 @@ namespace quilla {
 /// there is none.
 QString readerForPictures(Session& session);
 
+/// The reader with the most copies held for collection. Empty when there is none.
+QString reservingReaderForPictures(Session& session);
+
 /// The copy that is overdue longest. Empty when there is none.
 QString overdueCopyForPictures(Session& session);
 

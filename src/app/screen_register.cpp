@@ -12,6 +12,7 @@
 #include "readers/parameter_form.h"
 #include "readers/reader_list_form.h"
 #include "readers/reader_register_form.h"
+#include "reservations/reservation_list_form.h"
 
 #include <QBoxLayout>
 #include <QDialog>
@@ -94,6 +95,8 @@ const ScreenRegister& allScreens()
         {u"MadddzlxFrm"_s, makeReaderLists, Pictures::readerLists},
         {u"DzglFrm"_s, make<DzglFrm>, Pictures::readerRegister},
         {u"DzaddFrm"_s, {}, Pictures::readerCard},
+
+        {u"frmTuShuYuyueList"_s, make<frmTuShuYuyueList>, Pictures::reservationList},
 
         {u"QueryFrm"_s, {}, Pictures::query},
     };

@@ -101,7 +101,7 @@ private Q_SLOTS:
             for (const QAction* item : menu->menu() ? menu->menu()->actions() : QList<QAction*>())
                 if (item->isEnabled()) alive.append(item->text());
         QCOMPARE(alive.join(u' '),
-            u"读者类型定义 读者单位定义 假期设定 流通参数设置 图书借还 读者管理 罚款管理 修改口令 打印机设置 区域设置 关于系统"_s);
+            u"读者类型定义 读者单位定义 假期设定 流通参数设置 图书借还 查看预约信息 读者管理 罚款管理 修改口令 打印机设置 区域设置 关于系统"_s);
         alive.clear();
         for (const QAction* tool : window.Toolbar1->actions()) {
             QVERIFY(!tool->icon().isNull());

@@ -9,12 +9,6 @@ namespace quilla::Pictures {
 
 namespace {
 
-void pressEnter(QWidget& box)
-{
-    QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, u"\r"_s);
-    QCoreApplication::sendEvent(&box, &press);
-}
-
 QString page(const QString& name, int index)
 {
     return name + u'-' + QString::number(index);

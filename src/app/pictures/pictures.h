@@ -2,11 +2,21 @@
 
 #include "frame/workplace.h"
 
+#include <QCoreApplication>
+#include <QKeyEvent>
+
 namespace quilla {
 
 /// One function for each form: puts it before the album in every state that looks different. The data comes
 /// from the library at hand.
 namespace Pictures {
+/// Enter in a box, as the operator presses it.
+inline void pressEnter(QWidget& box)
+{
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, u"\r"_s);
+    QCoreApplication::sendEvent(&box, &press);
+}
+
 void connection(Album& album, const Workplace& place);
 void login(Album& album, const Workplace& place);
 void password(Album& album, const Workplace& place);
@@ -24,6 +34,8 @@ void parameters(Album& album, const Workplace& place);
 void readerLists(Album& album, const Workplace& place);
 void readerCard(Album& album, const Workplace& place);
 void readerRegister(Album& album, const Workplace& place);
+
+void reservationList(Album& album, const Workplace& place);
 
 void query(Album& album, const Workplace& place);
 } // namespace Pictures
