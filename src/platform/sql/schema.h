@@ -21,11 +21,18 @@ struct Column {
     QString fallback; ///< the default, as T-SQL text; empty for none
 };
 
+/// One of the tables that a view puts together by "union all", with the columns that it takes from there.
+struct UnionArm {
+    QString table;
+    std::vector<QString> columns;
+};
+
 /// A table or a view; names compare without case.
 struct Table {
     QString name;
     std::vector<Column> columns;
     bool view = false;
+    std::vector<UnionArm> unionOf; ///< of a view that is whole tables put together; else empty
 
     const Column* column(QStringView name) const;
 };

@@ -39,9 +39,28 @@ Table tableOf(CreateTable definition, const Schema& schema)
     return table;
 }
 
+/// What a view puts together by "union all" of whole tables; empty for any other view.
+std::vector<UnionArm> unionOf(const Query& query)
+{
+    std::vector<UnionArm> arms;
+    for (const Select& arm : query.arms) {
+        const bool whole = arm.from.size() == 1 && arm.from[0]->form == Source::Form::Table && !arm.where
+            && arm.groupBy.empty() && !arm.distinct && !arm.top && (arms.empty() || arm.all);
+        if (!whole) return {};
+        UnionArm& each = arms.emplace_back();
+        each.table = arm.from[0]->name;
+        for (const SelectItem& item : arm.items) {
+            if (item.value->op != Op::Column) return {};
+            each.columns.push_back(item.value->name);
+        }
+    }
+    return arms.size() > 1 ? arms : std::vector<UnionArm>();
+}
+
 Table viewOf(CreateView definition, const Schema& schema)
 {
     Table table;
+    table.unionOf = unionOf(definition.query);
     table.name = definition.name;
     table.view = true;
     const qsizetype place = definition.query.arms.front().items.front().value->place;

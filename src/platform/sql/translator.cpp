@@ -1,6 +1,7 @@
 #include "platform/sql/translator.h"
 
 #include "platform/sql/analyser.h"
+#include "platform/sql/early_counts.h"
 #include "platform/sql/engine_printer.h"
 #include "platform/sql/parser.h"
 #include "platform/sql/postgres_printer.h"
@@ -224,6 +225,7 @@ Translation Translator::Private::translated(Parsed& parsed) const
     Translation result;
     result.returnsRows = returnsRows(parsed.statement);
     result.writes = !result.returnsRows;
+    if (auto* query = std::get_if<Query>(&parsed.statement)) countEarly(*query, schema);
     const std::vector<Column> columns = Analyser(schema).run(parsed.statement);
     if (result.returnsRows) {
         result.columns = kindsOf(columns);
