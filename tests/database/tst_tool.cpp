@@ -1,4 +1,5 @@
 #include "database/test_base.h"
+#include "source_dir.h"
 
 #include <QProcess>
 

@@ -1,6 +1,7 @@
 #include "output/export_desk.h"
 #include "platform/grid/grid_model.h"
 #include "platform/ui/form/working_progress.h"
+#include "source_dir.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
 

@@ -4,6 +4,7 @@
 #include "platform/db/pooled_factory.h"
 #include "platform/sql/parser.h"
 #include "platform/sql/printer.h"
+#include "source_dir.h"
 #include "sql/case_file.h"
 #include "support/postgres_database.h"
 

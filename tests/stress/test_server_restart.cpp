@@ -1,5 +1,6 @@
 #include "desk/charge_ops.h"
 #include "frame/sublib.h"
+#include "source_dir.h"
 #include "support/desk_double.h"
 #include "support/test_library.h"
 
