@@ -1,6 +1,6 @@
 #include "app/gallery_ops.h"
 
-#include "frame/sublib.h"
+#include "frame/work.h"
 
 namespace quilla {
 
@@ -8,10 +8,9 @@ namespace {
 
 QString firstOf(Session& session, const QString& tsql)
 {
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return {};
-    const Recordset row = openOrEmpty(session, conn, tsql);
-    session.error.clear();
+    ResumingWork work(session);
+    if (!work) return {};
+    const Recordset row = work.select(tsql);
     return row.eof() ? QString() : row.field(0).text();
 }
 

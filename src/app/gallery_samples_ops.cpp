@@ -1,6 +1,6 @@
 #include "app/gallery_samples_ops.h"
 
-#include "frame/sublib.h"
+#include "frame/work.h"
 #include "output/report_designs.h"
 
 namespace quilla {
@@ -58,10 +58,10 @@ QHash<QString, Source> sources()
 }
 
 /// The history of the reader who has the most books.
-Source historySource(Session& session, Connection& conn)
+Source historySource(ResumingWork& work)
 {
-    const Recordset reader = openOrEmpty(
-        session, conn, u"select top 1 readercode from dzk order by orderbook desc,readercode"_s);
+    const Recordset reader
+        = work.select(u"select top 1 readercode from dzk order by orderbook desc,readercode");
     const QString code = reader.eof() ? QString() : reader.field(0).text();
     return {u"exec procjylstj 17,'','%1'"_s.arg(doubled(code)),
         {{}, {{ReportLabels::Kind, u"读者"_s}, {ReportLabels::Code, code}}}};
@@ -72,13 +72,14 @@ Source historySource(Session& session, Connection& conn)
 std::vector<ReportSample> reportSamples(Session& session)
 {
     std::vector<ReportSample> samples;
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return samples;
+    ResumingWork work(session);
+    if (!work) return samples;
+    Connection& conn = work.connection();
     QHash<QString, Source> statements = sources();
-    statements.insert(u"jylsRpt"_s, historySource(session, conn));
+    statements.insert(u"jylsRpt"_s, historySource(work));
     for (const ReportDesign& design : reportDesigns()) {
         const Source source = statements.value(design.name);
-        session.error.attempt([&] {
+        work.attempt([&] {
             Recordset rows
                 = design.group.empty() ? conn.open(source.statement) : conn.openShaped(source.statement);
             samples.push_back({design, std::move(rows), source.texts});

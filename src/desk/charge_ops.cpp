@@ -1,8 +1,9 @@
 #include "desk/charge_ops.h"
 
-#include "desk/desk_transaction.h"
 #include "desk/due_date_ops.h"
+#include "frame/refusal.h"
 #include "frame/sublib.h"
+#include "frame/work.h"
 
 #include <limits>
 
@@ -60,7 +61,18 @@ struct Loan {
     std::optional<qint16> renewals; ///< nothing: the column's default
 };
 
-using Refusal = std::optional<ChargeResult>;
+/// Where the operator goes on after a refusal.
+enum Place { ReaderBox, BarcodeBox, DischargePage };
+
+/// Why this copy is not charged to this reader.
+struct Objection {
+    ChargeResult result;
+    Refusal refusal;
+};
+using Verdict = std::optional<Objection>;
+
+const QString OwnTitle; ///< null: the application title
+const QString Hint = HintTitle.toString();
 
 /// The period as a small whole number; what is unreadable or too large for one counts as none.
 qint16 readDays(const Value& value)
@@ -71,9 +83,9 @@ qint16 readDays(const Value& value)
     return fits ? static_cast<qint16>(days) : 0;
 }
 
-std::optional<Reader> readReader(Session& session, Connection& conn, const QString& readercode)
+std::optional<Reader> readReader(ResumingWork& reads, const QString& readercode)
 {
-    const Recordset row = openOrEmpty(session, conn,
+    const Recordset row = reads.select(
         u"select readstatus,term,bookcount,orderbook,daycount,ifcanre from DZK  where ReaderCode='%1'"_s.arg(
             readercode));
     if (row.eof()) return {};
@@ -88,102 +100,96 @@ std::optional<Reader> readReader(Session& session, Connection& conn, const QStri
     return reader;
 }
 
-ChargeResult refuseUnknownReader(Session& session, DeskView& desk, const Manner& manner)
-{
-    session.prompt.warn(manner.unknownReader, HintTitle);
-    desk.focusReaderCode();
-    return NoSuchReader;
-}
-
-/// Against the server's time of day: a card whose last day is today has expired.
+/// The time of day is compared on purpose: a card whose last day is today has expired.
 bool hasExpired(Session& session, const Reader& reader)
 {
     const QDateTime now = GetServerDate(session);
     return reader.term.isValid() && reader.term < now;
 }
 
-QString cardRefusal(Session& session, const Reader& reader)
+QString cardFault(Session& session, const Reader& reader)
 {
     if (sameText(reader.status, u"挂失")) return u"该读者证在挂失中。。。"_s;
     if (sameText(reader.status, u"无效")) return u"该读者证已注销！"_s;
     return hasExpired(session, reader) ? u"该读者证已过期"_s : u"读者证过期或无效！"_s;
 }
 
-Refusal refuseInvalidCard(Session& session, const Reader& reader)
+Verdict checkCard(Session& session, const Reader& reader)
 {
     const bool expired = hasExpired(session, reader);
     if (sameText(reader.status, u"有效") && !expired) return {};
-    session.prompt.inform(cardRefusal(session, reader), HintTitle);
-    return NotAvailable;
+    return Objection {NotAvailable, {cardFault(session, reader), Hint}};
 }
 
 /// The discharge page follows, where the reader can give a book back.
-Refusal refuseFullQuota(Session& session, DeskView& desk, const Reader& reader)
+Verdict checkQuota(const Reader& reader)
 {
-    constexpr int dischargePage = 1;
     if (!reader.quota || *reader.quota > 0) return {};
-    session.prompt.warn(u"此读者借书额已满，不能再借新书！"_s);
-    desk.showPage(dischargePage);
-    return QuotaUsedUp;
+    return Objection {
+        QuotaUsedUp, {u"此读者借书额已满，不能再借新书！"_s, OwnTitle, Icon::Warning, DischargePage}};
 }
 
-Refusal refuseOverdue(
-    Session& session, DeskView& desk, Connection& conn, const Reader& reader, const QString& readercode)
+/// The time of day is compared on purpose: a loan that is due today is overdue.
+Verdict checkOverdue(ResumingWork& reads, const Reader& reader, const QString& readercode)
 {
     if (reader.mayHoldOverdue) return {};
-    const QString now = localeDateText(GetServerDate(session));
-    const Recordset row = openOrEmpty(session, conn,
+    const QString now = localeDateText(GetServerDate(reads.session()));
+    const Recordset row = reads.select(
         u"Select count(jhskid) From jhsk Where readercode='%1' And yhdate<'%2'"_s.arg(readercode, now));
     const qint64 count = row.eof() ? 0 : row.field(0).integer().value_or(0);
     if (count <= 0) return {};
-    session.prompt.warn(
-        u"该读者存在%1册过期书刊。\n\r(该读者有过期书刊时不可继续借阅书刊)"_s.arg(count), OperationTitle);
-    desk.selectBarCode();
-    return HoldsOverdue;
+    // the line feed stands before the carriage return, as in every program of the suite
+    return Objection {HoldsOverdue,
+        {u"该读者存在%1册过期书刊。\n\r(该读者有过期书刊时不可继续借阅书刊)"_s.arg(count),
+            OperationTitle.toString(), Icon::Warning, BarcodeBox}};
+}
+
+Verdict checkReader(
+    ResumingWork& reads, const std::optional<Reader>& reader, const Manner& manner, const QString& readercode)
+{
+    if (!reader) return Objection {NoSuchReader, {manner.unknownReader, Hint, Icon::Warning, ReaderBox}};
+    if (const auto objection = checkCard(reads.session(), *reader)) return objection;
+    if (const auto objection = checkQuota(*reader)) return objection;
+    return checkOverdue(reads, *reader, readercode);
 }
 
 /// Lost and withdrawn copies behave as unknown to the desk.
-std::optional<Copy> readCopy(Session& session, Connection& conn, const Manner& manner, const QString& barcode)
+std::optional<Copy> readCopy(ResumingWork& reads, const Manner& manner, const QString& barcode)
 {
-    const Recordset row = openOrEmpty(session, conn, manner.copySelect.arg(barcode));
+    const Recordset row = reads.select(manner.copySelect.arg(barcode));
     if (row.eof()) return {};
     return Copy {row.field(u"borrowstatus").isTrue(), row.field(u"bookstatus").text()};
 }
 
-ChargeResult refuseCopy(
-    Session& session, DeskView& desk, ChargeResult result, const QString& text, QStringView title)
+Verdict refuseCopy(ChargeResult result, const QString& text, const QString& title = Hint)
 {
-    session.prompt.inform(text, title);
-    desk.selectBarCode();
-    return result;
+    return Objection {result, {text, title, Icon::Information, BarcodeBox}};
 }
 
-Refusal refuseUnlendable(Session& session, DeskView& desk, const Copy& copy)
+Verdict checkCopy(const std::optional<Copy>& copy)
 {
-    const QStringView own; // the application title
-    if (!copy.lendable) {
-        if (sameText(copy.status, u"借出"))
-            return refuseCopy(session, desk, NotAvailable, u"此书当前已借出"_s, own);
-        if (sameText(copy.status, u"丢失"))
-            return refuseCopy(session, desk, NotAvailable, u"此书已标记为丢失"_s, own);
-        if (sameText(copy.status, u"注销"))
-            return refuseCopy(session, desk, NotAvailable, u"此书已标记为注销"_s, own);
-        return refuseCopy(session, desk, NotAvailable, u"此书当前不可借"_s, HintTitle);
-    }
-    if (sameText(copy.status, u"典藏"))
-        return refuseCopy(session, desk, ReferenceCopy, u"此书是典藏书，不能外借"_s, HintTitle);
-    return {};
+    if (!copy) return refuseCopy(NoSuchCopy, u"书库没有此书的记录"_s);
+    const bool reference = sameText(copy->status, u"典藏");
+    if (copy->lendable)
+        return reference ? refuseCopy(ReferenceCopy, u"此书是典藏书，不能外借"_s) : std::nullopt;
+    if (sameText(copy->status, u"借出")) return refuseCopy(NotAvailable, u"此书当前已借出"_s, OwnTitle);
+    // The select brings no lost or withdrawn copy; the two answers stay, as the list of states is whole with
+    // them.
+    if (sameText(copy->status, u"丢失")) return refuseCopy(NotAvailable, u"此书已标记为丢失"_s, OwnTitle);
+    if (sameText(copy->status, u"注销")) return refuseCopy(NotAvailable, u"此书已标记为注销"_s, OwnTitle);
+    return refuseCopy(NotAvailable, u"此书当前不可借"_s);
 }
 
-/// The hold on this copy, if its last day still lies ahead. Only the first reservation is looked at.
-std::optional<Hold> findLiveHold(Session& session, Connection& conn, const QString& barcode)
+/// The hold on this copy, if its last day still lies ahead. Only the first reservation is looked at. The time
+/// of day is compared on purpose: a hold that ends today is over.
+std::optional<Hold> findLiveHold(ResumingWork& reads, const QString& barcode)
 {
-    const Recordset row = openOrEmpty(session, conn,
+    const Recordset row = reads.select(
         u"select barcode,oldtime,yyk.readercode,barcode,name,readerclass from yyk  join dzk on yyk.readercode=dzk.readercode where yyk.barcode='%1'"_s
             .arg(barcode));
     if (row.eof() || row.field(u"barcode").text().isEmpty()) return {};
     const QDateTime lastDay = row.field(u"oldtime").moment();
-    if (!lastDay.isValid() || lastDay < GetServerDate(session)) return {};
+    if (!lastDay.isValid() || lastDay < GetServerDate(reads.session())) return {};
     return Hold {
         row.field(u"readercode").text(), row.field(u"name").text(), row.field(u"readerclass").text()};
 }
@@ -207,61 +213,71 @@ QString loanInsert(const Session& session, const Loan& loan, const QString& toda
             loan.readercode, loan.barcode, today, due, session.OperatorName, QString::number(*loan.renewals));
 }
 
-/// Loan, copy and reader, and the reservation where it ends. The number of copy rows that changed.
-int sendLoan(Session& session, Connection& conn, const Loan& loan)
+/// Loan, copy and reader, and the reservation where it ends. Whether the copy changed.
+bool sendLoan(ResumingWork& writes, const Loan& loan)
 {
-    const auto send
-        = [&](const QString& tsql) { return session.error.attempt([&] { return conn.execute(tsql); }); };
+    Session& session = writes.session();
     if (loan.reservation == Reservation::Postponed)
-        send(u"update yyk set barcode='',orderstatus=0 where barcode='%1'"_s.arg(loan.barcode));
+        writes.send(u"update yyk set barcode='',orderstatus=0 where barcode='%1'"_s.arg(loan.barcode));
     const QString today = isoDate(GetServerDate(session));
     const QString due = isoDate(ComputeDueDate(session, loan.days));
-    // The dates cleared what failed before them; what fails from here on is never committed.
-    conn.endTransactionOnFailure();
-    send(loanInsert(session, loan, today, due));
-    const auto changed = send(
+    writes.endTransactionOnFailure(); // the two dates forgot what failed before them
+    writes.send(loanInsert(session, loan, today, due));
+    const auto changed = writes.send(
         u"update SCK set borrowstatus=0,bookstatus='借出' where bookstatus<>'丢失' and  bookstatus<>'注销' and barcode='%1'"_s
             .arg(loan.barcode));
     const bool fulfilled = loan.reservation == Reservation::Fulfilled;
-    send(fulfilled
-            ? u"update DZK set orderbook=orderbook+1,yordercshu=yordercshu-1 where ReaderCode='%1'"_s.arg(
-                loan.readercode)
-            : u"update DZK set orderbook=orderbook+1 where ReaderCode='%1'"_s.arg(loan.readercode));
-    if (fulfilled) send(u"delete yyk where barCode='%1'"_s.arg(loan.barcode));
-    return changed.value_or(0);
+    const QString reserved = fulfilled ? u",yordercshu=yordercshu-1"_s : QString();
+    writes.send(
+        u"update DZK set orderbook=orderbook+1%1 where ReaderCode='%2'"_s.arg(reserved, loan.readercode));
+    if (fulfilled) writes.send(u"delete yyk where barCode='%1'"_s.arg(loan.barcode));
+    return changed.value_or(0) > 0;
 }
 
 ChargeResult writeLoan(Session& session, const Loan& loan)
 {
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return Charged;
-    const bool written = inTransaction(session, conn, [&] { return sendLoan(session, conn, loan); });
-    return written ? Charged : NotCharged;
+    ResumingWork writes(session);
+    if (!writes) return Charged;
+    return writes.transact([&] { return sendLoan(writes, loan); }) ? Charged : NotCharged;
+}
+
+/// The checks in their order. Takes the period of the loan from the reader.
+Verdict examine(ResumingWork& reads, const Manner& manner, Loan& loan)
+{
+    const auto reader = readReader(reads, loan.readercode);
+    if (const auto objection = checkReader(reads, reader, manner, loan.readercode)) return objection;
+    if (!manner.renewals && reader->days >= 1) loan.days = reader->days;
+    return checkCopy(readCopy(reads, manner, loan.barcode));
+}
+
+ChargeResult refuse(Session& session, DeskView& desk, const Objection& objection)
+{
+    constexpr int dischargePage = 1;
+    tell(session.prompt, objection.refusal, [&](int place) {
+        if (place == ReaderBox)
+            desk.focusReaderCode();
+        else if (place == BarcodeBox)
+            desk.selectBarCode();
+        else
+            desk.showPage(dischargePage);
+    });
+    return objection.result;
 }
 
 ChargeResult charge(
     Session& session, DeskView& desk, const Manner& manner, const QString& barcode, const QString& readercode)
 {
     if (readercode.isEmpty() || barcode.isEmpty()) return Incomplete;
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return Charged;
+    ResumingWork reads(session);
+    if (!reads) return Charged;
 
     Loan loan;
     loan.barcode = doubled(barcode);
     loan.readercode = doubled(readercode);
     loan.renewals = manner.renewals;
-    const auto reader = readReader(session, conn, loan.readercode);
-    if (!reader) return refuseUnknownReader(session, desk, manner);
-    if (const auto refusal = refuseInvalidCard(session, *reader)) return *refusal;
-    if (const auto refusal = refuseFullQuota(session, desk, *reader)) return *refusal;
-    if (const auto refusal = refuseOverdue(session, desk, conn, *reader, loan.readercode)) return *refusal;
-    if (!manner.renewals && reader->days >= 1) loan.days = reader->days;
+    if (const auto objection = examine(reads, manner, loan)) return refuse(session, desk, *objection);
 
-    const auto copy = readCopy(session, conn, manner, loan.barcode);
-    if (!copy) return refuseCopy(session, desk, NoSuchCopy, u"书库没有此书的记录"_s, HintTitle);
-    if (const auto refusal = refuseUnlendable(session, desk, *copy)) return *refusal;
-
-    if (const auto hold = findLiveHold(session, conn, loan.barcode)) {
+    if (const auto hold = findLiveHold(reads, loan.barcode)) {
         const bool own = sameText(hold->readercode, readercode);
         if (!own && !lendInSpiteOf(session, *hold)) return NotCharged;
         loan.reservation = own ? Reservation::Fulfilled : Reservation::Postponed;

@@ -270,7 +270,7 @@ void TsjhFrm::tell(const QString& text, bool good)
 void TsjhFrm::showDetails(FlexGrid& grid, int barcodeColumn)
 {
     const QString barcode = grid.current(barcodeColumn);
-    if (!barcode.trimmed().isEmpty()) m_tip.setToolText(&grid, bookDetails(m_session, barcode));
+    if (!isBlank(barcode)) m_tip.setToolText(&grid, bookDetails(m_session, barcode));
 }
 
 void TsjhFrm::focusReaderCode()

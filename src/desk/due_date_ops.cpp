@@ -1,6 +1,7 @@
 #include "desk/due_date_ops.h"
 
 #include "frame/sublib.h"
+#include "frame/work.h"
 
 namespace quilla {
 
@@ -37,10 +38,9 @@ QDate moveOverHolidays(QDate start, int days, const std::vector<Holiday>& holida
 
 QDateTime ComputeDueDate(Session& session, qint16 days)
 {
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return zeroDate().startOfDay();
-    Recordset rows
-        = openOrEmpty(session, conn, u"Select code From Global Where type='holiday' Order by code"_s);
+    ResumingWork work(session);
+    if (!work) return zeroDate().startOfDay();
+    Recordset rows = work.select(u"Select code From Global Where type='holiday' Order by code");
     const QDateTime now = GetServerDate(session);
     if (rows.eof()) return now.addDays(days);
 

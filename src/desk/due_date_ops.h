@@ -21,7 +21,7 @@ std::optional<Holiday> readHoliday(const QString& code);
 QDate moveOverHolidays(QDate start, int days, const std::vector<Holiday>& holidays);
 
 /// The due date of a loan of `days` made now, over the holiday calendar. With an empty calendar the
-/// server's date plus `days`, with its time of day; the zero date when no connection can be had. Clears
+/// server's date plus `days`, with its time of day; the zero date when no connection can be had. Forgets
 /// the session's error.
 QDateTime ComputeDueDate(Session& session, qint16 days);
 

@@ -1,6 +1,7 @@
 #include "desk/loan_query_ops.h"
 
 #include "frame/sublib.h"
+#include "frame/work.h"
 #include "platform/report/report_viewer.h"
 
 namespace quilla {
@@ -15,36 +16,34 @@ const std::array<QString, 4> Conditions {
     u"(bookname Like '%%1%' OR barcode = '%1')"_s,
 };
 
-QString cell(Session& session, const Recordset& row, QStringView field)
+QString cell(ResumingWork& work, const Recordset& row, QStringView field)
 {
-    return session.error.attempt([&] { return row.field(field).text(); }).value_or(QString());
+    return work.attempt([&] { return row.field(field).text(); }).value_or(QString());
 }
 
-QString dateCell(Session& session, const Recordset& row, QStringView field)
+QString dateCell(ResumingWork& work, const Recordset& row, QStringView field)
 {
-    return session.error.attempt([&] { return isoDate(row.field(field).moment()); }).value_or(QString());
+    return work.attempt([&] { return isoDate(row.field(field).moment()); }).value_or(QString());
 }
 
-LoanLine lineOf(Session& session, const Recordset& row)
+LoanLine lineOf(ResumingWork& work, const Recordset& row)
 {
     LoanLine line;
     for (const QStringView field : {u"ReaderCode", u"Name", u"BarCode", u"BookName", u"Price"})
-        line.append(cell(session, row, field));
+        line.append(cell(work, row, field));
     for (const QStringView field : {u"orderdate", u"yhdate"})
-        line.append(dateCell(session, row, field));
-    line.append(cell(session, row, u"operater"));
-    session.error.clear();
+        line.append(dateCell(work, row, field));
+    line.append(cell(work, row, u"operater"));
     return line;
 }
 
 QStringList firstColumn(Session& session, const QString& tsql)
 {
     QStringList values;
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return values;
-    for (Recordset row = openOrEmpty(session, conn, tsql); !row.eof(); row.next())
+    ResumingWork work(session);
+    if (!work) return values;
+    for (Recordset row = work.select(tsql); !row.eof(); row.next())
         values.append(row.field(0).text());
-    session.error.clear();
     return values;
 }
 
@@ -67,23 +66,21 @@ QString loanStatement(const LoanQuery& query)
 std::vector<LoanLine> findLoans(Session& session, const QString& statement)
 {
     std::vector<LoanLine> lines;
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return lines;
-    Recordset row = openOrEmpty(session, conn, statement);
-    session.error.clear();
+    ResumingWork work(session);
+    if (!work) return lines;
+    Recordset row = work.select(statement);
     if (row.eof()) session.prompt.inform(u"找不到任何匹配的记录"_s, OperationTitle);
     for (; !row.eof(); row.next())
-        lines.push_back(lineOf(session, row));
+        lines.push_back(lineOf(work, row));
     return lines;
 }
 
 void printLoans(Session& session, ReportViewer& viewer, const QString& statement)
 {
     if (statement.isEmpty()) return;
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return;
-    Recordset rows = openOrEmpty(session, conn, statement);
-    session.error.clear();
+    ResumingWork work(session);
+    if (!work) return;
+    Recordset rows = work.select(statement);
     if (!rows.eof()) viewer.showReport(u"JHSKReport"_s, rows);
 }
 

@@ -1,6 +1,7 @@
 #include "desk/reader_panel_ops.h"
 
 #include "frame/sublib.h"
+#include "frame/work.h"
 
 namespace quilla {
 
@@ -8,7 +9,7 @@ namespace {
 
 QString shown(const Recordset& row, QStringView field)
 {
-    return row.field(field).text().trimmed();
+    return trimBlanks(row.field(field).text());
 }
 
 QString freeLoans(const Recordset& row)
@@ -34,25 +35,17 @@ ReaderPanel panelOf(const Recordset& row)
     return panel;
 }
 
-void repairStatus(
-    Session& session, DeskView& desk, Connection& conn, const Recordset& row, const QString& readercode)
+void repairStatus(ResumingWork& work, DeskView& desk, const Recordset& row, const QString& readercode)
 {
     const QString status = row.field(u"readstatus").text();
     const QDateTime term = row.field(u"term").moment();
     if (!term.isValid()) return;
-    const bool expired = term < GetServerDate(session);
-    if (sameText(status, u"超期") && !expired) {
-        desk.showReaderStatus(u"有效"_s);
-        session.error.attempt([&] {
-            conn.execute(u"update dzk set readstatus='有效' where readercode='%1'"_s.arg(readercode));
-        });
-    }
-    if (sameText(status, u"有效") && expired) {
-        desk.showReaderStatus(u"超期"_s);
-        session.error.attempt([&] {
-            conn.execute(u"update dzk set readstatus='超期' where readercode='%1'"_s.arg(readercode));
-        });
-    }
+    const bool expired = term < GetServerDate(work.session());
+    const QString before = expired ? u"有效"_s : u"超期"_s;
+    const QString after = expired ? u"超期"_s : u"有效"_s;
+    if (!sameText(status, before)) return;
+    desk.showReaderStatus(after);
+    work.send(u"update dzk set readstatus='%1' where readercode='%2'"_s.arg(after, readercode));
 }
 
 } // namespace
@@ -60,35 +53,33 @@ void repairStatus(
 void ShowReader(Session& session, DeskView& desk, const QString& readercode)
 {
     desk.clearReaderPanel();
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return;
+    ResumingWork work(session);
+    if (!work) return;
     const QString code = doubled(readercode);
-    const Recordset row = openOrEmpty(session, conn,
+    const Recordset row = work.select(
         u"select ReaderCode,Name,Sex,ReaderClass,readunit,bookcount,orderbook,readstatus,term from DZK where readercode='%1'"_s
             .arg(code));
     if (row.eof()) {
         session.prompt.warn(u"无效读者号，取消该操作。"_s, OperationTitle);
         desk.emptyReaderCode();
         desk.focusReaderCode();
-    } else {
-        desk.emptyAndFocusBarCode();
-        desk.fillReaderPanel(panelOf(row));
-        repairStatus(session, desk, conn, row, code);
+        return;
     }
-    session.error.clear();
+    desk.emptyAndFocusBarCode();
+    desk.fillReaderPanel(panelOf(row));
+    repairStatus(work, desk, row, code);
 }
 
 void ShowLoans(Session& session, DeskView& desk, const QString& readercode)
 {
     desk.setUpLoans();
     if (readercode.isEmpty()) return;
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return;
-    Recordset loans = openOrEmpty(session, conn,
+    ResumingWork work(session);
+    if (!work) return;
+    Recordset loans = work.select(
         u"select a.jhskid,a.barcode,b.bookname,b.author,a.orderdate,a.yhdate,a.operater from jhsk a join sck c on a.barcode=c.barcode join zsk b on b.zskid=c.zskid and c.bookstatus<>'丢失' and  c.bookstatus<>'注销'  where a.ReaderCode='%1'"_s
             .arg(doubled(readercode)));
     if (!loans.eof()) desk.bindLoans(loans);
-    session.error.clear();
 }
 
 void ShowReturns(Session& session, DeskView& desk, const QString& readercode, Returns which)
@@ -102,22 +93,20 @@ void ShowReturns(Session& session, DeskView& desk, const QString& readercode, Re
         select
             += u" And year(a.backdate)=year(getdate()) And month(a.backdate)=month(getdate()) And day(a.backdate)=day(getdate())"_s;
     select += u" order by a.jhslsk desc"_s;
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return;
-    Recordset returns = openOrEmpty(session, conn, select);
+    ResumingWork work(session);
+    if (!work) return;
+    Recordset returns = work.select(select);
     if (!returns.eof()) desk.bindReturns(returns);
-    session.error.clear();
 }
 
 QString bookDetails(Session& session, const QString& barcode)
 {
-    if (barcode.trimmed().isEmpty()) return {};
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return {};
-    const Recordset row = openOrEmpty(session, conn,
+    if (isBlank(barcode)) return {};
+    ResumingWork work(session);
+    if (!work) return {};
+    const Recordset row = work.select(
         u"Select bookname as [书    名],author as [作    者],publisher as [出 版 者],ztc as [主 题 词],classcode as [分 类 号],catatime as [入库日期],docclass as [文献类型],pubdate as [出版日期],books as [丛 书 名],booksauthor as [丛书作者],edition as [版    本],pubplace as [出 版 地],pages as [页    数],authorcode as [作 者 号],lagclass as [语    种] From SCK Left Join ZSK ON sck.zskid=zsk.zskid and sck.bookstatus<>'丢失' and  sck.bookstatus<>'注销' Where sck.barcode='%1'"_s
             .arg(doubled(barcode)));
-    session.error.clear();
     QStringList lines;
     for (int field = 0; !row.eof() && field < row.fieldCount(); ++field)
         lines.append(row.fieldName(field) + u':' + row.field(field).text());

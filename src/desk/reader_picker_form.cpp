@@ -122,17 +122,13 @@ void ReaderPickerFrm::showLine(int row)
 void ReaderPickerFrm::showDetails(const QString& readercode)
 {
     clearDetails();
-    try {
-        const auto details = readReaderDetails(m_session, readercode);
-        if (!details) return;
-        for (std::size_t index = 0; index < details->texts.size(); ++index) {
-            Text2[index].setText(details->texts[index]);
-            Text2[index].setCursorPosition(0); // of a long text the beginning shows
-        }
-        Image1.showFile(details->photo);
-    } catch (const Error& error) {
-        m_session.prompt.inform(error.text, OperationTitle);
+    const auto details = readReaderDetails(m_session, readercode);
+    if (!details) return;
+    for (std::size_t index = 0; index < details->texts.size(); ++index) {
+        Text2[index].setText(details->texts[index]);
+        Text2[index].setCursorPosition(0); // of a long text the beginning shows
     }
+    Image1.showFile(details->photo);
 }
 
 void ReaderPickerFrm::clearDetails()
@@ -148,7 +144,7 @@ void ReaderPickerFrm::takeReader()
 {
     PickedFlag.clear();
     PickedCode.clear();
-    const QString name = Text1.text().trimmed();
+    const QString name = trimBlanks(Text1.text());
     const QString code = Text2[ReaderDetail::Code].text();
     for (int row = 1; row < Grid1.Rows() && PickedFlag.isEmpty(); ++row) {
         if (!sameText(Grid1.TextMatrix(row, NameColumn), name)) continue;

@@ -1,6 +1,6 @@
 #include "desk/reader_picker_ops.h"
 
-#include "frame/sublib.h"
+#include "frame/work.h"
 
 namespace quilla {
 
@@ -34,7 +34,7 @@ QString shown(const Value& value)
 void take(ReaderDetails& details, const Recordset& row, const std::vector<DetailField>& fields)
 {
     for (const auto& [box, field] : fields)
-        details.texts[std::size_t(box)] = shown(row.field(field)).trimmed();
+        details.texts[std::size_t(box)] = shown(row.field(field));
 }
 
 } // namespace
@@ -56,31 +56,40 @@ std::optional<Recordset> findReaders(Session& session, const ReaderPicker& picke
 {
     QString statement = picker.statement;
     if (!part.isEmpty()) statement += picker.namePart.arg(doubled(part));
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return {};
-    Recordset readers = openOrEmpty(session, conn, statement);
-    session.error.clear();
-    return readers;
+    ResumingWork work(session);
+    if (!work) return {};
+    return work.select(statement);
 }
 
-std::optional<ReaderDetails> readReaderDetails(Session& session, const QString& readercode)
+namespace {
+
+/// nullopt for a reader who is gone.
+std::optional<ReaderDetails> detailsOf(StrictWork& work, const QString& readercode)
 {
     const QString code = doubled(readercode);
-    Connection conn = session.connections.open(session.ConnectionText);
-    const Recordset card = conn.open(
+    const Recordset card = work.open(
         u"select  name,sex,readercode,readerclass,readstatus,paperdate,term,bookcount,orderbook,yordercshu,readunit,memo,photo from dzk where readercode='%1'"_s
             .arg(code));
-    if (card.eof()) {
-        session.prompt.inform(u"该读者不存在！(可能已经被删除)"_s, OperationTitle);
-        return {};
-    }
+    if (card.eof()) return {};
     ReaderDetails details;
     take(details, card, cardFields());
-    details.photo = card.field(u"photo").text().trimmed();
-    const Recordset person = conn.open(
+    details.photo = trimBlanks(card.field(u"photo").text());
+    const Recordset person = work.open(
         u"select zhenghaolx,zhenghao,dizhi,birthday,email from dzkx where readercode='%1'"_s.arg(code));
     if (!person.eof()) take(details, person, personFields());
     return details;
+}
+
+} // namespace
+
+std::optional<ReaderDetails> readReaderDetails(Session& session, const QString& readercode)
+{
+    const auto inform = [&](const QString& text) { session.prompt.inform(text, OperationTitle); };
+    const auto details = handled(
+        session, Opened::Directly, [&](StrictWork& work) { return detailsOf(work, readercode); },
+        [&](const Error& error) { inform(error.text); });
+    if (details && !*details) inform(u"该读者不存在！(可能已经被删除)"_s);
+    return details.value_or(std::nullopt);
 }
 
 } // namespace quilla

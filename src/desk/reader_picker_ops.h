@@ -49,11 +49,12 @@ struct ReaderDetails {
     QString photo; ///< path of the picture; empty when there is none
 };
 
-/// The picker's readers whose name holds `part`, all when it is empty: name and code. Nothing when no
+/// The picker's readers whose name holds `part`, all when it is empty: name and code. nullopt when no
 /// connection can be had, which the operator knows; a select that fails counts as one without rows.
 std::optional<Recordset> findReaders(Session& session, const ReaderPicker& picker, const QString& part);
 
-/// What there is to know of a reader. Nothing for a code that is gone, which is told. Throws `Error`.
+/// What there is to know of a reader. nullopt for a code that is gone and after
+/// a failure, which are told.
 std::optional<ReaderDetails> readReaderDetails(Session& session, const QString& readercode);
 
 } // namespace quilla

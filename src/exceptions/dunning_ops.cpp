@@ -1,6 +1,6 @@
 #include "exceptions/dunning_ops.h"
 
-#include "frame/sublib.h"
+#include "frame/work.h"
 
 namespace quilla {
 
@@ -37,11 +37,9 @@ QString dunningStatement(const QString& groupField, const OverdueSelection& sele
 void PrintDunningNotices(
     Session& session, ReportViewer& reports, const QString& groupField, const OverdueSelection& selection)
 {
-    Connection conn;
-    OpenShapeConnection(session, conn);
+    ResumingWork work(session, Opened::Shaped);
     auto notices
-        = session.error.attempt([&] { return conn.openShaped(dunningStatement(groupField, selection)); });
-    session.error.clear();
+        = work.attempt([&] { return work.connection().openShaped(dunningStatement(groupField, selection)); });
     if (notices) reports.showReport(u"JHSKCQRpt"_s, *notices, {noticeKind(groupField).title, {}});
 }
 

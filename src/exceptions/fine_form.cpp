@@ -71,7 +71,7 @@ void FKmangerFrm::wire()
 {
     enterAsTab(allOf(Text1));
     for (int index = 0; index < FineBox::Count; ++index)
-        onLeave(Text1[index], [this, index] { m_fines.Text1_LostFocus(index); });
+        onLeave(Text1[index], [this, index] { m_fines.lookup.Text1_LostFocus(index); });
     for (int index = FineBox::ReaderCode; index <= FineBox::Title; ++index)
         connect(&Text1[index], &QLineEdit::textChanged, this, [this] { m_fines.identityChanged(); });
     for (const FineKind kind : FineKinds) {

@@ -27,7 +27,7 @@ public:
     /// "yes" once a settlement was saved.
     const QString& SavedFlag() const { return m_fines.SavedFlag; }
     /// What the box does when the focus leaves it.
-    void Text1_LostFocus(int index) { m_fines.Text1_LostFocus(index); }
+    void Text1_LostFocus(int index) { m_fines.lookup.Text1_LostFocus(index); }
 
     TextBox Text1[FineBox::Count];
     QCheckBox Check1[3];

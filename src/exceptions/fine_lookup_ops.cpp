@@ -1,5 +1,8 @@
-#include "exceptions/fine_ops.h"
+#include "exceptions/fine_lookup_ops.h"
+
+#include "exceptions/fine_amount_ops.h"
 #include "frame/sublib.h"
+#include "frame/work.h"
 #include "platform/db/decimal.h"
 
 namespace quilla {
@@ -43,21 +46,24 @@ bool isTakenAmount(int index)
 
 } // namespace
 
-void FineHandling::Text1_LostFocus(int index)
+FineLookup::FineLookup(Session& session, FineView& view)
+    : m_session(session)
+    , m_view(view)
 {
-    const QString text = boxText(index).trimmed();
+}
+
+void FineLookup::Text1_LostFocus(int index)
+{
+    const QString text = trimBlanks(m_view.box(index));
     m_view.setBox(index, text);
     if (text.isEmpty()) return;
     if (isTakenAmount(index)) return checkAmount(index, text);
     if (index >= FineBox::FirstOfKinds || LookupDone) return;
-    Connection conn;
-    if (OpenDbConnection(m_session, conn) != GoOn) return;
-    lookUp(index, conn, text);
-    LookupDone = !m_session.error.isSet();
-    m_session.error.clear();
+    ResumingWork work(m_session);
+    if (work) LookupDone = lookUp(work, index, text);
 }
 
-void FineHandling::checkAmount(int index, const QString& text)
+void FineLookup::checkAmount(int index, const QString& text)
 {
     if (const auto amount = Decimal::read(text)) return m_view.setBox(index, amount->fixed(2));
     warn(u"无效数字格式，取消该操作。"_s);
@@ -65,55 +71,53 @@ void FineHandling::checkAmount(int index, const QString& text)
     m_view.focusBox(index);
 }
 
-void FineHandling::lookUp(int index, Connection& conn, const QString& text)
+/// What the database gave goes into the boxes as it is: " P3" with its blank is another reader than "P3".
+bool FineLookup::lookUp(ResumingWork& work, int index, const QString& text)
 {
     const LookUp rule = lookUpOf(index);
-    const Recordset row = openOrEmpty(m_session, conn, rule.statement.arg(doubled(text)));
+    const Recordset row = work.select(rule.statement.arg(doubled(text)));
     if (row.eof()) {
         warn(rule.notFound);
-        return resetScreen(index);
+        resetScreen(index);
+        return !work.failed();
     }
     for (const auto& [field, box] : rule.found)
-        m_view.setBox(box, row.field(field).text().trimmed());
-    if (index == FineBox::ReaderCode || index == FineBox::ReaderName)
-        checkReader(conn);
-    else
-        checkBook();
+        m_view.setBox(box, row.field(field).text());
+    const bool byReader = index == FineBox::ReaderCode || index == FineBox::ReaderName;
+    return byReader ? checkReader(work) : checkBook();
 }
 
 /// The reader was looked up: the book that stands there already must be out with this reader.
-void FineHandling::checkReader(Connection& conn)
+bool FineLookup::checkReader(ResumingWork& work)
 {
-    const QString readercode = boxText(FineBox::ReaderCode);
-    if (!sameText(readercode, GridReader)) ReloadReaderHistory(readercode, {});
-    const QString barcode = boxText(FineBox::Barcode);
-    if (barcode.isEmpty()) return;
-    const Recordset loan = openOrEmpty(m_session, conn,
-        u"Select barcode From jhsk Where barcode='%1' And readercode='%2'"_s.arg(
+    const QString readercode = m_view.box(FineBox::ReaderCode);
+    const bool listed = sameText(readercode, GridReader) || ReloadReaderHistory(readercode, {});
+    const QString barcode = m_view.box(FineBox::Barcode);
+    if (barcode.isEmpty()) return listed;
+    const Recordset loan
+        = work.select(u"Select barcode From jhsk Where barcode='%1' And readercode='%2'"_s.arg(
             doubled(barcode), doubled(readercode)));
-    if (!loan.eof()) return;
-    warn(u"该读者并不存在此书刊的节阅信息。"_s);
-    clearBoxes(FineBox::Barcode);
-    clearKinds();
-    clearWorkings();
-    m_view.focusBox(FineBox::Barcode);
+    if (loan.eof()) {
+        warn(u"该读者并不存在此书刊的节阅信息。"_s);
+        clearFine(m_view, FineBox::Barcode);
+        m_view.focusBox(FineBox::Barcode);
+    }
+    return listed && !work.failed();
 }
 
 /// The book was looked up: its fines are worked out anew.
-void FineHandling::checkBook()
+bool FineLookup::checkBook()
 {
-    const QString readercode = boxText(FineBox::ReaderCode);
-    const QString barcode = boxText(FineBox::Barcode);
+    const QString readercode = m_view.box(FineBox::ReaderCode);
+    const QString barcode = m_view.box(FineBox::Barcode);
     if (!sameText(readercode, GridReader)) ReloadReaderHistory(readercode, barcode);
-    clearKinds();
-    ComputeOverdueFine(readercode, barcode);
+    clearKinds(m_view);
+    return ComputeOverdueFine(m_session, m_view, readercode, barcode);
 }
 
-void FineHandling::resetScreen(int index)
+void FineLookup::resetScreen(int index)
 {
-    clearBoxes(FineBox::ReaderCode);
-    clearKinds();
-    clearWorkings();
+    clearFine(m_view, FineBox::ReaderCode);
     GridReader.clear();
     Recordset none;
     m_view.showLoans(none);
@@ -121,20 +125,25 @@ void FineHandling::resetScreen(int index)
     m_view.focusBox(index);
 }
 
-void FineHandling::ReloadReaderHistory(const QString& readercode, const QString& barcode)
+bool FineLookup::ReloadReaderHistory(const QString& readercode, const QString& barcode)
 {
-    if (readercode.isEmpty()) return;
-    Connection conn;
-    if (OpenDbConnection(m_session, conn) != GoOn) return;
+    if (readercode.isEmpty()) return true;
+    ResumingWork work(m_session);
+    if (!work) return true;
     QString condition = u" where readercode='"_s + doubled(readercode) + u'\'';
     if (!barcode.isEmpty()) condition += u" and barcode='"_s + doubled(barcode) + u'\'';
-    Recordset loans
-        = openOrEmpty(m_session, conn, u"Select barcode,bookname,orderdate,yhdate From jhskV "_s + condition);
+    Recordset loans = work.select(u"Select barcode,bookname,orderdate,yhdate From jhskV "_s + condition);
     m_view.showLoans(loans);
-    Recordset fines = openOrEmpty(
-        m_session, conn, u"Select barcode,bookname,cause,sfmoney,opratedate From FKK "_s + condition);
+    Recordset fines
+        = work.select(u"Select barcode,bookname,cause,sfmoney,opratedate From FKK "_s + condition);
     m_view.showFines(fines);
     GridReader = readercode;
+    return !work.failed();
+}
+
+void FineLookup::warn(const QString& text)
+{
+    m_session.prompt.warn(text, OperationTitle);
 }
 
 } // namespace quilla

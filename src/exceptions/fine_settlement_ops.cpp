@@ -1,5 +1,7 @@
-#include "exceptions/fine_ops.h"
+#include "exceptions/fine_settlement_ops.h"
+
 #include "frame/sublib.h"
+#include "frame/work.h"
 #include "platform/db/decimal.h"
 
 namespace quilla {
@@ -31,123 +33,100 @@ QString today(Session& session)
     return isoDate(GetServerDate(session));
 }
 
-} // namespace
-
-bool FineHandling::ValidateFine()
+Refusal objection(const QString& text, int box)
 {
-    for (int index = FineBox::ReaderCode; index <= FineBox::Title; ++index) {
-        if (!boxText(index).isEmpty()) continue;
-        refuse(u"无效数据，数据输入不能为空。"_s, index);
-        return false;
-    }
-    const bool anyKind = std::any_of(
-        std::begin(FineKinds), std::end(FineKinds), [this](FineKind kind) { return m_view.isTicked(kind); });
-    if (!anyKind) {
-        warn(u"请选择罚款类别（罚款原因）。"_s);
-        m_view.focusKind(FineKind::Defile);
-        return false;
-    }
-    Connection conn;
-    if (OpenDbConnection(m_session, conn) != GoOn) return false;
-    const Recordset loan = openOrEmpty(m_session, conn,
-        u"Select readercode from jhskv Where barcode='%1'"_s.arg(doubled(boxText(FineBox::Barcode))));
-    m_session.error.clear();
-    if (loan.eof()) refuse(u"无效条形码，取消该操作。"_s, FineBox::Barcode);
-    return !loan.eof();
+    return {text, OperationTitle.toString(), Icon::Warning, box};
 }
 
-void FineHandling::SaveFine(int index)
-{
-    Connection conn;
-    if (OpenDbConnection(m_session, conn) != GoOn) return;
-    try {
-        conn.begin(OnFailure::EndTransaction);
-        sendSettlement(conn);
-        conn.commit();
-    } catch (const Error&) {
-        m_session.error.attempt([&] { conn.rollback(); });
-        m_session.error.clear();
-        return warn(u"数据保存出错，取消该操作。"_s);
-    }
-    conn.close();
-    goOnAfterSaving(index);
-    SavedFlag = u"yes"_s;
-}
-
-/// The order is fixed: the ledger takes the copy while its state is still the old one, the history takes
-/// the loan before it goes.
-void FineHandling::sendSettlement(Connection& conn)
-{
-    for (const FineKind kind : FineKinds)
-        if (m_view.isTicked(kind)) insertFine(conn, kind);
-    if (m_view.isTicked(FineKind::Lost))
-        insertLedgerRow(conn);
-    else
-        offerToReservation(conn);
-    closeLoan(conn);
-}
-
-void FineHandling::insertFine(Connection& conn, FineKind kind)
+void insertFine(StrictWork& work, const FineView& view, FineKind kind)
 {
     const QString fine
         = u"insert into FKK(readercode,name,barcode,bookname,yfmoney,sfmoney,cause,oprater,opratedate,memo) Values('%1','%2','%3','%4',%5,%6,'%7','%8',"_s
-              .arg(doubled(boxText(FineBox::ReaderCode)), doubled(boxText(FineBox::ReaderName)),
-                  doubled(boxText(FineBox::Barcode)), doubled(boxText(FineBox::Title)),
-                  bareAmount(boxText(FineBox::due(kind))), bareAmount(boxText(FineBox::taken(kind))),
-                  causeOf(kind), doubled(m_session.OperatorName));
-    conn.execute(fine + u"'%1','%2')"_s.arg(today(m_session), doubled(boxText(FineBox::remark(kind)))));
+              .arg(doubled(view.box(FineBox::ReaderCode)), doubled(view.box(FineBox::ReaderName)),
+                  doubled(view.box(FineBox::Barcode)), doubled(view.box(FineBox::Title)),
+                  bareAmount(view.box(FineBox::due(kind))), bareAmount(view.box(FineBox::taken(kind))),
+                  causeOf(kind), doubled(work.session().OperatorName));
+    work.execute(fine + u"'%1','%2')"_s.arg(today(work.session()), doubled(view.box(FineBox::remark(kind)))));
 }
 
-void FineHandling::insertLedgerRow(Connection& conn)
+void insertLedgerRow(StrictWork& work, const FineView& view)
 {
-    conn.execute(
+    work.execute(
         u"insert into BookOut(bookname,author,barcode,price,cause,outdate,operater) select bookname,author,barcode,price,'丢失','%1','%2' from sck Left Join zsk on sck.zskid=zsk.zskid and sck.bookstatus<>'丢失' and  sck.bookstatus<>'注销' where sck.barcode='%3'"_s
-            .arg(today(m_session), doubled(m_session.OperatorName), doubled(boxText(FineBox::Barcode))));
+            .arg(today(work.session()), doubled(work.session().OperatorName),
+                doubled(view.box(FineBox::Barcode))));
 }
 
 /// A copy that comes back goes to the earliest reservation of its title, unless that one has a copy. The
 /// question stands inside the open transaction, and a hold that is made here has no last day.
-void FineHandling::offerToReservation(Connection& conn)
+void offerToReservation(StrictWork& work, const FineView& view)
 {
-    const QString barcode = doubled(boxText(FineBox::Barcode));
-    const Recordset row = conn.open(
+    const QString barcode = doubled(view.box(FineBox::Barcode));
+    const Recordset row = work.open(
         u"select top 1 yyk.zskid,readercode,yyk.barcode from yyk join sck on  yyk.zskid=sck.zskid and (sck.bookstatus<>'丢失' and  sck.bookstatus<>'注销') and sck.barcode='%1' order by ordertime asc"_s
             .arg(barcode));
     if (row.eof() || !row.field(u"barcode").text().isEmpty()) return;
     const QString readercode = row.field(u"readercode").text();
     const QString question
         = u"读者证号为【"_s + readercode + u"】的读者最先预约了这本书。是否将这本书预约给这位读者？"_s;
-    if (!m_session.prompt.ask(question, OperationTitle, Icon::Warning)) return;
-    conn.execute(u"update yyk set barcode='%1',orderstatus=1 where readercode='%2' and zskid=%3"_s.arg(
+    if (!work.session().prompt.ask(question, OperationTitle, Icon::Warning)) return;
+    work.execute(u"update yyk set barcode='%1',orderstatus=1 where readercode='%2' and zskid=%3"_s.arg(
         barcode, doubled(readercode), row.field(u"zskid").text()));
 }
 
-void FineHandling::closeLoan(Connection& conn)
+void closeLoan(StrictWork& work, const FineView& view)
 {
-    const QString barcode = doubled(boxText(FineBox::Barcode));
-    conn.execute(
+    const QString barcode = doubled(view.box(FineBox::Barcode));
+    work.execute(
         u"insert into JHSLSK(readercode,barcode,orderdate,yhdate,backdate,operater) select readercode,barcode,orderdate,yhdate,'%1','%2' from JHSK where barcode='%3'"_s
-            .arg(today(m_session), doubled(m_session.OperatorName), barcode));
-    conn.execute(u"update DZK set orderbook=orderbook-1 where readercode='%1'"_s.arg(
-        doubled(boxText(FineBox::ReaderCode))));
-    conn.execute(m_view.isTicked(FineKind::Lost)
+            .arg(today(work.session()), doubled(work.session().OperatorName), barcode));
+    work.execute(u"update DZK set orderbook=orderbook-1 where readercode='%1'"_s.arg(
+        doubled(view.box(FineBox::ReaderCode))));
+    // 注销 is tested twice: the statement is the one that every program of the suite sends here
+    work.execute(view.isTicked(FineKind::Lost)
             ? u"update SCK set borrowstatus=0,bookstatus='丢失' where bookstatus<>'丢失' and  bookstatus<>'注销' and barcode='%1'"_s
                   .arg(barcode)
             : u"update SCK set borrowstatus=1,bookstatus='库本' where bookstatus<>'丢失' and  bookstatus<>'注销' and barcode='%1' And bookstatus<>'注销'"_s
                   .arg(barcode));
-    conn.execute(u"delete from JHSK where barcode='%1'"_s.arg(barcode));
+    work.execute(u"delete from JHSK where barcode='%1'"_s.arg(barcode));
 }
 
-/// The first button of the menu's screen keeps the reader for the next fine.
-void FineHandling::goOnAfterSaving(int index)
+/// The order is fixed: the ledger takes the copy while its state is still the old one, the history takes
+/// the loan before it goes.
+void sendSettlement(StrictWork& work, const FineView& view)
 {
-    if (EntryMode == u"E" || index == 1) return m_view.closeScreen();
-    clearBoxes(FineBox::Barcode);
-    clearKinds();
-    clearWorkings();
-    ReloadReaderHistory(boxText(FineBox::ReaderCode), boxText(FineBox::Barcode));
-    m_session.error.clear();
-    m_view.focusBox(FineBox::ReaderCode);
+    for (const FineKind kind : FineKinds)
+        if (view.isTicked(kind)) insertFine(work, view, kind);
+    if (view.isTicked(FineKind::Lost))
+        insertLedgerRow(work, view);
+    else
+        offerToReservation(work, view);
+    closeLoan(work, view);
+}
+
+} // namespace
+
+std::optional<Refusal> ValidateFine(Session& session, const FineView& view)
+{
+    for (int index = FineBox::ReaderCode; index <= FineBox::Title; ++index)
+        if (view.box(index).isEmpty()) return objection(u"无效数据，数据输入不能为空。"_s, index);
+    const bool anyKind = std::any_of(
+        std::begin(FineKinds), std::end(FineKinds), [&](FineKind kind) { return view.isTicked(kind); });
+    if (!anyKind) return objection(u"请选择罚款类别（罚款原因）。"_s, FineBox::ofKind(FineKind::Defile));
+    ResumingWork work(session);
+    if (!work) return Refusal();
+    const Recordset loan = work.select(
+        u"Select readercode from jhskv Where barcode='%1'"_s.arg(doubled(view.box(FineBox::Barcode))));
+    if (loan.eof()) return objection(u"无效条形码，取消该操作。"_s, FineBox::Barcode);
+    return {};
+}
+
+bool SaveFine(Session& session, const FineView& view)
+{
+    return handled(
+        session, Opened::Asking,
+        [&](StrictWork& work) { work.transact([&] { sendSettlement(work, view); }); },
+        [&](const Error&) { session.prompt.warn(u"数据保存出错，取消该操作。"_s, OperationTitle); });
 }
 
 } // namespace quilla

@@ -7,6 +7,8 @@ namespace quilla {
 /// The kinds of a fine, in the order of their boxes and pages.
 enum class FineKind { Overdue, Defile, Lost };
 
+inline constexpr FineKind FineKinds[] {FineKind::Overdue, FineKind::Defile, FineKind::Lost};
+
 /// The boxes of the fine screen by what they hold. Each kind has three: what the rules ask, what is taken,
 /// a remark.
 namespace FineBox {
@@ -23,6 +25,11 @@ constexpr int taken(FineKind kind)
 constexpr int remark(FineKind kind)
 {
     return due(kind) + 2;
+}
+/// Where the focus goes for the tick of a kind, behind the boxes.
+constexpr int ofKind(FineKind kind)
+{
+    return Count + int(kind);
 }
 } // namespace FineBox
 
@@ -50,5 +57,10 @@ public:
 
     virtual void closeScreen() = 0;
 };
+
+/// No kind is ticked, and 丢失 may be ticked again.
+void clearKinds(FineView& view);
+/// Empties the boxes from `first` on, clears the kinds and takes their workings away.
+void clearFine(FineView& view, int first);
 
 } // namespace quilla

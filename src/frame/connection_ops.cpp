@@ -19,18 +19,18 @@ QStringList offeredDataSources()
     return names;
 }
 
-bool checkConnectionInput(Session& session, const ConnectionInput& input)
+std::optional<Refusal> checkConnectionInput(const ConnectionInput& input)
 {
-    const QStringView title = ConnectionTitle;
+    const auto refusal = [](const QString& text) { return Refusal {text, ConnectionTitle.toString()}; };
+    if (input.dataSource == BuiltInDataSource) return {}; // a file asks for no user
     if (!input.dataSource.isEmpty()) {
-        if (!input.user.isEmpty()) return true;
-        session.prompt.inform(u"用户名不能为空!请重新输入!"_s, title);
-        return false;
+        if (!input.user.isEmpty()) return {};
+        return refusal(u"用户名不能为空!请重新输入!"_s);
     }
     const bool complete = !input.user.isEmpty() && !input.driver.isEmpty() && !input.database.isEmpty()
         && !input.server.isEmpty();
-    if (!complete) session.prompt.inform(u"填写的信息不完整!请重新输入!"_s, title);
-    return complete;
+    if (complete) return {};
+    return refusal(u"填写的信息不完整!请重新输入!"_s);
 }
 
 QString buildConnectionText(const ConnectionInput& input)
@@ -72,13 +72,13 @@ Message failureOf(const QString& description)
 
 } // namespace
 
-void testConnection(Session& session, const ConnectionInput& input)
+Message connectionTest(Session& session, const ConnectionInput& input)
 {
     try {
-        const Connection conn = session.connections.open(buildConnectionText(input));
-        session.prompt.inform(u"测试通过！\n请保存连接参数！"_s, u"系统提示"_s);
+        session.connections.open(buildConnectionText(input));
+        return {u"测试通过！\n请保存连接参数！"_s, u"系统提示"_s};
     } catch (const Error& error) {
-        session.prompt.show(failureOf(error.text));
+        return failureOf(error.text);
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "frame/refusal.h"
 #include "frame/session.h"
 
 namespace quilla {
@@ -23,8 +24,8 @@ QStringList offeredDrivers();
 /// "(None)", the built-in data source, and every data source of the machine whose name is not blank.
 QStringList offeredDataSources();
 
-/// Tells what is missing. False when something is; the focus then belongs to the user box.
-bool checkConnectionInput(Session& session, const ConnectionInput& input);
+/// What is missing, nullopt when the input is complete. The built-in data source needs no user.
+std::optional<Refusal> checkConnectionInput(const ConnectionInput& input);
 
 /// The stored form of the input. Values have their quotes doubled, as every program of the suite does.
 QString buildConnectionText(const ConnectionInput& input);
@@ -32,7 +33,7 @@ QString buildConnectionText(const ConnectionInput& input);
 /// Stores the input and makes it the session's. False when it could not be stored, which is told.
 bool saveConnection(Session& session, const ConnectionInput& input);
 
-/// Opens a connection with the input and tells how it went.
-void testConnection(Session& session, const ConnectionInput& input);
+/// Opens a connection with the input: how it went, as the operator is to be told.
+Message connectionTest(Session& session, const ConnectionInput& input);
 
 } // namespace quilla

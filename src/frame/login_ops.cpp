@@ -1,6 +1,7 @@
 #include "frame/login_ops.h"
 
 #include "frame/sublib.h"
+#include "frame/work.h"
 
 namespace quilla {
 
@@ -22,15 +23,16 @@ LoginOutcome Login::enter(const QString& name, const QString& password)
         m_session.prompt.inform(u"用户名或者密码中不能包含【'】符号！"_s, OperationTitle);
         return LoginOutcome::Stay;
     }
-    Connection conn;
-    if (OpenDbConnection(m_session, conn) != GoOn) return LoginOutcome::Stay;
-    const Recordset user = openOrEmpty(m_session, conn,
+    ResumingWork work(m_session);
+    if (!work) return LoginOutcome::Stay;
+    // name and password stand in the statement as they were typed: the test above takes the place of quoting
+    const Recordset user = work.select(
         u"Select userid,username,borrow From LibUse where username='%1' And password='%2'"_s.arg(
             name, password));
-    if (m_session.error.isSet()) {
+    if (work.failed()) {
+        work.release();
         if (m_session.prompt.ask(u"是否重新输入连接数据库的信息？"_s, OperationTitle))
             m_session.connectionEditor.editConnection();
-        m_session.error.clear();
         return LoginOutcome::Stay;
     }
     return user.eof() ? refuse() : judge(user, name);

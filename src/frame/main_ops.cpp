@@ -1,6 +1,7 @@
 #include "frame/main_ops.h"
 
 #include "frame/sublib.h"
+#include "frame/work.h"
 
 namespace quilla {
 
@@ -15,24 +16,23 @@ std::array<QString, 3> statusTexts(Session& session)
 
 bool overdueLoansExist(Session& session)
 {
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return false;
+    StrictWork work(session);
+    if (!work) return false;
     const QString today = isoDate(GetServerDate(session));
-    return !conn.open(u"Select Top 1 barcode From JHSK Where yhdate<'%1'"_s.arg(today)).eof();
+    return !work.open(u"Select Top 1 barcode From JHSK Where yhdate<'%1'"_s.arg(today)).eof();
 }
 
 bool openingSteps(Session& session, const std::function<void(const std::array<QString, 3>&)>& showStatus)
 {
+    const ResumeScope resume(session.error);
     bool look = false;
     session.error.attempt([&] { showStatus(statusTexts(session)); });
     session.error.attempt([&] {
         look = overdueLoansExist(session)
             && session.prompt.ask(u"借还书库中存在超期书刊，是否查看？"_s, OperationTitle, Icon::Warning);
     });
-    if (session.error.isSet()) {
+    if (session.error.isSet())
         session.prompt.inform(u"出现意外错误！详细信息如下：\n"_s + session.error.text(), OperationTitle);
-        session.error.clear();
-    }
     return look;
 }
 

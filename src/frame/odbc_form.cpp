@@ -59,7 +59,9 @@ ConnectionInput frmODBC::input() const
 
 bool frmODBC::isComplete()
 {
-    if (checkConnectionInput(m_session, input())) return true;
+    const auto refusal = checkConnectionInput(input());
+    if (!refusal) return true;
+    tell(m_session.prompt, *refusal);
     txtUID.setFocus();
     return false;
 }
@@ -74,11 +76,13 @@ void frmODBC::test()
     if (!isComplete()) return;
     fraStep3.setTitle(u"正在尝试连接数据库,请稍候......."_s);
     fraStep3.repaint();
+    Message outcome;
     {
         const WaitCursor wait;
-        testConnection(m_session, input());
+        outcome = connectionTest(m_session, input());
     }
     fraStep3.setTitle(u"连接值"_s);
+    m_session.prompt.show(outcome);
 }
 
 void DialogConnectionEditor::editConnection()

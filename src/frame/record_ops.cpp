@@ -1,6 +1,6 @@
 #include "frame/record_ops.h"
 
-#include "frame/sublib.h"
+#include "frame/work.h"
 
 namespace quilla {
 
@@ -8,10 +8,10 @@ void removeRecords(Session& session, const RecordRemoval& removal, const QString
     const std::function<void()>& gone)
 {
     if (!session.prompt.ask(removal.question, OperationTitle, Icon::Question)) return;
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return;
+    StrictWork work(session);
+    if (!work) return;
     for (const QString& key : keys) {
-        conn.execute(removal.statement.arg(doubled(key)));
+        work.execute(removal.statement.arg(doubled(key)));
         gone();
     }
 }

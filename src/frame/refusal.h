@@ -6,8 +6,8 @@
 
 namespace quilla {
 
-/// Why an operation does not go on: what the operator is told, and which box gets the focus then. Checks are
-/// pure and return one, nullopt where there is no objection; one place tells it.
+/// Why an operation does not go on: what the operator is told, and which box gets the focus then. Checks
+/// show nothing and return one, nullopt where there is no objection; one place tells it.
 struct Refusal {
     static constexpr int NoBox = -1; ///< the focus stays
 
@@ -17,10 +17,15 @@ struct Refusal {
     int box = NoBox; ///< an index that the screen knows
 };
 
+inline void tell(Prompt& prompt, const Refusal& refusal)
+{
+    if (!refusal.text.isEmpty()) prompt.show({refusal.text, refusal.title, refusal.icon});
+}
+
 /// Shows the refusal, then lets `focus` move to its box.
 template <typename Focus> void tell(Prompt& prompt, const Refusal& refusal, Focus&& focus)
 {
-    if (!refusal.text.isEmpty()) prompt.show({refusal.text, refusal.title, refusal.icon});
+    tell(prompt, refusal);
     if (refusal.box != Refusal::NoBox) focus(refusal.box);
 }
 

@@ -28,7 +28,7 @@ bool offerConnectionSettings(Session& session)
 
 int OpenDbConnection(Session& session, Connection& conn)
 {
-    session.error.clear();
+    const ResumeScope resume(session.error);
     if (!readConnectionText(session)) return offerConnectionSettings(session) ? -1 : 0;
 
     conn = Connection();
@@ -36,28 +36,24 @@ int OpenDbConnection(Session& session, Connection& conn)
 
     const QString question = u"对不起，连接数据库失败！错误原因如下：\n%1\n重新输入连接数据库的信息吗?"_s.arg(
         session.error.text());
-    const bool enterAnew = session.prompt.ask(question, ConnectionTitle);
-    session.error.clear();
-    if (!enterAnew) return GoOn;
+    if (!session.prompt.ask(question, ConnectionTitle)) return GoOn;
     session.connectionEditor.editConnection();
     return -1;
 }
 
 int OpenShapeConnection(Session& session, Connection& conn)
 {
-    session.error.clear();
+    const ResumeScope resume(session.error);
     QString text = session.ConnectionText;
     text.replace(u"MSDASQL"_s, u"MSDataShape"_s);
     conn = Connection();
     session.error.attempt([&] { conn = session.connections.open(text); });
-    const int number = session.error.number();
-    session.error.clear();
-    return number;
+    return session.error.number();
 }
 
 QDateTime GetServerDate(Session& session)
 {
-    session.error.clear();
+    const ResumeScope resume(session.error);
     std::optional<QDateTime> answered;
     session.error.attempt([&] {
         Connection conn = session.connections.open(session.ConnectionText);
@@ -68,7 +64,6 @@ QDateTime GetServerDate(Session& session)
     if (session.error.isSet())
         session.prompt.inform(
             u"获取服务器日期时出现错误！原因如下：\n"_s + session.error.text(), OperationTitle);
-    session.error.clear();
     return result;
 }
 

@@ -4,39 +4,43 @@
 
 namespace quilla {
 
-void Work::openAsking()
+void Work::open(Opened opened)
 {
-    m_goOn = OpenDbConnection(m_session, m_conn) == GoOn;
+    switch (opened) {
+    case Opened::Asking:
+        m_goOn = OpenDbConnection(m_session, m_conn) == GoOn;
+        break;
+    case Opened::Directly:
+        m_conn = m_session.connections.open(m_session.ConnectionText);
+        break;
+    case Opened::Shaped:
+        OpenShapeConnection(m_session, m_conn);
+        break;
+    }
 }
 
 StrictWork::StrictWork(Session& session, Opened opened)
     : Work(session)
 {
-    if (opened == Opened::Asking)
-        openAsking();
-    else
-        m_conn = session.connections.open(session.ConnectionText);
+    Work::open(opened);
 }
 
 ResumingWork::ResumingWork(Session& session, Opened opened)
     : Work(session)
+    , m_resume(session.error)
 {
-    session.error.clear();
-    if (opened == Opened::Asking)
-        openAsking();
-    else
-        session.error.attempt([&] { m_conn = session.connections.open(session.ConnectionText); });
+    attempt([&] { open(opened); });
 }
 
 std::optional<int> ResumingWork::send(QStringView tsql)
 {
-    return m_session.error.attempt([&] { return m_conn.execute(tsql); });
+    return attempt([&] { return m_conn.execute(tsql); });
 }
 
 Recordset ResumingWork::select(QStringView tsql, CursorType cursor)
 {
     Recordset rows;
-    m_session.error.attempt([&] { rows = m_conn.open(tsql, cursor); });
+    attempt([&] { rows = m_conn.open(tsql, cursor); });
     return rows;
 }
 

@@ -1,6 +1,6 @@
 #include "output/export_ops.h"
 
-#include "frame/sublib.h"
+#include "frame/work.h"
 #include "platform/grid/grid_model.h"
 #include "platform/sheet/sheet_writer.h"
 
@@ -129,9 +129,9 @@ void runExport(const Exporter& exporter, const std::function<QString()>& steps)
 /// What the operator is to be told; empty when all went well.
 QString exportSelect(const Exporter& exporter, const ExportLayout& layout, const QString& select)
 {
-    Connection conn;
-    if (OpenDbConnection(exporter.session, conn) != GoOn) return {};
-    Recordset rows = conn.open(select);
+    StrictWork work(exporter.session);
+    if (!work) return {};
+    Recordset rows = work.open(select);
     if (rows.recordCount() < 1) return u"没有符合条件的记录！"_s;
     exporter.progress.setTotal(rows.recordCount());
     const std::vector<int> places = fieldPlaces(rows, layout);

@@ -39,7 +39,7 @@ public:
     void enter(int index, const QString& text)
     {
         setBox(index, text);
-        handling->Text1_LostFocus(index);
+        handling->lookup.Text1_LostFocus(index);
     }
     /// The boxes from `first` to `last`, joined by "|".
     QString texts(int first = 0, int last = FineBox::Title) const

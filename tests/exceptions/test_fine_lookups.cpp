@@ -1,4 +1,5 @@
 #include "exceptions/fine_screen_double.h"
+#include "exceptions/fine_settlement_ops.h"
 
 #include <QTest>
 
@@ -38,7 +39,7 @@ private Q_SLOTS:
             QCOMPARE(m_screen.texts(), identity);
             QCOMPARE(m_screen.loans, loans);
             QCOMPARE(m_screen.kinds(), kinds);
-            QVERIFY(m_fines->LookupDone);
+            QVERIFY(m_fines->lookup.LookupDone);
         }
     }
 
@@ -59,7 +60,7 @@ private Q_SLOTS:
             m->prompt.expect(message).titled(u"操作提示").icon(Icon::Warning);
             m_screen.enter(box, text);
             QCOMPARE(m_screen.texts(0, 12), QString(12, u'|'));
-            QCOMPARE(m_screen.kinds() + m_screen.loans + m_fines->GridReader, QString());
+            QCOMPARE(m_screen.kinds() + m_screen.loans + m_fines->lookup.GridReader, QString());
             QVERIFY(m_screen.tickable[2]);
             QCOMPARE(m_screen.workings[0] + m_screen.focus, u"Text1(%1)"_s.arg(box));
         }
@@ -89,7 +90,7 @@ private Q_SLOTS:
     {
         m_screen.enter(FineBox::Barcode, u"B1"_s);
         m->failAt({});
-        m_fines->Text1_LostFocus(FineBox::Barcode);
+        m_fines->lookup.Text1_LostFocus(FineBox::Barcode);
         m_screen.enter(FineBox::ReaderName, u"甲"_s);
         QCOMPARE(m->sent, QStringList());
         m_screen.enter(FineBox::ReaderName, {});
@@ -228,7 +229,7 @@ private Q_SLOTS:
             m->failAt(statement);
             lookUpAnew(u"B2"_s);
             QCOMPARE(statement + m_screen.texts(), statement + identity);
-            QCOMPARE(m_fines->LookupDone, done);
+            QCOMPARE(m_fines->lookup.LookupDone, done);
             QVERIFY(!m->session.error.isSet());
         }
     }
@@ -240,9 +241,8 @@ private Q_SLOTS:
             m->prompt.expectStart(u"无法取得正确连接数据库的信息!"_s).answer(Answer::No);
         m_screen.enter(FineBox::Barcode, u"B2"_s);
         QCOMPARE(m_screen.texts(), u"||B2|"_s);
-        QVERIFY(!m_fines->LookupDone);
-        m_fines->SaveFine(1);
-        QVERIFY(!m_screen.closed && m_fines->SavedFlag.isEmpty());
+        QVERIFY(!m_fines->lookup.LookupDone);
+        QVERIFY(!SaveFine(m->session, m_screen));
     }
 
 private:

@@ -135,25 +135,27 @@ private Q_SLOTS:
     void connectionInputIsChecked()
     {
         for (const auto& [server, database] : {std::pair {u""_s, u"b"_s}, std::pair {u"s"_s, u""_s}}) {
-            m->prompt.expect(u"填写的信息不完整!请重新输入!"_s)
-                .titled(u"管理系统操作提示")
-                .icon(Icon::Information);
-            QVERIFY(!checkConnectionInput(m->session, {{}, u"a"_s, u"x"_s, u"d"_s, server, database}));
+            const auto refusal = checkConnectionInput({{}, u"a"_s, u"x"_s, u"d"_s, server, database});
+            QVERIFY(refusal && refusal->icon == Icon::Information);
+            QCOMPARE(refusal->title + refusal->text, u"管理系统操作提示填写的信息不完整!请重新输入!"_s);
         }
-        QVERIFY(checkConnectionInput(m->session, {{}, u"a"_s, {}, u"d"_s, u"s"_s, u"b"_s}));
-        QVERIFY(checkConnectionInput(m->session, {u"lib"_s, u"a"_s, {}, {}, {}, {}}));
+        QVERIFY(!checkConnectionInput({{}, u"a"_s, {}, u"d"_s, u"s"_s, u"b"_s}));
+        QVERIFY(!checkConnectionInput({u"lib"_s, u"a"_s, {}, {}, {}, {}}));
+        QCOMPARE(checkConnectionInput({u"lib"_s, {}, {}, {}, {}, {}})->text, u"用户名不能为空!请重新输入!"_s);
+        QVERIFY(!checkConnectionInput({BuiltInDataSource, {}, {}, {}, {}, {}}));
     }
 
     void testTellsHowItWent()
     {
         const QString file = m->folder.filePath(u"another.db"_s);
         createEmbedded(file, m->schema, m->clock, createLibrary);
-        m->prompt.expect(u"测试通过！\n请保存连接参数！"_s).titled(u"系统提示").icon(Icon::Information);
-        testConnection(m->session, {BuiltInDataSource, u"a"_s, u""_s, {}, {}, file});
-        m->prompt.expectStart(u"连接失败，请重试！！详细信息如下：\n"_s)
-            .titled(u"管理系统操作提示")
-            .icon(Icon::Information);
-        testConnection(m->session, {BuiltInDataSource, u"a"_s, u""_s, {}, {}, u"/nowhere/x.db"_s});
+        const Message passed = connectionTest(m->session, {BuiltInDataSource, u"a"_s, u""_s, {}, {}, file});
+        QCOMPARE(passed.title + passed.text, u"系统提示测试通过！\n请保存连接参数！"_s);
+        const Message failed
+            = connectionTest(m->session, {BuiltInDataSource, u"a"_s, u""_s, {}, {}, u"/nowhere/x.db"_s});
+        QVERIFY(failed.text.startsWith(u"连接失败，请重试！！详细信息如下：\n"));
+        QCOMPARE(failed.title, u"管理系统操作提示"_s);
+        QVERIFY(passed.icon == Icon::Information && failed.icon == Icon::Information);
         QCOMPARE(m->session.ConnectionText, m->connectionText);
     }
 

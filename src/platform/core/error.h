@@ -75,4 +75,21 @@ private:
     QString m_text;
 };
 
+/// Resume mode in a scope: it begins and ends without an error. The end of an inner scope forgets what an
+/// outer one had kept.
+class ResumeScope {
+public:
+    explicit ResumeScope(LastError& error)
+        : m_error(error)
+    {
+        m_error.clear();
+    }
+    ~ResumeScope() { m_error.clear(); }
+    ResumeScope(const ResumeScope&) = delete;
+    ResumeScope& operator=(const ResumeScope&) = delete;
+
+private:
+    LastError& m_error;
+};
+
 } // namespace quilla
