@@ -100,6 +100,8 @@ struct Expr {
     int style = -1; ///< of Convert; -1 for none
     bool cast = false; ///< written as cast(x as t)
 
+    bool perSpelling = false; ///< a key that may be grouped by its spellings, since they are added up later
+
     Type type; ///< known after `Analyser`
     int storedScale = -1; ///< of a literal that goes into a decimal column; known after `Analyser`
     bool position = false; ///< an order by term that counts columns; known after `Analyser`

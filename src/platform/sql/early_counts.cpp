@@ -24,6 +24,13 @@ ExprPtr makeColumn(const QString& qualifier, const QString& name)
     return column;
 }
 
+ExprPtr makeKey(const QString& name)
+{
+    ExprPtr key = makeColumn({}, name);
+    key->perSpelling = true;
+    return key;
+}
+
 ExprPtr makeCount()
 {
     auto star = std::make_unique<Expr>();
@@ -216,9 +223,9 @@ Select EarlyCount::countOf(
     source->name = table;
     count.from.push_back(std::move(source));
     const QString keyHere = names.value(key.toLower(), key);
-    count.items.push_back({makeColumn({}, keyHere), same(keyHere, key) ? QString() : key});
+    count.items.push_back({makeKey(keyHere), key});
     count.items.push_back({makeCount(), RowsOfKey});
-    count.groupBy.push_back(makeColumn({}, keyHere));
+    count.groupBy.push_back(makeKey(keyHere));
     count.where = joined(m_before);
     if (count.where)
         forEachColumn(*count.where, [&](Expr& column) {
