@@ -1,22 +1,19 @@
 #pragma once
 
-#include "platform/ui/grid/flex_grid.h"
+#include "platform/ui/grid/list_screen.h"
 #include "reservations/reader_pair.h"
 
 namespace quilla {
 
 /// The reservations of a reader, for looking only: none can be changed or cancelled here.
-class frmTuShuYuyueList final : public QWidget {
+class frmTuShuYuyueList final : public ListScreen {
     Q_OBJECT
 
 public:
     explicit frmTuShuYuyueList(Session& session);
 
-    QSize sizeHint() const override;
-
     ReaderPair Reader;
     QPushButton cmdYuYue[2];
-    FlexGrid Grid1;
 
 private:
     void showReservations();
