@@ -89,9 +89,10 @@ bool holdsSelect(const Expr& expr)
 /// One select that counts rows by a single column.
 class EarlyCount {
 public:
-    EarlyCount(Select& select, const Schema& schema)
+    EarlyCount(Select& select, const Schema& schema, bool alsoOneTable)
         : m_select(select)
         , m_schema(schema)
+        , m_alsoOneTable(alsoOneTable)
     {
     }
 
@@ -111,6 +112,7 @@ private:
 
     Select& m_select;
     const Schema& m_schema;
+    const bool m_alsoOneTable;
     SourcePtr* m_counted = nullptr; ///< the table whose rows are counted
     const Table* m_table = nullptr;
     QString m_name; ///< by which the select knows it
@@ -253,7 +255,7 @@ std::unique_ptr<Query> EarlyCount::countsByKey() const
 bool EarlyCount::applies()
 {
     if (!countsByOneColumn() || !findTables(m_select.from[0])) return false;
-    if (m_others.empty() && m_table->unionOf.empty()) return false; // an index serves it as it is
+    if (m_others.empty() && m_table->unionOf.empty() && !m_alsoOneTable) return false;
     noteKeysOfJoins(*m_select.from[0]);
     noteKeys(*m_select.groupBy[0]);
     splitCondition();
@@ -281,21 +283,21 @@ void EarlyCount::run()
     }
 }
 
-void walk(Source& source, const Schema& schema)
+void walk(Source& source, const Schema& schema, bool alsoOneTable)
 {
-    if (source.query) countEarly(*source.query, schema);
-    if (source.left) walk(*source.left, schema);
-    if (source.right) walk(*source.right, schema);
+    if (source.query) countEarly(*source.query, schema, alsoOneTable);
+    if (source.left) walk(*source.left, schema, alsoOneTable);
+    if (source.right) walk(*source.right, schema, alsoOneTable);
 }
 
 } // namespace
 
-void countEarly(Query& query, const Schema& schema)
+void countEarly(Query& query, const Schema& schema, bool alsoOneTable)
 {
     for (Select& arm : query.arms) {
         for (const SourcePtr& source : arm.from)
-            walk(*source, schema);
-        EarlyCount(arm, schema).run();
+            walk(*source, schema, alsoOneTable);
+        EarlyCount(arm, schema, alsoOneTable).run();
     }
 }
 

@@ -225,7 +225,7 @@ Translation Translator::Private::translated(Parsed& parsed) const
     Translation result;
     result.returnsRows = returnsRows(parsed.statement);
     result.writes = !result.returnsRows;
-    if (auto* query = std::get_if<Query>(&parsed.statement)) countEarly(*query, schema);
+    if (auto* query = std::get_if<Query>(&parsed.statement)) countEarly(*query, schema, engine == Engine::Postgres);
     const std::vector<Column> columns = Analyser(schema).run(parsed.statement);
     if (result.returnsRows) {
         result.columns = kindsOf(columns);
