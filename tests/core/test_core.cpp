@@ -2,6 +2,7 @@
 #include "platform/core/error.h"
 #include "platform/core/settings.h"
 #include "platform/core/text.h"
+#include "support/file_mode.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -76,14 +77,11 @@ private Q_SLOTS:
         FileSettings again(folder.path());
         QCOMPARE(again.get(u"青简文库"_s, u"Setting"_s, u"QuillaPass"_s, u"none"_s), secret);
         QCOMPARE(again.get(u"青简文库"_s, u"Setting"_s, u"Other"_s, u"none"_s), u"none"_s);
-        const auto secretFile = [&] {
-            return QFile(again.fileOf(u"青简文库"_s)).permissions() & ~QFileDevice::Permissions(0x7000);
-        };
-        QCOMPARE(secretFile(), QFileDevice::ReadUser | QFileDevice::WriteUser);
+        QCOMPARE(modeOf(again.fileOf(u"青简文库"_s)), 0600u);
         // A file that somebody opened to all is private again after the next write.
         QFile::setPermissions(again.fileOf(u"青简文库"_s), QFileDevice::Permissions(0x6644));
         again.set(u"青简文库"_s, u"Setting"_s, u"QuillaPass"_s, u"x"_s);
-        QCOMPARE(secretFile(), QFileDevice::ReadUser | QFileDevice::WriteUser);
+        QCOMPARE(modeOf(again.fileOf(u"青简文库"_s)), 0600u);
     }
 
     void settingsSeeAnotherProcess()

@@ -1,5 +1,6 @@
 #include "database/test_base.h"
 #include "source_dir.h"
+#include "support/file_mode.h"
 
 #include <QProcess>
 
@@ -12,20 +13,24 @@ class TestTool : public QObject {
 private Q_SLOTS:
     void createsOnce();
     void leavesNothingBehind();
+    void fullDisk();
+    void sharesWithAGroup();
     void refusesWrongLines_data();
     void refusesWrongLines();
     void findsDamage();
     void savesAndRestores();
+    void copiesOnlySoundLibraries();
     void copiesIntoAFile();
     void importsReaders();
     void printsTheScript();
 
 private:
-    int run(const QStringList& arguments)
+    int run(const QStringList& arguments) { return run(QString::fromUtf8(QUILLA_DB_TOOL), arguments); }
+    int run(const QString& program, const QStringList& arguments)
     {
         QProcess tool;
         tool.setProcessChannelMode(QProcess::MergedChannels);
-        tool.start(QString::fromUtf8(QUILLA_DB_TOOL), arguments);
+        tool.start(program, arguments);
         if (!tool.waitForFinished(120000) || tool.exitStatus() != QProcess::NormalExit) return -1;
         output = QString::fromUtf8(tool.readAll());
         return tool.exitCode();
@@ -55,6 +60,49 @@ void TestTool::leavesNothingBehind()
     const QString file = folder.filePath(u"half.db"_s);
     QCOMPARE(run({u"create"_s, u"--file"_s, file, u"--operator"_s, QString(100, u'长')}), 2);
     QCOMPARE(QDir(folder.path()).entryList({u"half*"_s}), QStringList());
+}
+
+/// On disks of half to twice the file's size it is made whole or not at all. Each disk is gone with its
+/// process, which copies out what stood there.
+void TestTool::fullDisk()
+{
+    if (run(u"unshare"_s, {u"-rm"_s, u"true"_s}) != 0) QSKIP("needs user namespaces");
+    TestBase base;
+    const QString disk = folder.filePath(u"disk"_s);
+    const QString file = disk + u"/new.db"_s;
+    const QString onDisk
+        = u"mount -t tmpfs -o size=$1 disk $2 && { \"${@:4}\"; rc=$?; cp -r $2/. $3; exit $rc; }"_s;
+    QVERIFY(QDir().mkdir(disk));
+    const QStringList commands[] {{u"create"_s, u"--file"_s, file},
+        {u"copy"_s, u"--file"_s, base.file, u"--connection"_s,
+            u"DSN=%1;Database=%2"_s.arg(BuiltInDataSource, file)}};
+    for (const QStringList& command : commands)
+        for (const int percent : {50, 98, 102, 120, 160, 200}) {
+            QTemporaryDir left;
+            const QString size = QString::number(QFileInfo(base.file).size() * percent / 100);
+            const int result = run(u"unshare"_s,
+                QStringList {u"-rm"_s, u"bash"_s, u"-c"_s, onDisk, u"bash"_s, size, disk, left.path(),
+                    QString::fromUtf8(QUILLA_DB_TOOL)}
+                    + command);
+            const QStringList files = QDir(left.path()).entryList(QDir::Files);
+            QCOMPARE(result, percent < 100 ? 2 : 0);
+            QCOMPARE(files, result == 0 ? QStringList {u"new.db"_s} : QStringList());
+            if (result == 0) QCOMPARE(run({u"check"_s, u"--file"_s, left.filePath(u"new.db"_s)}), 0);
+        }
+}
+
+void TestTool::sharesWithAGroup()
+{
+    const QString group = QFileInfo(folder.path()).group();
+    const QString shared = folder.filePath(u"shared/x.db"_s);
+    QCOMPARE(run({u"create"_s, u"--file"_s, shared, u"--group"_s, group}), 0);
+    QCOMPARE(modeOf(shared), 0660u);
+    QCOMPARE(modeOf(folder.filePath(u"shared"_s)), 02770u);
+    for (const auto& [file, unfit] :
+        {std::pair {u"y.db"_s, group}, std::pair {u"shared/y.db"_s, u"no such"_s}}) {
+        QCOMPARE(run({u"create"_s, u"--file"_s, folder.filePath(file), u"--group"_s, unfit}), 2);
+        QVERIFY(!QFile::exists(folder.filePath(file)));
+    }
 }
 
 void TestTool::refusesWrongLines_data()
@@ -106,13 +154,30 @@ void TestTool::savesAndRestores()
     QCOMPARE(run({u"restore"_s, copy, u"--file"_s, restored}), 0);
     base.connection = base.factory.open(u"DSN=%1;Database=%2"_s.arg(BuiltInDataSource, restored));
     QCOMPARE(base.rows(u"select readerclass from dzlx order by dzlxid"), u"教师\n学生"_s);
+}
 
-    QFile damaged(copy);
+void TestTool::copiesOnlySoundLibraries()
+{
+    TestBase base;
+    base.connection.close();
+    base.factory.drain();
+    QFile damaged(base.file);
     QVERIFY(damaged.open(QIODevice::ReadWrite));
-    QVERIFY(damaged.resize(damaged.size() / 2));
+    QVERIFY(damaged.seek(damaged.size() / 2));
+    damaged.write(QByteArray(8192, 'x'));
     damaged.close();
-    QCOMPARE(run({u"restore"_s, copy, u"--file"_s, folder.filePath(u"bad.db"_s)}), 2);
-    QVERIFY(!QFile::exists(folder.filePath(u"bad.db"_s)));
+    const QString empty = folder.filePath(u"empty.db"_s);
+    QVERIFY(QFile(empty).open(QIODevice::WriteOnly));
+    const QString oneTable = folder.filePath(u"table.db"_s);
+    createEmbedded(oneTable, base.schema, base.clock,
+        [](Connection& made) { made.execute(u"create table dzlx(readerclass varchar(20))"); });
+    const QString target = folder.filePath(u"target.db"_s);
+    for (const QString& unfit : {base.file, empty, oneTable}) {
+        QCOMPARE(run({u"backup"_s, target, u"--file"_s, unfit}), 2);
+        QVERIFY2(output.contains(unfit), qPrintable(output));
+        QCOMPARE(run({u"restore"_s, unfit, u"--file"_s, target}), 2);
+        QVERIFY(!QFile::exists(target));
+    }
 }
 
 /// With the numbers that its rows have; one of a row that is gone is not given again.
@@ -153,8 +218,12 @@ void TestTool::importsReaders()
     for (const QString& unfit : {name, folder.path(), folder.filePath(u"none/x.csv"_s)})
         QCOMPARE(run(line + QStringList {u"--skip-refused"_s, u"--refused"_s, unfit}), 2);
     QCOMPARE(base.rows(u"select readercode from dzk"), QString());
-    QCOMPARE(run(line + QStringList {u"--skip-refused"_s, u"--refused"_s, name + u".refused"_s}), 1);
-    QVERIFY(QFile::exists(name + u".refused"_s));
+    const QStringList kept {u"--skip-refused"_s, u"--refused"_s, name + u".refused"_s};
+    QCOMPARE(run(line + kept), 1);
+    QCOMPARE(modeOf(kept.last()), 0600u);
+    const qint64 size = QFileInfo(kept.last()).size();
+    QCOMPARE(run(line + kept), 2); // does not overwrite
+    QCOMPARE(QFileInfo(kept.last()).size(), size);
     QCOMPARE(base.rows(u"select readercode,readunit from dzk"), u"R1|新"_s);
 }
 

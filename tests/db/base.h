@@ -18,11 +18,17 @@ public:
     /// The first field of the first row, through a connection of its own.
     QString one(QStringView tsql) { return open().open(tsql).field(0).text(); }
 
+    static void fill(Connection& connection)
+    {
+        for (const auto& part : sql::splitScript(script()))
+            connection.execute(part.text);
+    }
+
     SystemClock clock;
     sql::Schema schema = sql::readSchema(script());
     PooledFactory factory {schema, clock};
 
-protected:
+private:
     static QString script()
     {
         return u"create table book (bookid int identity(1,1) not null primary key,"
@@ -30,11 +36,6 @@ protected:
                " day datetime, memo varchar(20000))\n"
                "go\n"
                "create index ix_book_code on book (code)\n"_s;
-    }
-    static void fill(Connection& connection)
-    {
-        for (const auto& part : sql::splitScript(script()))
-            connection.execute(part.text);
     }
 };
 

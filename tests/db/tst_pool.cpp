@@ -1,4 +1,5 @@
 #include "db/base.h"
+#include "support/file_mode.h"
 
 #include <QFile>
 #include <QTest>
@@ -114,7 +115,7 @@ private Q_SLOTS:
     {
         const QString copy = file(u"copy.db"_s);
         m_base->open().execute(u"insert into book(code) values('a')");
-        backupEmbedded(m_base->path(), copy);
+        backupEmbedded(m_base->path(), copy, m_base->schema);
         m_base->open().execute(u"insert into book(code) values('b')");
         QVERIFY(QFile::rename(m_base->path(), m_base->path() + u".old"_s));
         QVERIFY(errorOf([&] { m_base->open(); }));
@@ -131,14 +132,39 @@ private Q_SLOTS:
         connection.execute(u"insert into book(code) values('a')");
         connection.begin();
         connection.execute(u"insert into book(code) values('b')");
-        backupEmbedded(m_base->path(), copy); // as it was committed
+        backupEmbedded(m_base->path(), copy, m_base->schema); // as it was committed
         connection.commit();
         QCOMPARE(checkEmbedded(copy), QStringList());
         auto other = m_base->factory.open(m_base->text().replace(m_base->path(), copy));
         QCOMPARE(other.open(u"select max(code) from book").field(0).text(), u"a"_s);
-        QVERIFY(errorOf([&] { backupEmbedded(m_base->path(), copy); }));
-        QVERIFY(errorOf([&] { backupEmbedded(file(u"none.db"_s), file(u"x.db"_s)); }));
+        QVERIFY(errorOf([&] { backupEmbedded(m_base->path(), copy, m_base->schema); }));
+        QVERIFY(errorOf([&] { backupEmbedded(file(u"none.db"_s), file(u"x.db"_s), m_base->schema); }));
         QVERIFY(!QFile::exists(file(u"x.db"_s)) && !QFile::exists(file(u"none.db"_s)));
+    }
+
+    void keepsReadersPrivate()
+    {
+        const mode_t before = ::umask(0);
+        const QString folder = file(u"new/folder"_s);
+        const QString base = folder + u"/库.db"_s;
+        createEmbedded(base, m_base->schema, m_base->clock, BookBase::fill);
+        backupEmbedded(base, base + u".bak"_s, m_base->schema);
+        const auto opened = [&] {
+            m_base->factory.drain();
+            auto connection = m_base->factory.open(m_base->text().replace(m_base->path(), base));
+            connection.execute(u"insert into book(code) values('a')");
+            return QList<unsigned> {modeOf(base), modeOf(base + u"-wal"_s), modeOf(base + u"-shm"_s)};
+        };
+        QCOMPARE(opened(), QList<unsigned>(3, 0600));
+        ::umask(before);
+        QCOMPARE(modeOf(base + u".bak"_s), 0600u);
+        QCOMPARE(modeOf(folder), 0700u);
+        QCOMPARE(modeOf(QFileInfo(folder).path()), 0700u);
+        // Older programs left files open to all; a group that may write was let in on purpose.
+        for (const auto& [mode, tightened] : {std::pair {0644, 0600}, std::pair {0664, 0660}}) {
+            ::chmod(QFile::encodeName(base).constData(), mode_t(mode));
+            QCOMPARE(opened().front(), unsigned(tightened));
+        }
     }
 
     void findsDamage()

@@ -19,8 +19,8 @@ constexpr QStringView Help = uR"(青简文库的数据库工具。
   scale         建立测速用的大数据库，或装入空的数据库
   check         核对数据，不作修改
   copy          把内置数据库的全部数据复制到 --connection 的空数据库，或还没有的内置数据库
-  backup 文件   备份内置数据库，使用中也可以
-  restore 文件  从备份恢复内置数据库；不覆盖已有的数据库
+  backup 文件   备份内置数据库，使用中也可以；损坏的数据库不备份
+  restore 文件  从备份恢复内置数据库；损坏的备份不恢复，已有的数据库不覆盖
   import-readers 文件
                 从 CSV 文件导入读者；第一行是列标题
   first-start   还没有连接设置时：建立演示数据库并设为连接
@@ -28,6 +28,8 @@ constexpr QStringView Help = uR"(青简文库的数据库工具。
 选项：
   --file 文件        内置数据库的文件；不指定时是用户自己的数据库
   --connection 文本  数据库的连接文本
+  --group 用户组     create、demo、scale、copy、restore：新的内置数据库由这个用户组的成员共用；
+                     不指定时只有自己能读写
   --operator 用户名  create：第一个操作员，默认 admin
   --engine sqlserver --script
                      create：不建立，只输出 SQL Server 的脚本
@@ -40,7 +42,8 @@ constexpr QStringView Help = uR"(青简文库的数据库工具。
   --dry-run          import-readers：只试运行，不写入
   --skip-refused     import-readers：跳过被拒绝的行，导入其余的；不指定时有一行被拒绝就都不写入
   --add-units        import-readers：建立还没有的读者单位
-  --refused 文件     import-readers：把被拒绝的行和原因写入文件，改正后可以再导入
+  --refused 文件     import-readers：把被拒绝的行和原因写入新文件，改正后可以再导入；
+                     已有的文件不覆盖
 
 返回值：0 成功，1 核对时发现问题或导入时有被拒绝的行，2 失败。
 )";
@@ -83,6 +86,15 @@ Target targetOf(const QCommandLineParser& parser, const QString& command)
     return parser.isSet(u"file"_s) ? fileTarget(parser.value(u"file"_s)) : ownTarget();
 }
 
+/// A copy of all the data is nobody else's, so `backup` has no group.
+QString groupOf(const QCommandLineParser& parser, const QString& command)
+{
+    static const QStringList takesGroup {u"create"_s, u"demo"_s, u"scale"_s, u"copy"_s, u"restore"_s};
+    if (parser.isSet(u"group"_s) && !takesGroup.contains(command))
+        throw fault(u"--group 只用于 %1。"_s.arg(takesGroup.join(u"、"_s)));
+    return parser.value(u"group"_s);
+}
+
 Target copyTargetOf(const QCommandLineParser& parser)
 {
     if (!parser.isSet(u"connection"_s)) throw fault(u"copy 需要 --connection。"_s);
@@ -104,6 +116,7 @@ void addOptions(QCommandLineParser& parser)
         {u"help"_s, {}},
         {u"file"_s, {}, u"文件"_s},
         {u"connection"_s, {}, u"文本"_s},
+        {u"group"_s, {}, u"用户组"_s},
         {u"operator"_s, {}, u"用户名"_s, u"admin"_s},
         {u"engine"_s, {}, u"种类"_s},
         {u"script"_s, {}},
@@ -165,6 +178,7 @@ Arguments readArguments(const QStringList& line)
     readPositions(parser, arguments);
     arguments.target = targetOf(parser, arguments.command);
     if (arguments.command == u"copy"_s) arguments.copyTarget = copyTargetOf(parser);
+    arguments.target.group = arguments.copyTarget.group = groupOf(parser, arguments.command);
     arguments.script = wantsScript(parser);
     arguments.operatorName = parser.value(u"operator"_s);
     if (arguments.operatorName.trimmed().isEmpty()) throw fault(u"--operator 不能为空。"_s);

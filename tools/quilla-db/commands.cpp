@@ -9,8 +9,6 @@
 #include "quilla-db/first_start.h"
 #include "quilla-db/import_command.h"
 
-#include <QFile>
-
 namespace quilla {
 
 namespace {
@@ -36,7 +34,7 @@ void fillOpened(const Target& target, const sql::Schema& schema, const Fill& fil
 void makeNew(const Target& target, const sql::Schema& schema, const Fill& fill)
 {
     if (target.file)
-        createEmbedded(*target.file, schema, SystemClock(), fill);
+        createEmbedded(*target.file, schema, SystemClock(), fill, target.group);
     else
         fillOpened(target, schema, fill);
 }
@@ -146,28 +144,14 @@ const QString& embeddedFile(const Arguments& arguments)
 
 Outcome backup(const Arguments& arguments, QTextStream& out)
 {
-    backupEmbedded(embeddedFile(arguments), arguments.file);
+    backupEmbedded(embeddedFile(arguments), arguments.file, librarySchema());
     out << u"已备份到："_s << arguments.file << u"\n"_s;
     return Outcome::Done;
 }
 
-/// A log left behind by another database of this name would be played into the restored one.
-void refuseRemains(const QString& file)
-{
-    for (const QStringView suffix : {u"", u"-wal", u"-journal"})
-        if (QFile::exists(file + suffix.toString()))
-            throw fault(u"文件已经存在，请先移走：%1"_s.arg(file + suffix.toString()));
-}
-
 Outcome restore(const Arguments& arguments, QTextStream& out)
 {
-    const QString& file = embeddedFile(arguments);
-    refuseRemains(file);
-    if (const QStringList faults = checkEmbedded(arguments.file); !faults.isEmpty()) {
-        tell(out, u"备份文件已损坏，没有恢复"_s, faults);
-        return Outcome::Failed;
-    }
-    backupEmbedded(arguments.file, file);
+    backupEmbedded(arguments.file, embeddedFile(arguments), librarySchema(), arguments.target.group);
     out << u"已恢复："_s << arguments.target.name() << u"\n"_s;
     return Outcome::Done;
 }

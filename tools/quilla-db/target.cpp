@@ -27,13 +27,13 @@ Target ownTarget()
 Target fileTarget(const QString& path)
 {
     const QString file = QDir::current().absoluteFilePath(path);
-    return {
-        u"PROVIDER=MSDASQL;DSN=%1;UID=quilla;PWD=;Database=%2"_s.arg(BuiltInDataSource, doubled(file)), file};
+    return {u"PROVIDER=MSDASQL;DSN=%1;UID=quilla;PWD=;Database=%2"_s.arg(BuiltInDataSource, doubled(file)),
+        file, {}};
 }
 
 Target connectionTarget(const QString& text)
 {
-    return {text, embeddedFileOf(ConnectionItems(text))};
+    return {text, embeddedFileOf(ConnectionItems(text)), {}};
 }
 
 } // namespace quilla

@@ -10,6 +10,7 @@ namespace quilla {
 struct Target {
     QString connectionText; ///< holds a password at times: never print it
     std::optional<QString> file; ///< of an embedded database
+    QString group; ///< whose members may use the file when it is new; empty for the owner alone
 
     /// What an operator may be told: the file, or that it is a server's.
     QString name() const;

@@ -1,9 +1,9 @@
 #include "platform/core/settings.h"
 
 #include "platform/core/error.h"
+#include "platform/core/private_files.h"
 #include "platform/core/text.h"
 
-#include <QDir>
 #include <QFile>
 #include <QSettings>
 #include <QStandardPaths>
@@ -13,8 +13,6 @@
 namespace quilla {
 
 namespace {
-
-constexpr QFileDevice::Permissions OwnerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
 /// The file must be private before the first secret is in it; a later rewrite keeps the mode.
 void makePrivate(const QString& path)
@@ -72,7 +70,7 @@ void FileSettings::set(
     const QString& application, const QString& section, const QString& key, const QString& value)
 {
     const QString path = fileOf(application);
-    if (!QDir().mkpath(m_folder + u'/' + application))
+    if (!makePrivateFolder(m_folder + u'/' + application))
         throw Error(75, u"settings"_s, u"无法建立设置文件夹：%1"_s.arg(m_folder));
     makePrivate(path);
     QSettings file(path, QSettings::IniFormat);

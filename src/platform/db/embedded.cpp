@@ -1,13 +1,12 @@
 #include "platform/db/embedded.h"
 
+#include "platform/core/new_file.h"
 #include "platform/core/text.h"
 #include "platform/db/pool.h"
 #include "platform/db/sqlite/sqlite_driver.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <QLockFile>
 
 namespace quilla {
 
@@ -22,55 +21,8 @@ QString pathOf(QString stored)
     return QDir(QFileInfo(embeddedDatabaseFile()).path()).absoluteFilePath(stored);
 }
 
-/// A file that comes to stand under its name when all of it is there, or not at all.
-class NewFile {
-public:
-    explicit NewFile(const QString& path)
-        : m_path(path)
-        , m_part(path + u".part"_s)
-        , m_maker(m_part + u".lock"_s)
-    {
-        if (QFile::exists(path)) throw fault(u"文件已经存在："_s);
-        if (!QDir().mkpath(QFileInfo(path).absolutePath())) throw fault(u"不能建立文件夹，文件为："_s);
-        claim();
-        removePart();
-    }
-    ~NewFile()
-    {
-        if (m_maker.isLocked()) removePart();
-    }
-    Q_DISABLE_COPY_MOVE(NewFile)
-
-    const QString& part() const { return m_part; }
-    void finish()
-    {
-        // Does not overwrite what came to stand there meanwhile.
-        if (!QFile::rename(m_part, m_path)) throw fault(u"不能建立文件："_s);
-    }
-
-private:
-    /// Two programs that make the same file would take each other's part away.
-    void claim()
-    {
-        m_maker.setStaleLockTime(0);
-        if (m_maker.tryLock()) return;
-        const bool taken = m_maker.error() == QLockFile::LockFailedError;
-        throw fault(taken ? u"另一个程序正在建立这个文件："_s : u"不能建立文件："_s);
-    }
-    Error fault(const QString& what) const
-    {
-        return Error(ErrorNumber::CannotOpen, u"SQLite"_s, what + QDir::toNativeSeparators(m_path));
-    }
-    void removePart()
-    {
-        for (const QStringView suffix : {u"", u"-wal", u"-shm", u"-journal"})
-            QFile::remove(m_part + suffix.toString());
-    }
-
-    QString m_path;
-    QString m_part;
-    QLockFile m_maker;
-};
+/// What the engine keeps beside a file. An old log beside a new file would be played into it.
+const QStringList Companions {u"-wal"_s, u"-shm"_s, u"-journal"_s};
 
 /// The version is set in the same transaction: a file that carries it is complete.
 void fillLibrary(const QString& path, const sql::Schema& schema, const Clock& clock,
@@ -102,6 +54,58 @@ void copyDatabase(const SqliteHandle& from, const SqliteHandle& to)
     to.run("pragma journal_mode=delete");
 }
 
+/// What the engine's own check, a pragma, finds in the file.
+QStringList faultsOf(const QString& path, const char* check)
+{
+    const SystemClock clock;
+    const SqliteDriver driver(path, clock, SqliteDriver::As::AnyFile);
+    QStringList faults;
+    const int code = sqlite3_exec(
+        driver.handle().get(), check,
+        [](void* list, int, char** fields, char**) {
+            static_cast<QStringList*>(list)->append(QString::fromUtf8(fields[0]));
+            return 0;
+        },
+        &faults, nullptr);
+    faults.removeAll(u"ok"_s);
+    if (code != SQLITE_OK) faults.append(QString::fromUtf8(sqlite3_errmsg(driver.handle().get())));
+    return faults;
+}
+
+void refuseFaults(const QStringList& faults, const QString& what)
+{
+    if (!faults.isEmpty())
+        throw Error(SQLITE_CORRUPT, u"SQLite"_s, what + u"\n    "_s + faults.join(u"\n    "_s));
+}
+
+/// Reads nothing: the engine looks the names up when it prepares the statement.
+void lookUpColumns(const SqliteHandle& handle, const sql::Table& table)
+{
+    QStringList columns;
+    for (const sql::Column& column : table.columns)
+        columns.append(u"[%1]"_s.arg(column.name));
+    handle.run(u"select %1 from [%2] limit 0"_s.arg(columns.join(u','), table.name).toUtf8().constData());
+}
+
+void refuseMissingColumns(const SqliteHandle& handle, const sql::Table& table)
+{
+    try {
+        lookUpColumns(handle, table);
+    } catch (const Error& error) {
+        if (error.number != SQLITE_ERROR) throw;
+        throw Error(error.number, error.source,
+            u"文件里图书馆的数据表不完整：%1\n表 %2：%3"_s.arg(QDir::toNativeSeparators(handle.path()),
+                table.name, QString::fromUtf8(sqlite3_errmsg(handle.get()))));
+    }
+}
+
+void refuseForeignLibrary(const SqliteDriver& driver, const sql::Schema& schema)
+{
+    driver.refuseForeignFile();
+    for (const sql::Table& table : schema.tables())
+        refuseMissingColumns(driver.handle(), table);
+}
+
 } // namespace
 
 std::optional<QString> embeddedFileOf(const ConnectionItems& items)
@@ -117,36 +121,38 @@ std::optional<QString> embeddedFileOf(const ConnectionItems& items)
 }
 
 void createEmbedded(const QString& path, const sql::Schema& schema, const Clock& clock,
-    const std::function<void(Connection&)>& fill)
+    const std::function<void(Connection&)>& fill, const QString& group)
 {
-    NewFile file(path);
+    NewFile file(path, Companions, group);
     fillLibrary(file.part(), schema, clock, fill);
+    refuseFaults(faultsOf(file.part(), "pragma quick_check(10)"), u"没有建立数据库，写入的数据有误："_s);
     file.finish();
 }
 
-void backupEmbedded(const QString& from, const QString& to)
+void backupEmbedded(const QString& from, const QString& to, const sql::Schema& schema, const QString& group)
 {
-    const SqliteHandle source(from, SqliteHandle::Mode::Existing);
-    NewFile file(to);
-    copyDatabase(source, SqliteHandle(file.part(), SqliteHandle::Mode::Create));
+    const SystemClock clock;
+    const SqliteDriver source(from, clock, SqliteDriver::As::AnyFile);
+    refuseForeignLibrary(source, schema);
+    NewFile file(to, Companions, group);
+    copyDatabase(source.handle(), SqliteHandle(file.part(), SqliteHandle::Mode::Existing));
+    refuseFaults(faultsOf(file.part(), "pragma integrity_check(10)"),
+        u"数据库文件已损坏，没有复制：%1\n请改用完好的备份。损坏之处："_s.arg(
+            QDir::toNativeSeparators(from)));
     file.finish();
 }
 
 QStringList checkEmbedded(const QString& path)
 {
-    const SystemClock clock;
-    const SqliteDriver driver(path, clock, SqliteDriver::As::AnyFile);
-    QStringList faults;
-    const int code = sqlite3_exec(
-        driver.handle().get(), "pragma integrity_check",
-        [](void* list, int, char** fields, char**) {
-            static_cast<QStringList*>(list)->append(QString::fromUtf8(fields[0]));
-            return 0;
-        },
-        &faults, nullptr);
-    faults.removeAll(u"ok"_s);
-    if (code != SQLITE_OK) faults.append(QString::fromUtf8(sqlite3_errmsg(driver.handle().get())));
-    return faults;
+    return faultsOf(path, "pragma integrity_check");
+}
+
+void tightenEmbedded(const QString& path)
+{
+    const QString file = QFileInfo(path).canonicalFilePath(); // the log lies beside what a link leads to
+    if (file.isEmpty()) return;
+    for (const QString& ending : QStringList {QString()} + Companions)
+        tightenAccess(file + ending);
 }
 
 } // namespace quilla

@@ -8,8 +8,10 @@ namespace quilla {
 
 std::unique_ptr<Driver> openDriver(const ConnectionItems& items, const Clock& clock)
 {
-    if (const auto file = embeddedFileOf(items)) return std::make_unique<SqliteDriver>(*file, clock);
-    return std::make_unique<OdbcDriver>(items);
+    const auto file = embeddedFileOf(items);
+    if (!file) return std::make_unique<OdbcDriver>(items);
+    tightenEmbedded(*file);
+    return std::make_unique<SqliteDriver>(*file, clock);
 }
 
 } // namespace quilla

@@ -54,7 +54,8 @@ void SqliteDriver::setUp(As as)
     registerFunctions(m_handle, m_time);
     if (as == As::Library) refuseForeignFile();
     m_handle.run("pragma foreign_keys=off; pragma synchronous=full; pragma temp_store=memory");
-    if (as != As::AnyFile && !sqlite3_db_readonly(database, "main")) m_handle.run("pragma journal_mode=wal");
+    if (as == As::NewFile) m_handle.run("pragma journal_mode=memory");
+    if (as == As::Library && !sqlite3_db_readonly(database, "main")) m_handle.run("pragma journal_mode=wal");
     const auto kept = StatementLife::Kept;
     m_begin = std::make_unique<SqliteStatement>(m_handle, "begin immediate", kept);
     m_commit = std::make_unique<SqliteStatement>(m_handle, "commit", kept);

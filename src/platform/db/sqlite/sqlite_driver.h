@@ -15,7 +15,7 @@ public:
     enum class As {
         Library, ///< a finished library of this program's schema version, or an error says what it is
         AnyFile, ///< whatever is in the file
-        NewFile, ///< makes the file
+        NewFile, ///< makes the file; nothing is kept beside it, and a crash leaves it unusable
     };
 
     /// How long a statement waits for another desk's transaction.
@@ -37,12 +37,13 @@ public:
     void commit() override;
     void rollback() override;
 
+    /// Throws `Error` when the file holds no library of this program's schema version.
+    void refuseForeignFile() const;
     const SqliteHandle& handle() const { return m_handle; }
 
 private:
     void setUp(As as);
     static int waitForTurn(void* driver, int timesAsked);
-    void refuseForeignFile() const;
     SqliteStatementLoan start(const sql::Translation& statement, const std::vector<sql::Literal>& literals);
     void refuseAfterLostTransaction() const;
     void run(SqliteStatement& statement);
