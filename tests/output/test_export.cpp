@@ -2,6 +2,7 @@
 #include "platform/grid/grid_model.h"
 #include "platform/ui/form/working_progress.h"
 #include "source_dir.h"
+#include "support/file_mode.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
 
@@ -107,6 +108,7 @@ private Q_SLOTS:
         fine(u"http://x.cn"_s, u"2003-05-31"_s, u"-3.05"_s, u"2004-02-29"_s);
         exportList(exporter(), FineLayout, m_select, NothingToPrint);
         QCOMPARE(files(), QStringList {u"清单.xlsx"_s});
+        QCOMPARE(modeOf(m_folder->filePath(u"清单.xlsx"_s)), 0600u);
         QCOMPARE(m_program.shown, QStringList {m_folder->filePath(u"清单.xlsx"_s)});
         QCOMPARE(m_progress.done, m_progress.total);
         const QString ground = u" solid FFCCFFCC center"_s;

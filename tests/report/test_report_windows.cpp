@@ -5,6 +5,7 @@
 #include "platform/report/report_previews.h"
 #include "platform/ui/grid/flex_grid.h"
 #include "report/pdf_text.h"
+#include "support/file_mode.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
 
@@ -96,6 +97,7 @@ private Q_SLOTS:
         ReportPreview& preview = *show(100);
         const QString file = m->folder.filePath(u"a.pdf"_s);
         QVERIFY(preview.save(file));
+        QCOMPARE(modeOf(file), 0600u);
         QCOMPARE(int(textsOf(file).size()), preview.pages().pageCount());
         QProcess fonts;
         fonts.start(u"pdffonts"_s, {file});

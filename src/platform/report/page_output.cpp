@@ -1,6 +1,7 @@
 #include "platform/report/page_output.h"
 
 #include "platform/core/error.h"
+#include "platform/core/private_files.h"
 
 #include <QBuffer>
 #include <QPainter>
@@ -164,7 +165,8 @@ void savePdf(const PrintedPages& pages, const FontBook& fonts, const QString& fi
     }
     nameCharacters(pdf.buffer(), fonts.charactersOfRadicals());
     QSaveFile target(file);
-    if (!target.open(QIODevice::WriteOnly) || target.write(pdf.buffer()) < 0 || !target.commit())
+    if (!target.open(QIODevice::WriteOnly) || !target.setPermissions(OwnerOnly)
+        || target.write(pdf.buffer()) < 0 || !target.commit())
         failPrinting(u"无法写入文件 %1：%2"_s.arg(file, target.errorString()));
 }
 

@@ -1,6 +1,7 @@
 #include "platform/sheet/sheet_writer.h"
 
 #include "platform/core/dates.h"
+#include "platform/core/private_files.h"
 #include "platform/core/text.h"
 
 #include <QFile>
@@ -72,11 +73,12 @@ struct SheetWriter::Book {
     lxw_format* dateFormat = nullptr;
 };
 
-/// Tries the folder before any work is done.
+/// Tries the folder before any work is done. The library keeps the mode of the file that stands there.
 void SheetWriter::Book::open()
 {
     QFile trial(partial);
-    if (!trial.open(QIODevice::WriteOnly)) fail(u"无法写入文件 "_s + file + u"："_s + trial.errorString());
+    if (!trial.open(QIODevice::WriteOnly, OwnerOnly))
+        fail(u"无法写入文件 "_s + file + u"："_s + trial.errorString());
     trial.close();
     lxw_workbook_options options {};
     options.constant_memory = LXW_TRUE;
