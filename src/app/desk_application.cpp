@@ -10,7 +10,6 @@
 #include "output/report_designs.h"
 #include "platform/db/connection_text.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QScreen>
 
@@ -42,9 +41,7 @@ void showWithinScreen(QWidget& window)
 
 int DeskApplication::run()
 {
-    const QString folder = QFileInfo(embeddedDatabaseFile()).path();
-    QDir().mkpath(folder);
-    LockFileGuard guard(folder);
+    LockFileGuard guard(QFileInfo(embeddedDatabaseFile()).path());
     if (!prepareStart(m_session, guard)) return 0;
 
     LtLoginFrm login(m_session);

@@ -1,17 +1,27 @@
 #include "frame/start_ops.h"
 
 #include "frame/sublib.h"
+#include "platform/core/private_files.h"
 
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QLockFile>
 
 namespace quilla {
 
 struct LockFileGuard::Private {
+    explicit Private(const QString& folder_)
+        : folder(folder_)
+        , lock(folder_ + u"/quilla.lock"_s)
+    {
+    }
+    QString folder;
     QLockFile lock;
 };
 
 LockFileGuard::LockFileGuard(const QString& folder)
-    : d(new Private {QLockFile(folder + u"/quilla.lock"_s)})
+    : d(std::make_unique<Private>(folder))
 {
     // Only the end of its process frees the lock; a desk may stay open for weeks.
     d->lock.setStaleLockTime(0);
@@ -19,9 +29,27 @@ LockFileGuard::LockFileGuard(const QString& folder)
 
 LockFileGuard::~LockFileGuard() = default;
 
+namespace {
+
+Error unusableFolder(const QString& folder)
+{
+    return Error(75, u"LockFileGuard"_s,
+        u"程序不能在数据文件夹中写入：\n%1\n\n请检查当前用户是否有权写入该文件夹、磁盘是否已满，处理好后重新启动程序。"_s
+            .arg(QDir::toNativeSeparators(folder)));
+}
+
+} // namespace
+
 bool LockFileGuard::claim()
 {
-    return d->lock.tryLock(0);
+    // Asked first: where nothing can be written, a lock left by a crash looks like one that is held.
+    if (!makePrivateFolder(d->folder) || !QFileInfo(d->folder).isWritable()) throw unusableFolder(d->folder);
+    if (!d->lock.tryLock(0)) {
+        if (d->lock.error() == QLockFile::LockFailedError) return false;
+        throw unusableFolder(d->folder);
+    }
+    QFile::setPermissions(d->lock.fileName(), OwnerOnly);
+    return true;
 }
 
 void readServerAndDatabase(Session& session)
@@ -35,12 +63,24 @@ void readServerAndDatabase(Session& session)
     }
 }
 
+namespace {
+
+bool becomeTheInstance(Session& session, InstanceGuard& guard)
+{
+    try {
+        if (guard.claim()) return true;
+        session.prompt.inform(u"程序已经运行，不能再次装载。"_s, OperationTitle);
+    } catch (const Error& error) {
+        session.prompt.stop(error.text, OperationTitle);
+    }
+    return false;
+}
+
+} // namespace
+
 bool prepareStart(Session& session, InstanceGuard& guard)
 {
-    if (!guard.claim()) {
-        session.prompt.inform(u"程序已经运行，不能再次装载。"_s, OperationTitle);
-        return false;
-    }
+    if (!becomeTheInstance(session, guard)) return false;
     if (readConnectionText(session))
         readServerAndDatabase(session);
     else

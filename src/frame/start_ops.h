@@ -8,14 +8,15 @@ namespace quilla {
 class InstanceGuard {
 public:
     virtual ~InstanceGuard() = default;
-    /// Takes the place of the one instance; false when another holds it.
+    /// Takes the place of the one instance; false when another holds it. Throws `Error`, in words for the
+    /// operator, when it can't tell.
     virtual bool claim() = 0;
 };
 
 /// The one instance of this user, held by a lock file until the process ends.
 class LockFileGuard final : public InstanceGuard {
 public:
-    /// `folder` must exist.
+    /// A folder that is missing is made when the place is claimed.
     explicit LockFileGuard(const QString& folder);
     ~LockFileGuard() override;
     bool claim() override;

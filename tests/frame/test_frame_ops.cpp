@@ -69,6 +69,18 @@ private Q_SLOTS:
         QCOMPARE(m->editor.calls, 1);
     }
 
+    /// Not taken for another instance.
+    void unwritableFolderIsTold()
+    {
+        QFile inTheWay(m->folder.filePath(u"file"_s));
+        QVERIFY(inTheWay.open(QIODevice::WriteOnly));
+        LockFileGuard guard(inTheWay.fileName() + u"/data"_s);
+        m->prompt.expectStart(u"程序不能在数据文件夹中写入：\n"_s + inTheWay.fileName() + u"/data\n"_s)
+            .titled(u"操作提示")
+            .icon(Icon::Critical);
+        QVERIFY(!prepareStart(m->session, guard));
+    }
+
     void openingAsksOnFailure()
     {
         Connection conn;
