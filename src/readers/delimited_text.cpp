@@ -115,10 +115,19 @@ bool isBlank(const TextRecord& record)
         [](const QString& field) { return field.trimmed().isEmpty(); });
 }
 
+/// By the first bytes of the archive or compound file that it is. No text begins so.
+void refuseWorkbook(const QByteArray& bytes)
+{
+    if (bytes.startsWith("PK\x03\x04") || bytes.startsWith("\xd0\xcf\x11\xe0"))
+        throw fault(
+            u"这是电子表格的工作簿（如 .xlsx），不是 CSV 文件。请在表格软件里另存为 CSV，再导入那个文件。"_s);
+}
+
 } // namespace
 
 QString decodedText(const QByteArray& bytes)
 {
+    refuseWorkbook(bytes);
     using Flag = QStringConverter::Flag;
     if (const auto marked = QStringConverter::encodingForData(bytes)) {
         if (const auto text = decodedBy(QStringDecoder(*marked, Flag::Stateless), bytes)) return *text;

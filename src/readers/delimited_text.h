@@ -18,7 +18,7 @@ struct DelimitedText {
 };
 
 /// The text of a file as spreadsheets save it: UTF-8 or UTF-16 by its mark, else UTF-8 where the bytes are
-/// that, else GB18030. Throws `Error` when they are neither.
+/// that, else GB18030. Throws `Error` when they are neither, with a word of its own for a workbook.
 QString decodedText(const QByteArray& bytes);
 
 /// Takes a text apart by comma, semicolon or tab, whichever its first line has most of. A field may stand in

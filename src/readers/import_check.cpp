@@ -5,6 +5,8 @@
 #include "platform/db/decimal.h"
 #include "readers/rule_numbers.h"
 
+#include <QRegularExpression>
+
 namespace quilla {
 
 namespace {
@@ -12,6 +14,7 @@ namespace {
 const QString Valid = u"有效"_s;
 const QString Expired = u"超期"_s;
 const QStringList States {Valid, Expired, u"挂失"_s, u"无效"_s};
+const QStringList Sexes {u"男"_s, u"女"_s};
 
 QString captionOf(int field)
 {
@@ -27,6 +30,19 @@ bool hasUnseen(int field, const QString& text)
         if (field == ImportField::Code) return c != u'\n' && !QChar::isPrint(c);
         return c != u'\n' && c != u'\t' && QChar::category(c) == QChar::Other_Control;
     });
+}
+
+/// "1.10101E+17": a spreadsheet took a long code for a number, and most of its digits are gone.
+bool isRoundedCode(const QString& text)
+{
+    static const QRegularExpression rounded(u"^\\d([.,]\\d+)?[eE]\\+\\d+$"_s);
+    return rounded.match(text).hasMatch();
+}
+
+/// "Ａ００１": no scanner sends it, and where widths compare alike it is "A001" once more.
+bool hasWideForms(const QString& text)
+{
+    return std::any_of(text.begin(), text.end(), [](QChar c) { return c >= u'\uff01' && c <= u'\uff5e'; });
 }
 
 /// "2026-1-5", "2026/01/05", "2026年1月5日", "20260105": a day that begins with its whole year.
@@ -76,6 +92,8 @@ bool LineCheck::check(const TextRecord& record)
     checkUnit();
     fillIn();
     checkForms();
+    checkSex();
+    checkDigits();
     checkState();
     checkQuota();
     return m_reasons.isEmpty();
@@ -170,6 +188,24 @@ void LineCheck::checkForm(int field)
     const QString stored = form->stored(text);
     if (stored.isEmpty()) return refuse(u"%1应该是%2：%3"_s.arg(captionOf(field), form->wanted, text));
     text = stored;
+}
+
+/// The editor offers these two; statistics count by them.
+void LineCheck::checkSex()
+{
+    if (isEmpty(ImportField::Sex) || Sexes.contains(value(ImportField::Sex))) return;
+    refuse(u"性别应该是男或女，或者不填：%1"_s.arg(value(ImportField::Sex)));
+}
+
+void LineCheck::checkDigits()
+{
+    for (const int field : {ImportField::Code, ImportField::PaperNumber})
+        if (isRoundedCode(value(field)))
+            refuse(
+                u"%1被表格软件写成了科学计数法，位数已经丢失：%2。请把这一列设为文本格式，再填写完整的号码"_s
+                    .arg(captionOf(field), value(field)));
+    if (hasWideForms(value(ImportField::Code)))
+        refuse(u"读者证号里有全角字符，请改成半角：%1"_s.arg(value(ImportField::Code)));
 }
 
 /// A card past its term is "超期" and one within it is not, as the editor saves them.

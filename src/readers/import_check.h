@@ -24,6 +24,8 @@ private:
     void checkCode(int line);
     void checkType();
     void checkUnit();
+    void checkSex();
+    void checkDigits();
     void checkState();
     void checkForms();
     void checkQuota();

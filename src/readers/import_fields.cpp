@@ -25,7 +25,7 @@ QString plainHeading(const QString& heading)
 std::optional<int> fieldOf(const QString& heading)
 {
     const QString plain = plainHeading(heading);
-    if (plain == ReasonCaption) return -1;
+    if (plain == ReasonCaption) return NoField;
     for (int field = 0; field < ImportField::Count; ++field) {
         const ImportFieldInfo& info = importField(field);
         if (plain.compare(info.column, Qt::CaseInsensitive) == 0
@@ -43,14 +43,12 @@ QString knownHeadings()
     return known.join(u"、"_s);
 }
 
-void refuseUnknown(const QStringList& headings)
+void needAll(const std::vector<int>& fields)
 {
-    QStringList unknown;
-    for (const QString& heading : headings)
-        if (!fieldOf(heading)) unknown.append(u"“%1”"_s.arg(shortened(heading)));
-    if (!unknown.isEmpty())
-        throw fault(u"第一行有不认识的列标题：%1。\n可用的列标题：%2。"_s.arg(
-            unknown.join(u"、"_s), knownHeadings()));
+    for (const int needed : {ImportField::Code, ImportField::Name, ImportField::Type})
+        if (std::count(fields.begin(), fields.end(), needed) == 0)
+            throw fault(u"缺少列标题“%1”。\n可用的列标题：%2。"_s.arg(
+                importField(needed).captions.first(), knownHeadings()));
 }
 
 } // namespace
@@ -103,18 +101,23 @@ QString shortened(const QString& text)
 
 std::vector<int> fieldsOfHeadings(const QStringList& headings)
 {
-    refuseUnknown(headings);
     std::vector<int> fields;
     for (const QString& heading : headings) {
-        const int field = *fieldOf(heading);
-        if (field >= 0 && std::count(fields.begin(), fields.end(), field) > 0)
+        const int field = fieldOf(heading).value_or(NoField);
+        if (field != NoField && std::count(fields.begin(), fields.end(), field) > 0)
             throw fault(u"列标题“%1”出现了两次。"_s.arg(heading));
         fields.push_back(field);
     }
-    for (const int needed : {ImportField::Code, ImportField::Name, ImportField::Type})
-        if (std::count(fields.begin(), fields.end(), needed) == 0)
-            throw fault(u"缺少列标题“%1”。"_s.arg(importField(needed).captions.first()));
+    needAll(fields);
     return fields;
+}
+
+QStringList unknownHeadings(const QStringList& headings)
+{
+    QStringList unknown;
+    for (const QString& heading : headings)
+        if (!fieldOf(heading)) unknown.append(shortened(heading));
+    return unknown;
 }
 
 } // namespace quilla

@@ -67,8 +67,13 @@ inline constexpr QStringView ReasonCaption = u"原因";
 /// A text that quotes the file, no longer than one reads on a screen.
 QString shortened(const QString& text);
 
-/// What the columns of a file hold: a field each, -1 for the reasons. Throws `Error` that names a heading
-/// that is unknown, comes twice or is missing.
+/// A column of the file that is not imported.
+inline constexpr int NoField = -1;
+
+/// What the columns of a file hold: a field each, `NoField` for the reasons and for what is unknown. Throws
+/// `Error` that names a heading that comes twice or is missing.
 std::vector<int> fieldsOfHeadings(const QStringList& headings);
+/// The headings that mean nothing to us, as they stand in the file.
+QStringList unknownHeadings(const QStringList& headings);
 
 } // namespace quilla

@@ -134,6 +134,7 @@ ImportReport importReaders(
     ImportReport report;
     report.headings = headingsOf(text);
     report.delimiter = text.delimiter;
+    report.unknownHeadings = unknownHeadings(report.headings.fields);
     const std::vector<int> fields = fieldsOfHeadings(report.headings.fields);
 
     connection.begin(OnFailure::EndTransaction);

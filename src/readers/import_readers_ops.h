@@ -22,6 +22,7 @@ struct ImportReport {
     int lines = 0; ///< read, headings not counted
     int readers = 0; ///< new ones; 0 when nothing was to be written because of a refused line
     QStringList newUnits;
+    QStringList unknownHeadings; ///< of columns that were left out
     std::vector<RefusedLine> refused;
     TextRecord headings;
     QChar delimiter;

@@ -97,6 +97,7 @@ private Q_SLOTS:
             {"control character", {u"R1,甲\u0007,学生"_s, u"姓名里有看不见的字符"_s}},
             {"no width", {u"\u200bR1,甲\t乙,学生"_s, u"读者证号里有看不见的字符"_s}},
             {"too many", {u"R1,甲,学生,,,,,,好"_s, u"比列标题多出的内容：好"_s}},
+            {"wide digits", {u"Ｒ１,甲,学生"_s, u"读者证号里有全角字符，请改成半角：Ｒ１"_s}},
             {"all at once", {u"OLD1, ,外来"_s, u"读者证号已经存在；姓名是空的；没有这个读者类型：外来"_s}},
         });
     }
@@ -111,6 +112,22 @@ private Q_SLOTS:
         QCOMPARE(codes(), u"OLD1"_s);
         QCOMPARE(importText(text, {.skipRefused = true}).readers, 2);
         QCOMPARE(codes(), u"OLD1 R0 R9"_s);
+    }
+
+    void unlikelyDetails()
+    {
+        const ImportReport report = importText(u"读者证号,姓名,读者类型,性别,证件号码,电话,读者 类型2\n"
+                                               "2.00301E+11,甲,学生,男,,,\nR2,乙,学生,,1.10101E+17,,\n"
+                                               "R3,丙,学生,雄,1E,,\nR4,丁,学生,女,11010119900101001X,1,2\n"_s,
+            {.skipRefused = true});
+        QStringList reasons;
+        for (const RefusedLine& line : report.refused)
+            reasons.append(line.reason.section(u"。"_s, 0, 0));
+        QCOMPARE(reasons.join(u'\n'),
+            u"读者证号被表格软件写成了科学计数法，位数已经丢失：2.00301E+11\n"
+            "证件号码被表格软件写成了科学计数法，位数已经丢失：1.10101E+17\n性别应该是男或女，或者不填：雄"_s);
+        QCOMPARE(report.unknownHeadings.join(u'|'), u"电话|读者 类型2"_s);
+        QCOMPARE(codes(), u"OLD1 R4"_s);
     }
 
     void refusedLinesComeAgain()
@@ -156,9 +173,9 @@ private Q_SLOTS:
     {
         const std::pair<QByteArray, QString> files[] {{"\n \n", u"文件是空的。"_s},
             {"\xff\xff\x80", u"文件的编码不是"_s}, {"a,b\n\"c,d\ne", u"第 2 行的引号没有结束。"_s},
-            {"读者证号,姓名,读者类型,电话,", u"第一行有不认识的列标题：“电话”。"_s},
+            {"PK\3\4workbook", u"这是电子表格的工作簿"_s}, {"\xd0\xcf\x11\xe0", u"这是电子表格的工作簿"_s},
             {"读者证号,姓名,读者类型,readercode", u"列标题“readercode”出现了两次。"_s},
-            {"读者证号,姓名", u"缺少列标题“读者类型”。"_s}};
+            {"读者证号,姓名", u"缺少列标题“读者类型”。\n可用的列标题：读者证号、"_s}};
         for (const auto& [file, fault] : files)
             QVERIFY2(faultOf(file).startsWith(fault), qPrintable(fault));
     }

@@ -1,13 +1,13 @@
 #include "quilla-db/import_command.h"
 
 #include "database/library_schema.h"
+#include "platform/core/new_file.h"
 #include "platform/core/text.h"
 #include "platform/db/pooled_factory.h"
 #include "readers/import_readers_ops.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace quilla {
 
@@ -27,39 +27,35 @@ QByteArray contentOf(const QString& name)
     return file.readAll();
 }
 
-void refuseOverwriting(const Arguments& arguments)
-{
-    const QFileInfo refused(arguments.refusedFile);
-    if (!arguments.refusedFile.isEmpty() && refused == QFileInfo(arguments.file))
-        throw fault(u"--refused 不能是要导入的文件本身。"_s);
-}
-
-/// The file for the refused lines. It is opened before the import: what can't be written then must not be
+/// The file for the refused lines. It is begun before the import: what can't be written then must not be
 /// found out when the other lines are in the library already.
 class RefusedFile {
 public:
     explicit RefusedFile(const QString& name)
-        : m_file(name)
-        , m_wanted(!name.isEmpty())
     {
-        if (m_wanted && !m_file.open(QIODevice::WriteOnly)) fail();
+        if (name.isEmpty()) return;
+        // A folder that is missing is rather a slip of the pen than a wish.
+        const QString folder = QFileInfo(name).absolutePath();
+        if (!QFileInfo(folder).isDir()) throw fault(u"没有文件夹 %1。"_s.arg(folder));
+        m_file.emplace(name);
     }
 
-    /// Leaves an older file as it is when no line was refused.
     void write(const ImportReport& report)
     {
-        if (!m_wanted || report.refused.empty()) return;
-        if (m_file.write(refusedFile(report)) < 0 || !m_file.commit()) fail();
+        if (!m_file || report.refused.empty()) return;
+        writePart(refusedFile(report));
+        m_file->finish();
     }
 
 private:
-    [[noreturn]] void fail()
+    void writePart(const QByteArray& lines) const
     {
-        throw fault(u"无法写入文件 %1：%2"_s.arg(m_file.fileName(), m_file.errorString()));
+        QFile part(m_file->part());
+        if (!part.open(QIODevice::WriteOnly) || part.write(lines) < 0 || !part.flush())
+            throw fault(u"无法写入文件 %1：%2"_s.arg(part.fileName(), part.errorString()));
     }
 
-    QSaveFile m_file;
-    bool m_wanted;
+    std::optional<NewFile> m_file;
 };
 
 /// The file has them all; nobody reads thousands on a screen.
@@ -78,6 +74,8 @@ void tellRefused(const Arguments& arguments, const ImportReport& report, QTextSt
 
 void tellOutcome(const Arguments& arguments, const ImportReport& report, QTextStream& out)
 {
+    if (!report.unknownHeadings.isEmpty())
+        out << u"不认识的列，没有导入：“"_s << report.unknownHeadings.join(u"”、“"_s) << u"”\n"_s;
     if (!report.newUnits.isEmpty()) out << u"新的读者单位："_s << report.newUnits.join(u"、"_s) << u'\n';
     out << u"共 "_s << report.lines << u" 行，拒绝 "_s << report.refused.size() << u" 行，"_s;
     const bool stopped = !report.refused.empty() && !arguments.readers.skipRefused;
@@ -93,7 +91,6 @@ void tellOutcome(const Arguments& arguments, const ImportReport& report, QTextSt
 
 Outcome importReadersOf(const Arguments& arguments, QTextStream& out)
 {
-    refuseOverwriting(arguments);
     const QByteArray content = contentOf(arguments.file);
     RefusedFile refused(arguments.refusedFile);
     const SystemClock clock;
