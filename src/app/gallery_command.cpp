@@ -1,7 +1,9 @@
 #include "app/gallery_command.h"
 
 #include "app/desk_application.h"
+#include "app/gallery_ops.h"
 #include "app/gallery_samples_ops.h"
+#include "app/pictures/pictures.h"
 #include "app/screen_register.h"
 #include "frame/main_form.h"
 #include "frame/sublib.h"
@@ -11,6 +13,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QLineEdit>
 #include <QTextStream>
 #include <QTimer>
 
@@ -55,6 +58,16 @@ void addMessages(Album& album)
     }
 }
 
+/// With the desk open in it, and a reader before the operator.
+void addMainWindow(Album& album, Session& session, LtMainFrm& window)
+{
+    window.openScreen(u"TsjhFrm"_s);
+    auto* card = window.findChild<QLineEdit*>(u"TxtReaderCode"_s);
+    card->setText(readerForPictures(session));
+    Pictures::pressEnter(*card);
+    album.add(window.objectName(), window);
+}
+
 /// Every report page by page, and one in its window.
 void addReports(Album& album, DeskApplication& desk, const QString& folder)
 {
@@ -87,8 +100,7 @@ int renderGallery(DeskApplication& desk, const QString& folder)
     for (const Screen& screen : allScreens())
         screen.pictures(album, place);
     addMessages(album);
-    window.openScreen(u"TsjhFrm"_s);
-    album.add(window.objectName(), window);
+    addMainWindow(album, session, window);
     addReports(album, desk, folder);
 
     for (const QString& file : album.failed())
