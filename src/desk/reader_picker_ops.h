@@ -11,8 +11,8 @@ struct ReaderPicker {
     QString name; ///< of the screen
     QString title;
     QString statement; ///< lists its readers
-    QString namePart; ///< behind it when a part of a name is given, which stands for %1
-    QString notice; ///< behind the name when nobody was found
+    QString namePart; ///< after it when a part of a name is given, which stands for %1
+    QString notice; ///< after the name when nobody was found
 };
 
 /// Readers that may borrow without their card.

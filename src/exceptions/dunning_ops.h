@@ -5,7 +5,7 @@
 
 namespace quilla {
 
-/// Which overdue loans a list shows, as its screen keeps it: each empty, or what stands behind "where" and
+/// Which overdue loans a list shows, as its screen keeps it: each empty, or what stands after "where" and
 /// "order by".
 struct OverdueSelection {
     QString condition {};

@@ -26,7 +26,7 @@ constexpr int remark(FineKind kind)
 {
     return due(kind) + 2;
 }
-/// Where the focus goes for the tick of a kind, behind the boxes.
+/// Where the focus goes for the tick of a kind, after the boxes.
 constexpr int ofKind(FineKind kind)
 {
     return Count + int(kind);

@@ -66,7 +66,7 @@ public:
     }
 
 private:
-    /// Text behind a closing quote belongs to the field.
+    /// Text after a closing quote belongs to the field.
     QString field()
     {
         QString text;

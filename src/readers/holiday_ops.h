@@ -28,7 +28,7 @@ ClosingPeriod holidayOfLine(const QString& name, const QString& period);
 std::vector<ClosingPeriod> readHolidays(Session& session);
 
 /// The first box that keeps the holiday from being saved, which is told; nothing when it can be. The days are
-/// compared as texts: 2003-9-1 lies behind 2003-10-1.
+/// compared as texts: 2003-9-1 lies after 2003-10-1.
 std::optional<int> CheckHolidayForm(Session& session, const ClosingPeriod& holiday);
 
 /// Whether another holiday has that name, which is told. `unchanged` is the name of the holiday that is being

@@ -11,7 +11,7 @@ Error fault(const QString& text)
     return Error(5, u"ImportReaders"_s, text);
 }
 
-/// A heading without blanks and without the unit in brackets behind it: "可借天数(天)" is "可借天数".
+/// A heading without blanks and without the unit in brackets after it: "可借天数(天)" is "可借天数".
 QString plainHeading(const QString& heading)
 {
     QString plain = heading;

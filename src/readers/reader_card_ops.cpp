@@ -122,7 +122,7 @@ ReaderCard newCard(Session& session)
     card.boxes[CardBox::LoanCopies] = u"0"_s;
     card.boxes[CardBox::OnLoan] = u"0"_s;
     card.boxes[CardBox::Issued] = isoDate(today);
-    // without leading zeros, so that it sorts behind the same day written with them
+    // without leading zeros, so that it sorts after the same day written with them
     card.boxes[CardBox::Term] = today.addYears(1).toString(u"yyyy-M-d"_s);
     card.lists[CardList::Status] = u"有效"_s;
     return card;

@@ -114,7 +114,7 @@ ReaderCard newCard(Session& session);
 bool takeParameters(Session& session, const QString& readerclass, ReaderCard& card);
 /// The boxes that `takeParameters` fills.
 std::vector<int> parameterBoxes();
-/// The term that is meant by a number of up to 5 years behind the day of issue, or behind today where that is
+/// The term that is meant by a number of up to 5 years after the day of issue, or after today where that is
 /// none. Nothing for any other text.
 std::optional<QString> termOfYears(Session& session, const QString& years, const QString& issued);
 

@@ -130,7 +130,7 @@ bool CardSaving::checkDate(int index, const QString& noDate)
     return true;
 }
 
-/// The term is compared as it was typed: 2004-3-7 lies behind 2004-03-07, and the term of a new card is
+/// The term is compared as it was typed: 2004-3-7 lies after 2004-03-07, and the term of a new card is
 /// written that way.
 void CardSaving::letStateFollowTerm()
 {

@@ -22,7 +22,7 @@ struct Publisher {
 struct TitlePattern {
     QString pattern;
     QString role; ///< of the author: 著, 编著, 主编, 译, ...
-    QString subdivision; ///< behind the subject in the subject terms; "=" before it: all of the terms
+    QString subdivision; ///< after the subject in the subject terms; "=" before it: all of the terms
 };
 
 struct Subject {

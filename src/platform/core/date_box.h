@@ -10,7 +10,7 @@ namespace quilla {
 
 /// Whether a desktop platform takes the text for a date, and which: "2003-1-5", "2003/01/05",
 /// "2003.1.5", "2003年1月5日", "2003-1" (its first day), "1-5-2003", "5/1/03", "1-5" (of this year), each
-/// with or without a time behind it. A time alone is a date as well, the zero date. Eight bare digits
+/// with or without a time after it. A time alone is a date as well, the zero date. Eight bare digits
 /// are a number and no date. Two-digit years up to 29 are of this century. Blanks around are ignored.
 std::optional<QDate> platformDate(QStringView text, const QDate& today = QDate::currentDate());
 

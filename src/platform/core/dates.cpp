@@ -44,7 +44,7 @@ std::optional<QDate> takeDate(QStringView& text)
     return date.isValid() ? std::optional(date) : std::nullopt;
 }
 
-/// Up to three digits behind the second's point, as milliseconds; further digits are passed over.
+/// Up to three digits after the second's point, as milliseconds; further digits are passed over.
 int takeMilliseconds(QStringView& text)
 {
     int value = 0;

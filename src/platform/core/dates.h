@@ -33,7 +33,7 @@ QString localeDateText(const QDateTime& moment);
 QString localeDateText(const QDate& date, const QTime& time);
 
 /// Reads a date with or without a time, as the database server would: "2003-1-5", "2003/01/05",
-/// "20030105", "2003-01-05 8:05:03.120". Nothing when the text is no date. Blanks around it are ignored.
+/// "20030105", "2003-01-05 8:05:03.120". Nullopt when the text is no date. Blanks around it are ignored.
 std::optional<QDateTime> readDate(QStringView text);
 
 /// Reads a date without a time, as `readDate` does. Cheaper, since no time zone is asked.

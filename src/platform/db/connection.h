@@ -44,7 +44,7 @@ public:
     Recordset openShaped(QStringView shape);
 
     /// Brings into an empty database what its engine needs before the first table: the order of texts, types
-    /// and functions. Nothing where the engine has them. Throws `Error`, also when they are there already.
+    /// and functions. Does nothing where the engine has them. Throws `Error`, also when they are there already.
     void prepareEmptyBase();
     /// Runs `fill`, whose rows bring their own numbers into the identity column of `table`. The next number
     /// comes after theirs and after `given`.

@@ -10,7 +10,7 @@ namespace quilla {
 /// The items of a stored connection text, in order: "KEY=value" pieces between ";".
 struct ConnectionItems {
     explicit ConnectionItems(const QString& text);
-    /// Key without case; nothing when it is not there.
+    /// Key without case; nullopt when it is not there.
     std::optional<QString> value(QStringView key) const;
 
     std::vector<std::pair<QString, QString>> items;

@@ -7,15 +7,15 @@
 
 namespace quilla {
 
-/// The number that a text holds, blanks around it ignored: sign, digits, point, exponent. Nothing for a
+/// The number that a text holds, blanks around it ignored: sign, digits, point, exponent. Nullopt for a
 /// text that is none, also for an empty one.
 std::optional<double> readNumber(QStringView text);
 
 /// The whole number nearest to a decimal text, an exact half away from zero, worked out on its digits.
-/// Nothing for a text that is no number or lies outside 64 bits.
+/// Nullopt for a text that is no number or lies outside 64 bits.
 std::optional<qint64> roundedDecimal(QStringView text);
 
-/// A decimal text cut to `scale` digits behind the point, an exact half away from zero; a text that is no
+/// A decimal text cut to `scale` digits after the point, an exact half away from zero; a text that is no
 /// plain decimal comes back as it is.
 QString roundedTo(QStringView text, int scale);
 
@@ -24,7 +24,7 @@ QString roundedTo(QStringView text, int scale);
 class Decimal {
 public:
     Decimal() = default; ///< 0
-    /// A text that is a number: sign, digits, point, exponent; blanks around it are ignored. Nothing for any
+    /// A text that is a number: sign, digits, point, exponent; blanks around it are ignored. Nullopt for any
     /// other and for one of more than a hundred digits.
     static std::optional<Decimal> read(QStringView text);
 
@@ -33,7 +33,7 @@ public:
 
     /// As short as it can be written: "2" for 2.000, "0.1".
     QString text() const;
-    /// With exactly `places` digits behind the point, an exact half away from zero: "0.00" is `fixed(2)`.
+    /// With exactly `places` digits after the point, an exact half away from zero: "0.00" is `fixed(2)`.
     QString fixed(int places) const;
 
 private:
@@ -41,7 +41,7 @@ private:
 
     bool m_negative = false;
     QString m_digits {QStringLiteral("0")}; ///< without the point
-    int m_scale = 0; ///< how many of the digits stand behind the point
+    int m_scale = 0; ///< how many of the digits stand after the point
 };
 
 /// A binary fraction as the decimal that was meant: 15 digits, no more than needed, never an exponent.

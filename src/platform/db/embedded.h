@@ -17,7 +17,7 @@ constexpr int EmbeddedSchemaVersion = 1;
 
 /// The file that a connection text leads to, when it leads to the embedded database: the built-in data
 /// source, or the Access driver entry of the connection dialog. A relative path is meant from the folder
-/// of `embeddedDatabaseFile()`. Nothing for a text that leads to a server.
+/// of `embeddedDatabaseFile()`. Nullopt for a text that leads to a server.
 std::optional<QString> embeddedFileOf(const ConnectionItems& items);
 
 /// Creates the embedded database `path` (and its folder). `fill` makes tables, views and first rows; it
@@ -30,7 +30,7 @@ void createEmbedded(const QString& path, const sql::Schema& schema, const Clock&
 
 /// Copies a library that may be in use to the new file `to`, as it stands at one moment. Throws `Error` when
 /// `from` is damaged or no library of this version with the tables of `schema`, when `to` exists already, or
-/// when the copy fails; nothing stays behind then. `group` as above.
+/// when the copy fails; no file is left then. `group` as above.
 void backupEmbedded(
     const QString& from, const QString& to, const sql::Schema& schema, const QString& group = {});
 

@@ -11,14 +11,14 @@ namespace quilla {
 // How the literals of a statement become the values that their columns want. The readings of quoted
 // numbers are the server's: blanks around them are ignored, an empty text is 0.
 
-/// Nothing for an unquoted number with a fraction or beyond 64 bits. Throws `CannotConvert` for a quoted
+/// Nullopt for an unquoted number with a fraction or beyond 64 bits. Throws `CannotConvert` for a quoted
 /// text that is no whole number.
 std::optional<qint64> wholeNumberOf(const sql::Literal& literal);
-/// The same, but nothing for any text that is no whole number.
+/// The same, but nullopt for any text that is no whole number.
 std::optional<qint64> exactWholeOf(const sql::Literal& literal);
 /// A whole number, "True" or "False". Throws `CannotConvert`.
 bool bitOf(const sql::Literal& literal);
-/// Rounded to `scale` digits behind the point when that is not negative. Throws `CannotConvert`.
+/// Rounded to `scale` digits after the point when that is not negative. Throws `CannotConvert`.
 double numberOf(const sql::Literal& literal, int scale = -1);
 /// The same, digit for digit.
 QString decimalOf(const sql::Literal& literal, int scale = -1);

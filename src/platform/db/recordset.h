@@ -36,7 +36,7 @@ public:
     int fieldCount() const;
     QString fieldName(int index) const;
     sql::Kind fieldKind(int index) const;
-    /// Where the first field of that name stands, without case; nothing where there is none.
+    /// Where the first field of that name stands, without case; nullopt where there is none.
     std::optional<int> findField(QStringView name) const;
     /// The same; throws `NoSuchField` where there is none.
     int needField(QStringView name) const;

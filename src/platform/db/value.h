@@ -49,15 +49,15 @@ public:
 
     /// As a grid or a box shows it: null is empty, a bit "True" or "False", a date its locale text.
     QString text() const;
-    /// Whole number; a decimal is rounded, a bit is 0 or 1. Nothing for null and for a text that is none.
+    /// Whole number; a decimal is rounded, a bit is 0 or 1. Nullopt for null and for a text that is none.
     std::optional<qint64> integer() const;
-    /// Nothing for null and for a text that is no number.
+    /// Nullopt for null and for a text that is no number.
     std::optional<double> number() const;
     /// Null is false; a number is true when it is not 0.
     bool isTrue() const;
     /// Invalid for null and for a text that is no date.
     QDateTime moment() const;
-    /// The same without a time zone, cheaper; nothing for null and for a text that is no date.
+    /// The same without a time zone, cheaper; nullopt for null and for a text that is no date.
     std::optional<Moment> plainMoment() const;
 
 private:

@@ -22,7 +22,7 @@ public:
     const QFont& font(const Typeface& face) const;
     double width(QStringView text, const Typeface& face) const override;
     /// The glyphs of a text straight from the font, without the work of a shaper: Chinese and Latin texts
-    /// need none, and a PDF names them as what they are. Nothing for any other text.
+    /// need none, and a PDF names them as what they are. Nullopt for any other text.
     std::optional<QGlyphRun> glyphs(const QString& text, const Typeface& face) const;
     /// The usual character for each of the radicals that look the same in these fonts.
     QHash<char16_t, char16_t> charactersOfRadicals() const;

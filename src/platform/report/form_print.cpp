@@ -193,7 +193,7 @@ private:
             {QLineF(onPaper(m_gridLeft, y), onPaper(m_gridLeft + gridWidth(), y)), ink});
     }
 
-    /// What stands below the grid, together: on a page of its own when it does not fit behind it.
+    /// What stands below the grid, together: on a page of its own when it does not fit below it.
     void writeBelow(double shift)
     {
         QList<QLabel*> below;

@@ -13,7 +13,7 @@ namespace quilla {
 
 /// A form laid out on paper: its labels and its grid where they stand on the screen, as wide as the page. The
 /// grid shows all its lines; one too long for the page goes on under its captions on the next, and what
-/// stands below it on the form follows behind its last line.
+/// stands below it on the form follows after its last line.
 class FormPages final : public PrintedPages {
 public:
     /// The form need not have been shown; it is not needed afterwards.

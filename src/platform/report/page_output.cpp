@@ -64,7 +64,7 @@ QPageLayout pageLayout(Paper paper)
         paper == Paper::Upright ? QPageLayout::Portrait : QPageLayout::Landscape, QMarginsF());
 }
 
-/// The last code of a line "<from> <to> <first character>", or all behind "[" of "<from> <to> [<one> <one>
+/// The last code of a line "<from> <to> <first character>", or all after "[" of "<from> <to> [<one> <one>
 /// ]".
 void nameRange(QByteArray& pdf, qsizetype at, qsizetype end, const QHash<char16_t, char16_t>& characters)
 {

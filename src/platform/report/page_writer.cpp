@@ -84,7 +84,7 @@ void PageWriter::spread(const ReportLine& line, double middle)
     }
 }
 
-/// One behind the other in the middle; all narrower together when there is no room for them.
+/// One after the other in the middle; all narrower together when there is no room for them.
 void PageWriter::inOneRun(const ReportLine& line, double middle)
 {
     const double room = m_report.m_area.width();

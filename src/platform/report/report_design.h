@@ -17,7 +17,7 @@ enum class Content {
     Word, ///< a word or a rank, centred
     Date,
     Count, ///< a number, right
-    Money, ///< with two digits behind the point, right
+    Money, ///< with two digits after the point, right
 };
 
 enum class Place { Left, Centre, Right };
@@ -93,7 +93,7 @@ using ReportCatalog = std::vector<ReportDesign>;
 
 /// The title over the table; `caption` in large letters in the middle.
 ReportLine heading(const QString& caption, const QString& name = u"labTitle"_s);
-/// A line of labels under the title, in the middle, one behind the other.
+/// A line of labels under the title, in the middle, one after the other.
 ReportLine run(std::vector<ReportLabel> labels);
 /// A label at the left and one at the right.
 ReportLine ends(const ReportLabel& left, const ReportLabel& right);

@@ -18,7 +18,7 @@ struct ReportFrame {
 };
 
 /// A report broken into pages: report header on the first page, captions on each, a group on pages of its
-/// own, totals behind the last row, the footer at the foot of each page. Nothing overlaps: a row is as high
+/// own, totals after the last row, the footer at the foot of each page. Nothing overlaps: a row is as high
 /// as its tallest text, numbers and dates are set narrower rather than cut.
 class ReportLayout final : public PrintedPages {
 public:

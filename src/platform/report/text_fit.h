@@ -23,7 +23,7 @@ FittedLine fitLine(
     const QString& text, const Typeface& font, double room, const TextRuler& ruler, double least = 0.6);
 
 /// Breaks a text into lines no wider than `room`: at blanks and between Chinese characters, never before a
-/// closing or behind an opening mark, inside a word only when the word alone is too wide. What is left after
+/// closing or after an opening mark, inside a word only when the word alone is too wide. What is left after
 /// `most` lines is cut with "…".
 std::vector<FittedLine> fitLines(
     const QString& text, const Typeface& font, double room, const TextRuler& ruler, int most);

@@ -12,11 +12,11 @@ namespace quilla::sql {
 struct Type {
     Kind kind = Kind::Unknown;
     int width = 0; ///< most characters of a text; 0 for not known
-    int scale = 0; ///< digits behind the point of a decimal
+    int scale = 0; ///< digits after the point of a decimal
     bool column = false; ///< a column as it stands, which brings its collation along
 };
 
-/// Digits behind the point of a quotient and of an average.
+/// Digits after the point of a quotient and of an average.
 constexpr int QuotientScale = 6;
 
 /// A type as a statement names it: varchar(20), decimal(10,2), datetime.
@@ -112,7 +112,7 @@ using SourcePtr = std::unique_ptr<Source>;
 
 enum class JoinKind { Inner, Left, Right, Full, Cross };
 
-/// What stands behind "from": a table or view, a select in brackets, or a join of two of them.
+/// What stands after "from": a table or view, a select in brackets, or a join of two of them.
 struct Source {
     enum class Form { Table, Derived, Join };
 

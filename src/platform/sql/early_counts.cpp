@@ -117,7 +117,7 @@ private:
     const Table* m_table = nullptr;
     QString m_name; ///< by which the select knows it
     std::vector<const Table*> m_others;
-    QStringList m_keys; ///< its columns that are needed behind the count, in lower case
+    QStringList m_keys; ///< its columns that are needed after the count, in lower case
     std::vector<const Expr*> m_before; ///< conditions on it alone
     std::vector<const Expr*> m_behind;
     bool m_clear = true; ///< false when a name may mean more than one table

@@ -9,7 +9,7 @@ namespace quilla::sql {
 ///     select d.u, count(*) from t left join d on t.k=d.k group by d.u
 ///
 /// counts the rows of t for each k first, which an index on k gives without sorting, and adds these counts up
-/// behind the join. A view that is a union of tables is counted table by table. The result is the same, since
+/// after the join. A view that is a union of tables is counted table by table. The result is the same, since
 /// each row of t meets the same rows of d as all others of its k. A condition on t alone is met before the
 /// count. Selects of any other form are left as they are.
 ///

@@ -113,7 +113,7 @@ private:
         return take(Token::Form::Sign, m_at + 1);
     }
 
-    /// A point right behind a name leads to a column, also when a digit follows.
+    /// A point right after a name leads to a column, also when a digit follows.
     bool followsName() const
     {
         if (m_tokens.empty()) return false;

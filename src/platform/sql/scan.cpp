@@ -121,7 +121,7 @@ void Shape::read(QStringView tsql, std::vector<Literal>& literals)
         *key++ = sign;
         literals.push_back({tsql.sliced(from, end - from), quoted, doubled});
     };
-    bool inWord = false; // a digit behind a point that follows a name is part of a name
+    bool inWord = false; // a digit after a point that follows a name is part of a name
     qsizetype at = 0;
     while (at < size) {
         const Class kind = classOf(text[at]);

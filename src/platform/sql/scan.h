@@ -14,10 +14,10 @@ inline bool isDigit(char16_t c)
     return c >= u'0' && c <= u'9';
 }
 
-/// The end of a number that begins at `from`, behind its fraction and exponent.
+/// The end of a number that begins at `from`, after its fraction and exponent.
 qsizetype endOfNumber(QStringView text, qsizetype from, bool& whole);
 
-/// The end of what begins at `from` with a quote, "[" or a double quote, behind its closing sign.
+/// The end of what begins at `from` with a quote, "[" or a double quote, after its closing sign.
 /// Refuses when that is missing. `doubled` tells whether the closing sign stands inside, doubled.
 qsizetype endOfQuoted(QStringView text, qsizetype from, bool& doubled);
 

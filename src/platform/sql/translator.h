@@ -61,16 +61,16 @@ public:
     const Translation& translate(QStringView tsql, std::vector<Literal>& literals);
 
     /// What an empty database needs before its first table is created, statement by statement in the
-    /// engine's own dialect: the order of texts, types, functions. Nothing for engines that bring them along.
+    /// engine's own dialect: the order of texts, types, functions. Empty for engines that bring them along.
     std::vector<Translation> preparation();
 
     /// What lets rows bring their own numbers into the identity column of a table, and what ends that so that
-    /// the next number comes after theirs and after `given`; as above. Nothing where rows may bring them at
+    /// the next number comes after theirs and after `given`; as above. Empty where rows may bring them at
     /// any time.
     std::vector<Translation> beginOwnNumbers(const Table& table);
     std::vector<Translation> endOwnNumbers(const Table& table, qint64 given);
     /// A select of the highest number that the identity column of a table ever gave, also to a row that is
-    /// gone. Nothing for a table without such a column.
+    /// gone. Nullopt for a table without such a column.
     std::optional<Translation> lastNumber(const Table& table);
 
     Engine engine() const;

@@ -152,7 +152,7 @@ Opening openingOf(const ConnectionItems& stored, const OdbcInstallation& install
     return {u"Driver={%1};"_s.arg(driver), driver};
 }
 
-/// A value of a data source, or all its keys, each with a NUL behind it.
+/// A value of a data source, or all its keys, each followed by a NUL.
 QByteArray profileText(const QByteArray& source, const char* key)
 {
     QByteArray text(8000, '\0');

@@ -73,7 +73,7 @@ int compareUtf8(std::string_view left, std::string_view right)
         while (a != left.data() && isContinuation(*a))
             --a, --b;
         if (const int order = compareCodePoints(nextCodePoint(a, aEnd), nextCodePoint(b, bEnd))) return order;
-        if (a <= differing) { // only in what is no UTF-8: go on behind it
+        if (a <= differing) { // only in what is no UTF-8: go on after it
             b += differing + 1 - a;
             a = differing + 1;
         }

@@ -8,7 +8,7 @@ namespace quilla {
 /// above 0.
 int compareUtf8(std::string_view left, std::string_view right);
 
-/// The code point at `at`, which moves behind it. U+FFFD for a byte that is no UTF-8.
+/// The code point at `at`, which moves past it. U+FFFD for a byte that is no UTF-8.
 char32_t nextCodePoint(const char*& at, const char* end);
 
 /// The case folding of `compareText`, one code point to one.

@@ -25,7 +25,7 @@ class FlexGrid;
 
 /// A piece of a form: a control, a caption, a layout, or room.
 struct Piece {
-    /// A control that is a member of the form; it may be declared before or behind its frame.
+    /// A control that is a member of the form; it may be declared before or after its frame.
     Piece(QWidget& control); // NOLINT: conversions are the point
     Piece(QLayout* layout); // NOLINT
     Piece(const QString& caption); // NOLINT: a label of its own
@@ -133,7 +133,7 @@ void onRow(FlexGrid& grid, std::function<void(int row)> step);
 /// Enter or a double click in the grid.
 void onOpen(FlexGrid& grid, std::function<void(int row)> step);
 
-/// Enter in these controls moves to the next one, as Tab does, behind a step given by `onEnter`.
+/// Enter in these controls moves to the next one, as Tab does, after a step given by `onEnter`.
 void enterAsTab(const std::vector<std::reference_wrapper<QWidget>>& controls);
 
 template <std::size_t Count, typename Control>

@@ -65,7 +65,7 @@ TextBox::TextBox(const QString& text)
 void TextBox::focusInEvent(QFocusEvent* event)
 {
     QLineEdit::focusInEvent(event);
-    // A box that is sent the focus before its window is active again, as behind a message, gets it with the
+    // A box that is sent the focus before its window is active again, as after a message, gets it with the
     // window, and is entered even so.
     const bool comesBack = std::exchange(m_leftWithWindow, false) && goesWithWindow(*event);
     if (comesBack) return;

@@ -10,7 +10,7 @@ namespace quilla {
 /// Keeps a scanner from answering a message box.
 ///
 /// A scanner is a keyboard that never looks at the screen: while a box waits, the letters of the next
-/// barcode could press its buttons and the Enter behind them its default one. A run of characters too
+/// barcode could press its buttons and the Enter after them its default one. A run of characters too
 /// fast for a hand is therefore held back, with its Enter, and given to the control that has the focus
 /// once the box is gone, one scan after the other. A single key, and an Enter by itself, reach the box. What
 /// was scanned before the box had the focus, also while the operation below was at work, never answers it.
