@@ -112,12 +112,12 @@ QString localeDateText(const Moment& moment)
 
 std::optional<Moment> readDate(QStringView text)
 {
-    text = text.trimmed();
+    text = trimBlanks(text);
     const auto date = takeDate(text);
     if (!date) return {};
     if (text.isEmpty()) return Moment {*date};
     if (!takeOne(text, u" T")) return {};
-    text = text.trimmed();
+    text = trimBlanks(text);
     const auto time = takeTime(text);
     if (!time || !text.isEmpty()) return {};
     return Moment {*date, *time};
@@ -125,7 +125,7 @@ std::optional<Moment> readDate(QStringView text)
 
 std::optional<QDate> readDay(QStringView text)
 {
-    text = text.trimmed();
+    text = trimBlanks(text);
     const auto date = takeDate(text);
     return text.isEmpty() ? date : std::nullopt;
 }
