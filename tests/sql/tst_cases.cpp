@@ -9,6 +9,7 @@
 #include "support/postgres_database.h"
 
 #include <QDir>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -132,11 +133,13 @@ void fillBase(Connection& connection)
             connection.execute(part.text);
 }
 
-/// Where a statement names no order, each engine has its own.
+/// Rows that are no table's have an order of the engine's own where the statement names none.
 QString comparable(const QString& rows, const QString& statement)
 {
+    static const QRegularExpression combined(
+        u"\\b(group by|distinct|union|top)\\b"_s, QRegularExpression::CaseInsensitiveOption);
     if (rows.startsWith(u"fails:"_s)) return u"fails"_s;
-    if (statement.contains(u"order by"_s, Qt::CaseInsensitive)) return rows;
+    if (statement.contains(u"order by"_s, Qt::CaseInsensitive) || !statement.contains(combined)) return rows;
     QStringList sorted = rows.split(u';');
     sorted.sort();
     return sorted.join(u';');

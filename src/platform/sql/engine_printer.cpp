@@ -50,7 +50,7 @@ void EnginePrinter::execute(const Execute& call)
 
 bool EnginePrinter::isPinned(const Expr& literal) const
 {
-    return std::ranges::find(m_pinned, literal.literal) != m_pinned.end();
+    return literal.literal < 0 || std::ranges::find(m_pinned, literal.literal) != m_pinned.end();
 }
 
 void EnginePrinter::literal(const Expr& expr)

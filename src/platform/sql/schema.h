@@ -34,6 +34,8 @@ struct Table {
     std::vector<Column> columns;
     bool view = false;
     std::vector<UnionArm> unionOf; ///< of a view that is whole tables put together; else empty
+    QString definition; ///< of a view, as T-SQL
+    std::vector<QString> entryOrder; ///< what comes nearest to the order of entry where no number tells it
 
     const Column* column(QStringView name) const;
 };
@@ -44,6 +46,7 @@ public:
     /// A table of the same name takes the place of the earlier one.
     void add(Table table);
     const Table* table(QStringView name) const;
+    void setEntryOrder(QStringView table, std::vector<QString> columns);
     const std::vector<Table>& tables() const { return m_tables; }
 
 private:
