@@ -27,9 +27,8 @@ QString canonicalDate(const Expr& literal)
     return moment->isMidnight() ? day : day + moment->time.toString(u" HH:mm:ss.zzz"_s);
 }
 
-EnginePrinter::EnginePrinter(
-    std::span<const FunctionTemplate> templates, std::span<const QStringView> keywords)
-    : m_templates(templates)
+EnginePrinter::EnginePrinter(QStringView FunctionRule::*functionText, std::span<const QStringView> keywords)
+    : m_functionText(functionText)
     , m_keywords(keywords)
 {
 }
@@ -97,11 +96,9 @@ void EnginePrinter::limit(const Query& query)
 void EnginePrinter::function(const Expr& expr)
 {
     if (!expr.over.empty()) return Printer::function(expr);
-    for (const FunctionTemplate& each : m_templates) {
-        const bool fits = each.arguments < 0 || each.arguments == int(expr.parts.size());
-        if (fits && each.name == expr.name) return fill(each.text, expr);
-    }
-    refuse(expr.place, u"不认识的函数"_s);
+    const FunctionRule* rule = functionRule(expr.name, int(expr.parts.size()));
+    if (!rule || (rule->*m_functionText).isEmpty()) refuse(expr.place, u"不认识的函数"_s);
+    fill(rule->*m_functionText, expr);
 }
 
 void EnginePrinter::binary(const Expr& expr)

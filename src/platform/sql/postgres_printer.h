@@ -30,7 +30,6 @@ protected:
     void placeholder(const Expr& literal) override;
     void inlineLiteral(const Expr& literal) override;
     void like(const Expr& expr) override;
-    void function(const Expr& expr) override;
     void aggregate(const Expr& expr) override;
     void convert(const Expr& expr) override;
     void divide(const Expr& expr) override;
