@@ -2,6 +2,7 @@
 
 #include "platform/sql/ast.h"
 #include "platform/sql/lexer.h"
+#include "platform/sql/procedure_text.h"
 
 namespace quilla::sql {
 
@@ -21,6 +22,7 @@ class Parser {
 public:
     explicit Parser(QStringView tsql);
     Parsed run();
+    ProcedureText procedure();
 
 private:
     // tokens
@@ -55,6 +57,7 @@ private:
     CreateIndex createIndex(bool unique);
     CreateView createView();
     Drop dropStatement();
+    ProcedureText::Sum parameterSum(qsizetype origin);
 
     // select
     Query query();
