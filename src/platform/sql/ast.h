@@ -33,6 +33,8 @@ struct TypeName {
 Kind kindOf(const TypeName& type);
 /// The numbers that a column of this type holds.
 NumberRange rangeOf(const Type& type);
+/// The type of what is worked out from values of a type, which may lie outside its range.
+Type withoutRange(Type type);
 /// Width and scale with the server's defaults filled in, for a column or (`cast`) for a conversion.
 Type typeOf(const TypeName& type, bool cast);
 

@@ -16,14 +16,6 @@ QString nameOf(const Source& source)
     return source.alias.isEmpty() ? source.name : source.alias;
 }
 
-ExprPtr columnExpr(const Source& source, const QString& name)
-{
-    ExprPtr expr = makeExpr(Op::Column, source.place);
-    expr->qualifier = nameOf(source);
-    expr->name = name;
-    return expr;
-}
-
 /// The tables of a select from left to right.
 void listSources(Source& source, std::vector<Source*>& sources)
 {
@@ -104,7 +96,7 @@ public:
             if (first && isView(*source) && writeOut(select, *source)) keys = {EntryOfView};
             if (first && keys.empty()) return;
             for (const QString& key : keys)
-                query.orderBy.push_back({columnExpr(*source, key), false});
+                query.orderBy.push_back({makeColumn(nameOf(*source), key, source->place), false});
         }
     }
 
@@ -164,7 +156,7 @@ private:
         std::vector<QString> keys = keysOf(first);
         if (isView(first) && writeOut(select, first)) keys = {EntryOfView};
         if (keys.size() != 1) return false;
-        select.items.push_back({columnExpr(first, keys.front()), EntryOfView});
+        select.items.push_back({makeColumn(nameOf(first), keys.front(), first.place), EntryOfView});
         return true;
     }
 
@@ -181,7 +173,7 @@ private:
             for (const Source* source : sourcesOf(select))
                 if (star.qualifier.isEmpty() || sameText(star.qualifier, nameOf(*source)))
                     for (const Column& column : tableOf(*source)->columns)
-                        items.push_back({columnExpr(*source, column.name), {}});
+                        items.push_back({makeColumn(nameOf(*source), column.name, star.place), {}});
         }
         select.items = std::move(items);
     }

@@ -111,6 +111,7 @@ private:
 };
 
 ExprPtr makeExpr(Op op, qsizetype place);
+ExprPtr makeColumn(const QString& qualifier, const QString& name, qsizetype place);
 /// Whether the expression is true or false, and so may not stand where a value must.
 bool isCondition(const Expr& expr);
 

@@ -58,6 +58,13 @@ NumberRange rangeOf(const Type& type)
     return {};
 }
 
+Type withoutRange(Type type)
+{
+    type.bytes = 0;
+    if (type.kind == Kind::Decimal) type.width = 0;
+    return type;
+}
+
 Type typeOf(const TypeName& type, bool cast)
 {
     const TypeRule* rule = ruleOf(type);
