@@ -16,9 +16,7 @@ struct Source {
 QHash<QString, Source> sources()
 {
     const QString notices
-        = u" SHAPE {select readunit+' 超期图书如下：' as GroupKey,readercode,name,name as "
-          u"itital,readunit,barcode,"
-          "bookname,orderdate,yhdate from JhskCqV order by readunit}  AS JHSKT COMPUTE JHSKT BY 'GroupKey'"_s;
+        = u" SHAPE {select readunit+' 超期图书如下：' as GroupKey,readercode,name,name as itital,readunit,barcode,bookname,orderdate,yhdate from JhskCqV order by readunit}  AS JHSKT COMPUTE JHSKT BY 'GroupKey'"_s;
     const QString loans = u"select top 120 * from "_s;
     return {
         {u"ZqDataReport"_s,
@@ -41,19 +39,16 @@ QHash<QString, Source> sources()
                     {{ReportLabels::Year, u"2026"_s}, {ReportLabels::Unit, u"全部"_s},
                         {ReportLabels::Type, u"全部"_s}}}}},
         {u"printYuYueOk"_s,
-            {u"select z.bookname,y.barcode,y.readercode,y.ordertime,y.oldtime,y.ordertime as backdate,d.name "
-             "from yyk y join zsk z on y.zskid=z.zskid join dzk d on y.readercode=d.readercode"_s}},
+            {u"select z.bookname,y.barcode,y.readercode,y.ordertime,y.oldtime,y.ordertime as backdate,d.name from yyk y join zsk z on y.zskid=z.zskid join dzk d on y.readercode=d.readercode"_s}},
         {u"printGoodBook"_s,
-            {u"select top 60 classcode + '/' +convert(varchar,zch)+fzqfh as ssh,bookname,author,publisher,"
-             "pubplace,pubdate,isbn from zsk"_s}},
+            {u"select top 60 classcode + '/' +convert(varchar,zch)+fzqfh as ssh,bookname,author,publisher,pubplace,pubdate,isbn from zsk"_s}},
         {u"dzjyphbRpt"_s,
             {u"exec procdzjyphb  '全部','40','2000-01-01','2030-12-31'"_s,
                 {{}, {{ReportLabels::From, u"2000年01月01日"_s}, {ReportLabels::To, u"2030年12月31日"_s}}}}},
         {u"readerPrint"_s, {loans + u"dzk"_s}},
         {u"ltcsPrint"_s,
             {u"Select readerclass,daycount,bookcount,fine,defile,lost,recount,reday,case ifcanre when 0 then "
-             "'否' when 1 then '是' end as chaoqixujie,case wuzheng when 0 then '否' when 1 then '是' end as "
-             "wuzhengjie,orderday,ordercount from jycs"_s}},
+             "'否' when 1 then '是' end as chaoqixujie,case wuzheng when 0 then '否' when 1 then '是' end as wuzhengjie,orderday,ordercount from jycs"_s}},
     };
 }
 

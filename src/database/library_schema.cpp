@@ -40,7 +40,9 @@ void makeTables(Connection& connection)
 
 sql::Schema librarySchema()
 {
-    return sql::readSchema(definitions());
+    sql::Schema schema = sql::readSchema(definitions());
+    schema.setEntryOrder(u"dzk", {u"paperdate"_s, u"readercode"_s}); // as the cards were issued
+    return schema;
 }
 
 void createLibrary(Connection& connection)

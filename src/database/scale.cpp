@@ -64,12 +64,9 @@ void fillReaders(Connection& connection, const ScaleOptions& options)
     connection.execute(u"insert into dzlx(readerclass) values('读者')");
     connection.execute(u"insert into dzdw(readunit) values('单位')");
     connection.execute(
-        u"insert into jycs(readerclass,daycount,bookcount,fine,lost,recount,reday,ifcanre,orderday,"
-        "ordercount) values('读者',30,50,0.10,3,1,15,1,7,5)");
+        u"insert into jycs(readerclass,daycount,bookcount,fine,lost,recount,reday,ifcanre,orderday,ordercount) values('读者',30,50,0.10,3,1,15,1,7,5)");
     RowText row(connection, u"dzk",
-        u"readercode,name,sex,readerclass,readunit,bookcount,daycount,orderbook,ordercount,orderday,"
-        u"yordercshu,"
-        "recount,reday,ifcanre,fine,defile,lost,wuzheng,readstatus,term,paperdate");
+        u"readercode,name,sex,readerclass,readunit,bookcount,daycount,orderbook,ordercount,orderday,yordercshu,recount,reday,ifcanre,fine,defile,lost,wuzheng,readstatus,term,paperdate");
     const int holds = holdsOf(options);
     for (int reader = 1; reader <= options.readers; ++reader) {
         const int loans

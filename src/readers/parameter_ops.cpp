@@ -85,9 +85,8 @@ std::optional<Recordset> listParameters(Session& session)
 {
     Connection conn;
     if (OpenDbConnection(session, conn) != GoOn) return {};
-    return conn.open(u"Select "
-                     u"readerclass,daycount,bookcount,fine,defile,lost,recount,reday,ifcanre,wuzheng,"
-                     u"orderday,ordercount,Acount,Bcount from jycs");
+    return conn.open(
+        u"Select readerclass,daycount,bookcount,fine,defile,lost,recount,reday,ifcanre,wuzheng,orderday,ordercount,Acount,Bcount from jycs");
 }
 
 QStringList readerTypes(Session& session)

@@ -117,7 +117,7 @@ std::optional<LoadedCard> readCard(Session& session, const QString& readercode)
 
 ReaderCard newCard(Session& session)
 {
-    const QDate today = GetServerDate(session).date();
+    const QDate today = GetServerDate(session).date;
     ReaderCard card;
     card.boxes[CardBox::LoanCopies] = u"0"_s;
     card.boxes[CardBox::OnLoan] = u"0"_s;
@@ -157,7 +157,7 @@ std::optional<QString> termOfYears(Session& session, const QString& years, const
     const auto number = readNumber(years);
     if (!number || *number <= 0 || *number > MostYears) return {};
     const auto day = platformDate(issued);
-    const QDate base = day ? *day : GetServerDate(session).date();
+    const QDate base = day ? *day : GetServerDate(session).date;
     return isoDate(base.addYears(qRound(*number)));
 }
 

@@ -10,9 +10,7 @@ namespace {
 QString reservationsOf(const QString& readercode)
 {
     const QString all
-        = u"select yyk.zskid,classcode + '/'+ convert(varchar,zch) as shh, bookname,isbn,barcode,"
-          "convert(varchar,ordertime,111),convert(varchar,oldtime,111),"
-          "case orderstatus when 1 then '到书' when 0 then '没到' end  from yyk join zsk  on yyk.zskid=zsk.zskid "_s;
+        = u"select yyk.zskid,classcode + '/'+ convert(varchar,zch) as shh, bookname,isbn,barcode,convert(varchar,ordertime,111),convert(varchar,oldtime,111),case orderstatus when 1 then '到书' when 0 then '没到' end  from yyk join zsk  on yyk.zskid=zsk.zskid "_s;
     const QString code = SqlText(readercode);
     return code.isEmpty() ? all : all + u" where  yyk.readercode='%1'"_s.arg(code);
 }

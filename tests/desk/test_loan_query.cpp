@@ -19,7 +19,7 @@ private Q_SLOTS:
         for (const QString& unit : {u"一班"_s, u"二班"_s})
             m->insert(u"dzdw"_s, {{u"readunit"_s, unit}});
         for (const auto& [barcode, reader] :
-            {std::pair {u"B1"_s, u"R1"_s}, std::pair {u"B2"_s, u"R2"_s}, std::pair {u"B3"_s, u"R2"_s}}) {
+            {std::pair {u"B3"_s, u"R2"_s}, std::pair {u"B1"_s, u"R1"_s}, std::pair {u"B2"_s, u"R2"_s}}) {
             m->copy(barcode);
             m->loan(barcode, reader, u"2026-03-20"_s);
         }
@@ -33,15 +33,15 @@ private Q_SLOTS:
         QCOMPARE(m->prompt.takeComplaints(), QString());
     }
 
-    /// Quotes and place marks stay text.
+    /// Quotes and place marks stay text; loans stand as they were entered.
     void findsByTheBoxes()
     {
         const std::tuple<int, QString, QString> rows[] {
-            {0, u"王"_s, u"B1 B2 B3"_s},
-            {0, u"r2"_s, u"B2 B3"_s},
+            {0, u"王"_s, u"B3 B1 B2"_s},
+            {0, u"r2"_s, u"B3 B2"_s},
             {1, u"一班"_s, u"B1"_s},
-            {2, u"教师"_s, u"B2 B3"_s},
-            {3, u"书名3"_s, u"B3"_s},
+            {2, u"教师"_s, u"B3 B2"_s},
+            {3, u"书名3"_s, u"B2"_s},
             {3, u"' or 1=1 --"_s, {}},
             {0, u"o'neil %1"_s, u"B1"_s},
         };
@@ -56,7 +56,6 @@ private Q_SLOTS:
             QStringList found;
             for (int row = 1; row < 13; ++row)
                 found.append(m_page->Grid3.TextMatrix(row, 2));
-            found.sort();
             QCOMPARE(found.join(u' ').trimmed(), barcodes);
             m_page->Check2[tick].click();
         }

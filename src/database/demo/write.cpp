@@ -13,9 +13,7 @@ namespace {
 std::vector<qint64> writeTitles(Connection& connection, const Library& library)
 {
     RowText row(connection, u"zsk",
-        u"bookname,author,publisher,pubplace,pubdate,isbn,classcode,zch,fzqfh,docclass,lagclass,edition,"
-        u"measure,"
-        "pages,bookcount,books,booksauthor,authorcode,ztc,endnote,cataman,catatime");
+        u"bookname,author,publisher,pubplace,pubdate,isbn,classcode,zch,fzqfh,docclass,lagclass,edition,measure,pages,bookcount,books,booksauthor,authorcode,ztc,endnote,cataman,catatime");
     for (const Title& title : library.titles) {
         row.text(title.bookname)
             .text(title.author)
@@ -67,9 +65,7 @@ void writeClasses(Connection& connection, const Library& library)
 {
     RowText type(connection, u"dzlx", u"readerclass");
     RowText rules(connection, u"jycs",
-        u"readerclass,daycount,bookcount,fine,defile,lost,recount,reday,ifcanre,orderday,ordercount,Acount,"
-        u"Bcount,"
-        "wuzheng");
+        u"readerclass,daycount,bookcount,fine,defile,lost,recount,reday,ifcanre,orderday,ordercount,Acount,Bcount,wuzheng");
     for (const ReaderClass& rule : library.classes) {
         type.text(rule.name).send();
         rules.text(rule.name)
@@ -92,9 +88,7 @@ void writeClasses(Connection& connection, const Library& library)
 void writeReaders(Connection& connection, const Library& library)
 {
     RowText card(connection, u"dzk",
-        u"readercode,name,sex,readerclass,readunit,bookcount,daycount,orderbook,ordercount,orderday,"
-        u"yordercshu,"
-        "Acount,Bcount,recount,reday,ifcanre,fine,defile,lost,wuzheng,readstatus,term,paperdate,photo,memo");
+        u"readercode,name,sex,readerclass,readunit,bookcount,daycount,orderbook,ordercount,orderday,yordercshu,Acount,Bcount,recount,reday,ifcanre,fine,defile,lost,wuzheng,readstatus,term,paperdate,photo,memo");
     RowText details(connection, u"dzkx", u"readercode,zhenghaolx,zhenghao,dizhi,birthday,email");
     for (const Reader& reader : library.readers) {
         const ReaderClass& rule = library.classes[std::size_t(reader.readerclass)];

@@ -131,7 +131,7 @@ Type Analyser::lookUp(const Expr& column, const Scope& scope) const
                 continue;
             for (const Column& candidate : relation.columns)
                 if (column.name.compare(candidate.name, Qt::CaseInsensitive) == 0)
-                    return {candidate.kind, candidate.width, candidate.scale, true};
+                    return {candidate.kind, candidate.width, candidate.scale, true, candidate.bytes};
         }
         if (!each->complete) break;
     }
@@ -205,10 +205,9 @@ void Analyser::subquery(Expr& expr, const Scope& scope)
 
 void Analyser::function(Expr& expr)
 {
-    const FunctionRule* rule = functionRule(expr.name);
-    if (!rule) refuse(expr.place, u"不认识的函数"_s);
     const int count = int(expr.parts.size());
-    if (count < rule->least || (rule->most >= 0 && count > rule->most)) refuse(expr.place, u"参数个数不对"_s);
+    const FunctionRule* rule = functionRule(expr.name, count);
+    if (!rule) refuse(expr.place, isFunction(expr.name) ? u"参数个数不对"_s : u"不认识的函数"_s);
     Type all;
     if (rule->arguments == u"a") {
         all = unify(pointers(expr.parts));

@@ -23,13 +23,12 @@ QString canonicalDate(const Expr& literal)
 {
     const auto moment = readDate(literal.text);
     if (!moment) refuse(literal.place, u"这不是日期"_s);
-    const bool midnight = moment->time().msecsSinceStartOfDay() == 0;
-    return moment->toString(midnight ? u"yyyy-MM-dd"_s : u"yyyy-MM-dd HH:mm:ss.zzz"_s);
+    const QString day = moment->date.toString(u"yyyy-MM-dd"_s);
+    return moment->isMidnight() ? day : day + moment->time.toString(u" HH:mm:ss.zzz"_s);
 }
 
-EnginePrinter::EnginePrinter(
-    std::span<const FunctionTemplate> templates, std::span<const QStringView> keywords)
-    : m_templates(templates)
+EnginePrinter::EnginePrinter(QStringView FunctionRule::*functionText, std::span<const QStringView> keywords)
+    : m_functionText(functionText)
     , m_keywords(keywords)
 {
 }
@@ -50,13 +49,13 @@ void EnginePrinter::execute(const Execute& call)
 
 bool EnginePrinter::isPinned(const Expr& literal) const
 {
-    return std::ranges::find(m_pinned, literal.literal) != m_pinned.end();
+    return literal.literal < 0 || std::ranges::find(m_pinned, literal.literal) != m_pinned.end();
 }
 
 void EnginePrinter::literal(const Expr& expr)
 {
     if (isPinned(expr)) return inlineLiteral(expr);
-    m_parameters.push_back({expr.literal, expr.type.kind, expr.storedScale});
+    m_parameters.push_back({expr.literal, expr.type.kind, expr.storedScale, expr.storedRange});
     placeholder(expr);
 }
 
@@ -97,11 +96,9 @@ void EnginePrinter::limit(const Query& query)
 void EnginePrinter::function(const Expr& expr)
 {
     if (!expr.over.empty()) return Printer::function(expr);
-    for (const FunctionTemplate& each : m_templates) {
-        const bool fits = each.arguments < 0 || each.arguments == int(expr.parts.size());
-        if (fits && each.name == expr.name) return fill(each.text, expr);
-    }
-    refuse(expr.place, u"不认识的函数"_s);
+    const FunctionRule* rule = functionRule(expr.name, int(expr.parts.size()));
+    if (!rule || (rule->*m_functionText).isEmpty()) refuse(expr.place, u"不认识的函数"_s);
+    fill(rule->*m_functionText, expr);
 }
 
 void EnginePrinter::binary(const Expr& expr)

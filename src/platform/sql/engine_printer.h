@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/sql/function_rules.h"
 #include "platform/sql/printer.h"
 
 #include <span>
@@ -7,7 +8,7 @@
 namespace quilla::sql {
 
 /// What the printers of the engines have in common: literals become parameters, `top` becomes a limit at
-/// the end, functions are written from a table of templates.
+/// the end, functions are written as `FunctionRule` has them.
 class EnginePrinter : public Printer {
 public:
     /// Writes the statement; the literals in `pinned` stay where they are.
@@ -15,8 +16,8 @@ public:
     const std::vector<Parameter>& parameters() const { return m_parameters; }
 
 protected:
-    /// `templates` in the order in which they are tried.
-    EnginePrinter(std::span<const FunctionTemplate> templates, std::span<const QStringView> keywords);
+    /// `functionText`: how this engine writes a function.
+    EnginePrinter(QStringView FunctionRule::*functionText, std::span<const QStringView> keywords);
 
     void execute(const Execute& call) override;
     void literal(const Expr& expr) override;
@@ -45,7 +46,7 @@ protected:
     virtual QString columnCheck(const ColumnDefinition& column) const = 0;
 
 private:
-    std::span<const FunctionTemplate> m_templates;
+    QStringView FunctionRule::*m_functionText;
     std::span<const QStringView> m_keywords;
     std::vector<int> m_pinned;
     std::vector<Parameter> m_parameters;

@@ -41,6 +41,14 @@ ExprPtr makeExpr(Op op, qsizetype place)
     return expr;
 }
 
+ExprPtr makeColumn(const QString& qualifier, const QString& name, qsizetype place)
+{
+    ExprPtr column = makeExpr(Op::Column, place);
+    column->qualifier = qualifier;
+    column->name = name;
+    return column;
+}
+
 bool isCondition(const Expr& expr)
 {
     switch (expr.op) {

@@ -2,6 +2,7 @@
 
 #include "platform/sql/ast.h"
 #include "platform/sql/lexer.h"
+#include "platform/sql/procedure_text.h"
 
 namespace quilla::sql {
 
@@ -21,6 +22,7 @@ class Parser {
 public:
     explicit Parser(QStringView tsql);
     Parsed run();
+    ProcedureText procedure();
 
 private:
     // tokens
@@ -55,6 +57,7 @@ private:
     CreateIndex createIndex(bool unique);
     CreateView createView();
     Drop dropStatement();
+    ProcedureText::Sum parameterSum(qsizetype origin);
 
     // select
     Query query();
@@ -108,6 +111,7 @@ private:
 };
 
 ExprPtr makeExpr(Op op, qsizetype place);
+ExprPtr makeColumn(const QString& qualifier, const QString& name, qsizetype place);
 /// Whether the expression is true or false, and so may not stand where a value must.
 bool isCondition(const Expr& expr);
 

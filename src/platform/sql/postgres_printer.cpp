@@ -8,34 +8,6 @@ namespace quilla::sql {
 
 namespace {
 
-constexpr auto Templates = std::to_array<FunctionTemplate>({
-    {u"getdate", 0, u"getdate()"},
-    {u"year", 1, u"date_part('year', $1)::integer"},
-    {u"month", 1, u"date_part('month', $1)::integer"},
-    {u"day", 1, u"date_part('day', $1)::integer"},
-    {u"datepart", 1, u"qj_part($p, $1)"},
-    {u"datediff", 2, u"qj_datediff($p, $1, $2)"},
-    {u"dateadd", 2, u"qj_dateadd($p, $1, $2)"},
-    {u"rtrim", 1, u"rtrim($1)"},
-    {u"ltrim", 1, u"ltrim($1)"},
-    {u"upper", 1, u"upper($1)"},
-    {u"lower", 1, u"lower($1)"},
-    {u"left", 2, u"substr($1, 1, $2::integer)"},
-    {u"right", 2, u"right($1, $2::integer)"},
-    {u"substring", 3, u"substr($1, $2::integer, $3::integer)"},
-    {u"len", 1, u"length(rtrim($1))"},
-    // Places inside a text can't be searched under a collation that passes over case.
-    {u"charindex", 2, u"strpos(lower($2) COLLATE \"C\", lower($1) COLLATE \"C\")"},
-    {u"replace", 3, u"replace($1 COLLATE \"C\", $2, $3)"},
-    {u"str", 1, u"qj_str($1, 10, 0)"},
-    {u"str", 2, u"qj_str($1, $2, 0)"},
-    {u"str", 3, u"qj_str($1, $2, $3)"},
-    {u"isnull", 2, u"coalesce($1, $2)"},
-    {u"coalesce", -1, u"coalesce($*)"},
-    {u"abs", 1, u"abs($1)"},
-    {u"round", 2, u"round($1::numeric, $2::integer)"},
-});
-
 /// What PostgreSQL does not take as a bare name.
 constexpr auto Keywords = std::to_array<QStringView>({u"all", u"analyse", u"analyze", u"and", u"any",
     u"array", u"as", u"asc", u"asymmetric", u"authorization", u"binary", u"both", u"case", u"cast", u"check",
@@ -90,8 +62,13 @@ QString postgresTextType(int width)
     return TextType.toString() + (width ? QString::number(width) : QString());
 }
 
+QString postgresNarrowType(int bytes)
+{
+    return u"qj_int"_s + QString::number(bytes);
+}
+
 PostgresPrinter::PostgresPrinter()
-    : EnginePrinter(Templates, Keywords)
+    : EnginePrinter(&FunctionRule::postgres, Keywords)
     , m_textType(PlainType)
 {
 }
@@ -187,14 +164,6 @@ void PostgresPrinter::like(const Expr& expr)
     write(u")");
 }
 
-void PostgresPrinter::function(const Expr& expr)
-{
-    if (expr.name != u"nullif") return EnginePrinter::function(expr);
-    write(u"nullif(");
-    list(expr.parts, [this](const ExprPtr& each) { collated(*each, Lowest); });
-    write(u")");
-}
-
 /// An average has the fraction that the server gives it.
 void PostgresPrinter::aggregate(const Expr& expr)
 {
@@ -229,7 +198,8 @@ QString PostgresPrinter::typeName(const TypeName& type) const
     case Kind::Text:
         return postgresTextType(filled.width);
     case Kind::Integer:
-        return type.name == u"bigint" ? u"bigint"_s : u"integer"_s;
+        if (filled.bytes == 8) return u"bigint"_s;
+        return filled.bytes < 4 ? postgresNarrowType(filled.bytes) : u"integer"_s;
     case Kind::Bit:
         return u"qj_bit"_s;
     case Kind::Date:

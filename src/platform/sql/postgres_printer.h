@@ -30,7 +30,6 @@ protected:
     void placeholder(const Expr& literal) override;
     void inlineLiteral(const Expr& literal) override;
     void like(const Expr& expr) override;
-    void function(const Expr& expr) override;
     void aggregate(const Expr& expr) override;
     void convert(const Expr& expr) override;
     void divide(const Expr& expr) override;
@@ -50,6 +49,9 @@ private:
 /// What brings the order of texts, the types and the functions into an empty database; `schema` tells the
 /// widths of texts that are needed.
 std::vector<QString> postgresPreparation(const Schema& schema);
+
+/// The type of a column of whole numbers of one or two bytes: the server's own small type tells a bit.
+QString postgresNarrowType(int bytes);
 
 /// The type of a text column; 0 for no width.
 QString postgresTextType(int width);

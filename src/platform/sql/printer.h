@@ -5,14 +5,6 @@
 
 namespace quilla::sql {
 
-/// How a construct of one dialect is written: "$1" is the first argument, "$p" the date part in quotes,
-/// "$*" all arguments.
-struct FunctionTemplate {
-    QStringView name;
-    int arguments; ///< -1 for any number
-    QStringView text;
-};
-
 /// Writes a statement as T-SQL again. The base of the printers of the other dialects, which say only what
 /// they write differently. They need a statement that went through the `Analyser`; this one does not.
 class Printer {
@@ -96,6 +88,7 @@ protected:
         }
     }
     void expressions(const std::vector<ExprPtr>& exprs);
+    /// Writes a text as in `FunctionRule`.
     void fill(QStringView text, const Expr& call);
     QStringView signOf(Op op) const;
 

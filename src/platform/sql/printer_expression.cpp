@@ -276,13 +276,15 @@ void Printer::fill(QStringView text, const Expr& call)
             continue;
         }
         const QChar what = text[++i];
+        const Level around = bindsTightly(text.sliced(i + 1)) ? Highest : Lowest;
         if (what == u'*')
             expressions(call.parts);
         else if (what == u'p')
             write(u"'"_s + call.datePart + u"'"_s);
+        else if (what == u'~')
+            collated(*call.parts[text[++i].digitValue() - 1], Lowest);
         else
-            expression(
-                *call.parts[what.digitValue() - 1], bindsTightly(text.sliced(i + 1)) ? Highest : Lowest);
+            expression(*call.parts[what.digitValue() - 1], around);
     }
 }
 

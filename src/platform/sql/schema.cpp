@@ -21,6 +21,11 @@ void Schema::add(Table table)
     m_tables.push_back(std::move(table));
 }
 
+void Schema::setEntryOrder(QStringView table, std::vector<QString> columns)
+{
+    m_tables[m_byName.value(table.toString().toLower())].entryOrder = std::move(columns);
+}
+
 const Table* Schema::table(QStringView name) const
 {
     const auto found = m_byName.constFind(name.toString().toLower());

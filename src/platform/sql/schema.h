@@ -16,6 +16,7 @@ struct Column {
     Kind kind = Kind::Unknown;
     int width = 0; ///< characters of a text, digits of a decimal; 0 where it does not matter
     int scale = 0; ///< digits after the point of a decimal
+    int bytes = 0; ///< of a whole number, which tell its range; 0 where it is not known
     bool identity = false; ///< numbered by the database, never twice the same
     bool nullable = true;
     QString fallback; ///< the default, as T-SQL text; empty for none
@@ -33,6 +34,8 @@ struct Table {
     std::vector<Column> columns;
     bool view = false;
     std::vector<UnionArm> unionOf; ///< of a view that is whole tables put together; else empty
+    QString definition; ///< of a view, as T-SQL
+    std::vector<QString> entryOrder; ///< what comes nearest to the order of entry where no number tells it
 
     const Column* column(QStringView name) const;
 };
@@ -43,6 +46,7 @@ public:
     /// A table of the same name takes the place of the earlier one.
     void add(Table table);
     const Table* table(QStringView name) const;
+    void setEntryOrder(QStringView table, std::vector<QString> columns);
     const std::vector<Table>& tables() const { return m_tables; }
 
 private:

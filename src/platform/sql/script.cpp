@@ -57,9 +57,10 @@ std::vector<UnionArm> unionOf(const Query& query)
     return arms.size() > 1 ? arms : std::vector<UnionArm>();
 }
 
-Table viewOf(CreateView definition, const Schema& schema)
+Table viewOf(CreateView definition, const QString& text, const Schema& schema)
 {
     Table table;
+    table.definition = text;
     table.unionOf = unionOf(definition.query);
     table.name = definition.name;
     table.view = true;
@@ -79,7 +80,7 @@ void readPart(const ScriptPart& part, Schema& schema)
     if (auto* table = std::get_if<CreateTable>(&statement))
         schema.add(tableOf(std::move(*table), schema));
     else if (auto* view = std::get_if<CreateView>(&statement))
-        schema.add(viewOf(std::move(*view), schema));
+        schema.add(viewOf(std::move(*view), part.text, schema));
     else if (!std::holds_alternative<CreateIndex>(statement))
         refuse(0, u"此处只能创建表、视图和索引"_s);
 }

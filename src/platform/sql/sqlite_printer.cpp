@@ -10,35 +10,6 @@ namespace quilla::sql {
 
 namespace {
 
-constexpr auto Templates = std::to_array<FunctionTemplate>({
-    {u"getdate", 0, u"getdate()"},
-    {u"year", 1, u"CAST(substr($1, 1, 4) AS INTEGER)"},
-    {u"month", 1, u"CAST(substr($1, 6, 2) AS INTEGER)"},
-    {u"day", 1, u"CAST(substr($1, 9, 2) AS INTEGER)"},
-    {u"datepart", 1, u"qj_part($p, $1)"},
-    {u"datediff", 2, u"qj_datediff($p, $1, $2)"},
-    {u"dateadd", 2, u"qj_dateadd($p, $1, $2)"},
-    {u"rtrim", 1, u"rtrim($1)"},
-    {u"ltrim", 1, u"ltrim($1)"},
-    {u"upper", 1, u"upper($1)"},
-    {u"lower", 1, u"lower($1)"},
-    {u"left", 2, u"substr($1, 1, $2)"},
-    {u"right", 2, u"substr($1, -($2), $2)"},
-    {u"substring", 3, u"substr($1, $2, $3)"},
-    {u"len", 1, u"length(rtrim($1))"},
-    {u"charindex", 2, u"instr(lower($2), lower($1))"},
-    {u"replace", 3, u"replace($1, $2, $3)"},
-    {u"str", 1, u"iif($1 IS NULL, NULL, printf('%10.0f', $1))"},
-    {u"str", 2, u"iif($1 IS NULL, NULL, printf('%*.0f', $2, $1))"},
-    {u"str", 3, u"iif($1 IS NULL, NULL, printf('%*.*f', $2, $3, $1))"},
-    {u"isnull", 2, u"coalesce($1, $2)"},
-    {u"coalesce", 1, u"$1"},
-    {u"coalesce", -1, u"coalesce($*)"},
-    {u"nullif", 2, u"CASE WHEN $1 = ($2) COLLATE QUILLA THEN NULL ELSE $1 END"},
-    {u"abs", 1, u"abs($1)"},
-    {u"round", 2, u"round($1, $2)"},
-});
-
 /// What SQLite does not take, or takes for something else, as a bare name.
 constexpr auto Keywords = std::to_array<QStringView>({u"abort", u"action", u"add", u"after", u"all", u"alter",
     u"always", u"analyze", u"and", u"as", u"asc", u"attach", u"autoincrement", u"before", u"begin",
@@ -68,7 +39,7 @@ constexpr std::size_t DeepestChain = 64;
 } // namespace
 
 SqlitePrinter::SqlitePrinter()
-    : EnginePrinter(Templates, Keywords)
+    : EnginePrinter(&FunctionRule::sqlite, Keywords)
 {
 }
 
@@ -177,6 +148,7 @@ void SqlitePrinter::convert(const Expr& expr)
 {
     const Expr& from = *expr.parts[0];
     const Kind to = expr.type.kind;
+    if (expr.stores) return store(expr);
     if (to == Kind::Text) return toText(expr);
     if (to == from.type.kind && to != Kind::Decimal) return expression(from, Highest);
     if (to == Kind::Date) {
@@ -194,6 +166,14 @@ void SqlitePrinter::convert(const Expr& expr)
     expression(from);
     write(to == Kind::Integer ? u" AS INTEGER)"_s
                               : u" AS REAL), "_s + QString::number(expr.type.scale) + u")"_s);
+}
+
+void SqlitePrinter::store(const Expr& expr)
+{
+    const Type& column = expr.type;
+    if (column.kind == Kind::Integer)
+        return call(Function::Integer, QString::number(column.bytes), *expr.parts[0]);
+    call(Function::Decimal, u"%1, %2"_s.arg(column.width).arg(column.scale), *expr.parts[0]);
 }
 
 void SqlitePrinter::dateToText(const Expr& expr)

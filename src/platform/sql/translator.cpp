@@ -3,6 +3,7 @@
 #include "platform/sql/analyser.h"
 #include "platform/sql/early_counts.h"
 #include "platform/sql/engine_printer.h"
+#include "platform/sql/entry_order.h"
 #include "platform/sql/parser.h"
 #include "platform/sql/postgres_printer.h"
 #include "platform/sql/refusal.h"
@@ -225,7 +226,10 @@ Translation Translator::Private::translated(Parsed& parsed) const
     Translation result;
     result.returnsRows = returnsRows(parsed.statement);
     result.writes = !result.returnsRows;
-    if (auto* query = std::get_if<Query>(&parsed.statement)) countEarly(*query, schema, engine == Engine::Postgres);
+    if (auto* query = std::get_if<Query>(&parsed.statement)) {
+        countEarly(*query, schema, engine == Engine::Postgres);
+        orderByEntry(*query, schema, engine);
+    }
     const std::vector<Column> columns = Analyser(schema).run(parsed.statement);
     if (result.returnsRows) {
         result.columns = kindsOf(columns);
