@@ -36,6 +36,7 @@ public:
 private:
     void drawBox(QPainter* painter, const QStyleOption* option, const QColor& face, bool ring) const;
     void drawButtonFace(QPainter* painter, const QStyleOption* option) const;
+    void drawFocusRing(QPainter* painter, const QStyleOption* option, const QWidget* widget) const;
     void drawGroupFrame(QPainter* painter, const QStyleOption* option) const;
     void drawListFrame(QPainter* painter, const QStyleOption* option) const;
     QRect groupPart(const QStyleOptionGroupBox& group, SubControl part) const;
