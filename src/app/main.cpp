@@ -4,6 +4,7 @@
 #include "platform/core/dates.h"
 #include "platform/ui/form/access_keys.h"
 #include "platform/ui/form/dialog_prompt.h"
+#include "platform/ui/form/input_rules.h"
 #include "platform/ui/look/icons.h"
 #include "platform/ui/look/theme.h"
 
@@ -17,6 +18,7 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationVersion(u"4.1"_s);
     const AccessKeys accessKeys;
     applyTheme(application);
+    applyInputRules(application);
     QApplication::setWindowIcon(applicationIcon());
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() == 3 && arguments[1] == u"--gallery") {

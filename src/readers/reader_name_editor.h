@@ -27,7 +27,9 @@ public:
 
 private:
     void save(NameButton button);
+    QString name() const;
     void add(NameButton button);
+    void retype(int box);
 
     Session& m_session;
     const ReaderList& m_list;

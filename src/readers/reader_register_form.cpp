@@ -48,6 +48,7 @@ DzglFrm::DzglFrm(const Workplace& place)
         {u"增 加(A)"_s, u"修 改(&E)"_s, u"删 除(&D)"_s, u"查 找(&F)"_s, u"挂 失(&L)"_s, u"成批删除"_s,
             u"关 闭(&Q)"_s});
     Grid1.setAccessibleName(windowTitle());
+    Grid1.setHint(u"按“查 找(F)”或 Ctrl+F 查找读者，不设条件即列出全部读者"_s);
     layOut();
     wire();
     Grid1Fresh();
@@ -151,7 +152,7 @@ void DzglFrm::openEditor(const QString& mode, const QString& code)
     editor.SetEditMode(mode);
     editor.LoadReader(code);
     const bool saved = editor.exec() == QDialog::Accepted;
-    refreshAt(saved ? editor.Text1[CardBox::ReaderCode].text().trimmed() : currentCode());
+    refreshAt(saved ? trimBlanks(editor.Text1[CardBox::ReaderCode].text()) : currentCode());
 }
 
 /// The next line takes the place of the one that goes.
@@ -199,11 +200,17 @@ void DzglFrm::offerBatch()
     if (filled && Menu.Popup({ChangeUnits}) == 1) changeUnit();
 }
 
-void DzglFrm::changeUnit()
+/// The dialog is gone before the walk begins: the screen that owns it may be closed meanwhile.
+QString DzglFrm::askForUnit()
 {
     updateAll dialog(this);
     dialog.exec();
-    const QString unit = dialog.Text1.text();
+    return dialog.Text1.text();
+}
+
+void DzglFrm::changeUnit()
+{
+    const QString unit = askForUnit();
     if (unit.isEmpty()) return;
     WorkingProgress progress(this, ChangeUnits);
     const QPointer<DzglFrm> there(this);

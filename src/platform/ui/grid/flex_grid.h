@@ -93,6 +93,9 @@ public:
     /// The column of the line's sign; -1 for a line without a mark.
     int markOf(int row) const;
 
+    /// What stands in the grid while its first line is empty.
+    void setHint(const QString& hint) { m_hint = hint; }
+
     void keyboardSearch(const QString& text) override;
 
 Q_SIGNALS:
@@ -115,6 +118,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
@@ -145,6 +149,7 @@ private:
     std::vector<int> m_dragged; ///< twips of all columns, once the operator has dragged one
     SettingsStore* m_settings = nullptr;
     QString m_name;
+    QString m_hint;
     GridOrder m_order;
     QString m_typed; ///< of the search by typing
     QElapsedTimer m_sinceTyped;
