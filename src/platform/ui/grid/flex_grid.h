@@ -86,6 +86,8 @@ public:
     void sortBy(const GridOrder& order);
     /// The line under the mouse becomes current without a click, as in a pick list.
     void setFollowsPointer(bool follows);
+    /// Whether the right button makes the line under it current, which it does until told otherwise.
+    void setRightButtonChooses(bool chooses) { m_rightButtonChooses = chooses; }
 
     /// Marks a line by the colour of its text and by a sign before the text in `col`, until the grid is
     /// filled anew.
@@ -121,6 +123,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     QItemSelectionModel::SelectionFlags selectionCommand(
         const QModelIndex& index, const QEvent* event) const override;
@@ -158,6 +161,7 @@ private:
     int m_rowOverReset = 1;
     bool m_layingOut = false;
     bool m_dragging = false;
+    bool m_rightButtonChooses = true;
 };
 
 } // namespace quilla
