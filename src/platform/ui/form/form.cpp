@@ -224,6 +224,11 @@ void build(QWidget& form, const Piece& content, AtEscape atEscape)
     if (dialog && atEscape == AtEscape::Stay) keepOpenAtEscape(*dialog);
 }
 
+void closeScreen(QWidget& screen)
+{
+    (screen.isWindow() ? &screen : screen.parentWidget())->close();
+}
+
 void onClick(QAbstractButton& button, std::function<void()> step)
 {
     QObject::connect(&button, &QAbstractButton::clicked, &button, [&button, step = std::move(step)] {

@@ -84,6 +84,9 @@ enum class AtEscape { Stay, Close };
 /// something is typed.
 void build(QWidget& form, const Piece& content, AtEscape atEscape = AtEscape::Stay);
 
+/// Closes a screen, with the window that it stands in where it is not one itself.
+void closeScreen(QWidget& screen);
+
 /// Sets the object names under which tests and settings know the controls: `QUILLA_NAMES(Text1, cmdQuit)`
 /// names the members Text1 and cmdQuit; the members of an array are called "Text1(0)", "Text1(1)" …
 #define QUILLA_NAMES(...) ::quilla::nameControls(QStringLiteral(#__VA_ARGS__), __VA_ARGS__)

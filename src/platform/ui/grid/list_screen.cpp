@@ -46,11 +46,6 @@ QSize ListScreen::sizeHint() const
     return layout() ? usual.expandedTo(layout()->totalMinimumSize()) : usual;
 }
 
-void ListScreen::leave()
-{
-    parentWidget() ? parentWidget()->close() : close();
-}
-
 void ListScreen::gridFix()
 {
     if (!m_rule) return;

@@ -49,8 +49,6 @@ protected:
     void arrange(const Piece& content);
     /// The grid above, the count and the command buttons below.
     void arrange(const Piece& count, const std::vector<std::reference_wrapper<QPushButton>>& buttons);
-    /// Closes the screen, and the window that it stands in.
-    void leave();
 
     void resizeEvent(QResizeEvent* event) override;
 
