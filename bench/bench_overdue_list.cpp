@@ -25,7 +25,7 @@ constexpr int LoansOnPaper = 5000;
 
 void fill(TestLibrary& library, int loans)
 {
-    ScaleOptions options {loans / 4, loans * 2, 0, loans, library.clock.now().date()};
+    ScaleOptions options {loans / 4, loans * 2, 0, loans, library.clock.now().date};
     Connection conn = library.factory.open(library.connectionText);
     conn.begin();
     fillScaleData(conn, options);

@@ -20,7 +20,7 @@ namespace {
 
 void fill(TestLibrary& library, int titles)
 {
-    ScaleOptions options {10, 2 * titles, 0, 0, library.clock.now().date()};
+    ScaleOptions options {10, 2 * titles, 0, 0, library.clock.now().date};
     Connection conn = library.factory.open(library.connectionText);
     conn.begin();
     fillScaleData(conn, options);

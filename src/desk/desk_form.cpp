@@ -364,7 +364,7 @@ void TsjhFrm::bindLoans(Recordset& loans)
 /// loan that is due today is overdue.
 void TsjhFrm::markOverdue()
 {
-    const QDate today = m_session.clock.now().date();
+    const QDate today = m_session.clock.now().date;
     for (int row = 1; row < Grid1.Rows(); ++row) {
         const QDate due = QDate::fromString(Grid1.TextMatrix(row, DueColumn), Qt::ISODate);
         if (due.isValid() && due <= today) Grid1.markLine(row, DueColumn);

@@ -31,7 +31,7 @@ struct Session {
     QString DatabaseName {}; ///< database part of the stored text
     QString OperatorName {}; ///< user name as typed at login
 
-    QHash<QString, QDateTime> NoticesShown {}; ///< when dunning notices were last shown, by what groups them
+    QHash<QString, Moment> NoticesShown {}; ///< when dunning notices were last shown, by what groups them
 
     LastError error {}; ///< the error that resume mode leaves behind
 };

@@ -76,7 +76,7 @@ private:
         QCOMPARE(desk.tMsg.text(), u"借书成功"_s);
         desk.CmdQuit.click();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        const QString today = isoDate(m->clock.moment.date());
+        const QString today = isoDate(m->clock.moment.date);
         const QString number = m->value(u"select max(jhskid) from jhsk"_s);
         QCOMPARE(changes(),
             QStringList({u"dzk.orderbook 0>1"_s, u"jhsk +%1|R1|B1|%2|%3|王馆员|0"_s.arg(number, today, due),
@@ -86,7 +86,7 @@ private:
     /// After the login the question about overdue loans leads to their list.
     void overdueAndNoticed()
     {
-        m->setNow(QDateTime(QDate(2026, 4, 5), QTime(10, 0)));
+        m->setNow({QDate(2026, 4, 5), QTime(10, 0)});
         m->prompt.expect(u"借还书库中存在超期书刊，是否查看？"_s).icon(Icon::Warning).answer(Answer::Yes);
         m_window->openUp();
         auto* list = m_window->findChild<ChaoQifrm*>();
@@ -114,7 +114,7 @@ private:
     /// Ten days later: the overdue fine ended with the report. The entry of the register stays.
     void settled()
     {
-        m->setNow(QDateTime(QDate(2026, 4, 15), QTime(10, 0)));
+        m->setNow({QDate(2026, 4, 15), QTime(10, 0)});
         inDialog<FKmangerFrm>(m_dialogs, [](FKmangerFrm& form) {
             form.Text1[FineBox::Barcode].setFocus();
             type(form.Text1[FineBox::Barcode], u"B1"_s);
