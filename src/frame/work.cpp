@@ -1,14 +1,12 @@
 #include "frame/work.h"
 
-#include "frame/sublib.h"
-
 namespace quilla {
 
 void Work::open(Opened opened)
 {
     switch (opened) {
     case Opened::Asking:
-        m_goOn = OpenDbConnection(m_session, m_conn) == GoOn;
+        m_opening = OpenDbConnection(m_session, m_conn);
         break;
     case Opened::Directly:
         m_conn = m_session.connections.open(m_session.ConnectionText);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/session.h"
+#include "frame/sublib.h"
 
 namespace quilla {
 
@@ -20,7 +20,10 @@ public:
 
     /// Whether the operation may go on. False only after an asking that sent the operator to the settings,
     /// or found none. After a failed opening and the answer No it is true, and each statement fails.
-    explicit operator bool() const { return m_goOn; }
+    explicit operator bool() const { return m_opening == GoOn; }
+    /// Whether the operator was sent to the settings: the one outcome that ends a work which otherwise goes
+    /// on without a connection.
+    bool sentToSettings() const { return m_opening == -1; }
     Session& session() const { return m_session; }
     Connection& connection() { return m_conn; }
     /// Rolls back what is not committed and gives the connection back. For before a message box: other desks
@@ -40,7 +43,7 @@ protected:
     Connection m_conn;
 
 private:
-    bool m_goOn = true;
+    int m_opening = GoOn; ///< the result of `OpenDbConnection`
 };
 
 /// Strict mode: nothing is caught. A failing statement throws `Error`, which ends in the run-time error box

@@ -1,5 +1,6 @@
 #include "readers/batch_unit_form.h"
 
+#include "platform/core/text.h"
 #include "platform/ui/form/form.h"
 #include "platform/ui/look/theme.h"
 
@@ -31,7 +32,7 @@ updateAll::updateAll(QWidget* parent)
 
 void updateAll::confirm()
 {
-    if (Text1.text().trimmed().isEmpty()) return Text1.setFocus();
+    if (isBlank(Text1.text())) return Text1.setFocus();
     accept();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "frame/refusal.h"
 #include "frame/session.h"
 
 namespace quilla {
@@ -10,12 +11,13 @@ struct ReaderListEntry {
     QString name;
 };
 
-/// What an editor does after its text was handed on.
-enum class NameOutcome {
-    Stay, ///< the text stays for correction
-    Retype, ///< the box is emptied for another text
-    Entered ///< the button's own end: one stays for the next, the other closes
+/// The editor's box after a refusal. It has the focus then.
+namespace NameBox {
+enum {
+    Kept, ///< the text stays for correction
+    Emptied ///< for another text
 };
+}
 
 /// Which of the editor's two buttons was pressed.
 enum class NameButton { SaveAndAdd, SaveAndLeave };
@@ -28,7 +30,8 @@ struct ReaderList {
     QString editorName;
     QString editorTitle;
     int width; ///< the longest name
-    NameOutcome (*add)(Session&, const QString& name, NameButton);
+    /// Nullopt when the name was entered.
+    std::optional<Refusal> (*add)(Session&, const QString& name, NameButton);
     /// Renames the entry; cards keep the old name.
     void (*change)(Session&, const ReaderListEntry& entry, const QString& name);
     void (*remove)(Session&, const ReaderListEntry& entry);
@@ -37,7 +40,7 @@ struct ReaderList {
 enum ReaderListKind { ReaderTypes, ReaderUnits };
 const ReaderList& readerList(ReaderListKind kind);
 
-/// The entries of the list. Nothing when no connection can be had.
+/// The entries of the list. Nullopt when no connection can be had.
 std::optional<Recordset> readList(Session& session, const ReaderList& list);
 
 } // namespace quilla

@@ -42,7 +42,7 @@ void ReaderNameFrm::InfoLoad(const ReaderListEntry& entry)
 
 void ReaderNameFrm::save(NameButton button)
 {
-    if (Text1.text().trimmed().isEmpty()) return Text1.setFocus();
+    if (isBlank(Text1.text())) return Text1.setFocus();
     if (m_mode.isAdd()) return add(button);
     m_list.change(m_session, m_entry, Text1.text());
     accept();
@@ -50,9 +50,15 @@ void ReaderNameFrm::save(NameButton button)
 
 void ReaderNameFrm::add(NameButton button)
 {
-    const NameOutcome outcome = m_list.add(m_session, Text1.text(), button);
-    if (outcome == NameOutcome::Entered && button == NameButton::SaveAndLeave) return accept();
-    if (outcome == NameOutcome::Stay)
+    if (const auto refusal = m_list.add(m_session, Text1.text(), button))
+        return tell(m_session.prompt, *refusal, [this](int box) { retype(box); });
+    if (button == NameButton::SaveAndLeave) return accept();
+    retype(NameBox::Emptied);
+}
+
+void ReaderNameFrm::retype(int box)
+{
+    if (box == NameBox::Kept)
         Text1.selectAll();
     else
         Text1.clear();

@@ -28,6 +28,7 @@ public:
 private:
     void save(NameButton button);
     void add(NameButton button);
+    void retype(int box);
 
     Session& m_session;
     const ReaderList& m_list;

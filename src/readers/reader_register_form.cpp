@@ -151,7 +151,7 @@ void DzglFrm::openEditor(const QString& mode, const QString& code)
     editor.SetEditMode(mode);
     editor.LoadReader(code);
     const bool saved = editor.exec() == QDialog::Accepted;
-    refreshAt(saved ? editor.Text1[CardBox::ReaderCode].text().trimmed() : currentCode());
+    refreshAt(saved ? trimBlanks(editor.Text1[CardBox::ReaderCode].text()) : currentCode());
 }
 
 /// The next line takes the place of the one that goes.
@@ -199,11 +199,17 @@ void DzglFrm::offerBatch()
     if (filled && Menu.Popup({ChangeUnits}) == 1) changeUnit();
 }
 
-void DzglFrm::changeUnit()
+/// The dialog is gone before the walk begins: the screen that owns it may be closed meanwhile.
+QString DzglFrm::askForUnit()
 {
     updateAll dialog(this);
     dialog.exec();
-    const QString unit = dialog.Text1.text();
+    return dialog.Text1.text();
+}
+
+void DzglFrm::changeUnit()
+{
+    const QString unit = askForUnit();
     if (unit.isEmpty()) return;
     WorkingProgress progress(this, ChangeUnits);
     const QPointer<DzglFrm> there(this);

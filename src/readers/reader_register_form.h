@@ -51,6 +51,7 @@ private:
     void reportLost();
     void deleteFound();
     void offerBatch();
+    QString askForUnit();
     void changeUnit();
     void print();
     void toExcel();

@@ -30,23 +30,26 @@ enum ReaderColumn {
 inline constexpr qsizetype LongWalk = 500;
 
 /// Fills the grid with the readers found, if there are any, and gives their number. Every line reads "有效"
-/// then: a card stored as "超期" is put back to it, other states stay in the database. Nothing when no
-/// connection can be had; the grid is not touched then.
+/// then: a card stored as "超期" is put back to it, other states stay in the database. Nullopt when no
+/// connection can be had; the grid is not touched then. Here as in every walk over readers another desk's
+/// writing is waited for once; what was not done is told.
 std::optional<qsizetype> listReaders(Session& session, const ReaderSearch& search, GridModel& grid);
 
-/// Deletes the reader, unless books are out, which is told; asks before. False when the list stays as it is.
+/// Deletes the reader, unless books are out or can't be counted, which is told; asks before. False when the
+/// list stays as it is.
 bool deleteReader(Session& session, const QString& code);
 
 /// Asks, then bars the card. False when its line stays as it is.
 bool reportCardLost(Session& session, const QString& code);
 
 /// Asks, then deletes these readers, but for those who have books out; `refresh` comes when that is done,
-/// and before it is told that some were kept.
+/// and before it is told that some were kept or not reached.
 void deleteReaders(
     Session& session, Progress& progress, const QStringList& codes, const std::function<void()>& refresh);
 
-/// Gives these readers that unit, which need not be a listed one, then says so, whatever became of it. A
-/// text with a quote in it changes nothing. False when the list stays as it is.
+/// Gives these readers that unit, which need not be a listed one, then says so, whatever became of it, unless
+/// another desk's writing was in the way. A text with a quote in it changes nothing. False when the list
+/// stays as it is.
 bool changeUnits(Session& session, Progress& progress, const QStringList& codes, const QString& unit);
 
 /// `anyShown`: whether the list has a first line.

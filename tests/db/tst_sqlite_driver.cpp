@@ -210,9 +210,9 @@ private Q_SLOTS:
         SqliteDriver other(path(), m_clock);
         other.begin({});
         QString text;
-        QCOMPARE(errorOf([&] { m_driver->begin({}); }, &text), SQLITE_BUSY);
+        QCOMPARE(errorOf([&] { m_driver->begin({}); }, &text), int(ErrorNumber::InUse));
         QVERIFY2(text.startsWith(u"数据库正被其他工作站占用"_s), qPrintable(text));
-        QCOMPARE(errorOf([&] { execute({0, "insert into u values(1)"}); }), SQLITE_BUSY);
+        QCOMPARE(errorOf([&] { execute({0, "insert into u values(1)"}); }), int(ErrorNumber::InUse));
         QCOMPARE(one("select count(*) from u"), u"0"_s);
         other.rollback();
         m_driver->begin({});

@@ -10,6 +10,31 @@
 
 using namespace quilla;
 
+namespace {
+
+/// Does a step with the first events that are served once a window of that name shows.
+class OnShow final : public QObject {
+public:
+    OnShow(QString name, std::function<void()> step)
+        : m_name(std::move(name))
+        , m_step(std::move(step))
+    {
+        qApp->installEventFilter(this);
+    }
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Show && watched->objectName() == m_name)
+            QMetaObject::invokeMethod(qApp, m_step, Qt::QueuedConnection);
+        return false;
+    }
+
+private:
+    QString m_name;
+    std::function<void()> m_step;
+};
+
+} // namespace
+
 /// The register of readers under the operator's hands.
 class TestReaderRegisterForm : public QObject {
     Q_OBJECT
@@ -146,6 +171,23 @@ private Q_SLOTS:
         QCOMPARE(m->rows(u"select readercode from dzk where readunit='二班'"_s).size(), 2);
     }
 
+    /// The screen goes while its walk stands before the operator; the walk ends there.
+    void closedDuringAChangeOfUnits()
+    {
+        for (int i = 0; i < LongWalk; ++i)
+            m->reader(u"S%1"_s.arg(i));
+        m_list->loadData(u"readercode Like 'S%'"_s, {});
+        m_list->Menu.setChooser([&](const QStringList&) { return 1; });
+        inDialog<updateAll>(m_dialogs, [](updateAll& dialog) {
+            dialog.Text1.setText(u"二班"_s);
+            dialog.Command1.click();
+        });
+        const OnShow closing(u"WorkingFrm"_s, [this] { m_list.reset(); });
+        m->prompt.expect(u"已取消，只修改了前 0 位读者的单位。"_s);
+        rightClick();
+        QVERIFY(!m_list);
+    }
+
     void sortsByACaptionAndExports()
     {
         m_list->RefreshReaderList();
@@ -167,7 +209,7 @@ private:
         QStringList list;
         for (int row = 1; row < m_list->Grid1.Rows(); ++row)
             list.append(m_list->Grid1.TextMatrix(row, ReaderCode));
-        return list.join(u' ').trimmed();
+        return trimBlanks(list.join(u' '));
     }
     void rightClick()
     {

@@ -40,6 +40,12 @@ bool isConversion(const OdbcDiagnosis& diagnosis)
         || diagnosis.isState(u"22P02");
 }
 
+int numberOf(const OdbcDiagnosis& diagnosis)
+{
+    if (diagnosis.isState(u"55P03")) return ErrorNumber::InUse;
+    return diagnosis.number ? diagnosis.number : 1;
+}
+
 /// "[maker][driver]words" without its brackets, and without what a driver says about its own doings.
 QString engineWords(QString words)
 {
@@ -89,8 +95,7 @@ OdbcDiagnosis diagnose(SQLSMALLINT type, SQLHANDLE handle)
 Error odbcError(const OdbcDiagnosis& diagnosis)
 {
     if (isConversion(diagnosis)) return Error(ErrorNumber::CannotConvert, u"ODBC"_s, diagnosis.words);
-    return Error(diagnosis.number ? diagnosis.number : 1, u"ODBC"_s,
-        sentenceFor(diagnosis.state) + u'\n' + diagnosis.words);
+    return Error(numberOf(diagnosis), u"ODBC"_s, sentenceFor(diagnosis.state) + u'\n' + diagnosis.words);
 }
 
 OdbcEnvironment::OdbcEnvironment()

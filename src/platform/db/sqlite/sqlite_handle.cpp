@@ -43,7 +43,9 @@ QString sentenceFor(int code, const QString& path)
 
 Error sqliteError(int code, const QString& engineWords, const QString& path)
 {
-    return Error(code, u"SQLite"_s, sentenceFor(code, path) + u'\n' + engineWords);
+    const bool inUse = (code & 0xff) == SQLITE_BUSY;
+    return Error(
+        inUse ? ErrorNumber::InUse : code, u"SQLite"_s, sentenceFor(code, path) + u'\n' + engineWords);
 }
 
 SqliteHandle::SqliteHandle(const QString& path, Mode mode)
