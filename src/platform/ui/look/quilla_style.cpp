@@ -62,22 +62,36 @@ int QuillaStyle::styleHint(
 {
     // The access keys are part of the captions that operators know; they are always underlined.
     if (hint == SH_UnderlineShortcut) return 1;
+    if (hint == SH_EtchDisabledText) return 0; // it would be drawn twice
     if (hint == SH_Table_GridLineColor) return int(m_theme.line.rgb());
     return QProxyStyle::styleHint(hint, option, widget, data);
 }
 
-void QuillaStyle::drawBox(QPainter* painter, const QStyleOption* option, const QColor& face, bool ring) const
+void QuillaStyle::drawBox(
+    QPainter* painter, const QRect& rect, const QColor& face, const QColor& edge, bool ring) const
 {
     const qreal width = ring ? 2 : 1;
-    const QRectF frame = QRectF(option->rect).adjusted(width / 2, width / 2, -width / 2, -width / 2);
+    const QRectF frame = QRectF(rect).adjusted(width / 2, width / 2, -width / 2, -width / 2);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(ring            ? m_theme.accent
-            : has(option, State_Enabled) ? m_theme.border
-                                         : m_theme.line,
-        width));
+    painter->setPen(QPen(ring ? m_theme.accent : edge, width));
     painter->setBrush(face);
     painter->drawRoundedRect(frame, Corner, Corner);
+    painter->restore();
+}
+
+/// A text box or button face with an arrow; the text is drawn by others.
+void QuillaStyle::drawComboBox(QPainter* painter, const QStyleOptionComboBox& list) const
+{
+    const QColor face = list.palette.color(list.editable ? QPalette::Base : QPalette::Button);
+    const bool enabled = has(&list, State_Enabled);
+    drawBox(painter, list.rect, face, m_theme.border, enabled && has(&list, State_HasFocus));
+    const QPointF middle = QRectF(proxy()->subControlRect(CC_ComboBox, &list, SC_ComboBoxArrow)).center();
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(enabled ? m_theme.text : m_theme.disabledText, 1.4));
+    painter->drawPolyline(
+        QPolygonF({middle + QPointF(-4, -2), middle + QPointF(0, 2), middle + QPointF(4, -2)}));
     painter->restore();
 }
 
@@ -88,7 +102,8 @@ void QuillaStyle::drawButtonFace(QPainter* painter, const QStyleOption* option) 
         face = m_theme.restingSelection;
     else if (has(option, State_MouseOver) && has(option, State_Enabled))
         face = m_theme.header;
-    drawBox(painter, option, face, has(option, State_HasFocus));
+    const QColor edge = has(option, State_Enabled) ? m_theme.border : m_theme.line;
+    drawBox(painter, option->rect, face, edge, has(option, State_HasFocus));
 }
 
 void QuillaStyle::drawGroupFrame(QPainter* painter, const QStyleOption* option) const
@@ -150,7 +165,7 @@ void QuillaStyle::drawPrimitive(
     case PE_PanelLineEdit:
         if (const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
             frame && frame->lineWidth > 0)
-            return drawBox(painter, option, option->palette.color(QPalette::Base),
+            return drawBox(painter, option->rect, option->palette.color(QPalette::Base), m_theme.border,
                 has(option, State_HasFocus) && has(option, State_Enabled));
         return painter->fillRect(option->rect, option->palette.brush(QPalette::Base));
     case PE_FrameGroupBox:
@@ -189,6 +204,9 @@ void QuillaStyle::drawComplexControl(
     if (const auto* title = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
         title && control == CC_TitleBar)
         return paintTitleBar(*painter, *title, m_theme);
+    if (const auto* list = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+        list && control == CC_ComboBox && list->frame)
+        return drawComboBox(painter, *list);
     QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 

@@ -34,7 +34,10 @@ public:
         const QWidget* widget) const override;
 
 private:
-    void drawBox(QPainter* painter, const QStyleOption* option, const QColor& face, bool ring) const;
+    /// `edge` is the colour of the frame where no ring of the focus takes its place.
+    void drawBox(
+        QPainter* painter, const QRect& rect, const QColor& face, const QColor& edge, bool ring) const;
+    void drawComboBox(QPainter* painter, const QStyleOptionComboBox& list) const;
     void drawButtonFace(QPainter* painter, const QStyleOption* option) const;
     void drawGroupFrame(QPainter* painter, const QStyleOption* option) const;
     void drawListFrame(QPainter* painter, const QStyleOption* option) const;

@@ -50,6 +50,8 @@ void addQuietStates(QPalette& palette, const Theme& theme)
     palette.setColor(QPalette::Disabled, QPalette::Button, theme.window);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         palette.setColor(QPalette::Disabled, role, theme.disabledText);
+    // A disabled box is still read: reader, title and amount stand in such ones.
+    palette.setColor(QPalette::Disabled, QPalette::Text, theme.mutedText);
 }
 
 void installChineseTexts(QApplication& application)

@@ -17,7 +17,7 @@ struct Theme {
     QColor zebra {0xf7, 0xfa, 0xfa}; ///< every other line of a grid
     QColor header {0xe6, 0xed, 0xee}; ///< captions of a grid
     QColor line {0xdd, 0xe4, 0xe6}; ///< between the cells of a grid
-    QColor border {0xb4, 0xc1, 0xc5}; ///< around boxes and buttons
+    QColor border {0x7d, 0x8b, 0x91}; ///< around boxes and buttons
     QColor text {0x1d, 0x2a, 0x30};
     QColor mutedText {0x5b, 0x6b, 0x72};
     QColor disabledText {0x8a, 0x97, 0x9c};
