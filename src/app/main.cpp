@@ -3,6 +3,7 @@
 #include "app/gallery_command.h"
 #include "platform/core/dates.h"
 #include "platform/ui/form/dialog_prompt.h"
+#include "platform/ui/form/input_rules.h"
 #include "platform/ui/look/icons.h"
 #include "platform/ui/look/theme.h"
 
@@ -15,6 +16,7 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationName(u"quilla"_s);
     QCoreApplication::setApplicationVersion(u"4.1"_s);
     applyTheme(application);
+    applyInputRules(application);
     QApplication::setWindowIcon(applicationIcon());
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() == 3 && arguments[1] == u"--gallery") {

@@ -2,6 +2,8 @@
 
 #include "platform/core/prompt.h"
 
+#include <QStringList>
+
 #include <deque>
 #include <optional>
 

@@ -1,8 +1,9 @@
+#include "support/scripted_prompt.h"
 #include "support/window_steps.h"
-#include "ui/recording_prompt.h"
 
 #include "platform/ui/form/editor.h"
 #include "platform/ui/form/form.h"
+#include "platform/ui/form/input_rules.h"
 #include "platform/ui/form/text_box.h"
 #include "platform/ui/look/theme.h"
 
@@ -10,6 +11,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QGroupBox>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -59,7 +61,48 @@ class TestForms : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { applyTheme(*qApp); }
+    void wheelNeedsTheFocus()
+    {
+        DiaryForm form;
+        enter(form, form.first);
+        const auto turned = [&](QWidget& under) {
+            QWheelEvent wheel(
+                {}, under.mapToGlobal(QPoint(2, 2)), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
+            QApplication::sendEvent(&under, &wheel);
+            return form.list.currentText();
+        };
+        QVERIFY(form.list.focusPolicy() != Qt::WheelFocus);
+        QCOMPARE(turned(*form.list.lineEdit()), u"甲"_s);
+        form.list.setFocus();
+        QCOMPARE(turned(form.list), u"乙"_s);
+    }
+
+    /// Alt and a letter of two controls presses the first that is enabled; a letter of none types nothing.
+    void accessLetters()
+    {
+        DiaryForm form;
+        QPushButton disabled(u"停(&G)"_s, &form);
+        QPushButton second(u"过(&G)"_s, &form);
+        disabled.setEnabled(false);
+        for (QPushButton* button : {&disabled, &second})
+            button->show();
+        QWidget::setTabOrder(&form.first, &disabled);
+        QSignalSpy pressed(&second, &QPushButton::clicked);
+        enter(form, form.first);
+        for (int times = 1; times <= 2; ++times) {
+            QTest::keyClick(&form.first, Qt::Key_G, Qt::AltModifier);
+            QTRY_COMPARE(form.diary.count(u"go"_s), times);
+        }
+        QCOMPARE(pressed.count(), 0);
+        QTest::keyClick(&form.first, Qt::Key_Z, Qt::AltModifier);
+        QCOMPARE(form.first.text(), QString());
+    }
+
+    void initTestCase()
+    {
+        applyTheme(*qApp);
+        applyInputRules(*qApp);
+    }
 
     void runsAStepBeforeMovingOn()
     {
@@ -197,7 +240,7 @@ private Q_SLOTS:
 
     void dropsRefusedCharacters()
     {
-        RecordingPrompt prompt;
+        ScriptedPrompt prompt;
         QDialog form;
         QComboBox number;
         number.setEditable(true);
@@ -209,16 +252,18 @@ private Q_SLOTS:
         QTest::keyClick(number.lineEdit(), Qt::Key_Left);
         QTest::keyClick(number.lineEdit(), Qt::Key_Backspace);
         QCOMPARE(number.currentText(), u"1/:");
-        QVERIFY(prompt.shown.empty());
+        QCOMPARE(prompt.takeComplaints(), QString());
+        for (int times = 0; times < 2; ++times)
+            prompt.expect(u"请输入0-9之间的数字"_s);
         QTest::keyClicks(number.lineEdit(), u"a"_s);
         QCOMPARE(number.currentText(), u"");
-        QCOMPARE(prompt.shown.size(), 1U);
         number.setEditText(u"10"_s);
         QInputMethodEvent commit;
         commit.setCommitString(u"十"_s);
         QCoreApplication::sendEvent(number.lineEdit(), &commit);
         QCOMPARE(number.currentText(), u"");
         QVERIFY(number.lineEdit()->hasFocus());
+        QCOMPARE(prompt.takeComplaints(), QString());
     }
 };
 

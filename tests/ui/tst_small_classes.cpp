@@ -1,6 +1,6 @@
+#include "support/scripted_prompt.h"
 #include "support/window_steps.h"
 #include "ui/reader_rows.h"
-#include "ui/recording_prompt.h"
 
 #include "platform/ui/form/date_range.h"
 #include "platform/ui/form/error_form.h"
@@ -172,22 +172,24 @@ private Q_SLOTS:
 
     void dateRangeStopsAtTheFirstFault()
     {
-        RecordingPrompt prompt;
+        ScriptedPrompt prompt;
         DateRange dates = range(DateRange::Filling::Fresh);
         appear(dates);
         dates.Check1.setChecked(true);
         QVERIFY(dates.Text1[0].hasFocus());
         QVERIFY(dates.passes(prompt));
         dates.Text1[1].setText(u"1-2-03"_s);
+        prompt.expectStart(u"请输入完整的日期格式"_s);
         QVERIFY(!dates.passes(prompt));
         QVERIFY(dates.Text1[1].hasFocus());
         dates.Text1[0].setText(u"x"_s);
         dates.Text1[0].setEnabled(false);
+        prompt.expectStart(u"请输入正确的日期格式"_s);
         QVERIFY(!dates.passes(prompt));
         QVERIFY(dates.Text1[0].hasFocus()); // and enabled again
         dates.Text1[0].clear();
         QVERIFY(!dates.passes(prompt));
-        QCOMPARE(prompt.shown.size(), 2U);
+        QCOMPARE(prompt.takeComplaints(), QString());
     }
 
     void masksDates()

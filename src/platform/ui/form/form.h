@@ -102,7 +102,7 @@ template <typename... Controls> void nameControls(const QString& names, Controls
 {
     const QStringList list = names.split(u',');
     qsizetype next = 0;
-    (nameControl(list[next++].trimmed(), controls), ...);
+    (nameControl(trimBlanks(list[next++]), controls), ...);
 }
 
 /// Captions for the controls of an array, in its order.

@@ -3,6 +3,7 @@
 #include "platform/core/text.h"
 #include "platform/ui/look/theme.h"
 
+#include <QFileInfo>
 #include <QImageReader>
 #include <QMouseEvent>
 #include <QPainter>
@@ -39,7 +40,7 @@ void PhotoBox::showFile(const QString& file)
 {
     clear(); // an equal text alone would let the picture stand
     setText(m_hint);
-    if (file.isEmpty()) return;
+    if (!QFileInfo(file).isFile()) return; // a pipe would be waited for
     QImageReader reader(file);
     reader.setAutoTransform(true);
     const QImage photo = reader.read();

@@ -13,7 +13,7 @@ constexpr qsizetype LongestText = 255;
 
 bool isSeparator(const QString& item)
 {
-    return item.trimmed() == u"-";
+    return trimBlanks(item) == u"-";
 }
 
 } // namespace
@@ -22,7 +22,7 @@ int CreateMenu::Popup(const QStringList& items)
 {
     const int number = m_chooser ? m_chooser(items) : ask(items);
     const bool chosen = number >= 1 && number <= items.size() && !isSeparator(items[number - 1]);
-    m_chosen = chosen ? items[number - 1].left(LongestText).trimmed() : QString();
+    m_chosen = chosen ? trimBlanks(items[number - 1].left(LongestText)) : QString();
     return chosen ? number : 0;
 }
 

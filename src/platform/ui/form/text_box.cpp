@@ -4,6 +4,7 @@
 #include "platform/ui/look/theme.h"
 
 #include <QFocusEvent>
+#include <QToolTip>
 
 namespace quilla {
 
@@ -39,8 +40,17 @@ QString plainText(const QString& text)
 
 } // namespace
 
+void tellFull(QWidget& box, int limit)
+{
+    QToolTip::showText(
+        box.mapToGlobal(QPoint(0, box.height())), u"最多 %1 个字符，多出的没有输入"_s.arg(limit), &box);
+}
+
 void keepPlain(QLineEdit& box)
 {
+    QObject::connect(&box, &QLineEdit::inputRejected, &box, [&box] {
+        if (box.text().size() >= box.maxLength()) tellFull(box, box.maxLength());
+    });
     QObject::connect(&box, &QLineEdit::textEdited, &box, [&box](const QString& text) {
         const QString before = plainText(text.left(box.cursorPosition()));
         const QString plain = before + text.mid(box.cursorPosition());

@@ -5,8 +5,12 @@
 namespace quilla {
 
 /// What is typed or pasted becomes one plain line: a line break from a spreadsheet's cell would stand in the
-/// box unseen, and no statement takes a control character.
+/// box unseen, and no statement takes a control character. What is longer than the box may hold is cut, which
+/// a hint beside the box tells.
 void keepPlain(QLineEdit& box);
+
+/// Tells beside the box that something was cut, since it holds no more than `limit` characters.
+void tellFull(QWidget& box, int limit);
 
 /// A text box whose whole text is selected when it gets the focus, by key or by mouse, so that typing
 /// replaces the old value.

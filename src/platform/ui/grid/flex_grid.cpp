@@ -5,6 +5,7 @@
 
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <QPainter>
 
 namespace quilla {
 
@@ -153,6 +154,15 @@ void FlexGrid::mouseReleaseEvent(QMouseEvent* event)
     if (event->button() == Qt::LeftButton) Q_EMIT rowClicked(under.row() + 1);
     if (event->button() == Qt::RightButton)
         Q_EMIT rightReleased(under.row() + 1, event->globalPosition().toPoint());
+}
+
+void FlexGrid::paintEvent(QPaintEvent* event)
+{
+    QTableView::paintEvent(event);
+    if (m_hint.isEmpty() || !m_model.isEmptyList()) return;
+    QPainter painter(viewport());
+    painter.setPen(Theme().mutedText);
+    painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, m_hint);
 }
 
 void FlexGrid::mouseMoveEvent(QMouseEvent* event)

@@ -85,6 +85,9 @@ public:
     /// The line under the mouse becomes current without a click, as in a pick list.
     void setFollowsPointer(bool follows);
 
+    /// What stands in the grid while its first line is empty.
+    void setHint(const QString& hint) { m_hint = hint; }
+
     void keyboardSearch(const QString& text) override;
 
 Q_SIGNALS:
@@ -107,6 +110,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
@@ -137,6 +141,7 @@ private:
     std::vector<int> m_dragged; ///< twips of all columns, once the operator has dragged one
     SettingsStore* m_settings = nullptr;
     QString m_name;
+    QString m_hint;
     GridOrder m_order;
     QString m_typed; ///< of the search by typing
     QElapsedTimer m_sinceTyped;

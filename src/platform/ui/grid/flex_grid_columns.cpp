@@ -94,7 +94,7 @@ void FlexGrid::measureLines()
 int FlexGrid::captionPixels(int col) const
 {
     if (col < m_model.FixedCols()) return 0;
-    return fontMetrics().horizontalAdvance(TextMatrix(0, col).trimmed()) + CaptionMargin;
+    return fontMetrics().horizontalAdvance(trimBlanks(TextMatrix(0, col))) + CaptionMargin;
 }
 
 std::vector<int> FlexGrid::wantedPixels() const

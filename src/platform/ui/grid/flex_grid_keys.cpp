@@ -48,7 +48,7 @@ void FlexGrid::inputMethodEvent(QInputMethodEvent* event)
 
 void FlexGrid::keyboardSearch(const QString& text)
 {
-    if (text.trimmed().isEmpty() && m_typed.isEmpty()) return;
+    if (isBlank(text) && m_typed.isEmpty()) return;
     const bool goesOn
         = m_sinceTyped.isValid() && m_sinceTyped.elapsed() < QApplication::keyboardInputInterval();
     m_typed = goesOn ? m_typed + text : text;
