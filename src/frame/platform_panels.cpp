@@ -3,9 +3,11 @@
 #include "frame/menu.h"
 #include "frame/sublib.h"
 
+#include <QDialogButtonBox>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QProcess>
+#include <QPushButton>
 #include <QStandardPaths>
 
 #include <array>
@@ -53,6 +55,9 @@ void showPrinterSetup(SettingsStore& settings, QWidget* owner)
     if (!kept.isEmpty()) printer.setPrinterName(kept);
     QPrintDialog dialog(&printer, owner);
     dialog.setWindowTitle(u"打印机设置"_s);
+    // nothing is printed here
+    if (auto* buttons = dialog.findChild<QDialogButtonBox*>())
+        if (QPushButton* ok = buttons->button(QDialogButtonBox::Ok)) ok->setText(u"确定"_s);
     if (dialog.exec() == QDialog::Accepted)
         settings.set(StoredText::Application.toString(), StoredText::Section.toString(), PrinterKey,
             printer.printerName());

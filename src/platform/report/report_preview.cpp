@@ -2,6 +2,7 @@
 
 #include "platform/core/error.h"
 #include "platform/ui/form/form.h"
+#include "platform/ui/form/on_screen.h"
 #include "platform/ui/form/wait_cursor.h"
 #include "platform/ui/look/theme.h"
 
@@ -218,6 +219,9 @@ void ReportPreview::resizeEvent(QResizeEvent* event)
 void ReportPreview::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
+    // after the window manager has put its frame around
+    QMetaObject::invokeMethod(
+        this, [this] { keepOnScreen(*this); }, Qt::QueuedConnection);
     applyZoom();
     Pages.setFocus();
 }
@@ -243,6 +247,7 @@ void ReportPreview::chooseFile()
 {
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     QFileDialog dialog(this, u"另存为 PDF"_s, folder, u"PDF (*.pdf)"_s);
+    dialog.setViewMode(QFileDialog::List); // kinds and days would stand in the system's language
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(u"pdf"_s); // the dialog asks before an older file of the whole name goes
     dialog.selectFile(QString(m_pages->title()).replace(u'/', u'-') + u".pdf"_s);
