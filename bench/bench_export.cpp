@@ -40,7 +40,8 @@ public:
     {
     }
     QString folder() const override { return m_folder; }
-    void show(const QString& file) override { QFile::remove(file); }
+    bool show(const QString& file) override { return QFile::remove(file); }
+    void showFolder(const QString&) override { }
 
 private:
     QString m_folder;

@@ -1,19 +1,21 @@
 #include "output/export_desk.h"
 
-#include "platform/sheet/sheet_writer.h"
-
 #include <QDesktopServices>
 #include <QDir>
+#include <QFileInfo>
 #include <QStandardPaths>
 #include <QUrl>
 
 namespace quilla {
 
-void DesktopSpreadsheets::show(const QString& file)
+bool DesktopSpreadsheets::show(const QString& file)
 {
-    if (QDesktopServices::openUrl(QUrl::fromLocalFile(file))) return;
-    throw Error(ErrorNumber::CannotWriteSheet, u"Quilla.Sheet"_s,
-        u"没有可以打开电子表格的程序，文件已保存为 "_s + file);
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(file));
+}
+
+void DesktopSpreadsheets::showFolder(const QString& file)
+{
+    QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(file).path()));
 }
 
 QString DesktopSpreadsheets::folder() const

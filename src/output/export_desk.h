@@ -8,7 +8,8 @@ namespace quilla {
 class DesktopSpreadsheets final : public SpreadsheetProgram {
 public:
     QString folder() const override;
-    void show(const QString& file) override;
+    bool show(const QString& file) override;
+    void showFolder(const QString& file) override;
 };
 
 } // namespace quilla

@@ -50,7 +50,7 @@ void writeField(SheetWriter& sheet, int row, int col, const Value& value, CellFo
         = numeric || format == CellFormat::Money ? value.number() : std::optional<double>();
     if (number && format == CellFormat::Money) return sheet.money(row, col, *number);
     if (number && format == CellFormat::General) return sheet.number(row, col, *number);
-    sheet.text(row, col, value.text().trimmed());
+    sheet.text(row, col, trimBlanks(value.text()));
 }
 
 void writeCell(SheetWriter& sheet, int row, int col, const QString& text, CellFormat format)
@@ -99,48 +99,64 @@ bool writeSheets(const Exporter& exporter, SheetWriter& sheet, const ExportLayou
     return true;
 }
 
+/// What the operator is told after an export; nothing where both are empty.
+struct Outcome {
+    QString message {};
+    QString unshownFile {}; ///< it was written, and no program is there to show it
+};
+
 /// Writes the file and shows it. An export that was ended leaves nothing behind.
-void writeFile(const Exporter& exporter, const ExportLayout& layout, const std::vector<qsizetype>& counts,
+Outcome writeFile(const Exporter& exporter, const ExportLayout& layout, const std::vector<qsizetype>& counts,
     const RowWriter& write)
 {
     const QString file = freeFile(exporter.program.folder(), layout.title);
     {
         SheetWriter sheet(file);
-        if (!writeSheets(exporter, sheet, layout, counts, write)) return;
+        if (!writeSheets(exporter, sheet, layout, counts, write)) return {};
         sheet.save();
     }
-    exporter.program.show(file);
+    if (exporter.program.show(file)) return {};
+    return {.unshownFile = file};
+}
+
+/// The export worked, so its file is named and its folder offered.
+void offerFolder(const Exporter& exporter, const QString& file)
+{
+    const QString question
+        = u"数据已导出到文件：\n%1\n本机没有可以打开电子表格的程序。要打开文件所在的文件夹吗？"_s.arg(
+            QDir::toNativeSeparators(file));
+    if (exporter.session.prompt.ask(question, OperationTitle, Icon::Information))
+        exporter.program.showFolder(file);
 }
 
 /// Runs the steps under the progress window, and tells what they have to say when it is gone.
-void runExport(const Exporter& exporter, const std::function<QString()>& steps)
+void runExport(const Exporter& exporter, const std::function<Outcome()>& steps)
 {
     exporter.progress.begin();
-    QString message;
+    Outcome outcome;
     try {
-        message = steps();
+        outcome = steps();
     } catch (const Error& error) {
-        message = u"出现意外错误！详细信息如下：\n"_s + error.text;
+        outcome.message = u"出现意外错误！详细信息如下：\n"_s + error.text;
     }
     exporter.progress.end();
-    if (!message.isEmpty()) exporter.session.prompt.inform(message, OperationTitle);
+    if (!outcome.message.isEmpty()) exporter.session.prompt.inform(outcome.message, OperationTitle);
+    if (!outcome.unshownFile.isEmpty()) offerFolder(exporter, outcome.unshownFile);
 }
 
-/// What the operator is to be told; empty when all went well.
-QString exportSelect(const Exporter& exporter, const ExportLayout& layout, const QString& select)
+Outcome exportSelect(const Exporter& exporter, const ExportLayout& layout, const QString& select)
 {
     StrictWork work(exporter.session);
     if (!work) return {};
     Recordset rows = work.open(select);
-    if (rows.recordCount() < 1) return u"没有符合条件的记录！"_s;
+    if (rows.recordCount() < 1) return {.message = u"没有符合条件的记录！"_s};
     exporter.progress.setTotal(rows.recordCount());
     const std::vector<int> places = fieldPlaces(rows, layout);
-    writeFile(exporter, layout, rowsOfSheets(rows.recordCount()), [&](SheetWriter& sheet, int row) {
+    return writeFile(exporter, layout, rowsOfSheets(rows.recordCount()), [&](SheetWriter& sheet, int row) {
         for (std::size_t col = 0; col < places.size(); ++col)
             writeField(sheet, row, int(col), rows.field(places[col]), layout.columns[col].format);
         rows.next();
     });
-    return {};
 }
 
 } // namespace
@@ -169,13 +185,12 @@ void exportGrid(const Exporter& exporter, const ExportLayout& layout, const Grid
     runExport(exporter, [&] {
         int line = 0;
         exporter.progress.setTotal(count);
-        writeFile(exporter, layout, {grid.Rows() - 1, 0, 0}, [&](SheetWriter& sheet, int row) {
+        return writeFile(exporter, layout, {grid.Rows() - 1, 0, 0}, [&](SheetWriter& sheet, int row) {
             ++line;
             for (std::size_t col = 0; col < layout.columns.size(); ++col)
-                writeCell(sheet, row, int(col), grid.TextMatrix(line, int(col)).trimmed(),
+                writeCell(sheet, row, int(col), trimBlanks(grid.TextMatrix(line, int(col))),
                     layout.columns[col].format);
         });
-        return QString();
     });
 }
 

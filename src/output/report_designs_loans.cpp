@@ -30,6 +30,7 @@ ReportDesign loanStatistics()
             {u"读者单位"_s, u"readunit"_s}, {u"应还日期"_s, u"yhdate"_s, Date}},
         .Section3 = dateAndPages(),
         .totalCaption = u"合计："_s,
+        // No select of this list brings a price, so the total stays blank; the layout is the suite's.
         .Section5 = {{u"Function1"_s, u"price"_s, u"yhdate"_s}},
     };
 }

@@ -19,6 +19,7 @@ ReportDesign circulationCounts()
             {u"归还册次"_s, u"HsCount"_s, Count, 2}},
         .Section3 = dateAndPages(),
         .totalCaption = u"合计："_s,
+        // The counts come without a price, so the first total stays blank; the layout is the suite's.
         .Section5 = {{u"Function1"_s, u"price"_s, u"ItemKey"_s}, {u"Function2"_s, u"JsCount"_s},
             {u"Function3"_s, u"HsCount"_s}},
     };

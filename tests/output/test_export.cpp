@@ -23,12 +23,14 @@ namespace {
 class Program final : public SpreadsheetProgram {
 public:
     QString folder() const override { return place; }
-    void show(const QString& file) override
+    bool show(const QString& file) override
     {
         shown.append(file);
-        if (missing) throw Error(1, u"test"_s, u"没有程序"_s);
+        return !missing;
     }
+    void showFolder(const QString& file) override { folders.append(file); }
     QString place;
+    QStringList folders;
     QStringList shown;
     bool missing = false;
 };
@@ -202,8 +204,21 @@ private Q_SLOTS:
         }
         QCOMPARE(files(), QStringList());
         QVERIFY(m_program.shown.isEmpty());
+    }
+
+    /// The export worked even so.
+    void noProgramToShowIt()
+    {
+        fewFines();
         m_program.missing = true;
-        fails(u"没有程序"_s, m_select, FineLayout);
+        for (const Answer answer : {Answer::No, Answer::Yes}) {
+            m->prompt.expectStart(u"数据已导出到文件：\n"_s + m_folder->path())
+                .icon(Icon::Information)
+                .answer(answer);
+            exportList(exporter(), FineLayout, m_select, NothingToPrint);
+        }
+        QCOMPARE(m_program.folders, m_program.shown.mid(1));
+        QCOMPARE(files().size(), 2);
     }
 
     void cancelLeavesNothing()

@@ -11,7 +11,12 @@ namespace quilla {
 class SheetsDouble final : public SpreadsheetProgram {
 public:
     QString folder() const override { return place; }
-    void show(const QString& file) override { shown.append(file); }
+    bool show(const QString& file) override
+    {
+        shown.append(file);
+        return true;
+    }
+    void showFolder(const QString&) override { }
     QString place;
     QStringList shown;
 };
