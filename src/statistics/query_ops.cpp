@@ -97,6 +97,7 @@ bool QueryBuilder::add(const QueryField& field, QStringView word, const QString&
     const std::optional<QString> condition = queryCondition(field, word, value);
     if (!condition) return false;
     m_currentCondition = joined(m_currentCondition, u" And "_s, *condition);
+    // The operator reads the value as the statement has it, its quotes doubled.
     m_signSql = joined(m_signSql, u";"_s, field.caption + u'\'' + word.toString() + u'\'' + doubled(value));
     return true;
 }

@@ -37,7 +37,7 @@ QString captionName(QStringView caption)
     static const QRegularExpression keyInFront(uR"(^\s*&.\s+|^\s*&.(?=[^\x00-\x7f]))"_s);
     QString name = caption.toString();
     name.remove(keyBehind).remove(keyInFront).remove(u'&');
-    name = name.trimmed();
+    name = trimBlanks(name);
     while (name.endsWith(u':') || name.endsWith(u'：'))
         name.chop(1);
     return closedUp(name);

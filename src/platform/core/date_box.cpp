@@ -81,7 +81,7 @@ bool isTimeAlone(const QString& text)
 
 std::optional<QDate> platformDate(QStringView text, const QDate& today)
 {
-    const QString trimmed = text.trimmed().toString();
+    const QString trimmed = trimBlanks(text).toString();
     if (hasBadTime(trimmed)) return {};
     if (isTimeAlone(trimmed)) return zeroDate();
     for (const DateForm& form : dateForms())

@@ -109,12 +109,12 @@ QString localeDateText(const QDate& date, const QTime& time)
 
 std::optional<QDateTime> readDate(QStringView text)
 {
-    text = text.trimmed();
+    text = trimBlanks(text);
     const auto date = takeDate(text);
     if (!date) return {};
     if (text.isEmpty()) return date->startOfDay();
     if (!takeOne(text, u" T")) return {};
-    text = text.trimmed();
+    text = trimBlanks(text);
     const auto time = takeTime(text);
     if (!time || !text.isEmpty()) return {};
     return QDateTime(*date, *time);
@@ -122,7 +122,7 @@ std::optional<QDateTime> readDate(QStringView text)
 
 std::optional<QDate> readDay(QStringView text)
 {
-    text = text.trimmed();
+    text = trimBlanks(text);
     const auto date = takeDate(text);
     return text.isEmpty() ? date : std::nullopt;
 }

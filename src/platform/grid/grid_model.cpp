@@ -195,7 +195,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (orientation != Qt::Horizontal || section < 0 || section >= Cols()) return {};
-    if (role == Qt::DisplayRole) return m_captions[std::size_t(section)].trimmed();
+    if (role == Qt::DisplayRole) return trimBlanks(m_captions[std::size_t(section)]);
     if (role == Qt::TextAlignmentRole) return QVariant::fromValue(alignmentOf(section, {}));
     return {};
 }
