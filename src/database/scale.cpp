@@ -1,5 +1,6 @@
 #include "database/scale.h"
 
+#include "database/circulation_rules.h"
 #include "database/demo/random.h"
 #include "database/library_schema.h"
 #include "database/row_text.h"
@@ -63,21 +64,32 @@ void fillReaders(Connection& connection, const ScaleOptions& options)
 {
     connection.execute(u"insert into dzlx(readerclass) values('读者')");
     connection.execute(u"insert into dzdw(readunit) values('单位')");
-    connection.execute(
-        u"insert into jycs(readerclass,daycount,bookcount,fine,lost,recount,reday,ifcanre,orderday,"
-        "ordercount) values('读者',30,50,0.10,3,1,15,1,7,5)");
+    RuleNumbers rules {.loanDays = LoanDays,
+        .loanCopies = 50,
+        .overdueFine = 10,
+        .defileFine = 100,
+        .lostFine = 300,
+        .renewals = 1,
+        .renewalDays = 15,
+        .mayHoldOverdue = true,
+        .holdDays = 7,
+        .holdCopies = 5};
+    RowText type(connection, u"jycs", u"readerclass,"_s + ruleColumns());
+    addRules(type.text(u"读者"), rules);
+    type.send();
     RowText row(connection, u"dzk",
-        u"readercode,name,sex,readerclass,readunit,bookcount,daycount,orderbook,ordercount,orderday,"
-        u"yordercshu,"
-        "recount,reday,ifcanre,fine,defile,lost,wuzheng,readstatus,term,paperdate");
+        u"readercode,name,sex,readerclass,readunit,orderbook,yordercshu,readstatus,term,paperdate,"_s
+            + ruleColumns());
     const int holds = holdsOf(options);
     for (int reader = 1; reader <= options.readers; ++reader) {
         const int loans
             = options.loans / options.readers + (reader <= options.loans % options.readers ? 1 : 0);
         row.text(scaleReaderCode(reader)).text(u"读者"_s + QString::number(reader)).text(u"男").text(u"读者");
-        row.text(u"单位").number(loans + 50).number(LoanDays).number(loans).number(5).number(7);
-        row.number(reader <= holds ? 1 : 0).number(1).number(15).bit(true).money(10).money(100).money(300);
-        row.bit(false).text(u"有效").date(options.today.addYears(5)).date(options.today.addYears(-5)).send();
+        row.text(u"单位").number(loans).number(reader <= holds ? 1 : 0).text(u"有效");
+        row.date(options.today.addYears(5)).date(options.today.addYears(-5));
+        rules.loanCopies = loans + 50;
+        addRules(row, rules);
+        row.send();
     }
 }
 

@@ -43,19 +43,23 @@ void holidayaddFrm::setMode(const QString& letter, const ClosingPeriod& holiday)
 void holidayaddFrm::checkName()
 {
     TextBox& box = Text1[HolidayBox::Name];
-    box.setText(box.text().trimmed());
-    if (!holidayNameIsTaken(m_session, box.text(), m_mode.isEdit() ? m_name : QString())) return;
-    box.clear();
+    box.setText(trimBlanks(box.text()));
+    const auto refusal = takenHolidayName(m_session, box.text(), m_mode.isEdit() ? m_name : QString());
+    if (!refusal) return;
+    tell(m_session.prompt, *refusal, [&](int) { box.clear(); });
     box.setFocus();
 }
 
+/// Does not ask for the name again: that was done when its box was left.
 bool holidayaddFrm::save()
 {
     const ClosingPeriod holiday {
         Text1[HolidayBox::Name].text(), Text1[HolidayBox::First].text(), Text1[HolidayBox::Last].text()};
-    if (const auto refused = CheckHolidayForm(m_session, holiday)) {
-        Text1[*refused].setEnabled(true);
-        Text1[*refused].setFocus();
+    if (const auto refusal = CheckHolidayForm(holiday)) {
+        tell(m_session.prompt, *refusal, [this](int box) {
+            Text1[box].setEnabled(true);
+            Text1[box].setFocus();
+        });
         return false;
     }
     if (m_mode.isEdit())

@@ -1,6 +1,6 @@
 #include "readers/holiday_ops.h"
 
-#include "frame/sublib.h"
+#include "frame/work.h"
 #include "platform/core/date_box.h"
 
 namespace quilla {
@@ -20,19 +20,18 @@ QString storedPeriod(const ClosingPeriod& holiday)
 }
 
 /// An empty box is a fault here, unlike in a search.
-bool passesAsDay(Session& session, const QString& text)
+std::optional<Refusal> wrongDay(const QString& text, int box)
 {
-    if (!text.isEmpty()) return CheckDateBox(text, session.prompt).passed();
-    session.prompt.inform(u"请输入正确的日期格式(例如:2003-01-01)"_s, OperationTitle);
-    return false;
+    if (!platformDate(text)) return Refusal {.text = u"请输入正确的日期格式(例如:2003-01-01)"_s, .box = box};
+    if (!startsWithFullYear(text))
+        return Refusal {.text = u"请输入完整的日期格式!(例如:2003-01-01)"_s, .box = box};
+    return {};
 }
 
 void sendAndGoOn(Session& session, const QString& tsql)
 {
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return;
-    session.error.attempt([&] { conn.execute(tsql); });
-    session.error.clear();
+    ResumingWork work(session);
+    if (work) work.send(tsql);
 }
 
 } // namespace
@@ -51,9 +50,9 @@ ClosingPeriod holidayOfLine(const QString& name, const QString& period)
 std::vector<ClosingPeriod> readHolidays(Session& session)
 {
     std::vector<ClosingPeriod> holidays;
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return holidays;
-    Recordset row = conn.open(u"Select memo,code from Global Where type='holiday' order by code");
+    StrictWork work(session);
+    if (!work) return holidays;
+    Recordset row = work.open(u"Select memo,code from Global Where type='holiday' order by code");
     for (; !row.eof(); row.next()) {
         const QString code = row.field(1).text();
         holidays.push_back({row.field(0).text(), code.left(DayLength), code.mid(LastDayAt)});
@@ -61,31 +60,29 @@ std::vector<ClosingPeriod> readHolidays(Session& session)
     return holidays;
 }
 
-std::optional<int> CheckHolidayForm(Session& session, const ClosingPeriod& holiday)
+std::optional<Refusal> CheckHolidayForm(const ClosingPeriod& holiday)
 {
-    if (holiday.name.isEmpty()) {
-        session.prompt.warn(u"无效假期名称，取消该操作。"_s, OperationTitle);
-        return HolidayBox::Name;
-    }
-    if (!passesAsDay(session, holiday.first)) return HolidayBox::First;
-    if (!passesAsDay(session, holiday.last)) return HolidayBox::Last;
-    if (holiday.first > holiday.last) {
-        session.prompt.warn(u"假期开始时间不能大于结束时间。"_s, OperationTitle);
-        return HolidayBox::First;
-    }
+    if (isBlank(holiday.name))
+        return Refusal {
+            .text = u"无效假期名称，取消该操作。"_s, .icon = Icon::Warning, .box = HolidayBox::Name};
+    if (auto wrong = wrongDay(holiday.first, HolidayBox::First)) return wrong;
+    if (auto wrong = wrongDay(holiday.last, HolidayBox::Last)) return wrong;
+    if (holiday.first > holiday.last)
+        return Refusal {
+            .text = u"假期开始时间不能大于结束时间。"_s, .icon = Icon::Warning, .box = HolidayBox::First};
     return {};
 }
 
-bool holidayNameIsTaken(Session& session, const QString& name, const QString& unchanged)
+std::optional<Refusal> takenHolidayName(Session& session, const QString& name, const QString& unchanged)
 {
-    if (name.isEmpty() || name == unchanged) return false;
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return false;
+    if (name.isEmpty() || name == unchanged) return {};
+    StrictWork work(session);
+    if (!work) return {};
     const Recordset same
-        = conn.open(u"Select type From Global Where type='holiday' and memo='%1'"_s.arg(doubled(name)));
-    if (same.eof()) return false;
-    session.prompt.warn(u"假期名称‘%1’已经存在。"_s.arg(name), OperationTitle);
-    return true;
+        = work.open(u"Select type From Global Where type='holiday' and memo='%1'"_s.arg(doubled(name)));
+    if (same.eof()) return {};
+    return Refusal {
+        .text = u"假期名称‘%1’已经存在。"_s.arg(name), .icon = Icon::Warning, .box = HolidayBox::Name};
 }
 
 void addHoliday(Session& session, const ClosingPeriod& holiday)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "frame/record_ops.h"
+#include "frame/refusal.h"
 
 namespace quilla {
 
@@ -27,13 +28,13 @@ ClosingPeriod holidayOfLine(const QString& name, const QString& period);
 /// All periods, by their first day. Throws `Error`.
 std::vector<ClosingPeriod> readHolidays(Session& session);
 
-/// The first box that keeps the holiday from being saved, which is told; nothing when it can be. The days are
-/// compared as texts: 2003-9-1 lies after 2003-10-1.
-std::optional<int> CheckHolidayForm(Session& session, const ClosingPeriod& holiday);
+/// What keeps the holiday from being saved. The days are compared as texts: 2003-9-1 sorts after 2003-10-1.
+std::optional<Refusal> CheckHolidayForm(const ClosingPeriod& holiday);
 
-/// Whether another holiday has that name, which is told. `unchanged` is the name of the holiday that is being
-/// edited, empty while adding. Throws `Error`.
-bool holidayNameIsTaken(Session& session, const QString& name, const QString& unchanged);
+/// What is told when another holiday has that name. `unchanged` is the name of the holiday that is being
+/// edited, empty while adding. Saving does not ask for it again, so a name that was taken by another desk
+/// meanwhile stands twice. Throws `Error`.
+std::optional<Refusal> takenHolidayName(Session& session, const QString& name, const QString& unchanged);
 
 /// Both save a holiday that passed `CheckHolidayForm`, and go on when that fails.
 void addHoliday(Session& session, const ClosingPeriod& holiday);

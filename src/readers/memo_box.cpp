@@ -1,5 +1,7 @@
 #include "readers/memo_box.h"
 
+#include "platform/ui/form/text_box.h"
+
 #include <QPainter>
 #include <QSignalBlocker>
 #include <QStyleOption>
@@ -90,6 +92,7 @@ void MemoBox::cutTyped()
     if (keptEnd > 0 && text[keptEnd - 1].isHighSurrogate()) --keptEnd;
     cursor.setPosition(keptEnd, QTextCursor::KeepAnchor);
     cursor.removeSelectedText();
+    tellFull(*this, m_longest);
 }
 
 } // namespace quilla

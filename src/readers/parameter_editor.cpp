@@ -2,6 +2,7 @@
 
 #include "platform/ui/form/editor.h"
 #include "platform/ui/form/form.h"
+#include "platform/ui/form/open_list.h"
 #include "platform/ui/look/theme.h"
 
 #include <QLineEdit>
@@ -16,13 +17,10 @@ JycsAddFrm::JycsAddFrm(Session& session, QWidget* parent)
     setWindowTitle(u"流通参数设置----流通参数添加"_s);
     QUILLA_NAMES(Combo1, Text1, Check1);
     setCaptions(Check1, {u"有过期书刊时还可以借书"_s, u"可以无证借书"_s});
-    Combo1.setEditable(true);
-    Combo1.setCompleter(nullptr); // a new type may be the beginning of a known one
-    Combo1.setInsertPolicy(QComboBox::NoInsert); // leaving it enters it
+    takeAnyText(Combo1); // leaving it enters it
     Combo1.addItems(readerTypes(m_session));
     Combo1.setCurrentIndex(-1);
     Combo1.lineEdit()->setMaxLength(ReaderTypeWidth);
-    keepPlain(*Combo1.lineEdit());
     layOut();
     wire();
     Combo1.setFocus();
@@ -30,21 +28,17 @@ JycsAddFrm::JycsAddFrm(Session& session, QWidget* parent)
 
 void JycsAddFrm::layOut()
 {
-    using namespace ParameterBox;
-    const QString widest = u"理科类可借册数(册)"_s;
+    const auto rules = numberRules<QString>();
+    const QString widest = rules.back().caption.toString();
+    std::vector<FormField> numbers;
+    for (std::size_t i = 0; i < rules.size(); ++i)
+        numbers.emplace_back(rules[i].caption.toString(), Text1[i]);
     m_type.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_type.setMinimumWidth(fontMetrics().horizontalAdvance(widest)); // in line with the labels below
     build(*this,
         column(u"参数设置是图书馆正常流通的重要前提，请慎重填写！"_s,
             fields(1, {{m_type, row(Piece(Combo1).grow(), u"（设置流通参数前，需要先添加读者类型）"_s)}}),
-            fields(2,
-                {{u"可借天数(天)"_s, Text1[LoanDays]}, {u"可借册数(册)"_s, Text1[LoanCopies]},
-                    {u"超期罚款(元/天)"_s, Text1[OverdueFine]}, {u"污损罚款(倍)"_s, Text1[DefileFine]},
-                    {u"丢失罚款(倍)"_s, Text1[LostFine]}, {u"可续借次数(次)"_s, Text1[Renewals]},
-                    {u"可续借天数(天)"_s, Text1[RenewalDays]}, {u"可预借天数(天)"_s, Text1[HoldDays]},
-                    {u"可预借册数(册)"_s, Text1[HoldCopies]}, {u"文艺类可借册数(册)"_s, Text1[ArtsCopies]},
-                    {u"理科类可借册数(册)"_s, Text1[ScienceCopies]}}),
-            row(Check1[0], room(16), Check1[1], stretch()), stretch(),
+            fields(2, numbers), row(Check1[0], room(16), Check1[1], stretch()), stretch(),
             row(stretch(), Command1[0], Command1[1], Command1[2])));
     resize(pixelsOf(8400, *this), sizeHint().height());
 }
@@ -55,7 +49,7 @@ void JycsAddFrm::wire()
     enterAsTab(allOf(Text1));
     enterAsTab(allOf(Check1));
     onLeave(Combo1, [this] { leaveType(); });
-    for (int index = 0; index < ParameterBox::Count; ++index)
+    for (int index = 0; index < NumberRules; ++index)
         onLeave(Text1[index], [this, index] { leaveBox(index); });
 }
 
@@ -66,9 +60,10 @@ void JycsAddFrm::edit(const QString& readerclass, bool mayHoldOverdue, bool need
     setWindowTitle(u"流通参数设置----修改【%1】的流通参数"_s.arg(readerclass));
     Combo1.setEditText(readerclass);
     Combo1.setEnabled(false);
-    const auto numbers = readParameters(m_session, readerclass);
-    for (int index = 0; index < ParameterBox::Count; ++index)
-        Text1[index].setText(numbers[index]);
+    const RuleTexts stored = readParameters(m_session, readerclass);
+    const auto rules = numberRules<QString>();
+    for (std::size_t i = 0; i < rules.size(); ++i)
+        Text1[i].setText(stored.*rules[i].number);
     Check1[0].setChecked(mayHoldOverdue);
     Check1[1].setChecked(needsNoCard);
     Text1[0].setFocus();
@@ -77,15 +72,14 @@ void JycsAddFrm::edit(const QString& readerclass, bool mayHoldOverdue, bool need
 void JycsAddFrm::leaveBox(int index)
 {
     TextBox& box = Text1[index];
-    box.setText(box.text().trimmed());
-    if (checkLeftBox(m_session, index, box.text())) return;
-    box.clear();
-    box.setFocus();
+    box.setText(trimBlanks(box.text()));
+    if (const auto refusal = leftBoxRefusal(index, box.text()))
+        tell(m_session.prompt, *refusal, [this](int at) { focusBox(at); });
 }
 
 void JycsAddFrm::leaveType()
 {
-    const QString type = Combo1.currentText().trimmed();
+    const QString type = chosenOrTyped(Combo1);
     if (!type.isEmpty() && Combo1.findText(type, Qt::MatchFixedString) < 0) Combo1.addItem(type);
 }
 
@@ -99,19 +93,20 @@ void JycsAddFrm::focusBox(int index)
 Parameters JycsAddFrm::shown() const
 {
     Parameters parameters;
-    parameters.readerclass = m_mode.isEdit() ? m_readerclass : Combo1.currentText().trimmed();
-    for (int index = 0; index < ParameterBox::Count; ++index)
-        parameters.numbers[index] = Text1[index].text().trimmed();
-    parameters.mayHoldOverdue = Check1[0].isChecked();
-    parameters.needsNoCard = Check1[1].isChecked();
+    parameters.readerclass = m_mode.isEdit() ? m_readerclass : chosenOrTyped(Combo1);
+    const auto rules = numberRules<QString>();
+    for (std::size_t i = 0; i < rules.size(); ++i)
+        parameters.rules.*rules[i].number = trimBlanks(Text1[i].text());
+    parameters.rules.mayHoldOverdue = Check1[0].isChecked();
+    parameters.rules.needsNoCard = Check1[1].isChecked();
     return parameters;
 }
 
 bool JycsAddFrm::save()
 {
     const Parameters parameters = shown();
-    if (const auto refused = checkParameters(m_session, m_mode, parameters)) {
-        focusBox(*refused);
+    if (const auto refusal = checkParameters(m_session, m_mode, parameters)) {
+        tell(m_session.prompt, *refusal, [this](int box) { focusBox(box); });
         return false;
     }
     if (!saveParameters(m_session, m_mode, parameters)) return false;

@@ -23,7 +23,7 @@ public:
     std::function<void(const QString& readerclass)> Saved;
 
     QComboBox Combo1;
-    TextBox Text1[ParameterBox::Count];
+    TextBox Text1[NumberRules]; ///< in the order of `numberRules`
     QCheckBox Check1[2];
 
 private:

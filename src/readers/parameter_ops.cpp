@@ -1,81 +1,59 @@
 #include "readers/parameter_ops.h"
 
-#include "frame/sublib.h"
+#include "frame/work.h"
 #include "output/export_ops.h"
 #include "output/print_ops.h"
-#include "platform/db/decimal.h"
 #include "readers/rule_numbers.h"
 
 namespace quilla {
 
 namespace {
 
-std::optional<int> refuse(Session& session, const QString& text, int box)
+Refusal warning(const QString& text, int box)
 {
-    session.prompt.warn(text, OperationTitle);
-    return box;
+    return {.text = text, .icon = Icon::Warning, .box = box};
 }
 
-/// The thirteen columns with their values, in the order of the table.
-std::vector<std::pair<QString, QString>> columnsOf(const Parameters& parameters)
+/// Whether the text is a number that its column holds: a failing statement would end the program here.
+bool fitsRule(int box, const QString& text)
 {
-    const auto number
-        = [&](int box) { return Decimal::read(parameters.numbers[box]).value_or(Decimal()).text(); };
-    const auto bit = [](bool on) { return on ? u"1"_s : u"0"_s; };
-    return {{u"daycount"_s, number(ParameterBox::LoanDays)},
-        {u"bookcount"_s, number(ParameterBox::LoanCopies)}, {u"fine"_s, number(ParameterBox::OverdueFine)},
-        {u"defile"_s, number(ParameterBox::DefileFine)}, {u"lost"_s, number(ParameterBox::LostFine)},
-        {u"recount"_s, number(ParameterBox::Renewals)}, {u"reday"_s, number(ParameterBox::RenewalDays)},
-        {u"ifcanre"_s, bit(parameters.mayHoldOverdue)}, {u"orderday"_s, number(ParameterBox::HoldDays)},
-        {u"ordercount"_s, number(ParameterBox::HoldCopies)}, {u"Acount"_s, number(ParameterBox::ArtsCopies)},
-        {u"Bcount"_s, number(ParameterBox::ScienceCopies)}, {u"wuzheng"_s, bit(parameters.needsNoCard)}};
+    const RuleKind kind = numberRules<QString>()[std::size_t(box)].kind;
+    return kind == RuleKind::Rate ? isRuleRate(text) : isRuleCount(text);
 }
 
 QString insertOf(const Parameters& parameters)
 {
-    QStringList names {u"readerclass"_s};
-    QStringList values {u'\'' + doubled(parameters.readerclass) + u'\''};
-    for (const auto& [name, value] : columnsOf(parameters)) {
-        names.append(name);
-        values.append(value);
-    }
-    return u"Insert Into jycs ("_s + names.join(u',') + u") Values ("_s + values.join(u',') + u')';
-}
-
-QString assignmentsOf(const Parameters& parameters)
-{
-    QStringList assignments;
-    for (const auto& [name, value] : columnsOf(parameters))
-        assignments.append(name + u'=' + value);
-    return assignments.join(u',');
+    ColumnValues columns {{u"readerclass"_s, u'\'' + doubled(parameters.readerclass) + u'\''}};
+    std::ranges::move(ruleValues(parameters.rules), std::back_inserter(columns));
+    return u"Insert Into jycs ("_s + namesAndValues(columns, u") Values (") + u')';
 }
 
 QString updateOf(const Parameters& parameters)
 {
     return u"Update jycs Set readerclass='%1',%2 Where readerclass='%1'"_s.arg(
-        doubled(parameters.readerclass), assignmentsOf(parameters));
+        doubled(parameters.readerclass), assignments(ruleValues(parameters.rules)));
 }
 
 /// The cards of the type take the new rules, those set by hand for one reader too, if the operator says so.
-void propagate(Session& session, Connection& conn, const Parameters& parameters)
+void propagate(Session& session, StrictWork& work, const Parameters& parameters)
 {
     const QString type = doubled(parameters.readerclass);
-    if (conn.open(u"select top 1 readercode from dzk where readerclass='%1'"_s.arg(type)).eof()) return;
+    if (work.open(u"select top 1 readercode from dzk where readerclass='%1'"_s.arg(type)).eof()) return;
     const QString question = u"读者库中已经存在该种类型的读者！\n是否使其按新设置的参数进行流通？(Y/N)"_s;
     if (!session.prompt.ask(question, OperationTitle, Icon::Question)) return;
-    conn.execute(u"update DZK set %1 where readerclass='%2'"_s.arg(assignmentsOf(parameters), type));
+    work.execute(
+        u"update DZK set %1 where readerclass='%2'"_s.arg(assignments(ruleValues(parameters.rules)), type));
 }
 
 /// Enters the type unless it has rules already.
-std::optional<int> enterType(Session& session, const QString& readerclass)
+std::optional<Refusal> enterType(Session& session, const QString& readerclass)
 {
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return ParameterBox::Type;
+    StrictWork work(session);
+    if (!work) return Refusal {.box = ParameterBox::Type};
     const QString type = doubled(readerclass);
-    if (!conn.open(u"Select jycsid From jycs Where readerclass='%1'"_s.arg(type)).eof())
-        return refuse(
-            session, u"已经存在'%1'的参数设定，取消该操作。"_s.arg(readerclass), ParameterBox::Type);
-    conn.execute(u"Insert dzlx (readerclass) Values ('%1')"_s.arg(type));
+    if (!work.open(u"Select jycsid From jycs Where readerclass='%1'"_s.arg(type)).eof())
+        return warning(u"已经存在'%1'的参数设定，取消该操作。"_s.arg(readerclass), ParameterBox::Type);
+    work.execute(u"Insert dzlx (readerclass) Values ('%1')"_s.arg(type));
     return {};
 }
 
@@ -83,9 +61,9 @@ std::optional<int> enterType(Session& session, const QString& readerclass)
 
 std::optional<Recordset> listParameters(Session& session)
 {
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return {};
-    return conn.open(u"Select "
+    StrictWork work(session);
+    if (!work) return {};
+    return work.open(u"Select "
                      u"readerclass,daycount,bookcount,fine,defile,lost,recount,reday,ifcanre,wuzheng,"
                      u"orderday,ordercount,Acount,Bcount from jycs");
 }
@@ -93,62 +71,49 @@ std::optional<Recordset> listParameters(Session& session)
 QStringList readerTypes(Session& session)
 {
     QStringList types;
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return types;
-    for (Recordset row = conn.open(u"Select distinct readerclass From dzlx"); !row.eof(); row.next())
+    StrictWork work(session);
+    if (!work) return types;
+    for (Recordset row = work.open(u"Select distinct readerclass From dzlx"); !row.eof(); row.next())
         types.append(row.field(0).text());
     return types;
 }
 
-std::array<QString, ParameterBox::Count> readParameters(Session& session, const QString& readerclass)
+RuleTexts readParameters(Session& session, const QString& readerclass)
 {
-    std::array<QString, ParameterBox::Count> numbers;
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return numbers;
-    const Recordset row = conn.open(
+    StrictWork work(session);
+    if (!work) return {};
+    const Recordset row = work.open(
         u"select daycount,bookcount,fine,defile,lost,recount,reday,orderday,ordercount,Acount,Bcount from  jycs where readerclass='%1'"_s
             .arg(doubled(readerclass)));
-    for (int box = 0; box < ParameterBox::Count && !row.eof(); ++box) {
-        const QString stored = row.field(box).text();
-        const auto number = Decimal::read(stored);
-        numbers[box] = number ? number->text() : stored;
-    }
-    return numbers;
+    return row.eof() ? RuleTexts() : readRuleNumbers(row);
 }
 
-bool isParameter(int box, const QString& text)
+std::optional<Refusal> leftBoxRefusal(int box, const QString& text)
 {
-    const bool rate = box >= ParameterBox::OverdueFine && box <= ParameterBox::LostFine;
-    return rate ? isRuleRate(text) : isRuleCount(text);
+    if (text.isEmpty() || fitsRule(box, text)) return {};
+    return warning(u"无效数字格式，取消该操作。"_s, box);
 }
 
-bool checkLeftBox(Session& session, int box, const QString& text)
+std::optional<Refusal> checkParameters(Session& session, const EditorMode& mode, const Parameters& parameters)
 {
-    if (text.isEmpty() || isParameter(box, text)) return true;
-    session.prompt.warn(u"无效数字格式，取消该操作。"_s, OperationTitle);
-    return false;
-}
-
-std::optional<int> checkParameters(Session& session, const EditorMode& mode, const Parameters& parameters)
-{
-    if (parameters.readerclass.isEmpty())
-        return refuse(session, u"无效读者类型，取消该操作。"_s, ParameterBox::Type);
+    if (isBlank(parameters.readerclass)) return warning(u"无效读者类型，取消该操作。"_s, ParameterBox::Type);
     if (mode.isAdd())
-        if (const auto refusal = enterType(session, parameters.readerclass)) return refusal;
-    for (int box = 0; box < ParameterBox::Count; ++box)
-        if (!isParameter(box, parameters.numbers[box]))
-            return refuse(session, u"无效数字类型，取消该操作。"_s, box);
+        if (auto refusal = enterType(session, parameters.readerclass)) return refusal;
+    const auto numbers = numberRules<QString>();
+    for (int box = 0; box < NumberRules; ++box)
+        if (!fitsRule(box, parameters.rules.*numbers[std::size_t(box)].number))
+            return warning(u"无效数字类型，取消该操作。"_s, box);
     return {};
 }
 
 bool saveParameters(Session& session, const EditorMode& mode, const Parameters& parameters)
 {
-    Connection conn;
-    if (OpenDbConnection(session, conn) != GoOn) return false;
-    conn.begin(OnFailure::EndTransaction);
-    conn.execute(mode.isAdd() ? insertOf(parameters) : updateOf(parameters));
-    propagate(session, conn, parameters);
-    conn.commit();
+    StrictWork work(session);
+    if (!work) return false;
+    work.transact([&] {
+        work.execute(mode.isAdd() ? insertOf(parameters) : updateOf(parameters));
+        propagate(session, work, parameters);
+    });
     return true;
 }
 

@@ -3,12 +3,14 @@
 #include "frame/sublib.h"
 #include "platform/ui/form/error_form.h"
 #include "platform/ui/form/form.h"
+#include "platform/ui/form/on_screen.h"
+#include "platform/ui/form/open_list.h"
 #include "platform/ui/look/theme.h"
 
 #include <QFileDialog>
 #include <QKeyEvent>
 #include <QLayout>
-#include <QScreen>
+#include <QLineEdit>
 
 namespace quilla {
 
@@ -32,29 +34,62 @@ QString dialogFilter(const QString& filter)
     return kinds.join(u";;"_s);
 }
 
+/// The names of the files alone: the system's own words for kinds and days need not be Chinese.
 QString askForPhoto(QWidget* parent, const QString& filter)
 {
-    return QFileDialog::getOpenFileName(parent, PhotoEntries[0], {}, dialogFilter(filter));
+    QFileDialog dialog(parent, PhotoEntries[0], {}, dialogFilter(filter));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setViewMode(QFileDialog::List);
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().constFirst() : QString();
 }
 
-/// A list that also takes any text. Only what the operator picks in it counts as a choice: a text typed to
-/// the end, though it be one of the list, does not.
-void takeAnyText(QComboBox& list)
+/// Where the boxes of a card stand in its record; the remarks have a box of another kind.
+constexpr struct {
+    int box;
+    QString ReaderCard::*text;
+} Boxes[] {{CardBox::ReaderCode, &ReaderCard::code}, {CardBox::Name, &ReaderCard::name},
+    {CardBox::OnLoan, &ReaderCard::onLoan}, {CardBox::Issued, &ReaderCard::issued},
+    {CardBox::Term, &ReaderCard::term}, {CardBox::Type, &ReaderCard::type},
+    {CardBox::ArtsOnLoan, &ReaderCard::artsOnLoan}, {CardBox::ScienceOnLoan, &ReaderCard::scienceOnLoan},
+    {CardBox::Reserved, &ReaderCard::reserved}};
+
+constexpr struct {
+    int list;
+    QString ReaderCard::*text;
+    int limit;
+} Lists[] {{CardList::Sex, &ReaderCard::sex, CardLimit::Sex},
+    {CardList::Type, &ReaderCard::type, CardLimit::Type},
+    {CardList::Unit, &ReaderCard::unit, CardLimit::Unit},
+    {CardList::Status, &ReaderCard::status, CardLimit::Status}};
+
+constexpr struct {
+    int box;
+    QString ReaderPapers::*text;
+    int limit;
+} Details[] {{CardDetail::Number, &ReaderPapers::number, CardLimit::PapersNumber},
+    {CardDetail::Email, &ReaderPapers::email, CardLimit::Email},
+    {CardDetail::Address, &ReaderPapers::address, CardLimit::Address}};
+
+/// The boxes of the rules, in the order of `numberRules`.
+constexpr int RuleBoxes[NumberRules] {CardBox::LoanDays, CardBox::LoanCopies, CardBox::OverdueFine,
+    CardBox::DefileFine, CardBox::LostFine, CardBox::Renewals, CardBox::RenewalDays, CardBox::HoldDays,
+    CardBox::HoldCopies, CardBox::ArtsCopies, CardBox::ScienceCopies};
+
+/// The lists are no wider than their column of the form.
+void openList(QComboBox& list, int limit)
 {
-    list.setEditable(true);
-    list.setInsertPolicy(QComboBox::NoInsert);
-    list.setCompleter(nullptr);
-    keepPlain(*list.lineEdit());
+    takeAnyText(list);
+    list.lineEdit()->setMaxLength(limit);
     list.setMinimumContentsLength(6);
     list.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    QObject::disconnect(list.lineEdit(), &QLineEdit::editingFinished, &list, nullptr);
 }
 
 /// What is stored may be longer than what may be typed, and is not cut.
-void setStored(TextBox& box, int limit, const QString& text)
+void setStored(QLineEdit& box, int limit, const QString& text)
 {
     box.setMaxLength(std::max(limit, int(text.size())));
     box.setText(text);
+    box.setCursorPosition(0);
 }
 
 /// To read and to copy from; the keys pass it by.
@@ -86,7 +121,6 @@ DzaddFrm::DzaddFrm(Session& session, std::function<void()> refreshList, QWidget*
         Text1, Combo1, Combo2, Text2, ManPic, Frame2, Check1, cmdUpdateZheng, cmdXianShi, CmdSave, CmdQuit);
     Text1[CardBox::Memo].setObjectName({});
     Memo.setObjectName(u"Text1(6)"_s);
-    setCaptions(Check1, {u"有过期书刊时还可以借书"_s, u"可以无证借书"_s});
     LoadCombo();
     layOut();
     wire();
@@ -95,9 +129,9 @@ DzaddFrm::DzaddFrm(Session& session, std::function<void()> refreshList, QWidget*
 
 void DzaddFrm::LoadCombo()
 {
-    for (QComboBox& list : Combo1)
-        takeAnyText(list);
-    takeAnyText(Combo2);
+    for (const auto& list : Lists)
+        openList(Combo1[list.list], list.limit);
+    openList(Combo2, CardLimit::PapersKind);
     Combo2.addItems({u"身份证"_s, u"教师证"_s, u"学生证"_s, u"军官证"_s, u"驾驶证"_s, u"其它"_s});
     Combo1[CardList::Sex].addItems({u"男"_s, u"女"_s});
     Combo1[CardList::Status].addItems({u"有效"_s, u"超期"_s, u"挂失"_s, u"无效"_s});
@@ -112,7 +146,8 @@ void DzaddFrm::fillEmptyList(int list)
     QComboBox& box = Combo1[list];
     if (box.count() > 0) return;
     const QString text = box.currentText();
-    if (const auto choices = cardChoices(m_session, list)) box.addItems(*choices);
+    const CardChoice choice = list == CardList::Type ? CardChoice::Type : CardChoice::Unit;
+    if (const auto texts = cardChoices(m_session, choice)) box.addItems(*texts);
     box.setCurrentIndex(-1);
     box.setEditText(text);
 }
@@ -122,8 +157,9 @@ void DzaddFrm::layOut()
     using namespace CardBox;
     for (const int box : {OnLoan, ArtsOnLoan, ScienceOnLoan, Reserved, Type})
         makeReadOnly(Text1[box]);
-    Text1[Name].setMaxLength(ReaderNameLimit);
-    Memo.setMaxLength(ReaderMemoLimit);
+    Memo.setMaxLength(CardLimit::Memo);
+    setTone(m_whyNotSaved, Tone::Warning);
+    m_whyNotSaved.hide();
     ManPic.setHint(PhotoEntries[0]);
     m_memo.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_memo.setMinimumWidth(fontMetrics().horizontalAdvance(u"单位名称"_s)); // in line with the labels above
@@ -137,17 +173,23 @@ void DzaddFrm::layOut()
     const Piece counts = fields(4,
         {{u"已借册数"_s, Text1[OnLoan]}, {u"已借(文)"_s, Text1[ArtsOnLoan]},
             {u"已借(理)"_s, Text1[ScienceOnLoan]}, {u"预借册数"_s, Text1[Reserved]}});
-    const Piece parameters = fields(3,
-        {{u"读者类型"_s, Text1[Type]}, {u"可借天数(天)"_s, Text1[LoanDays]},
-            {u"可借册数(册)"_s, Text1[LoanCopies]}, {u"超期罚款(元/天)"_s, Text1[OverdueFine]},
-            {u"污损罚款(倍)"_s, Text1[DefileFine]}, {u"丢失罚款(倍)"_s, Text1[LostFine]},
-            {u"可续借次数(次)"_s, Text1[Renewals]}, {u"可续借天数(天)"_s, Text1[RenewalDays]},
-            {u""_s, Check1[CardCheck::MayHoldOverdue]}, {u"可预借天数(天)"_s, Text1[HoldDays]},
-            {u"可预借册数(册)"_s, Text1[HoldCopies]}, {u""_s, Check1[CardCheck::NeedsNoCard]},
-            {u"文艺类可借册数(册)"_s, Text1[ArtsCopies]}, {u"理科类可借册数(册)"_s, Text1[ScienceCopies]}});
+    std::vector<FormField> rules {{u"读者类型"_s, Text1[Type]}};
+    int number = 0;
+    int flag = 0;
+    for (const auto& rule : circulationRules<QString>()) {
+        const QString caption = rule.caption.toString();
+        if (rule.kind != RuleKind::Flag) {
+            rules.emplace_back(caption, Text1[RuleBoxes[number++]]);
+            continue;
+        }
+        Check1[flag].setText(caption);
+        rules.emplace_back(QString(), Check1[flag++]);
+    }
+    const Piece parameters = fields(3, rules);
     build(*this,
         column(row(column(card, fields(1, {{m_memo, Memo}}), counts).grow(), column(ManPic, stretch())),
-            group(Frame2, parameters), stretch(), row(cmdXianShi, stretch(), CmdSave, CmdQuit)));
+            group(Frame2, parameters), stretch(), m_whyNotSaved,
+            row(cmdXianShi, stretch(), CmdSave, CmdQuit)));
 }
 
 void DzaddFrm::wire()
@@ -182,14 +224,15 @@ void DzaddFrm::SetEditMode(const QString& mode)
 void DzaddFrm::LoadReader(const QString& readercode)
 {
     const bool isNew = readercode.isEmpty();
-    m_edit.previousCode.clear();
+    m_edit.storedCode.clear();
+    m_edit.takesNewCode = false;
+    m_whyNotSaved.hide();
     cmdUpdateZheng.setVisible(m_edit.mode.isEdit());
     cmdUpdateZheng.setEnabled(true);
     Text1[CardBox::ReaderCode].setEnabled(isNew);
     Combo1[CardList::Type].setEnabled(isNew);
     setWindowTitle(isNew ? u"新增读者信息"_s : u"修改读者信息"_s);
-    for (TextBox& box : Text2)
-        box.clear();
+    showPapers({.kind = Combo2.currentText()});
     showCard(isNew ? newCard(m_session) : ReaderCard());
     if (!isNew) showStored(readCard(m_session, readercode));
     Text1[isNew ? CardBox::ReaderCode : CardBox::Name].setFocus();
@@ -198,76 +241,100 @@ void DzaddFrm::LoadReader(const QString& readercode)
 /// What is not known must not be written over: without it there is no saving.
 void DzaddFrm::showStored(const std::optional<LoadedCard>& stored)
 {
-    if (stored) showCard(stored->card);
-    if (stored && stored->papers) return showPapers(*stored->papers);
+    if (!stored) return barSaving(u"没有读到这个读者证，不能保存。请退出后刷新读者列表再试。"_s);
+    m_edit.storedCode = stored->storedCode;
+    showCard(stored->card);
+    if (stored->papers) return showPapers(*stored->papers);
+    barSaving(u"没有读到读者的证件资料，为免将其覆盖，不能保存。请退出后再试。"_s);
+}
+
+void DzaddFrm::barSaving(const QString& why)
+{
+    m_whyNotSaved.setText(why);
+    m_whyNotSaved.show();
     CmdSave.setEnabled(false);
 }
 
 void DzaddFrm::showCard(const ReaderCard& card)
 {
-    for (int box = 0; box < CardBox::Count; ++box)
-        setBox(box, card.boxes[box]);
-    for (int list = 0; list < CardList::Count; ++list)
-        setList(list, card.lists[list]);
-    for (int check = 0; check < CardCheck::Count; ++check)
-        Check1[check].setChecked(card.checks[check]);
+    for (const auto& [box, text] : Boxes)
+        Text1[box].setText(card.*text);
+    setStored(Text1[CardBox::Name], CardLimit::Name, card.name);
+    Memo.setText(card.memo);
+    for (const auto& list : Lists)
+        setList(list.list, card.*list.text);
+    showRules(card.rules);
     showPhoto(card.photo);
+}
+
+void DzaddFrm::showRules(const RuleTexts& rules)
+{
+    const auto numbers = numberRules<QString>();
+    for (std::size_t i = 0; i < numbers.size(); ++i)
+        Text1[RuleBoxes[i]].setText(rules.*numbers[i].number);
+    Check1[0].setChecked(rules.mayHoldOverdue);
+    Check1[1].setChecked(rules.needsNoCard);
 }
 
 void DzaddFrm::showPapers(const ReaderPapers& papers)
 {
     Combo2.setEditText(papers.kind);
-    for (int detail = 0; detail < CardDetail::Count; ++detail) {
-        Text2[detail].setText(papers.texts[detail]);
-        Text2[detail].setCursorPosition(0);
-    }
+    for (const auto& [box, text, limit] : Details)
+        setStored(Text2[box], limit, papers.*text);
 }
 
 ReaderCard DzaddFrm::shownCard() const
 {
     ReaderCard card;
-    for (int box = 0; box < CardBox::Count; ++box)
-        card.boxes[box] = Text1[box].text();
-    card.boxes[CardBox::Memo] = Memo.text();
-    for (int list = 0; list < CardList::Count; ++list)
-        card.lists[list] = Combo1[list].currentText();
-    for (int check = 0; check < CardCheck::Count; ++check)
-        card.checks[check] = Check1[check].isChecked();
+    for (const auto& [box, text] : Boxes)
+        card.*text = Text1[box].text();
+    card.memo = Memo.text();
+    for (const auto& list : Lists)
+        card.*list.text = chosenOrTyped(Combo1[list.list]);
+    const auto numbers = numberRules<QString>();
+    for (std::size_t i = 0; i < numbers.size(); ++i)
+        card.rules.*numbers[i].number = Text1[RuleBoxes[i]].text();
+    card.rules.mayHoldOverdue = Check1[0].isChecked();
+    card.rules.needsNoCard = Check1[1].isChecked();
     card.photo = ManPic.toolTip();
     card.papers.kind = Combo2.currentText();
-    for (int detail = 0; detail < CardDetail::Count; ++detail)
-        card.papers.texts[detail] = Text2[detail].text();
+    for (const auto& [box, text, limit] : Details)
+        card.papers.*text = Text2[box].text();
     return card;
 }
 
-bool DzaddFrm::hasChoices(int list) const
+bool DzaddFrm::hasUnits() const
 {
-    return Combo1[list].count() > 0;
+    return Combo1[CardList::Unit].count() > 0;
 }
 
-void DzaddFrm::setBox(int box, const QString& text)
+void DzaddFrm::showQuota(const QString& text)
 {
-    if (box == CardBox::Memo) return Memo.setText(text);
-    if (box == CardBox::Name) return setStored(Text1[box], ReaderNameLimit, text);
-    Text1[box].setText(text);
+    Text1[CardBox::LoanCopies].setText(text);
+}
+
+void DzaddFrm::showStatus(const QString& text)
+{
+    setList(CardList::Status, text);
 }
 
 void DzaddFrm::setList(int list, const QString& text)
 {
-    Combo1[list].setCurrentIndex(Combo1[list].findText(text));
-    Combo1[list].setEditText(text);
+    QComboBox& box = Combo1[list];
+    box.setCurrentIndex(box.findText(text));
+    const int limit = std::ranges::find(Lists, list, [](const auto& each) { return each.list; })->limit;
+    setStored(*box.lineEdit(), limit, text);
 }
 
-void DzaddFrm::focusBox(int box)
+void DzaddFrm::focusField(int field)
 {
-    if (Frame2.isAncestorOf(&Text1[box])) setParametersShown(true);
-    Text1[box].setEnabled(true);
-    Text1[box].setFocus();
-}
-
-void DzaddFrm::focusList(int list)
-{
-    Combo1[list].setFocus();
+    if (field == CardField::Unit) return Combo1[CardList::Unit].setFocus();
+    const bool isRule = field >= CardField::FirstRule;
+    if (isRule) setParametersShown(true);
+    constexpr int boxes[] {CardBox::ReaderCode, CardBox::Name, -1, CardBox::Issued, CardBox::Term};
+    TextBox& box = Text1[isRule ? RuleBoxes[field - CardField::FirstRule] : boxes[field]];
+    box.setEnabled(true);
+    box.setFocus();
 }
 
 void DzaddFrm::showParameters()
@@ -284,21 +351,19 @@ void DzaddFrm::tellFailure(const QString& headline, const QString& detail)
 void DzaddFrm::takeType()
 {
     const QString type = Combo1[CardList::Type].currentText();
-    ReaderCard card = shownCard();
-    if (type.isEmpty() || !takeParameters(m_session, type, card)) return;
-    for (const int box : parameterBoxes())
-        setBox(box, card.boxes[box]);
-    for (int check = 0; check < CardCheck::Count; ++check)
-        Check1[check].setChecked(card.checks[check]);
+    if (type.isEmpty()) return;
+    const auto rules = rulesOfType(m_session, type);
+    if (!rules) return;
+    showRules(*rules);
+    Text1[CardBox::Type].setText(type);
 }
 
 void DzaddFrm::startCodeChange()
 {
-    TextBox& code = Text1[CardBox::ReaderCode];
     cmdUpdateZheng.setEnabled(false);
-    code.setEnabled(true);
-    code.setFocus();
-    m_edit.previousCode = code.text().trimmed();
+    Text1[CardBox::ReaderCode].setEnabled(true);
+    Text1[CardBox::ReaderCode].setFocus();
+    m_edit.takesNewCode = true;
 }
 
 void DzaddFrm::takeYears()
@@ -328,12 +393,6 @@ bool DzaddFrm::eventFilter(QObject* watched, QEvent* event)
     return true;
 }
 
-/// Half a card does not go by a key that has no step here.
-void DzaddFrm::keyPressEvent(QKeyEvent* event)
-{
-    if (event->key() != Qt::Key_Escape) QDialog::keyPressEvent(event);
-}
-
 void DzaddFrm::toggleParameters()
 {
     const bool show = Frame2.isHidden();
@@ -349,15 +408,7 @@ void DzaddFrm::setParametersShown(bool shown)
     const QSize least = layout()->totalMinimumSize();
     resize(
         std::max({width(), pixelsOf(ScreenWidth, *this), least.width()}), std::max(height, least.height()));
-    if (isVisible()) keepOnScreen();
-}
-
-/// The screen grows downwards, and its buttons with it.
-void DzaddFrm::keepOnScreen()
-{
-    const QRect room = screen()->availableGeometry();
-    const int below = frameGeometry().bottom() - room.bottom();
-    if (below > 0) move(x(), std::max(y() - below, room.top()));
+    if (isVisible()) keepOnScreen(*this);
 }
 
 void DzaddFrm::offerPhotoMenu()

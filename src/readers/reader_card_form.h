@@ -15,6 +15,44 @@
 
 namespace quilla {
 
+/// The text boxes of the card editor, by their index.
+namespace CardBox {
+enum {
+    ReaderCode,
+    Name,
+    LoanCopies,
+    OnLoan,
+    Issued,
+    Term,
+    Memo,
+    Type, ///< repeats the list of types
+    LoanDays,
+    OverdueFine,
+    DefileFine,
+    LostFine,
+    Renewals,
+    RenewalDays,
+    HoldDays,
+    HoldCopies,
+    ArtsCopies,
+    ScienceCopies,
+    ArtsOnLoan,
+    ScienceOnLoan,
+    Reserved,
+    Count
+};
+}
+
+/// Its lists.
+namespace CardList {
+enum { Sex, Type, Unit, Status, Count };
+}
+
+/// The boxes of the reader's papers.
+namespace CardDetail {
+enum { Number, Email, Address, Count };
+}
+
 /// Enters a reader card or changes one, its number included. Modal; a new card is followed by the next one.
 class DzaddFrm final : public QDialog, private ReaderCardView {
     Q_OBJECT
@@ -25,7 +63,7 @@ public:
 
     /// "A" adds, "E" edits, in either case of letters; anything else cannot be saved.
     void SetEditMode(const QString& mode);
-    /// Puts the card before the operator, or an empty one for an empty code. Behind `SetEditMode`.
+    /// Puts the card before the operator, or an empty one for an empty code. After `SetEditMode`.
     void LoadReader(const QString& readercode);
 
     /// Lets the operator choose a picture file: gets the dialog's filter, returns the path or nothing.
@@ -40,7 +78,7 @@ public:
     TextBox Text2[CardDetail::Count];
     PhotoBox ManPic; ///< its tool tip is the path that is saved
     QGroupBox Frame2; ///< the parameters
-    QCheckBox Check1[CardCheck::Count];
+    QCheckBox Check1[2];
     QPushButton cmdUpdateZheng;
     QPushButton cmdXianShi;
     QPushButton CmdSave;
@@ -48,9 +86,6 @@ public:
     CreateMenu PhotoMenu;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
-
-protected:
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void layOut();
@@ -60,28 +95,31 @@ private:
     void showCard(const ReaderCard& card);
     void showPapers(const ReaderPapers& papers);
     void showStored(const std::optional<LoadedCard>& stored);
+    void barSaving(const QString& why);
     void takeType();
     void startCodeChange();
     void takeYears();
     void writeToday(TextBox& box);
     void toggleParameters();
     void setParametersShown(bool shown);
-    void keepOnScreen();
     void offerPhotoMenu();
     void choosePhoto();
     void showPhoto(const QString& file);
     void save();
 
     ReaderCard shownCard() const override;
-    bool hasChoices(int list) const override;
-    void setBox(int box, const QString& text) override;
-    void setList(int list, const QString& text) override;
-    void focusBox(int box) override;
-    void focusList(int list) override;
+    bool hasUnits() const override;
+    void showQuota(const QString& text) override;
+    void showStatus(const QString& text) override;
+    void focusField(int field) override;
     void showParameters() override;
     void tellFailure(const QString& headline, const QString& detail) override;
 
+    void setList(int list, const QString& text);
+    void showRules(const RuleTexts& rules);
+
     QLabel m_memo;
+    QLabel m_whyNotSaved; ///< a sentence, where what is stored is not known
     Session& m_session;
     std::function<void()> m_refreshList;
     PhotoChooser m_choosePhoto;

@@ -44,13 +44,20 @@ void ReaderNameFrm::save(NameButton button)
 {
     if (isBlank(Text1.text())) return Text1.setFocus();
     if (m_mode.isAdd()) return add(button);
-    m_list.change(m_session, m_entry, Text1.text());
+    m_list.change(m_session, m_entry, name());
     accept();
+}
+
+/// What stands there already is left as it is stored; a typed name has no blanks around it, or it would count
+/// as another one.
+QString ReaderNameFrm::name() const
+{
+    return Text1.text() == m_entry.name ? m_entry.name : trimBlanks(Text1.text());
 }
 
 void ReaderNameFrm::add(NameButton button)
 {
-    if (const auto refusal = m_list.add(m_session, Text1.text(), button))
+    if (const auto refusal = m_list.add(m_session, name(), button))
         return tell(m_session.prompt, *refusal, [this](int box) { retype(box); });
     if (button == NameButton::SaveAndLeave) return accept();
     retype(NameBox::Emptied);

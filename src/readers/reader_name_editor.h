@@ -27,6 +27,7 @@ public:
 
 private:
     void save(NameButton button);
+    QString name() const;
     void add(NameButton button);
     void retype(int box);
 

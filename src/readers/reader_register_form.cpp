@@ -48,6 +48,7 @@ DzglFrm::DzglFrm(const Workplace& place)
         {u"增 加(A)"_s, u"修 改(&E)"_s, u"删 除(&D)"_s, u"查 找(&F)"_s, u"挂 失(&L)"_s, u"成批删除"_s,
             u"关 闭(&Q)"_s});
     Grid1.setAccessibleName(windowTitle());
+    Grid1.setHint(u"按“查 找(F)”或 Ctrl+F 查找读者，不设条件即列出全部读者"_s);
     layOut();
     wire();
     Grid1Fresh();

@@ -7,16 +7,22 @@
 
 namespace quilla {
 
+bool isRuleNumber(RuleKind kind, const QString& text)
+{
+    const auto number = readNumber(text);
+    return number && Decimal::read(text) && (kind == RuleKind::Rate || *number == std::floor(*number));
+}
+
 bool isRuleRate(const QString& text)
 {
-    return Decimal::read(text) && std::abs(readNumber(text).value_or(RuleRateLimit)) < RuleRateLimit;
+    return isRuleNumber(RuleKind::Rate, text) && std::abs(*readNumber(text)) < RuleRateLimit;
 }
 
 bool isRuleCount(const QString& text)
 {
-    const auto number = readNumber(text);
-    return number && Decimal::read(text) && *number == std::floor(*number)
-        && *number >= std::numeric_limits<qint32>::min() && *number <= std::numeric_limits<qint32>::max();
+    if (!isRuleNumber(RuleKind::Count, text)) return false;
+    const double number = *readNumber(text);
+    return number >= std::numeric_limits<qint32>::min() && number <= std::numeric_limits<qint32>::max();
 }
 
 } // namespace quilla

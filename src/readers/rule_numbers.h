@@ -1,5 +1,7 @@
 #pragma once
 
+#include "database/circulation_rules.h"
+
 #include <QString>
 
 namespace quilla {
@@ -7,6 +9,9 @@ namespace quilla {
 /// The rates of the rules (fines by the day, multiples of a price) lie below this: their columns have five
 /// digits before the point.
 inline constexpr double RuleRateLimit = 100000;
+
+/// Whether the text is a number of that kind: any for a rate, a whole one for days, copies and renewals.
+bool isRuleNumber(RuleKind kind, const QString& text);
 
 /// Whether the text is a rate that its column holds.
 bool isRuleRate(const QString& text);

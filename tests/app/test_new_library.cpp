@@ -75,7 +75,7 @@ private:
             editor.Combo1.setEditText(u"学生"_s);
             const QStringList numbers {
                 u"20"_s, u"3"_s, u"0.1"_s, u"0.5"_s, u"2"_s, u"1"_s, u"10"_s, u"5"_s, u"2"_s, u"3"_s, u"3"_s};
-            for (int box = 0; box < ParameterBox::Count; ++box)
+            for (int box = 0; box < NumberRules; ++box)
                 editor.Text1[box].insert(numbers[box]);
             editor.Command1[1].click();
         });

@@ -31,6 +31,7 @@ private Q_SLOTS:
         // name, first and last day, what is told, which box is at fault
         cases<QString, QString, QString, QString, int>({
             {"nothing", {{}, {}, {}, noName, 0}},
+            {"a name of blanks", {u"  "_s, day, day, noName, 0}},
             {"no first day", {u"x"_s, {}, day, noDate, 1}},
             {"31 February", {u"x"_s, day, u"2003-02-31"_s, noDate, 2}},
             {"short year", {u"x"_s, u"1-10-2003"_s, day, shortYear, 1}},
@@ -44,7 +45,7 @@ private Q_SLOTS:
         const bool aboutDay = told.startsWith(u"请输入");
         if (!told.isEmpty())
             m->prompt.expect(told).titled(OperationTitle).icon(aboutDay ? Icon::Information : Icon::Warning);
-        QCOMPARE(CheckHolidayForm(m->session, {name, first, last}).value_or(-1), box);
+        QCOMPARE(toldBox(CheckHolidayForm({name, first, last})), box);
     }
 
     void linesGiveBackWhatTheyShow()
@@ -70,13 +71,13 @@ private Q_SLOTS:
     void takenNames()
     {
         m->holiday(u"春节'x"_s, u"2003-01-01 2003-01-02"_s);
-        QVERIFY(!holidayNameIsTaken(m->session, u"a'b"_s, {}));
-        QVERIFY(!holidayNameIsTaken(m->session, u"春节'x"_s, u"春节'x"_s));
+        QVERIFY(!takenHolidayName(m->session, u"a'b"_s, {}));
+        QVERIFY(!takenHolidayName(m->session, u"春节'x"_s, u"春节'x"_s));
         m->prompt.expect(u"假期名称‘春节'x’已经存在。"_s).titled(OperationTitle).icon(Icon::Warning);
-        QVERIFY(holidayNameIsTaken(m->session, u"春节'x"_s, u"元旦"_s));
+        QCOMPARE(toldBox(takenHolidayName(m->session, u"春节'x"_s, u"元旦"_s)), int(HolidayBox::Name));
         m->failAt(u"Select type"_s);
-        QVERIFY(!holidayNameIsTaken(m->session, {}, {}));
-        QVERIFY_THROWS_EXCEPTION(Error, holidayNameIsTaken(m->session, u"春节"_s, {}));
+        QVERIFY(!takenHolidayName(m->session, {}, {}));
+        QVERIFY_THROWS_EXCEPTION(Error, takenHolidayName(m->session, u"春节"_s, {}));
     }
 
     void removesUntilOneFails()
@@ -112,6 +113,13 @@ private Q_SLOTS:
     }
 
 private:
+    /// Told as the editor does it; the box that it names, -1 without a refusal.
+    int toldBox(const std::optional<Refusal>& refusal)
+    {
+        int box = -1;
+        if (refusal) tell(m->prompt, *refusal, [&](int named) { box = named; });
+        return box;
+    }
     QString stored()
     {
         return m->rows(u"select memo,code from Global where type='holiday' order by code"_s).join(u' ');

@@ -10,6 +10,7 @@ namespace {
 const QString Question = u"读者库中已经存在该种类型的读者！\n是否使其按新设置的参数进行流通？(Y/N)"_s;
 const QString NoNumber = u"无效数字类型，取消该操作。"_s;
 const QString Type = u"学'生"_s;
+constexpr int RenewalsBox = 5;
 const EditorMode Adding {u"A"_s};
 const EditorMode Editing {u"E"_s};
 
@@ -17,9 +18,18 @@ Parameters rules(const QString& type)
 {
     Parameters parameters;
     parameters.readerclass = type;
-    parameters.numbers
-        = {u"30"_s, u"5"_s, u"0.1"_s, u".50"_s, u"2"_s, u"1"_s, u"15"_s, u"7"_s, u"3"_s, u"2"_s, u"4"_s};
-    parameters.mayHoldOverdue = true;
+    parameters.rules = {.loanDays = u"30"_s,
+        .loanCopies = u"5"_s,
+        .overdueFine = u"0.1"_s,
+        .defileFine = u".50"_s,
+        .lostFine = u"2"_s,
+        .renewals = u"1"_s,
+        .renewalDays = u"15"_s,
+        .mayHoldOverdue = true,
+        .holdDays = u"7"_s,
+        .holdCopies = u"3"_s,
+        .artsCopies = u"2"_s,
+        .scienceCopies = u"4"_s};
     return parameters;
 }
 
@@ -40,24 +50,25 @@ private Q_SLOTS:
 
     void numbers_data()
     {
-        cases<int, QString, bool>({
-            {"rate", {ParameterBox::OverdueFine, u"0.1"_s, true}},
-            {"rate too large", {ParameterBox::LostFine, u"100000"_s, false}},
-            {"fraction of a day", {ParameterBox::ScienceCopies, u"1.5"_s, false}},
-            {"count too large", {ParameterBox::LoanDays, u"3000000000"_s, false}},
-            {"statement", {ParameterBox::LoanDays, u"1;delete from dzk"_s, false}},
+        // the box, its rule, what was typed, whether the column holds it
+        cases<int, QString RuleTexts::*, QString, bool>({
+            {"rate", {2, &RuleTexts::overdueFine, u"0.1"_s, true}},
+            {"rate too large", {4, &RuleTexts::lostFine, u"100000"_s, false}},
+            {"fraction of a day", {10, &RuleTexts::scienceCopies, u"1.5"_s, false}},
+            {"count too large", {0, &RuleTexts::loanDays, u"3000000000"_s, false}},
+            {"statement", {0, &RuleTexts::loanDays, u"1;delete from dzk"_s, false}},
         });
     }
     void numbers()
     {
-        const auto [box, text, good] = given<int, QString, bool>();
+        const auto [box, rule, text, good] = given<int, QString RuleTexts::*, QString, bool>();
         Parameters parameters = rules(Type);
-        parameters.numbers[box] = text;
+        parameters.rules.*rule = text;
         if (!good)
             m->prompt.expect(u"无效数字格式，取消该操作。"_s).titled(OperationTitle).icon(Icon::Warning);
-        QCOMPARE(checkLeftBox(m->session, box, text), good);
+        QCOMPARE(toldBox(leftBoxRefusal(box, text)), good ? -1 : box);
         if (!good) m->prompt.expect(NoNumber).titled(OperationTitle).icon(Icon::Warning);
-        QCOMPARE(checkParameters(m->session, Editing, parameters).value_or(-2), good ? -2 : box);
+        QCOMPARE(toldBox(checkParameters(m->session, Editing, parameters)), good ? -1 : box);
         QCOMPARE(readerTypes(m->session), QStringList());
     }
 
@@ -65,15 +76,15 @@ private Q_SLOTS:
     {
         Parameters parameters = rules({});
         m->prompt.expect(u"无效读者类型，取消该操作。"_s).titled(OperationTitle).icon(Icon::Warning);
-        QCOMPARE(checkParameters(m->session, Adding, parameters), int(ParameterBox::Type));
+        QCOMPARE(toldBox(checkParameters(m->session, Adding, parameters)), int(ParameterBox::Type));
 
         // A box left empty is refused only here, and the type is in already; each further try adds it again.
         parameters.readerclass = u"新'类"_s;
-        parameters.numbers[ParameterBox::Renewals].clear();
+        parameters.rules.renewals.clear();
         for (int tries = 1; tries <= 2; ++tries) {
-            QVERIFY(checkLeftBox(m->session, ParameterBox::Renewals, {}));
+            QVERIFY(!leftBoxRefusal(RenewalsBox, {}));
             m->prompt.expect(NoNumber);
-            QCOMPARE(checkParameters(m->session, Adding, parameters), int(ParameterBox::Renewals));
+            QCOMPARE(toldBox(checkParameters(m->session, Adding, parameters)), RenewalsBox);
             QCOMPARE(m->rows(u"select readerclass from dzlx"_s).size(), tries);
         }
         QCOMPARE(readerTypes(m->session), QStringList {u"新'类"_s});
@@ -82,7 +93,7 @@ private Q_SLOTS:
         m->prompt.expect(u"已经存在'新'类'的参数设定，取消该操作。"_s)
             .titled(OperationTitle)
             .icon(Icon::Warning);
-        QCOMPARE(checkParameters(m->session, Adding, parameters), int(ParameterBox::Type));
+        QCOMPARE(toldBox(checkParameters(m->session, Adding, parameters)), int(ParameterBox::Type));
         QCOMPARE(m->rows(u"select readerclass from dzlx"_s).size(), 2);
     }
 
@@ -133,11 +144,12 @@ private Q_SLOTS:
     {
         QVERIFY(saveParameters(m->session, Adding, rules(u"外'来"_s)));
         m->insert(u"jycs"_s, {{u"readerclass"_s, u"空"_s}, {u"daycount"_s, u"null"_s}});
-        auto expected = rules({}).numbers;
-        expected[ParameterBox::DefileFine] = u"0.5"_s;
-        QCOMPARE(readParameters(m->session, u"外'来"_s), expected);
-        QCOMPARE(readParameters(m->session, u"空"_s)[ParameterBox::LoanDays], QString());
-        QCOMPARE(readParameters(m->session, u"无"_s)[ParameterBox::LoanCopies], QString());
+        RuleTexts expected = rules({}).rules;
+        expected.defileFine = u"0.5"_s;
+        expected.mayHoldOverdue = false; // the list says how the flags stand
+        QVERIFY(readParameters(m->session, u"外'来"_s) == expected);
+        QCOMPARE(readParameters(m->session, u"空"_s).loanDays, QString());
+        QCOMPARE(readParameters(m->session, u"无"_s).loanCopies, QString());
     }
 
     void printing()
@@ -158,6 +170,13 @@ private Q_SLOTS:
     }
 
 private:
+    /// Told as the editor does it; the box that it names, -1 without a refusal.
+    int toldBox(const std::optional<Refusal>& refusal)
+    {
+        int box = -1;
+        if (refusal) tell(m->prompt, *refusal, [&](int named) { box = named; });
+        return box;
+    }
     /// The rules as a table has them, however many places the engine shows.
     QString of(const QString& table, const QString& type)
     {

@@ -11,11 +11,10 @@ namespace {
 class CardScreen final : public ReaderCardView {
 public:
     ReaderCard shownCard() const override { return card; }
-    bool hasChoices(int) const override { return hasUnits; }
-    void setBox(int box, const QString& text) override { card.boxes[box] = text; }
-    void setList(int list, const QString& text) override { card.lists[list] = text; }
-    void focusBox(int box) override { done += u"box %1"_s.arg(box); }
-    void focusList(int list) override { done += u"list %1"_s.arg(list); }
+    bool hasUnits() const override { return units; }
+    void showQuota(const QString& text) override { card.rules.loanCopies = text; }
+    void showStatus(const QString& text) override { card.status = text; }
+    void focusField(int field) override { done += u"field %1"_s.arg(field); }
     void showParameters() override { done += u"panel "_s; }
     void tellFailure(const QString& headline, const QString& detail) override
     {
@@ -24,7 +23,7 @@ public:
     }
 
     ReaderCard card;
-    bool hasUnits = true;
+    bool units = true;
     QString done;
 };
 
@@ -33,31 +32,40 @@ const QString ChangeFailed = u"读者修改失败！请检查后重新操作！�
 
 CardEdit adding()
 {
-    return {EditorMode(u"a"_s), {}};
+    return {EditorMode(u"a"_s)};
 }
 
-CardEdit changing(const QString& previousCode = {})
+CardEdit changing(const QString& code)
 {
-    return {EditorMode(u"E"_s), previousCode};
+    return {EditorMode(u"E"_s), code};
+}
+
+CardEdit renaming(const QString& code)
+{
+    return {EditorMode(u"E"_s), code, true};
 }
 
 ReaderCard goodCard(const QString& code)
 {
     ReaderCard card;
-    for (int box = CardBox::LoanDays; box <= CardBox::ScienceCopies; ++box)
-        card.boxes[box] = QString::number(box);
-    card.boxes[CardBox::ReaderCode] = code;
-    card.boxes[CardBox::Name] = u"O'Neil"_s;
-    card.boxes[CardBox::LoanCopies] = u"5"_s;
-    card.boxes[CardBox::OnLoan] = u"0"_s;
-    card.boxes[CardBox::OverdueFine] = u"0.1"_s;
-    card.boxes[CardBox::Issued] = u"2026-3-1"_s;
-    card.boxes[CardBox::Term] = u"2027-3-1"_s;
-    card.boxes[CardBox::Memo] = u"一行\n'两行'"_s;
-    card.lists = {u"男"_s, u"学'生"_s, u"一'班"_s, u"有效"_s};
-    card.checks = {true, false};
+    int number = 8;
+    for (const auto& rule : numberRules<QString>())
+        card.rules.*rule.number = QString::number(number++);
+    card.rules.loanCopies = u"5"_s;
+    card.rules.overdueFine = u"0.1"_s;
+    card.rules.mayHoldOverdue = true;
+    card.code = code;
+    card.name = u"O'Neil"_s;
+    card.onLoan = u"0"_s;
+    card.issued = u"2026-3-1"_s;
+    card.term = u"2027-3-1"_s;
+    card.memo = u"一行\n'两行'"_s;
+    card.sex = u"男"_s;
+    card.type = u"学'生"_s;
+    card.unit = u"一'班"_s;
+    card.status = u"有效"_s;
     card.photo = u"/照片/o'neil.jpg"_s;
-    card.papers = {u"学'生证"_s, {u"4'4"_s, u"o'n@x"_s, u"'路'"_s}};
+    card.papers = {u"学'生证"_s, u"4'4"_s, u"o'n@x"_s, u"'路'"_s};
     return card;
 }
 
@@ -81,14 +89,16 @@ private Q_SLOTS:
             QString done;
             std::function<void(CardScreen&)> mend;
         };
-        const auto box = [](int index, const QString& text) {
-            return [=](CardScreen& screen) { screen.card.boxes[index] = text; };
+        const auto set = [](QString ReaderCard::*text, const QString& value) {
+            return [=](CardScreen& screen) { screen.card.*text = value; };
         };
-        const auto list
-            = [](int index) { return [=](CardScreen& screen) { screen.card.lists[index] = u"甲"_s; }; };
-        const auto parameters = [](CardScreen& screen) {
-            for (int index = CardBox::OverdueFine; index < CardBox::ScienceCopies; ++index)
-                screen.card.boxes[index] = u"1"_s;
+        const auto rule = [](QString RuleTexts::*number, const QString& value) {
+            return [=](CardScreen& screen) { screen.card.rules.*number = value; };
+        };
+        const auto otherRules = [](CardScreen& screen) {
+            for (const auto& each : numberRules<QString>())
+                if (isBlank(screen.card.rules.*each.number)) screen.card.rules.*each.number = u"1"_s;
+            screen.card.rules.scienceCopies = u"1.5"_s;
         };
         const QString own = u"青简台"_s;
         const QString usual = u"操作提示"_s;
@@ -98,28 +108,32 @@ private Q_SLOTS:
         const QString noNumber = u"读者流通参数应该为数值！请重新设定！"_s;
         const QString missing = u"有一些必须的参数没有设置，请检查并继续设置！"_s;
         const std::vector<Fault> faults {
-            {u"请正确输入读者号"_s, Icon::Warning, own, u"box 0"_s, box(0, u" R1 "_s)},
-            {u"请输入读者姓名"_s, Icon::Warning, own, u"box 1"_s, box(1, u"张"_s)},
-            {u"读者类型没有定义！请添加读者类型！"_s, Icon::Information, usual, {}, list(CardList::Type)},
-            {u"目前没有可用的读者单位，请先定义读者单位"_s, Icon::Information, own, u"list 2"_s,
-                [](CardScreen& screen) { screen.hasUnits = true; }},
-            {u"请输入读者单位"_s, Icon::Warning, own, u"list 2"_s, list(CardList::Unit)},
-            {issued, Icon::Information, usual, u"box 4"_s, box(4, u"1-2-03"_s)},
-            {fullYear, Icon::Information, usual, u"box 4"_s, box(4, u"2026-3-10"_s)},
-            {term, Icon::Information, usual, u"box 5"_s, box(5, u"1-2-29"_s)},
-            {fullYear, Icon::Information, usual, u"box 5"_s, box(5, u"2027-3-10"_s)},
-            {noNumber, Icon::Information, usual, u"box 8"_s, box(8, u"0"_s)},
-            {noNumber, Icon::Information, usual, u"box 9"_s, parameters},
-            {noNumber, Icon::Information, usual, u"box 17"_s, box(17, u"0"_s)},
-            {u"读者号重复"_s, Icon::Warning, own, u"box 0"_s, box(0, u"R2"_s)},
-            {missing, Icon::Information, usual, u"panel box 2"_s, box(2, u"99999999999"_s)},
-            {missing, Icon::Information, usual, u"panel box 8"_s, box(8, u"20"_s)},
-            {noNumber, Icon::Information, usual, u"box 2"_s, box(2, u"5"_s)},
+            {u"请正确输入读者号"_s, Icon::Warning, own, u"field 0"_s, set(&ReaderCard::code, u"R1 "_s)},
+            {u"请输入读者姓名"_s, Icon::Warning, own, u"field 1"_s, set(&ReaderCard::name, u"张"_s)},
+            {u"读者类型没有定义！请添加读者类型！"_s, Icon::Information, usual, {},
+                set(&ReaderCard::type, u"甲"_s)},
+            {u"目前没有可用的读者单位，请先定义读者单位"_s, Icon::Information, own, u"field 2"_s,
+                [](CardScreen& screen) { screen.units = true; }},
+            {u"请输入读者单位"_s, Icon::Warning, own, u"field 2"_s, set(&ReaderCard::unit, u"甲"_s)},
+            {issued, Icon::Information, usual, u"field 3"_s, set(&ReaderCard::issued, u"1-2-03"_s)},
+            {fullYear, Icon::Information, usual, u"field 3"_s, set(&ReaderCard::issued, u"2026-3-10"_s)},
+            {term, Icon::Information, usual, u"field 4"_s, set(&ReaderCard::term, u"1-2-29"_s)},
+            {fullYear, Icon::Information, usual, u"field 4"_s, set(&ReaderCard::term, u"2027-3-10"_s)},
+            {noNumber, Icon::Information, usual, u"field 5"_s, rule(&RuleTexts::loanDays, u"0"_s)},
+            {noNumber, Icon::Information, usual, u"field 7"_s, otherRules},
+            {noNumber, Icon::Information, usual, u"field 15"_s, rule(&RuleTexts::scienceCopies, u"0"_s)},
+            // the first test of a code takes it as typed, the second without blanks around it
+            {u"读者号重复"_s, Icon::Warning, own, u"field 0"_s, set(&ReaderCard::code, u" R1"_s)},
+            {missing, Icon::Information, usual, u"panel field 6"_s, rule(&RuleTexts::loanCopies, u"1.5"_s)},
+            {missing, Icon::Information, usual, u"panel field 5"_s, rule(&RuleTexts::loanDays, u"20"_s)},
+            {noNumber, Icon::Information, usual, u"panel field 6"_s, rule(&RuleTexts::loanCopies, u"5"_s)},
+            {u"该读者证号已经存在，请重新输入！"_s, Icon::Information, usual, u"field 0"_s,
+                set(&ReaderCard::code, u"R2"_s)},
         };
         m->reader(u"r1"_s);
         const QString before = m->everything();
         CardScreen screen;
-        screen.hasUnits = false;
+        screen.units = false;
         for (const Fault& fault : faults) {
             m->prompt.expect(fault.text).titled(fault.title).icon(fault.icon);
             screen.done.clear();
@@ -141,9 +155,9 @@ private Q_SLOTS:
         m->reader(u"R1"_s);
         for (const auto& [term, state, saved] : cases) {
             ReaderCard card = goodCard(u"R1"_s);
-            card.boxes[CardBox::Term] = term;
-            card.lists[CardList::Status] = state;
-            QCOMPARE(save(changing(), card), u"saved"_s);
+            card.term = term;
+            card.status = state;
+            QCOMPARE(save(changing(u"R1"_s), card), u"saved"_s);
             QCOMPARE(m->value(u"select readstatus from dzk"_s), saved);
         }
     }
@@ -155,15 +169,14 @@ private Q_SLOTS:
         m->insert(u"dzkx"_s, {{u"readercode"_s, u"R'1"_s}, {u"dizhi"_s, u"旧"_s}}); // of an earlier card
         QCOMPARE(save(adding(), card), u"saved"_s);
         m->send(u"update dzk set orderbook=1,yordercshu=2,yAcount=3,yBcount=4"_s);
-        QCOMPARE(save(changing(), card), u"saved"_s);
+        QCOMPARE(save(changing(u"R'1"_s), card), u"saved"_s);
         const auto loaded = readCard(m->session, u"r'1"_s);
         ReaderCard expected = card;
-        expected.boxes[CardBox::Issued] = u"2026-03-01"_s;
-        expected.boxes[CardBox::Term] = u"2027-03-01"_s;
-        expected.boxes[CardBox::Type] = card.lists[CardList::Type];
-        expected.boxes[CardBox::Reserved] = u"2"_s;
-        expected.boxes[CardBox::ArtsOnLoan] = u"3"_s;
-        expected.boxes[CardBox::ScienceOnLoan] = u"4"_s;
+        expected.issued = u"2026-03-01"_s;
+        expected.term = u"2027-03-01"_s;
+        expected.reserved = u"2"_s;
+        expected.artsOnLoan = u"3"_s;
+        expected.scienceOnLoan = u"4"_s;
         expected.papers = {}; // they come beside it
         QVERIFY(loaded && loaded->card == expected);
         QVERIFY(loaded->papers == card.papers);
@@ -173,7 +186,7 @@ private Q_SLOTS:
     {
         m->reader(u"R2"_s, {{u"term"_s, u"null"_s}});
         const auto bare = readCard(m->session, u"R2"_s);
-        QCOMPARE(bare->card.boxes[CardBox::Term] + bare->papers->kind, u"其它"_s);
+        QCOMPARE(bare->card.term + bare->papers->kind, u"其它"_s);
         m->insert(u"dzkx"_s, {{u"readercode"_s, u"R2"_s}, {u"zhenghaolx"_s, u"null"_s}});
         QCOMPARE(readCard(m->session, u"R2"_s)->papers->kind, u"其它"_s);
         m->send(u"update dzkx set zhenghaolx='' where readercode='R2'"_s);
@@ -185,19 +198,25 @@ private Q_SLOTS:
         m->insert(u"jycs"_s,
             {{u"readerclass"_s, u"教'师"_s}, {u"daycount"_s, u"60"_s}, {u"fine"_s, u"0.1"_s},
                 {u"wuzheng"_s, u"1"_s}});
-        ReaderCard card = goodCard(u"R1"_s);
-        QVERIFY(takeParameters(m->session, u"教'师"_s, card));
-        QCOMPARE(card.boxes[CardBox::LoanDays] + u' ' + card.boxes[CardBox::OverdueFine], u"60 0.1"_s);
-        QVERIFY(!card.checks[0] && card.checks[1]);
-        QVERIFY(takeParameters(m->session, u"无规则"_s, card));
-        for (const int box : parameterBoxes())
-            QCOMPARE(card.boxes[box], box == CardBox::Type ? u"无规则"_s : u"0"_s);
-        QVERIFY(!card.checks[1]);
-
-        const ReaderCard before = card;
+        const auto rules = rulesOfType(m->session, u"教'师"_s);
+        QCOMPARE(rules->loanDays + u' ' + rules->overdueFine, u"60 0.1"_s);
+        QVERIFY(!rules->mayHoldOverdue && rules->needsNoCard);
+        QVERIFY(rulesOfType(m->session, u"无规则"_s) == noRules());
         m->failAt(u"from jycs"_s);
-        QVERIFY(!takeParameters(m->session, u"教'师"_s, card));
-        QCOMPARE(card.boxes, before.boxes);
+        QVERIFY(!rulesOfType(m->session, u"教'师"_s));
+    }
+
+    /// What the database has is written and looked for as it stands, though it is shown without the blank.
+    void aBlankBeforeTheCode()
+    {
+        m->reader(u" R1"_s);
+        m->reader(u"R1"_s, {{u"name"_s, u"别人"_s}});
+        const auto loaded = readCard(m->session, u" R1"_s);
+        QCOMPARE(loaded->card.code + u'|' + loaded->storedCode, u"R1| R1"_s);
+        QCOMPARE(save(changing(loaded->storedCode), goodCard(u"R1"_s)), u"saved"_s);
+        QCOMPARE(m->rows(u"select readercode,name from dzk order by readercode"_s).join(u';'),
+            u" R1|O'Neil;R1|别人"_s);
+        QCOMPARE(m->value(u"select readercode from dzkx"_s), u" R1"_s);
     }
 
     /// Which statement fails, or a code that is too long; how many cards and papers stand afterwards.
@@ -213,7 +232,7 @@ private Q_SLOTS:
             if (change) m->reader(u"R1"_s);
             if (!tooLong) m->failAt(fault);
             const ReaderCard card = goodCard(tooLong ? fault : u"R1"_s);
-            QCOMPARE(save(change ? changing() : adding(), card), change ? ChangeFailed : AddFailed);
+            QCOMPARE(save(change ? changing(u"R1"_s) : adding(), card), change ? ChangeFailed : AddFailed);
             m->factory.setHook({});
             QCOMPARE(
                 m->value(u"select count(*) from dzk"_s) + u'|' + m->value(u"select count(*) from dzkx"_s),
@@ -228,12 +247,12 @@ private Q_SLOTS:
         plantReader();
         m->prompt.expect(u"该读者证号已经存在，请重新输入！"_s).titled(u"操作提示").icon(Icon::Information);
         const QString before = m->everything();
-        QCOMPARE(save(changing(u"R1"_s), goodCard(u"r2 "_s)), u"box 0"_s);
+        QCOMPARE(save(renaming(u"R1"_s), goodCard(u"r2 "_s)), u"field 0"_s);
         QCOMPARE(m->everything(), before);
         QString old = u"R1"_s;
         for (const QString& code : {u"r1"_s, u" N'9 "_s}) {
-            QCOMPARE(save(changing(old), goodCard(code)), u"saved"_s);
-            old = code.trimmed();
+            QCOMPARE(save(renaming(old), goodCard(code)), u"saved"_s);
+            old = trimBlanks(code);
             for (const QString& table : {u"dzk"_s, u"dzkx"_s, u"fkk"_s, u"jhsk"_s, u"jhslsk"_s, u"yyk"_s})
                 QVERIFY2(m->rows(u"select readercode from "_s + table).contains(old), qPrintable(table));
         }
@@ -249,7 +268,7 @@ private Q_SLOTS:
             {u"begin"_s, u"update dzk set"_s, u"select readercode from dzkx"_s, u"update dzkx  set"_s,
                 u"update fkk"_s, u"update jhsk set"_s, u"update jhslsk"_s, u"update yyk"_s, u"commit"_s}) {
             m->failAt(fault);
-            QCOMPARE(save(changing(u"R1"_s), goodCard(u"N9"_s)), ChangeFailed);
+            QCOMPARE(save(renaming(u"R1"_s), goodCard(u"N9"_s)), ChangeFailed);
             m->factory.setHook({});
             QVERIFY2(m->everything() == before, qPrintable(fault));
         }

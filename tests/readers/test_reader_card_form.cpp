@@ -4,7 +4,11 @@
 #include "support/window_steps.h"
 
 #include <QApplication>
+#include <QClipboard>
+#include <QLabel>
 #include <QLayout>
+#include <QProcess>
+#include <QToolTip>
 
 using namespace quilla;
 
@@ -84,6 +88,9 @@ private Q_SLOTS:
         QVERIFY(!opened(u"E"_s, u"R2"_s).CmdSave.isEnabled());
         m->failAt(u"from dzkx"_s);
         QVERIFY(!opened(u"E"_s, u"R1"_s).CmdSave.isEnabled());
+        QVERIFY(says(u"没有读到读者的证件资料"_s));
+        m->failAt({});
+        QVERIFY(opened(u"E"_s, u"R1"_s).CmdSave.isEnabled() && !says(u"没有读到读者的证件资料"_s));
         QTest::keyClick(m_form.get(), Qt::Key_Escape);
         QVERIFY(m_form->isVisible());
         m_form->CmdQuit.click();
@@ -148,6 +155,10 @@ private Q_SLOTS:
         QTest::keyClick(&form.Memo, u'c');
         QCOMPARE(form.Text1[CardBox::Name].text() + form.Memo.text(),
             QString(10, u'a') + QString(99, u'b') + u'\n');
+        QApplication::clipboard()->setText(QString(2000, u'路'));
+        form.Text2[CardDetail::Address].paste();
+        QCOMPARE(form.Text2[CardDetail::Address].text().size(), 400);
+        QCOMPARE(QToolTip::text(), u"最多 400 个字符，多出的没有输入"_s);
         form.Memo.setText(QString(98, u'b'));
         form.Memo.setFocus();
         form.Memo.moveCursor(QTextCursor::Start);
@@ -171,6 +182,18 @@ private Q_SLOTS:
         form.CmdSave.click();
         QVERIFY(form.Frame2.isVisible());
         QCOMPARE(focusName() + form.Text1[CardBox::LostFine].selectedText(), u"Text1(11)三倍"_s);
+    }
+
+    /// A pipe that nobody writes to would be read for ever.
+    void photoThatIsNoFile()
+    {
+        const QString pipe = m->folder.filePath(u"pipe.jpg"_s);
+        QCOMPARE(QProcess::execute(u"mkfifo"_s, {pipe}), 0);
+        DzaddFrm& form = opened(u"A"_s, {});
+        form.setPhotoChooser([&](QWidget*, const QString&) { return pipe; });
+        offerPhotoMenu(u"选择照片"_s);
+        QVERIFY(!form.ManPic.hasPicture());
+        QCOMPARE(form.ManPic.toolTip(), pipe);
     }
 
     void photo()
@@ -214,6 +237,11 @@ private Q_SLOTS:
     }
 
 private:
+    bool says(const QString& beginning) const
+    {
+        return std::ranges::any_of(m_form->findChildren<QLabel*>(),
+            [&](const QLabel* label) { return label->isVisible() && label->text().startsWith(beginning); });
+    }
     /// A screen as the reader list opens it.
     DzaddFrm& opened(const QString& mode, const QString& readercode)
     {

@@ -192,9 +192,9 @@ private Q_SLOTS:
             editor.cmdAdd.click(); // empty: only the focus
             QCOMPARE(focusName(), u"Text1"_s);
             m->prompt.expectStart(u"该读者类型已经存在"_s);
-            enter(editor.Text1, u"学生"_s);
+            enter(editor.Text1, u" 学生 "_s); // no other than 学生
             press(editor.cmdAdd, Qt::Key_Return);
-            QCOMPARE(editor.Text1.selectedText(), u"学生"_s);
+            QCOMPARE(editor.Text1.selectedText(), u" 学生 "_s);
             m->prompt.expectStart(u"你已经增加了一个读者类型:教'师,"_s);
             editor.Text1.insert(u"教'师"_s);
             editor.cmdAdd.click();

@@ -119,10 +119,10 @@ void Desk::finish(Loan& loan, const QDate& day)
 
 void Desk::settleLost(Loan& loan, const QDate& day)
 {
-    const ReaderClass& rules = m_library.rulesOf(loan.reader);
-    const qint64 amount = m_library.titleOf(loan).price * rules.lost / 100;
+    const RuleNumbers& rules = m_library.rulesOf(loan.reader);
+    const qint64 amount = m_library.titleOf(loan).price * rules.lostFine / 100;
     if (loan.due < loan.reportedLost)
-        fine(loan, loan.due.daysTo(loan.reportedLost) * rules.fine, u"超期"_s, day);
+        fine(loan, loan.due.daysTo(loan.reportedLost) * rules.overdueFine, u"超期"_s, day);
     fine(loan, amount, u"丢失"_s, day);
     finish(loan, day);
     m_library.copyOf(loan).state = CopyState::Lost;
@@ -133,18 +133,19 @@ void Desk::settleLost(Loan& loan, const QDate& day)
 
 void Desk::settleLate(Loan& loan, const QDate& day)
 {
-    fine(loan, loan.due.daysTo(day) * m_library.rulesOf(loan.reader).fine, u"超期"_s, day);
+    fine(loan, loan.due.daysTo(day) * m_library.rulesOf(loan.reader).overdueFine, u"超期"_s, day);
     finish(loan, day);
     if (day >= m_library.today.addDays(-DaysOfHolds * 3)) m_queue.offer(loan, day, false);
 }
 
 void Desk::settleInTime(Loan& loan, const QDate& day)
 {
-    const ReaderClass& rules = m_library.rulesOf(loan.reader);
-    if (m_random.chance(6)) fine(loan, m_library.titleOf(loan).price * rules.defile / 100, u"污损"_s, day);
+    const RuleNumbers& rules = m_library.rulesOf(loan.reader);
+    if (m_random.chance(6))
+        fine(loan, m_library.titleOf(loan).price * rules.defileFine / 100, u"污损"_s, day);
     finish(loan, day);
     const Reader& reader = m_library.readers[std::size_t(loan.reader)];
-    const bool renews = loan.renewals < rules.recount && rules.reday > 0 && m_random.chance(70);
+    const bool renews = loan.renewals < rules.renewals && rules.renewalDays > 0 && m_random.chance(70);
     if (renews && mayBorrow(reader, day))
         charge(loan.reader, loan.copy, day, loan.renewals + 1);
     else if (day >= m_library.today.addDays(-DaysOfHolds))
@@ -174,12 +175,12 @@ void Desk::lendOne(const QDate& day)
 
 bool Desk::mayBorrow(const Reader& reader, const QDate& day) const
 {
-    const ReaderClass& rules = m_library.classes[std::size_t(reader.readerclass)];
+    const RuleNumbers& rules = m_library.rulesOf(reader);
     if (day < reader.paperdate || day > reader.lastLoan) return false;
-    if (int(reader.openLoans.size()) >= rules.bookcount) return false;
-    return rules.ifcanre || std::none_of(reader.openLoans.begin(), reader.openLoans.end(), [&](int loan) {
-        return m_library.loans[std::size_t(loan)].due <= day;
-    });
+    if (qint64(reader.openLoans.size()) >= rules.loanCopies) return false;
+    return rules.mayHoldOverdue
+        || std::none_of(reader.openLoans.begin(), reader.openLoans.end(),
+            [&](int loan) { return m_library.loans[std::size_t(loan)].due <= day; });
 }
 
 int Desk::freeCopy(const QDate& day)
@@ -198,7 +199,7 @@ int Desk::freeCopy(const QDate& day)
 void Desk::charge(int reader, int copy, const QDate& day, int renewals)
 {
     constexpr int RenewalDays = 30;
-    const int days = renewals ? RenewalDays : m_library.rulesOf(reader).daycount;
+    const int days = renewals ? RenewalDays : int(m_library.rulesOf(reader).loanDays);
     Loan loan {reader, copy, day, dueDate(m_library.holidays, day, days), {}, {}, renewals, someOperator()};
     planReturn(loan);
     m_library.copies[std::size_t(copy)].state = CopyState::Out;
@@ -240,7 +241,7 @@ void Desk::registerLosses()
     for (const Loan& loan : m_library.loans)
         if (loan.open && loan.reportedLost.isValid() && loan.reportedLost <= m_library.today)
             m_library.lostReports.push_back({loan.reader, loan.copy,
-                m_library.titleOf(loan).price * m_library.rulesOf(loan.reader).lost / 100,
+                m_library.titleOf(loan).price * m_library.rulesOf(loan.reader).lostFine / 100,
                 loan.reportedLost});
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "database/circulation_rules.h"
+
 #include <QDate>
 #include <QString>
 
@@ -46,19 +48,7 @@ struct Copy {
 
 struct ReaderClass {
     QString name;
-    int bookcount;
-    int daycount;
-    int ordercount;
-    int orderday;
-    int Acount;
-    int Bcount;
-    int recount;
-    int reday;
-    bool ifcanre;
-    qint64 fine;
-    qint64 defile;
-    qint64 lost;
-    bool wuzheng;
+    RuleNumbers rules;
 };
 
 struct Reader {
@@ -158,10 +148,11 @@ struct Library {
 
     Copy& copyOf(const Loan& loan) { return copies[std::size_t(loan.copy)]; }
     Title& titleOf(const Loan& loan) { return titles[std::size_t(copyOf(loan).title)]; }
-    const ReaderClass& rulesOf(int reader) const
+    const RuleNumbers& rulesOf(const Reader& reader) const
     {
-        return classes[std::size_t(readers[std::size_t(reader)].readerclass)];
+        return classes[std::size_t(reader.readerclass)].rules;
     }
+    const RuleNumbers& rulesOf(int reader) const { return rulesOf(readers[std::size_t(reader)]); }
 };
 
 } // namespace quilla::demo

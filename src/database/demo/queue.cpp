@@ -18,7 +18,7 @@ void Queue::offer(const Loan& loan, const QDate& day, bool withDeadline)
     if (!onlyCopy || loan.ordered >= day || !m_random.chance(400)) return;
     const int reader = reserver(loan.reader);
     if (reader < 0) return;
-    const QDate until = withDeadline ? day.addDays(m_library.rulesOf(reader).orderday) : QDate();
+    const QDate until = withDeadline ? day.addDays(m_library.rulesOf(reader).holdDays) : QDate();
     m_library.reservations.push_back(
         {reader, m_library.copyOf(loan).title, loan.copy, dayBefore(day, loan.ordered), until});
     m_library.copyOf(loan).held = true;
@@ -39,7 +39,7 @@ int Queue::reserver(int borrower)
         Reader& reader = m_library.readers[std::size_t(at)];
         if (at == borrower || reader.status != u"有效"_s || reader.paperdate > m_library.today.addDays(-100))
             continue;
-        if (reader.reservations >= m_library.rulesOf(at).ordercount) continue;
+        if (reader.reservations >= m_library.rulesOf(at).holdCopies) continue;
         ++reader.reservations;
         return at;
     }

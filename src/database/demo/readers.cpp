@@ -16,13 +16,13 @@ enum ClassIndex { Teacher, Student, Graduate, Staff, Outsider };
 std::vector<ReaderClass> readerClasses()
 {
     return {
-        // name, books, days, reservations, days held, A, B, renewals, days, overdue?, fines, no card?
-        {u"教师"_s, 15, 60, 5, 7, 10, 10, 2, 30, true, 10, 100, 300, true},
-        {u"学生"_s, 5, 30, 3, 5, 3, 5, 1, 15, false, 10, 100, 300, false},
-        {u"研究生"_s, 10, 45, 4, 7, 5, 10, 1, 30, false, 10, 100, 300, false},
-        {u"职工"_s, 8, 30, 2, 5, 8, 4, 1, 15, false, 10, 100, 300, true},
-        {u"校外读者"_s, 2, 20, 0, 3, 2, 2, 0, 0, false, 30, 150, 500, false},
-        {u"临时读者"_s, 1, 7, 0, 3, 1, 1, 0, 0, false, 50, 200, 500, false},
+        // days, books, three fines, renewals, days, overdue?, days held, reservations, A, B, no card?
+        {u"教师"_s, {60, 15, 10, 100, 300, 2, 30, true, 7, 5, 10, 10, true}},
+        {u"学生"_s, {30, 5, 10, 100, 300, 1, 15, false, 5, 3, 3, 5, false}},
+        {u"研究生"_s, {45, 10, 10, 100, 300, 1, 30, false, 7, 4, 5, 10, false}},
+        {u"职工"_s, {30, 8, 10, 100, 300, 1, 15, false, 5, 2, 8, 4, true}},
+        {u"校外读者"_s, {20, 2, 30, 150, 500, 0, 0, false, 3, 0, 2, 2, false}},
+        {u"临时读者"_s, {7, 1, 50, 200, 500, 0, 0, false, 3, 0, 1, 1, false}},
     };
 }
 

@@ -65,24 +65,13 @@ void writeCopies(Connection& connection, const Library& library, const std::vect
 
 void writeClasses(Connection& connection, const Library& library)
 {
-    RowText type(connection, u"dzlx", u"readerclass");
-    RowText rules(connection, u"jycs",
-        u"readerclass,daycount,bookcount,fine,defile,lost,recount,reday,ifcanre,orderday,ordercount,Acount,"
-        u"Bcount,"
-        "wuzheng");
-    for (const ReaderClass& rule : library.classes) {
-        type.text(rule.name).send();
-        rules.text(rule.name)
-            .number(rule.daycount)
-            .number(rule.bookcount)
-            .money(rule.fine)
-            .money(rule.defile);
-        rules.money(rule.lost)
-            .number(rule.recount)
-            .number(rule.reday)
-            .bit(rule.ifcanre)
-            .number(rule.orderday);
-        rules.number(rule.ordercount).number(rule.Acount).number(rule.Bcount).bit(rule.wuzheng).send();
+    RowText typeName(connection, u"dzlx", u"readerclass");
+    RowText rules(connection, u"jycs", u"readerclass,"_s + ruleColumns());
+    for (const ReaderClass& type : library.classes) {
+        typeName.text(type.name).send();
+        rules.text(type.name);
+        addRules(rules, type.rules);
+        rules.send();
     }
     RowText unit(connection, u"dzdw", u"readunit");
     for (const QString& name : library.units)
@@ -92,18 +81,16 @@ void writeClasses(Connection& connection, const Library& library)
 void writeReaders(Connection& connection, const Library& library)
 {
     RowText card(connection, u"dzk",
-        u"readercode,name,sex,readerclass,readunit,bookcount,daycount,orderbook,ordercount,orderday,"
-        u"yordercshu,"
-        "Acount,Bcount,recount,reday,ifcanre,fine,defile,lost,wuzheng,readstatus,term,paperdate,photo,memo");
+        u"readercode,name,sex,readerclass,readunit,orderbook,yordercshu,readstatus,term,paperdate,photo,memo,"_s
+            + ruleColumns());
     RowText details(connection, u"dzkx", u"readercode,zhenghaolx,zhenghao,dizhi,birthday,email");
     for (const Reader& reader : library.readers) {
-        const ReaderClass& rule = library.classes[std::size_t(reader.readerclass)];
-        card.text(reader.code).text(reader.name).text(reader.sex).text(rule.name).text(reader.unit);
-        card.number(rule.bookcount).number(rule.daycount).number(qint64(reader.openLoans.size()));
-        card.number(rule.ordercount).number(rule.orderday).number(reader.reservations).number(rule.Acount);
-        card.number(rule.Bcount).number(rule.recount).number(rule.reday).bit(rule.ifcanre).money(rule.fine);
-        card.money(rule.defile).money(rule.lost).bit(rule.wuzheng).text(reader.status).date(reader.term);
-        card.date(reader.paperdate).text(u"").text(reader.memo).send();
+        const ReaderClass& type = library.classes[std::size_t(reader.readerclass)];
+        card.text(reader.code).text(reader.name).text(reader.sex).text(type.name).text(reader.unit);
+        card.number(qint64(reader.openLoans.size())).number(reader.reservations).text(reader.status);
+        card.date(reader.term).date(reader.paperdate).text(u"").text(reader.memo);
+        addRules(card, type.rules);
+        card.send();
         details.text(reader.code).text(reader.documentKind).text(reader.code).text(reader.address);
         details.date(reader.birthday).text(reader.code.toLower() + u"@library.example"_s).send();
     }
