@@ -52,6 +52,12 @@ void answerDifference(sqlite3_context* context, int, sqlite3_value** arguments)
     sqlite3_result_int64(context, dayOf(arguments[2]) - dayOf(arguments[1]));
 }
 
+/// The desk keeps to the range by itself.
+void answerInteger(sqlite3_context* context, int, sqlite3_value** arguments)
+{
+    sqlite3_result_value(context, arguments[1]);
+}
+
 } // namespace
 
 BareSqlite::BareSqlite(const QString& file)
@@ -60,6 +66,8 @@ BareSqlite::BareSqlite(const QString& file)
     check(sqlite3_create_collation(m_database, "QUILLA", SQLITE_UTF8, nullptr, compare));
     check(
         sqlite3_create_function(m_database, "getdate", 0, SQLITE_UTF8, nullptr, answerNow, nullptr, nullptr));
+    check(sqlite3_create_function(m_database, "qj_integer", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr,
+        answerInteger, nullptr, nullptr));
     check(sqlite3_create_function(m_database, "qj_datediff", 3, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr,
         answerDifference, nullptr, nullptr));
     sqlite3_busy_timeout(m_database, 10'000);

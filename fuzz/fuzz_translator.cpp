@@ -36,7 +36,7 @@ struct Bench {
         sqlite3_create_collation(base, "QUILLA", SQLITE_UTF8, nullptr,
             [](void*, int, const void*, int, const void*) { return 0; });
         for (const char* name : {"getdate", "qj_like", "qj_datediff", "qj_dateadd", "qj_convert_date",
-                 "qj_convert_text", "qj_date", "qj_part"})
+                 "qj_convert_text", "qj_date", "qj_integer", "qj_decimal", "qj_part"})
             sqlite3_create_function(
                 base, name, -1, SQLITE_UTF8, nullptr, [](sqlite3_context*, int, sqlite3_value**) {}, nullptr,
                 nullptr);

@@ -21,8 +21,8 @@ QString readText(const QString& file)
 
 std::vector<Case> readCases(const QString& file)
 {
-    static const QStringList Keys
-        = {u"sqlite"_s, u"postgres"_s, u"params"_s, u"columns"_s, u"rows"_s, u"refused"_s, u"fails"_s};
+    static const QStringList Keys = {u"sqlite"_s, u"postgres"_s, u"params"_s, u"columns"_s, u"rows"_s,
+        u"refused"_s, u"fails"_s, u"then"_s};
     std::vector<Case> cases;
     bool open = false;
     int number = 0;

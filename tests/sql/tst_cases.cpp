@@ -87,8 +87,9 @@ public:
     {
     }
 
-    /// The rows as "a|b;c|d", or the number of rows that changed, or "fails: " and the engine's words.
-    QString outcome(const QString& statement, const Translation& translation)
+    /// The rows (of `then`, if given) as "a|b;c|d", or the number of rows that changed, or "fails: " and the
+    /// engine's words.
+    QString outcome(const QString& statement, const Translation& translation, const QString& then)
     {
         if (translation.text.isEmpty()) return {};
         QString outcome;
@@ -96,6 +97,7 @@ public:
         try {
             outcome = translation.returnsRows ? rowsOf(connection.open(statement))
                                               : QString::number(connection.execute(statement));
+            if (!then.isEmpty()) outcome = rowsOf(connection.open(then));
         } catch (const Error& error) {
             outcome = u"fails: "_s + error.text;
         }
@@ -170,7 +172,7 @@ private:
             same(engine, QString::fromUtf8(translation.text));
             same(u"params"_s, lettersOf(translation, u"params"_s));
             same(u"columns"_s, lettersOf(translation, u"columns"_s));
-            return bench.outcome(tested.statement, translation);
+            return bench.outcome(tested.statement, translation, tested.expected.value(u"then"_s));
         } catch (const Error& error) {
             if (error.number != ErrorNumber::NotUnderstood) throw;
             same(u"refused"_s,

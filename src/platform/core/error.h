@@ -29,7 +29,7 @@ constexpr int NotOpen = 3709; ///< the connection is closed or was never opened
 constexpr int NoCurrentRow = 3021; ///< the recordset stands at its end
 constexpr int NoSuchField = 3265; ///< no field of that name or index
 constexpr int NotUnderstood = 3001; ///< a statement outside the dialect that we speak
-constexpr int CannotConvert = 241; ///< a text that is no date, or no number
+constexpr int CannotConvert = 241; ///< a text that is no date or no number, a number outside its column
 constexpr int CannotOpen = 4060; ///< the database could not be opened
 constexpr int InUse = 3218; ///< another desk writes, and waiting for it did not help
 } // namespace ErrorNumber

@@ -96,7 +96,11 @@ QString roundedTo(QStringView text, int scale)
     bool negative = false;
     QStringView whole;
     QStringView fraction;
-    if (!splitDecimal(text, negative, whole, fraction) || fraction.size() <= scale) return text.toString();
+    if (!splitDecimal(text, negative, whole, fraction)) {
+        const auto number = Decimal::read(text);
+        return number ? number->fixed(scale) : text.toString();
+    }
+    if (fraction.size() <= scale) return text.toString();
     QString digits = whole.toString() + fraction.first(scale).toString();
     if (fraction[scale] >= u'5') addOne(digits);
     digits.insert(digits.size() - scale, u'.');

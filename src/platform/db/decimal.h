@@ -16,7 +16,7 @@ std::optional<double> readNumber(QStringView text);
 std::optional<qint64> roundedDecimal(QStringView text);
 
 /// A decimal text cut to `scale` digits after the point, an exact half away from zero; a text that is no
-/// plain decimal comes back as it is.
+/// number comes back as it is.
 QString roundedTo(QStringView text, int scale);
 
 /// An exact decimal number, as amounts and rates are: read, multiplied and rounded on its digits, never a

@@ -1,7 +1,10 @@
 #include "platform/sql/analyser.h"
 
 #include "platform/sql/coercion.h"
+#include "platform/sql/parser.h"
 #include "platform/sql/refusal.h"
+
+#include <algorithm>
 
 namespace quilla::sql {
 
@@ -9,7 +12,7 @@ namespace {
 
 Type typeOf(const Column& column)
 {
-    return {column.kind, column.width, column.scale, true};
+    return {column.kind, column.width, column.scale, true, column.bytes};
 }
 
 Column columnOf(const QString& name, const Type& type)
@@ -19,7 +22,16 @@ Column columnOf(const QString& name, const Type& type)
     column.kind = type.kind;
     column.width = type.width;
     column.scale = type.scale;
+    column.bytes = type.bytes;
     return column;
+}
+
+/// What is worked out from columns may lie outside their range.
+Type withoutRange(Type type)
+{
+    type.bytes = 0;
+    if (type.kind == Kind::Decimal) type.width = 0;
+    return type;
 }
 
 bool same(const QString& left, const QString& right)
@@ -34,6 +46,14 @@ const Expr* aliased(const Select& select, const Expr& term)
     for (const SelectItem& item : select.items)
         if (same(item.alias, term.name)) return item.value.get();
     return nullptr;
+}
+
+ExprPtr columnExpr(const QString& relation, const QString& name, qsizetype place)
+{
+    ExprPtr expr = makeExpr(Op::Column, place);
+    expr->qualifier = relation;
+    expr->name = name;
+    return expr;
 }
 
 /// A union is ordered by the columns of its result alone.
@@ -63,14 +83,14 @@ std::vector<Column> Analyser::run(Statement& statement)
     return {};
 }
 
-std::vector<Column> Analyser::query(Query& query, const Scope* outer)
+std::vector<Column> Analyser::query(Query& query, const Scope* outer, Stars stars)
 {
     Scope first;
     std::vector<Column> columns;
     for (Select& arm : query.arms) {
         Scope scope;
         scope.outer = outer;
-        std::vector<Column> found = select(arm, scope);
+        std::vector<Column> found = select(arm, scope, stars);
         if (&arm != &query.arms.front()) continue;
         first = std::move(scope);
         columns = std::move(found);
@@ -80,10 +100,11 @@ std::vector<Column> Analyser::query(Query& query, const Scope* outer)
     return columns;
 }
 
-std::vector<Column> Analyser::select(Select& select, Scope& scope)
+std::vector<Column> Analyser::select(Select& select, Scope& scope, Stars stars)
 {
     for (SourcePtr& source : select.from)
         sourceOf(*source, scope);
+    if (stars == Stars::Named) nameColumns(select, scope);
     std::vector<Column> columns;
     for (SelectItem& item : select.items) {
         if (item.value->op != Op::Star) expression(item.value, scope);
@@ -120,9 +141,32 @@ void Analyser::sourceOf(Source& source, Scope& scope)
 std::vector<Column> Analyser::itemColumns(const SelectItem& item, const Scope& scope) const
 {
     if (item.value->op == Op::Star) return starColumns(*item.value, scope);
-    const QString name = item.alias.isEmpty() ? item.value->name : item.alias;
-    return {
-        columnOf(item.value->op == Op::Column || !item.alias.isEmpty() ? name : QString(), item.value->type)};
+    const bool isColumn = item.value->op == Op::Column;
+    const QString name = isColumn && item.alias.isEmpty() ? item.value->name : item.alias;
+    return {columnOf(name, isColumn ? item.value->type : withoutRange(item.value->type))};
+}
+
+/// "*" becomes the columns that it stands for, where they are known.
+void Analyser::nameColumns(Select& select, const Scope& scope)
+{
+    const auto isKnown = [](const Relation& relation) {
+        return !relation.columns.empty()
+            && std::ranges::none_of(relation.columns, &QString::isEmpty, &Column::name);
+    };
+    if (!scope.complete || !std::ranges::all_of(scope.relations, isKnown)) return;
+    std::vector<SelectItem> items;
+    for (SelectItem& item : select.items) {
+        const Expr& star = *item.value;
+        if (star.op != Op::Star) {
+            items.push_back(std::move(item));
+            continue;
+        }
+        for (const Relation& relation : scope.relations)
+            if (star.qualifier.isEmpty() || same(star.qualifier, relation.name))
+                for (const Column& column : relation.columns)
+                    items.push_back({columnExpr(relation.name, column.name, star.place), {}});
+    }
+    select.items = std::move(items);
 }
 
 std::vector<Column> Analyser::starColumns(const Expr& star, const Scope& scope) const
@@ -147,7 +191,7 @@ void Analyser::unifyArms(Query& query, std::vector<Column>& columns)
         std::vector<ExprPtr*> values;
         for (Select& arm : query.arms)
             values.push_back(&arm.items[i].value);
-        columns[i] = columnOf(columns[i].name, unify(values));
+        columns[i] = columnOf(columns[i].name, withoutRange(unify(values)));
     }
 }
 
@@ -204,7 +248,7 @@ void Analyser::insert(Insert& insert)
             assign(row[i], targets[i]);
     }
     if (!insert.query) return;
-    const std::vector<Column> columns = query(*insert.query, nullptr);
+    const std::vector<Column> columns = query(*insert.query, nullptr, Stars::Named);
     if (counted && !columns.empty() && columns.size() != targets.size())
         refuse(insert.place, u"列数与值数不同"_s);
     assignItems(*insert.query, targets);

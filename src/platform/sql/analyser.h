@@ -28,13 +28,16 @@ private:
         bool complete = true; ///< false when a table is not known
     };
 
-    std::vector<Column> query(Query& query, const Scope* outer);
-    std::vector<Column> select(Select& select, Scope& scope);
+    enum class Stars { Stay, Named };
+
+    std::vector<Column> query(Query& query, const Scope* outer, Stars stars = Stars::Stay);
+    std::vector<Column> select(Select& select, Scope& scope, Stars stars);
     void sourceOf(Source& source, Scope& scope);
     void unifyArms(Query& query, std::vector<Column>& columns);
     void order(Query& query, const std::vector<Column>& columns, const Scope* scope);
     void orderByPosition(Expr& term, const std::vector<Column>& columns);
     std::vector<Column> itemColumns(const SelectItem& item, const Scope& scope) const;
+    static void nameColumns(Select& select, const Scope& scope);
     std::vector<Column> starColumns(const Expr& star, const Scope& scope) const;
 
     void insert(Insert& insert);

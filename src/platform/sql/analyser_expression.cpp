@@ -131,7 +131,7 @@ Type Analyser::lookUp(const Expr& column, const Scope& scope) const
                 continue;
             for (const Column& candidate : relation.columns)
                 if (column.name.compare(candidate.name, Qt::CaseInsensitive) == 0)
-                    return {candidate.kind, candidate.width, candidate.scale, true};
+                    return {candidate.kind, candidate.width, candidate.scale, true, candidate.bytes};
         }
         if (!each->complete) break;
     }

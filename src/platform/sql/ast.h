@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/sql/number_range.h"
 #include "platform/sql/schema.h"
 
 #include <memory>
@@ -14,6 +15,7 @@ struct Type {
     int width = 0; ///< most characters of a text; 0 for not known
     int scale = 0; ///< digits after the point of a decimal
     bool column = false; ///< a column as it stands, which brings its collation along
+    int bytes = 0; ///< of a whole number; 0 for not known
 };
 
 /// Digits after the point of a quotient and of an average.
@@ -29,6 +31,8 @@ struct TypeName {
 
 /// The kind that a type name stands for; Unknown for a type outside the dialect.
 Kind kindOf(const TypeName& type);
+/// The numbers that a column of this type holds.
+NumberRange rangeOf(const Type& type);
 /// Width and scale with the server's defaults filled in, for a column or (`cast`) for a conversion.
 Type typeOf(const TypeName& type, bool cast);
 
@@ -99,11 +103,13 @@ struct Expr {
     TypeName target; ///< of Convert
     int style = -1; ///< of Convert; -1 for none
     bool cast = false; ///< written as cast(x as t)
+    bool stores = false; ///< made by `Analyser` around what goes into a number column
 
     bool perSpelling = false; ///< a key that may be grouped by its spellings, since they are added up later
 
     Type type; ///< known after `Analyser`
     int storedScale = -1; ///< of a literal that goes into a decimal column; known after `Analyser`
+    NumberRange storedRange; ///< of a literal that goes into a number column; known after `Analyser`
     bool position = false; ///< an order by term that counts columns; known after `Analyser`
 };
 

@@ -61,15 +61,34 @@ void convert(ExprPtr& expr, const Type& target)
     refuse(expr->place, u"数字不能当作日期使用"_s);
 }
 
+/// Puts a conversion around a number that goes into a column: it is cut or rounded, and refused outside the
+/// column's range.
+void store(ExprPtr& expr, const Type& target)
+{
+    wrap(expr, target.kind == Kind::Integer ? u"int" : u"decimal", target);
+    expr->stores = true;
+}
+
+/// A column of the same range needs no look at each of its values.
+bool fits(const Expr& expr, const Type& target)
+{
+    const Type& from = expr.type;
+    if (expr.op != Op::Column || from.kind != target.kind) return false;
+    if (target.kind == Kind::Integer) return from.bytes > 0 && from.bytes <= target.bytes;
+    return from.width > 0 && from.scale <= target.scale
+        && from.width - from.scale <= target.width - target.scale;
+}
+
 void assignLiteral(ExprPtr& expr, const Type& target)
 {
     const bool cut = !expr->quoted && !expr->whole && target.kind == Kind::Integer;
-    if (cut) return wrap(expr, u"int", {Kind::Integer});
+    if (cut) return store(expr, target);
     if (expr->quoted || target.kind != Kind::Date)
         expr->type.kind = target.kind == Kind::Unknown ? expr->type.kind : target.kind;
     else
         convert(expr, target);
     if (target.kind == Kind::Decimal) expr->storedScale = target.scale;
+    expr->storedRange = rangeOf(target);
 }
 
 } // namespace
@@ -83,12 +102,13 @@ void assign(ExprPtr& expr, const Type& target)
 {
     if (expr->op == Op::Literal) return assignLiteral(expr, target);
     convert(expr, target);
+    if (!isNumber(target.kind) || expr->op == Op::Null) return;
     const Kind from = expr->type.kind;
-    if (!isNumber(from) || expr->op == Op::Null) return;
-    if (target.kind == Kind::Integer && from == Kind::Decimal) wrap(expr, u"int", {Kind::Integer});
-    if (target.kind == Kind::Bit && from != Kind::Bit) wrap(expr, u"bit", {Kind::Bit});
-    if (target.kind == Kind::Decimal && from == Kind::Decimal && expr->op != Op::Column)
-        wrap(expr, u"decimal", target);
+    if (target.kind != Kind::Bit) {
+        if (!fits(*expr, target)) store(expr, target);
+    } else if (isNumber(from) && from != Kind::Bit) {
+        wrap(expr, u"bit", {Kind::Bit});
+    }
 }
 
 void pass(ExprPtr& expr, Kind kind)

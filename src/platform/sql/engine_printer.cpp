@@ -56,7 +56,7 @@ bool EnginePrinter::isPinned(const Expr& literal) const
 void EnginePrinter::literal(const Expr& expr)
 {
     if (isPinned(expr)) return inlineLiteral(expr);
-    m_parameters.push_back({expr.literal, expr.type.kind, expr.storedScale});
+    m_parameters.push_back({expr.literal, expr.type.kind, expr.storedScale, expr.storedRange});
     placeholder(expr);
 }
 

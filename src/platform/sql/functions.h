@@ -36,6 +36,14 @@ inline constexpr QStringView ConvertText = u"qj_convert_text";
 /// qj_date(text) -> date. Reads what `readDate` reads; error when the text is no date, also when empty.
 inline constexpr QStringView Date = u"qj_date";
 
+/// qj_integer(bytes, value) -> integer. What goes into a column of whole numbers: a fraction is cut off;
+/// error outside the column's range. What is no number comes back as it is.
+inline constexpr QStringView Integer = u"qj_integer";
+
+/// qj_decimal(digits, scale, value) -> number. What goes into a decimal column: rounded, a half away from 0;
+/// error outside the column's range. What is no number comes back as it is.
+inline constexpr QStringView Decimal = u"qj_decimal";
+
 /// qj_part(part, date) -> integer. Parts as above and dayofyear, weekday (Sunday is 1).
 inline constexpr QStringView Part = u"qj_part";
 

@@ -7,6 +7,8 @@ void PostgresPrinter::convert(const Expr& expr)
 {
     const Expr& from = *expr.parts[0];
     const Kind to = expr.type.kind;
+    // The server looks at the range by itself.
+    if (expr.stores && from.type.kind != Kind::Decimal) return expression(from);
     if (to == Kind::Text) return toText(expr);
     if (to == from.type.kind && to != Kind::Decimal) return expression(from, Highest);
     if (to == Kind::Date) return fill(u"qj_date($1)", expr);

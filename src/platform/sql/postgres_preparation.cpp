@@ -115,13 +115,20 @@ constexpr QStringView TextFunctions[] = {
     u"ELSE lpad(round(number, scale::integer)::text, width::integer) END",
 };
 
-std::set<int> textWidths(const Schema& schema)
+/// The sizes other than 0 that columns of the tables have.
+std::set<int> sizes(const Schema& schema, Kind kind, int Column::*size)
 {
-    std::set<int> widths;
+    std::set<int> found;
     for (const Table& table : schema.tables())
         for (const Column& column : table.columns)
-            if (!table.view && column.kind == Kind::Text && column.width > 0) widths.insert(column.width);
-    return widths;
+            if (!table.view && column.kind == kind && column.*size > 0) found.insert(column.*size);
+    return found;
+}
+
+QString narrowType(int bytes)
+{
+    const QString range = bytes == 1 ? u"0 AND 255"_s : u"-32768 AND 32767"_s;
+    return u"CREATE DOMAIN %1 AS integer CHECK (VALUE BETWEEN %2)"_s.arg(postgresNarrowType(bytes), range);
 }
 
 } // namespace
@@ -134,10 +141,12 @@ std::vector<QString> postgresPreparation(const Schema& schema)
             statements.push_back(text.toString());
     };
     add(Types);
-    for (const int width : textWidths(schema))
+    for (const int width : sizes(schema, Kind::Text, &Column::width))
         statements.push_back(u"CREATE DOMAIN %1 AS bpchar COLLATE quilla CHECK (char_length(VALUE) <= %2)"_s
                                  .arg(postgresTextType(width))
                                  .arg(width));
+    for (const int bytes : sizes(schema, Kind::Integer, &Column::bytes))
+        if (bytes < 4) statements.push_back(narrowType(bytes));
     add(DateFunctions);
     add(TextFunctions);
     return statements;

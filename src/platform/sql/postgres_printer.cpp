@@ -90,6 +90,11 @@ QString postgresTextType(int width)
     return TextType.toString() + (width ? QString::number(width) : QString());
 }
 
+QString postgresNarrowType(int bytes)
+{
+    return u"qj_int"_s + QString::number(bytes);
+}
+
 PostgresPrinter::PostgresPrinter()
     : EnginePrinter(Templates, Keywords)
     , m_textType(PlainType)
@@ -229,7 +234,8 @@ QString PostgresPrinter::typeName(const TypeName& type) const
     case Kind::Text:
         return postgresTextType(filled.width);
     case Kind::Integer:
-        return type.name == u"bigint" ? u"bigint"_s : u"integer"_s;
+        if (filled.bytes == 8) return u"bigint"_s;
+        return filled.bytes < 4 ? postgresNarrowType(filled.bytes) : u"integer"_s;
     case Kind::Bit:
         return u"qj_bit"_s;
     case Kind::Date:

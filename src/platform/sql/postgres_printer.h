@@ -51,6 +51,9 @@ private:
 /// widths of texts that are needed.
 std::vector<QString> postgresPreparation(const Schema& schema);
 
+/// The type of a column of whole numbers of one or two bytes: the server's own small type tells a bit.
+QString postgresNarrowType(int bytes);
+
 /// The type of a text column; 0 for no width.
 QString postgresTextType(int width);
 

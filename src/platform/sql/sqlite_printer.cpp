@@ -177,6 +177,7 @@ void SqlitePrinter::convert(const Expr& expr)
 {
     const Expr& from = *expr.parts[0];
     const Kind to = expr.type.kind;
+    if (expr.stores) return store(expr);
     if (to == Kind::Text) return toText(expr);
     if (to == from.type.kind && to != Kind::Decimal) return expression(from, Highest);
     if (to == Kind::Date) {
@@ -194,6 +195,14 @@ void SqlitePrinter::convert(const Expr& expr)
     expression(from);
     write(to == Kind::Integer ? u" AS INTEGER)"_s
                               : u" AS REAL), "_s + QString::number(expr.type.scale) + u")"_s);
+}
+
+void SqlitePrinter::store(const Expr& expr)
+{
+    const Type& column = expr.type;
+    if (column.kind == Kind::Integer)
+        return call(Function::Integer, QString::number(column.bytes), *expr.parts[0]);
+    call(Function::Decimal, u"%1, %2"_s.arg(column.width).arg(column.scale), *expr.parts[0]);
 }
 
 void SqlitePrinter::dateToText(const Expr& expr)

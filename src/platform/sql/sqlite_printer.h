@@ -34,6 +34,7 @@ protected:
 private:
     void endRounding(int scale);
     void part(const Expr& chain, std::size_t from, std::size_t to);
+    void store(const Expr& expr);
     void call(QStringView function, const QString& first, const Expr& second);
 };
 

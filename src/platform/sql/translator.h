@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/sql/schema.h"
+#include "platform/sql/number_range.h"
 
 #include <memory>
 
@@ -24,6 +24,7 @@ struct Parameter {
     int literal = 0; ///< index into the literals of the statement
     Kind kind = Kind::Text; ///< what the engine must be given; a literal that is none of it is an error
     int scale = -1; ///< a Decimal on its way into a column is rounded to so many digits, a half away from 0
+    NumberRange range {}; ///< of the column on the way into one
 };
 
 /// A statement in the engine's dialect. Shared by all statements of one shape.

@@ -11,6 +11,7 @@ struct TypeRule {
     Kind kind;
     int width; ///< when none is given
     int scale;
+    int bytes = 0;
 };
 
 constexpr auto Rules = std::to_array<TypeRule>({
@@ -20,10 +21,10 @@ constexpr auto Rules = std::to_array<TypeRule>({
     {u"nchar", Kind::Text, 1, 0},
     {u"text", Kind::Text, 0, 0},
     {u"ntext", Kind::Text, 0, 0},
-    {u"int", Kind::Integer, 0, 0},
-    {u"smallint", Kind::Integer, 0, 0},
-    {u"tinyint", Kind::Integer, 0, 0},
-    {u"bigint", Kind::Integer, 0, 0},
+    {u"int", Kind::Integer, 0, 0, 4},
+    {u"smallint", Kind::Integer, 0, 0, 2},
+    {u"tinyint", Kind::Integer, 0, 0, 1},
+    {u"bigint", Kind::Integer, 0, 0, 8},
     {u"bit", Kind::Bit, 0, 0},
     {u"decimal", Kind::Decimal, 18, 0},
     {u"numeric", Kind::Decimal, 18, 0},
@@ -50,11 +51,18 @@ Kind kindOf(const TypeName& type)
     return rule ? rule->kind : Kind::Unknown;
 }
 
+NumberRange rangeOf(const Type& type)
+{
+    if (type.kind == Kind::Integer) return {type.kind, type.bytes, 0};
+    if (type.kind == Kind::Decimal && type.width > 0) return {type.kind, type.width - type.scale, type.scale};
+    return {};
+}
+
 Type typeOf(const TypeName& type, bool cast)
 {
     const TypeRule* rule = ruleOf(type);
     if (!rule) return {};
-    Type result {rule->kind, rule->width, rule->scale, false};
+    Type result {rule->kind, rule->width, rule->scale, false, rule->bytes};
     if (rule->kind == Kind::Text && rule->width > 0 && cast) result.width = CastWidth;
     if (type.width > 0) {
         result.width = type.width;

@@ -35,6 +35,8 @@ create table LibUse (userid int identity(1,1) primary key, username varchar(50),
 go
 create table Global (type varchar(20), code varchar(50), memo varchar(100))
 go
+create table numbers (whole int, small smallint, tiny tinyint, big bigint, amount decimal(6,2), flag bit)
+go
 create table ztfdl (leibie varchar(10), mingcheng varchar(50))
 go
 create view JhskV as

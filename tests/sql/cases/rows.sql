@@ -43,3 +43,5 @@ insert into Global(type,code,memo) values('holiday','2003-10-01 2003-10-07','国
 go
 insert into ztfdl values('A','马列')
 go
+insert into numbers values(2147483647,32767,255,9223372036854775807,9999.99,1)
+go

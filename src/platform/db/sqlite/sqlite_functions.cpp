@@ -6,6 +6,9 @@
 #include "platform/db/sqlite/like_pattern.h"
 #include "platform/db/sqlite/text_collation.h"
 #include "platform/sql/functions.h"
+#include "platform/sql/number_range.h"
+
+#include <cmath>
 
 namespace quilla {
 
@@ -28,6 +31,8 @@ public:
     qint64 number(int index) const { return sqlite3_value_int64(m_arguments[index]); }
     double real(int index) const { return sqlite3_value_double(m_arguments[index]); }
     int type(int index) const { return sqlite3_value_type(m_arguments[index]); }
+    /// Of a text that is a number the type of that number.
+    int numericType(int index) const { return sqlite3_value_numeric_type(m_arguments[index]); }
 
     /// Nothing after it has answered with an error.
     std::optional<Moment> moment(int index) const
@@ -39,6 +44,8 @@ public:
         return moment;
     }
 
+    void answerArgument(int index) const { sqlite3_result_value(m_context, m_arguments[index]); }
+    void answer(double number) const { sqlite3_result_double(m_context, number); }
     void answer(qint64 number) const { sqlite3_result_int64(m_context, number); }
     void answer(std::string_view text) const
     {
@@ -146,6 +153,42 @@ void convertToText(const Call& call)
     call.answer(qint64(digits.size()) > width ? std::string_view("*") : digits);
 }
 
+template <typename Number> void answerInRange(const Call& call, Number number, const sql::NumberRange& range)
+{
+    if (range.holds(number)) return call.answer(number);
+    const DecimalDigits digits {double(number)};
+    call.fail(range.refusal(QString::fromLatin1(digits.text, qsizetype(digits.length))));
+}
+
+double roundedTo(double number, int scale)
+{
+    const DecimalDigits digits(number);
+    return quilla::roundedTo(QString::fromLatin1(digits.text, qsizetype(digits.length)), scale).toDouble();
+}
+
+/// Cut on the decimal digits: 3 may come as 2.9999999999999996.
+void storeInteger(const Call& call)
+{
+    const sql::NumberRange range {sql::Kind::Integer, int(call.number(0)), 0};
+    const int type = call.numericType(1);
+    if (type == SQLITE_INTEGER) return answerInRange(call, call.number(1), range);
+    if (type != SQLITE_FLOAT) return call.answerArgument(1);
+    const DecimalDigits digits(call.real(1));
+    const double whole = std::trunc(QByteArray(digits.text, qsizetype(digits.length)).toDouble());
+    if (!range.holds(whole)) return answerInRange(call, whole, range);
+    call.answer(qint64(whole));
+}
+
+void storeDecimal(const Call& call)
+{
+    const int scale = int(call.number(1));
+    const sql::NumberRange range {sql::Kind::Decimal, int(call.number(0)) - scale, scale};
+    const int type = call.numericType(2);
+    if (type == SQLITE_INTEGER) return answerInRange(call, call.number(2), range);
+    if (type != SQLITE_FLOAT) return call.answerArgument(2);
+    answerInRange(call, roundedTo(call.real(2), scale), range);
+}
+
 void toDate(const Call& call)
 {
     if (const auto moment = call.moment(0)) call.answer(*moment);
@@ -178,6 +221,8 @@ constexpr Function functions[] {
     {sql::Function::ConvertDate, 2, Pure, answerNullForNull<convertToDateText>},
     {sql::Function::ConvertText, 2, Pure, answerNullForNull<convertToText>},
     {sql::Function::Date, 1, Pure, answerNullForNull<toDate>},
+    {sql::Function::Integer, 2, Pure, answerNullForNull<storeInteger>},
+    {sql::Function::Decimal, 3, Pure, answerNullForNull<storeDecimal>},
     {sql::Function::Part, 2, Pure, answerNullForNull<part>},
 };
 

@@ -90,8 +90,12 @@ char* SqliteStatement::bindOne(
 void SqliteStatement::bindNumber(int place, const sql::Literal& literal, const sql::Parameter& parameter)
 {
     const auto whole = parameter.kind == sql::Kind::Integer ? wholeNumberOf(literal) : exactWholeOf(literal);
+    const double number = whole ? 0 : numberOf(literal, parameter.scale);
+    if (!(whole ? parameter.range.holds(*whole) : parameter.range.holds(number)))
+        throw Error(
+            ErrorNumber::CannotConvert, u"SQLite"_s, parameter.range.refusal(literal.text.toString()));
     m_handle.check(whole ? sqlite3_bind_int64(m_statement, place, *whole)
-                         : sqlite3_bind_double(m_statement, place, numberOf(literal, parameter.scale)));
+                         : sqlite3_bind_double(m_statement, place, number));
 }
 
 bool SqliteStatement::step()
