@@ -19,6 +19,8 @@ void fillWorkload(Circulation& library)
     library.fine(u"0.10"_s, u"2026-02-15"_s);
     library.fine(u"0.20"_s, u"2026-02-15"_s);
     library.fine(u"99"_s, u"2026-01-31"_s);
+    library.fine(u"-0.05"_s, u"2026-02-14"_s); // a refund
+    library.fine(u"-5"_s, u"2026-05-14"_s);
     library.withdrawn(u"2026-02-28"_s);
     library.withdrawn(u"2025-02-28"_s);
 }
@@ -61,6 +63,8 @@ void fillRankings(Circulation& library)
     library.title(u"B2"_s, u"I1"_s);
     library.title(u"B3"_s, u"TP311"_s);
     library.title(u"B4"_s, u"I3"_s);
+    library.title(u"B5"_s, {});
+    library.lent(u"R2"_s, u"B5"_s, u"2026-03-05"_s, u"2026-03-06"_s);
     library.insert(u"sck"_s, {{u"zskid"_s, u"4"_s}, {u"barcode"_s, u"B4b"_s}, {u"bookstatus"_s, u"注销"_s}});
     library.lent(u"R1"_s, u"B4"_s, u"2026-01-01"_s, u"2026-02-04"_s);
     library.lent(u"R2"_s, u"b4B"_s, u"2026-01-31 20:00:00"_s, u"2026-02-04"_s);
@@ -117,22 +121,24 @@ private:
 private Q_SLOTS:
     void figures_data()
     {
-        const QStringList february {u"1 借出册数=2 还回册数=1 读者人次=2"_s, u"14 还回册数=1 读者人次=1"_s,
+        const QStringList february {u"1 借出册数=2 还回册数=1 读者人次=2"_s, u"14 还回册数=1 罚款金额=-0.05 读者人次=1"_s,
             u"15 还回册数=1 过期册数=1 罚款金额=0.3 读者人次=1"_s, u"28 借出册数=1 读者人次=1 注销册数=1"_s,
-            u"合计 借出册数=3 还回册数=3 过期册数=1 罚款金额=0.3 读者人次=5 注销册数=1"_s, u"29x7"_s};
+            u"合计 借出册数=3 还回册数=3 过期册数=1 罚款金额=0.25 读者人次=5 注销册数=1"_s, u"29x7"_s};
         cases<Fill, QString, QStringList>({
             {"work of a month", {fillWorkload, u"exec dbo.YueLiuTongTJ '2026-2',28"_s, february}},
             {"month with a 0", {fillWorkload, u"exec yueliutongtj '2026-02','28'"_s, february}},
             {"work of a year",
                 {fillWorkload, u"exec dbo.nianLiuTongTJ '2026'"_s,
                     QStringList {u"1 借出册数=1 罚款金额=99 读者人次=1"_s,
-                        u"2 借出册数=3 还回册数=3 过期册数=1 罚款金额=0.3 读者人次=5 注销册数=1"_s,
-                        u"3 还回册数=1 读者人次=1"_s,
-                        u"合计 借出册数=4 还回册数=4 过期册数=1 罚款金额=99.3 读者人次=7 注销册数=1"_s,
+                        u"2 借出册数=3 还回册数=3 过期册数=1 罚款金额=0.25 读者人次=5 注销册数=1"_s,
+                        u"3 还回册数=1 读者人次=1"_s, u"5 罚款金额=-5"_s,
+                        u"合计 借出册数=4 还回册数=4 过期册数=1 罚款金额=94.25 读者人次=7 注销册数=1"_s,
                         u"13x7"_s}}},
             {"December ends the year",
                 {fillWorkload, u"exec dbo.YueLiuTongTJ '2025-12',31"_s,
                     QStringList {u"31 借出册数=2 读者人次=1"_s, u"合计 借出册数=2 读者人次=1"_s, u"32x7"_s}}},
+            {"month of a refund alone",
+                {fillWorkload, u"exec dbo.YueLiuTongTJ '2026-05',31"_s, QStringList {u"0x7"_s}}},
             {"month without work",
                 {fillWorkload, u"exec dbo.YueLiuTongTJ '2026-04',30"_s, QStringList {u"0x7"_s}}},
             {"classes of a leap day",
@@ -189,6 +195,9 @@ private Q_SLOTS:
                     QStringList {b4, b2, b1, b3}}},
             {"titles, cut inside a rank",
                 {fillRankings, u"exec procjhphb '','2'"_s + january + u"'' "_s, QStringList {b4, b2}}},
+            {"titles without a class, to the last day of all",
+                {fillRankings, u"exec procjhphb '全部','10','2026-03-01','9999-12-31','' "_s,
+                    QStringList {u"1|全部|null|书名5|著者5|1"_s}}},
             {"titles of a class",
                 {fillRankings, u"exec procjhphb '全部','10'"_s + january + u"'tp' "_s,
                     QStringList {u"1|全部|TP311/0|书名3|著者3|1"_s}}},
@@ -204,6 +213,9 @@ private Q_SLOTS:
             {"readers of a type on one day",
                 {fillRankings, u"exec procdzjyphb '学生 ','1','2026-01-31','2026-01-31'"_s,
                     QStringList {u"1|读者R2|学生|二中|1"_s}}},
+            {"readers to the last day of all",
+                {fillRankings, u"exec procdzjyphb '全部','10','2026-02-01','9999-12-31'"_s,
+                    QStringList {u"1|读者R2|学生|二中|2"_s}}},
             {"from after to",
                 {fillRankings, u"exec procdzjyphb '全部','10','2026-02-01','2026-01-31'"_s, {}}},
             {"history of a copy",

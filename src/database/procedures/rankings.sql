@@ -3,6 +3,8 @@
 -- Equal numbers share a rank and the next one is left out (1, 2, 2, 4); there are never more lines than
 -- asked for. Names are text of the library's own: only the number tells who comes first, among equal ones
 -- the call number or the reader code.
+--
+-- The last day ends at .997, behind which the server has no time: after 9999-12-31 there is no day.
 
 -- 图书借阅排行榜. @danwei: 读者单位, @fenlei: 分类号的开头, "全部"或空为不限; @shuliang: 前几名
 create procedure dbo.procjhphb @danwei varchar(100), @shuliang int, @cong varchar(20), @dao varchar(20),
@@ -18,12 +20,12 @@ from (
         select s.zskid, count(*) as cishu
         from JHK j
         join sck s on j.barcode=s.barcode
-        where j.orderdate>=@cong and j.orderdate<dateadd(day,1,@dao)
+        where j.orderdate>=@cong and j.orderdate<=@dao+' 23:59:59.997'
             and (@danwei in ('全部','') or j.readercode in (select readercode from dzk where readunit=@danwei))
         group by s.zskid
     ) f
     join zsk z on f.zskid=z.zskid
-    where @fenlei='全部' or left(z.classcode,len(@fenlei))=@fenlei
+    where @fenlei in ('全部','') or left(z.classcode,len(@fenlei))=@fenlei
 ) p
 where p.xu<=@shuliang
 order by p.xu
@@ -41,7 +43,7 @@ from (
     from (
         select readercode, count(*) as cishu
         from JHK
-        where orderdate>=@cong and orderdate<dateadd(day,1,@dao)
+        where orderdate>=@cong and orderdate<=@dao+' 23:59:59.997'
         group by readercode
     ) f
     join dzk d on f.readercode=d.readercode

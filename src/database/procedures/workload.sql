@@ -1,7 +1,9 @@
 -- The work of the desk by day or month.
 --
--- Where nothing happened in the whole period there is no row; else every day or month has one, since its
+-- Where no figure of the whole period is above 0 there is no row; else every day or month has one, since its
 -- figures are crossed with all lines, the last of which takes the whole period for its own.
+-- 罚款金额 is what was paid, refunds (negative amounts) included. A refund alone is no figure above 0, so the
+-- fines are left out where nothing else was.
 -- 过期册数 counts the copies that came back after their due date, on the day they came back: that is the
 -- desk's work, it goes with the fines beside it, and the figures of a past month never change.
 -- 读者人次 counts a reader once for each day on which he borrowed or returned, so that the days of a month
@@ -30,7 +32,12 @@ from (
     union all
     select day(opratedate), 0, 0, 0, sum(sfmoney), 0, 0
     from fkk
-    where opratedate>=@tongjiData+'-01' and opratedate<dateadd(month,1,@tongjiData+'-01') and sfmoney>0
+    where opratedate>=@tongjiData+'-01' and opratedate<dateadd(month,1,@tongjiData+'-01')
+        and (exists (select barcode from JHK where orderdate>=@tongjiData+'-01' and orderdate<dateadd(month,1,@tongjiData+'-01'))
+            or exists (select barcode from jhslsk where backdate>=@tongjiData+'-01' and backdate<dateadd(month,1,@tongjiData+'-01'))
+            or exists (select barcode from BookOut where outdate>=@tongjiData+'-01' and outdate<dateadd(month,1,@tongjiData+'-01'))
+            or exists (select day(opratedate) from fkk where opratedate>=@tongjiData+'-01' and opratedate<dateadd(month,1,@tongjiData+'-01')
+                group by day(opratedate) having sum(sfmoney)>0))
     group by day(opratedate)
     union all
     select v.qi, 0, 0, 0, 0, count(*), 0
@@ -87,7 +94,12 @@ from (
     union all
     select month(opratedate), 0, 0, 0, sum(sfmoney), 0, 0
     from fkk
-    where opratedate>=@tongjiData+'-01-01' and opratedate<dateadd(year,1,@tongjiData+'-01-01') and sfmoney>0
+    where opratedate>=@tongjiData+'-01-01' and opratedate<dateadd(year,1,@tongjiData+'-01-01')
+        and (exists (select barcode from JHK where orderdate>=@tongjiData+'-01-01' and orderdate<dateadd(year,1,@tongjiData+'-01-01'))
+            or exists (select barcode from jhslsk where backdate>=@tongjiData+'-01-01' and backdate<dateadd(year,1,@tongjiData+'-01-01'))
+            or exists (select barcode from BookOut where outdate>=@tongjiData+'-01-01' and outdate<dateadd(year,1,@tongjiData+'-01-01'))
+            or exists (select month(opratedate) from fkk where opratedate>=@tongjiData+'-01-01' and opratedate<dateadd(year,1,@tongjiData+'-01-01')
+                group by month(opratedate) having sum(sfmoney)>0))
     group by month(opratedate)
     union all
     select v.qi, 0, 0, 0, 0, count(*), 0
