@@ -108,7 +108,7 @@ std::vector<Work> charges(Base& base)
 /// shows.
 std::vector<Work> loans(Base& base, bool overdue)
 {
-    const QDate today = base.clock.now().date();
+    const QDate today = base.clock.now().date;
     const QString due
         = u"%1'%2'"_s.arg(overdue ? QChar(u'<') : QChar(u'>'), isoDate(today.addDays(overdue ? -1 : 1)));
     std::vector<Work> works;

@@ -24,7 +24,7 @@ namespace {
 
 void fill(TestLibrary& library, int readers)
 {
-    ScaleOptions options {readers, 2, 0, 0, library.clock.now().date()};
+    ScaleOptions options {readers, 2, 0, 0, library.clock.now().date};
     Connection conn = library.factory.open(library.connectionText);
     conn.begin();
     fillScaleData(conn, options);

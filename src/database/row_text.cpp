@@ -68,8 +68,10 @@ RowText& RowText::value(const Value& field)
         return text(field.text());
     case sql::Kind::Bit:
         return bit(field.isTrue());
-    case sql::Kind::Date:
-        return text(field.moment().toString(u"yyyy-MM-dd HH:mm:ss.zzz"_s));
+    case sql::Kind::Date: {
+        const CanonicalMoment moment(field.moment().value_or(Moment()));
+        return text(QString::fromLatin1(moment.text, qsizetype(moment.length)));
+    }
     case sql::Kind::Integer:
     case sql::Kind::Decimal:
         break;

@@ -33,7 +33,7 @@ Manner renewalManner(qint16 count)
 
 struct Reader {
     QString status;
-    QDateTime term; ///< invalid for none
+    std::optional<Moment> term;
     std::optional<qint64> quota; ///< nothing: no limit
     qint16 days = 0;
     bool mayHoldOverdue = false;
@@ -103,8 +103,8 @@ std::optional<Reader> readReader(ResumingWork& reads, const QString& readercode)
 /// The time of day is compared on purpose: a card whose last day is today has expired.
 bool hasExpired(Session& session, const Reader& reader)
 {
-    const QDateTime now = GetServerDate(session);
-    return reader.term.isValid() && reader.term < now;
+    const Moment now = GetServerDate(session);
+    return reader.term && *reader.term < now;
 }
 
 QString cardFault(Session& session, const Reader& reader)
@@ -188,8 +188,8 @@ std::optional<Hold> findLiveHold(ResumingWork& reads, const QString& barcode)
         u"select barcode,oldtime,yyk.readercode,barcode,name,readerclass from yyk  join dzk on yyk.readercode=dzk.readercode where yyk.barcode='%1'"_s
             .arg(barcode));
     if (row.eof() || row.field(u"barcode").text().isEmpty()) return {};
-    const QDateTime lastDay = row.field(u"oldtime").moment();
-    if (!lastDay.isValid() || lastDay < GetServerDate(reads.session())) return {};
+    const auto lastDay = row.field(u"oldtime").moment();
+    if (!lastDay || *lastDay < GetServerDate(reads.session())) return {};
     return Hold {
         row.field(u"readercode").text(), row.field(u"name").text(), row.field(u"readerclass").text()};
 }

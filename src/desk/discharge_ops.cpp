@@ -12,7 +12,7 @@ constexpr qint64 DefaultHoldDays = 10;
 struct Loan {
     QString number; ///< jhskid
     QString readercode;
-    QDateTime due;
+    std::optional<Moment> due;
 };
 
 struct Claim {
@@ -96,7 +96,7 @@ DischargeResult dischargeInTime(ResumingWork& reads, const Loan& loan, const QSt
 /// The time of day is compared on purpose: a copy brought back on its due date is overdue.
 bool isOverdue(Session& session, const Loan& loan)
 {
-    return loan.due.isValid() && loan.due < GetServerDate(session);
+    return loan.due && *loan.due < GetServerDate(session);
 }
 
 } // namespace

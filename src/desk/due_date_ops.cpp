@@ -36,19 +36,19 @@ QDate moveOverHolidays(QDate start, int days, const std::vector<Holiday>& holida
     return due;
 }
 
-QDateTime ComputeDueDate(Session& session, qint16 days)
+Moment ComputeDueDate(Session& session, qint16 days)
 {
     ResumingWork work(session);
-    if (!work) return zeroDate().startOfDay();
+    if (!work) return {zeroDate()};
     Recordset rows = work.select(u"Select code From Global Where type='holiday' Order by code");
-    const QDateTime now = GetServerDate(session);
+    const Moment now = GetServerDate(session);
     if (rows.eof()) return now.addDays(days);
 
     std::vector<Holiday> holidays;
     for (; !rows.eof(); rows.next()) {
         if (const auto holiday = readHoliday(rows.field(0).text())) holidays.push_back(*holiday);
     }
-    return moveOverHolidays(now.date(), days, holidays).startOfDay();
+    return {moveOverHolidays(now.date, days, holidays)};
 }
 
 } // namespace quilla

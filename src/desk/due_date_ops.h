@@ -23,6 +23,6 @@ QDate moveOverHolidays(QDate start, int days, const std::vector<Holiday>& holida
 /// The due date of a loan of `days` made now, over the holiday calendar. With an empty calendar the
 /// server's date plus `days`, with its time of day; the zero date when no connection can be had. Forgets
 /// the session's error.
-QDateTime ComputeDueDate(Session& session, qint16 days);
+Moment ComputeDueDate(Session& session, qint16 days);
 
 } // namespace quilla

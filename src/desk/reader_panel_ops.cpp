@@ -38,9 +38,9 @@ ReaderPanel panelOf(const Recordset& row)
 void repairStatus(ResumingWork& work, DeskView& desk, const Recordset& row, const QString& readercode)
 {
     const QString status = row.field(u"readstatus").text();
-    const QDateTime term = row.field(u"term").moment();
-    if (!term.isValid()) return;
-    const bool expired = term < GetServerDate(work.session());
+    const auto term = row.field(u"term").moment();
+    if (!term) return;
+    const bool expired = *term < GetServerDate(work.session());
     const QString before = expired ? u"有效"_s : u"超期"_s;
     const QString after = expired ? u"超期"_s : u"有效"_s;
     if (!sameText(status, before)) return;

@@ -7,8 +7,9 @@ namespace quilla {
 
 std::array<QString, 3> statusTexts(Session& session)
 {
+    const Moment now = GetServerDate(session);
     return {
-        u"当前日期："_s + GetServerDate(session).toString(u"yyyy年MM月dd日HH时"),
+        u"当前日期："_s + now.date.toString(u"yyyy年MM月dd日") + now.time.toString(u"HH时"),
         u"操作员：  "_s + session.OperatorName,
         u"当前数据库："_s + session.ServerName + u"上的【"_s + session.DatabaseName + u"】"_s,
     };

@@ -51,16 +51,16 @@ int OpenShapeConnection(Session& session, Connection& conn)
     return session.error.number();
 }
 
-QDateTime GetServerDate(Session& session)
+Moment GetServerDate(Session& session)
 {
     const ResumeScope resume(session.error);
-    std::optional<QDateTime> answered;
+    std::optional<Moment> answered;
     session.error.attempt([&] {
         Connection conn = session.connections.open(session.ConnectionText);
         const Recordset answer = conn.open(u"select getdate()");
         if (answer.recordCount() > 0) answered = answer.field(0).moment();
     });
-    const QDateTime result = answered ? *answered : session.clock.now();
+    const Moment result = answered ? *answered : session.clock.now();
     if (session.error.isSet())
         session.prompt.inform(
             u"获取服务器日期时出现错误！原因如下：\n"_s + session.error.text(), OperationTitle);

@@ -41,7 +41,7 @@ int OpenShapeConnection(Session& session, Connection& conn);
 
 /// The server's date and time of day, asked anew at each call. After a failure, which is told, the
 /// client's own clock. Clears the session's error.
-QDateTime GetServerDate(Session& session);
+Moment GetServerDate(Session& session);
 
 /// Drops the connection. The error number seen, which is reset; normally 0.
 int CloseDbConnection(Session& session, Connection& conn);

@@ -43,7 +43,7 @@ void writeField(SheetWriter& sheet, int row, int col, const Value& value, CellFo
     if (value.isNull()) return;
     const sql::Kind kind = value.kind();
     if (kind == sql::Kind::Date) {
-        if (const auto moment = value.plainMoment()) return sheet.date(row, col, moment->date);
+        if (const auto moment = value.moment()) return sheet.date(row, col, moment->date);
     }
     const bool numeric = kind == sql::Kind::Integer || kind == sql::Kind::Decimal;
     const std::optional<double> number

@@ -48,7 +48,7 @@ QString comparable(QStringView text)
 ImportLists readImportLists(Connection& connection)
 {
     ImportLists lists;
-    lists.today = connection.open(u"select getdate()").field(0).moment().date();
+    lists.today = connection.open(u"select getdate()").field(0).moment()->date;
     lists.types = readNames(connection, u"readerclass", u"dzlx");
     lists.units = readNames(connection, u"readunit", u"dzdw");
     lists.parameters = readParameters(connection);

@@ -82,7 +82,7 @@ std::optional<LoadedCard> readCard(Session& session, const QString& readercode)
 
 ReaderCard newCard(Session& session)
 {
-    const QDate today = GetServerDate(session).date();
+    const QDate today = GetServerDate(session).date;
     ReaderCard card;
     card.rules.loanCopies = u"0"_s;
     card.onLoan = u"0"_s;
@@ -110,7 +110,7 @@ std::optional<QString> termOfYears(Session& session, const QString& years, const
     const auto number = readNumber(years);
     if (!number || *number <= 0 || *number > MostYears) return {};
     const auto day = platformDate(issued);
-    const QDate base = day ? *day : GetServerDate(session).date();
+    const QDate base = day ? *day : GetServerDate(session).date;
     return isoDate(base.addYears(qRound(*number)));
 }
 

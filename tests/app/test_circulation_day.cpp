@@ -96,7 +96,7 @@ private:
     /// Six days late: first the operator leaves the fine open, then takes it.
     void lateReturn()
     {
-        m->setNow(QDateTime(QDate(2026, 4, 5), QTime(10, 0)));
+        m->setNow({QDate(2026, 4, 5), QTime(10, 0)});
         whenShown<FKmangerFrm>([](FKmangerFrm& form) { form.Command1[2].click(); });
         scanBack(u"B3"_s, u"取消还书"_s);
         whenShown<FKmangerFrm>([](FKmangerFrm& form) { form.Command1[1].click(); });
@@ -116,7 +116,7 @@ private:
     /// The copy that was set aside goes to its reader, if the hold still lives; it died on 2026-03-15.
     void evening()
     {
-        m->setNow(QDateTime(QDate(2026, 3, 12), QTime(18, 0)));
+        m->setNow({QDate(2026, 3, 12), QTime(18, 0)});
         QTest::keyClick(&m_desk->TxtRetBook, Qt::Key_Space);
         type(m_desk->TxtReaderCode, u"R2"_s);
         type(m_desk->TxtBarCode, u"B2"_s);

@@ -12,7 +12,7 @@ namespace quilla {
 
 class FixedClock final : public Clock {
 public:
-    QDateTime now() const override { return QDateTime(QDate(2003, 10, 1), QTime(9, 30)); }
+    Moment now() const override { return {QDate(2003, 10, 1), QTime(9, 30)}; }
 };
 
 /// An embedded library in a folder of its own; the server's day is 2003-10-01.

@@ -30,7 +30,7 @@ private Q_SLOTS:
             QCOMPARE(rows.field(i).text(), expected[i].second);
             QCOMPARE(rows.field(i).kind(), expected[i].first);
         }
-        QCOMPARE(rows.field(5).plainMoment()->time.msec(), 120);
+        QCOMPARE(rows.field(5).moment()->time.msec(), 120);
         rows = connection.open(u"select name,price,lent,day,memo from book order by code desc");
         for (int i = 0; i < rows.fieldCount(); ++i)
             QVERIFY(rows.field(i).isNull());

@@ -17,8 +17,8 @@ namespace {
 
 class FixedClock final : public Clock {
 public:
-    QDateTime now() const override { return moment; }
-    QDateTime moment {QDate(2004, 3, 9), QTime(8, 5, 3, 7)};
+    Moment now() const override { return moment; }
+    Moment moment {QDate(2004, 3, 9), QTime(8, 5, 3, 7)};
 };
 
 /// A statement as the translator would hand it over.
@@ -140,7 +140,7 @@ private Q_SLOTS:
     {
         const Statement now(0, "select getdate()", {}, {Kind::Date});
         QCOMPARE(query(now).field(0).moment(), m_clock.moment);
-        m_clock.moment = QDateTime(QDate(2005, 1, 1), QTime(0, 0));
+        m_clock.moment = Moment {QDate(2005, 1, 1)};
         QCOMPARE(query(now).field(0).text(), u"2005-01-01"_s);
     }
 

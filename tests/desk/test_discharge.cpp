@@ -10,6 +10,8 @@
 
 #include <QTest>
 
+#include <ctime>
+
 using namespace quilla;
 
 namespace {
@@ -18,6 +20,22 @@ QString offerTo(const QString& reader)
 {
     return u"读者证号为【"_s + reader + u"】的读者最先预约了这本书。是否将这本书预约给这位读者？"_s;
 }
+
+/// The zone of the machine while it stands.
+class TimeZone {
+public:
+    explicit TimeZone(const QByteArray& name) { put(name); }
+    ~TimeZone() { put(m_before); }
+    Q_DISABLE_COPY_MOVE(TimeZone)
+
+private:
+    static void put(const QByteArray& name)
+    {
+        qputenv("TZ", name);
+        tzset();
+    }
+    QByteArray m_before = qgetenv("TZ");
+};
 
 } // namespace
 
@@ -52,10 +70,13 @@ private Q_SLOTS:
         QCOMPARE(m->value(u"select count(*) from jhsk"_s), u"1"_s);
     }
 
-    /// A copy brought back on its due date is late, and what becomes of it is the fine screen's.
+    /// A copy brought back on its due date is late, and what becomes of it is the fine screen's. So it is on
+    /// a day that begins at one o'clock where the desk stands.
     void overdueGoesToTheFines()
     {
-        m->send(u"update jhsk set yhdate='2026-03-10'"_s);
+        const TimeZone havana("America/Havana");
+        m->setNow({QDate(2026, 3, 8), QTime(9, 30)});
+        m->send(u"update jhsk set yhdate='2026-03-08'"_s);
         const QString all = m->everything();
         for (const bool settled : {false, true}) {
             m_fines.closes = [&](const QString&) { return settled; };

@@ -55,12 +55,12 @@ private Q_SLOTS:
     void calendarOfTheDatabase()
     {
         TestLibrary library;
-        library.setNow(QDateTime(QDate(2026, 3, 1), QTime(23, 59, 59)));
+        library.setNow({QDate(2026, 3, 1), QTime(23, 59, 59)});
         library.holiday(u"二"_s, u"2026-04-10 2026-04-20"_s);
         library.holiday(u"一"_s, u"2026-03-25 2026-04-04"_s);
         library.holiday(u"坏行"_s, u"2026-03-xx"_s);
         library.insert(u"Global"_s, {{u"type"_s, u"other"_s}, {u"code"_s, u"2026-03-02 2026-09-01"_s}});
-        QCOMPARE(ComputeDueDate(library.session, 30), QDateTime(QDate(2026, 5, 5), QTime(0, 0)));
+        QCOMPARE(ComputeDueDate(library.session, 30), Moment {QDate(2026, 5, 5)});
     }
 
     /// Without a connection it is the zero date; without the calendar the days are counted on.

@@ -57,7 +57,7 @@ QString lettersOf(const Translation& translation, const QString& key)
 /// The clock of the cases.
 class CaseClock final : public Clock {
 public:
-    QDateTime now() const override { return QDateTime(QDate(2004, 3, 9), QTime(8, 5, 3)); }
+    Moment now() const override { return {QDate(2004, 3, 9), QTime(8, 5, 3)}; }
 };
 
 /// Numbers without the zeros at the end of their fraction, dates in their canonical form.
@@ -67,7 +67,7 @@ QString shown(const Value& value)
     if (value.kind() == Kind::Bit) return value.isTrue() ? u"1"_s : u"0"_s;
     QString text = value.text();
     if (value.kind() == Kind::Date) {
-        const CanonicalMoment moment(*value.plainMoment());
+        const CanonicalMoment moment(*value.moment());
         text = QString::fromUtf8(moment.view().data(), qsizetype(moment.view().size()));
     } else if (value.kind() == Kind::Decimal && text.contains(u'.')) {
         while (text.endsWith(u'0'))

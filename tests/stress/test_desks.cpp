@@ -91,7 +91,7 @@ void TestDesks::makeLibrary(int copies)
     scale.copies = copies;
     scale.history = 0;
     scale.loans = 0;
-    scale.today = m_clock.now().date();
+    scale.today = m_clock.now().date;
     fillScaleData(conn, scale);
     conn.execute(u"update dzk set bookcount=30000");
     conn.execute(u"delete from yyk");

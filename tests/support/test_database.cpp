@@ -59,7 +59,7 @@ public:
     QString connectionText() const override { return m_database.connectionText(); }
     void clockMoved() override
     {
-        const QString now = m_clock.now().toString(u"yyyy-MM-dd HH:mm:ss.zzz"_s);
+        const QString now = localeDateText(m_clock.now());
         m_database.run(
             u"CREATE OR REPLACE FUNCTION getdate() RETURNS timestamp LANGUAGE sql STABLE RETURN timestamp '%1'"_s
                 .arg(now)

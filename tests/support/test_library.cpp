@@ -26,7 +26,7 @@ Row changed(Row row, const Row& changes)
 QString shown(const Value& value)
 {
     if (value.isNull()) return u"null"_s;
-    if (value.kind() == sql::Kind::Date) return localeDateText(value.moment());
+    if (value.kind() == sql::Kind::Date) return localeDateText(*value.moment());
     return value.text();
 }
 
@@ -46,7 +46,7 @@ TestLibrary::TestLibrary()
 
 TestLibrary::~TestLibrary() = default;
 
-void TestLibrary::setNow(const QDateTime& moment)
+void TestLibrary::setNow(const Moment& moment)
 {
     clock.moment = moment;
     database->clockMoved();

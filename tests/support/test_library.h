@@ -15,8 +15,8 @@ namespace quilla {
 /// A clock that stands where the test puts it.
 class FixedClock final : public Clock {
 public:
-    QDateTime now() const override { return moment; }
-    QDateTime moment = QDateTime(QDate(2026, 3, 10), QTime(9, 30, 15));
+    Moment now() const override { return moment; }
+    Moment moment {QDate(2026, 3, 10), QTime(9, 30, 15)};
 };
 
 /// Counts the calls and does what the test says.
@@ -51,7 +51,7 @@ public:
     void insert(const QString& table, const Row& row);
 
     /// Puts the clock of the program and of the server.
-    void setNow(const QDateTime& moment);
+    void setNow(const Moment& moment);
 
     /// Sends a statement past the session.
     int send(const QString& tsql);

@@ -23,7 +23,7 @@ const QString Today = u"2004-03-09"_s;
 
 DateRange range(DateRange::Filling filling)
 {
-    return DateRange(u"统计日期范围"_s, filling, [] { return QDateTime(QDate(2004, 3, 9), QTime(14, 0)); });
+    return DateRange(u"统计日期范围"_s, filling, [] { return Moment {QDate(2004, 3, 9), QTime(14, 0)}; });
 }
 
 QLabel* visibleTip()

@@ -66,7 +66,7 @@ QDate dayOf(const QCommandLineParser& parser)
     if (!parser.isSet(u"today"_s)) return QDate::currentDate();
     const auto day = readDate(parser.value(u"today"_s));
     if (!day) throw fault(u"--today 需要一个日期(例如:2003-01-01)。"_s);
-    return day->date();
+    return day->date;
 }
 
 /// The first option that is unknown or lacks its value.

@@ -3,6 +3,8 @@
 #include "platform/core/date_digits.h"
 #include "platform/core/text.h"
 
+#include <QDateTime>
+
 namespace quilla {
 
 namespace {
@@ -77,47 +79,48 @@ std::optional<QTime> takeTime(QStringView& text)
 
 } // namespace
 
-QDateTime SystemClock::now() const
+Moment SystemClock::now() const
 {
-    return QDateTime::currentDateTime();
+    const QDateTime now = QDateTime::currentDateTime();
+    return {now.date(), now.time()};
 }
 
 /// Digit by digit: a long list holds hundreds of thousands of dates.
 QString isoDate(const QDate& date)
 {
     const bool ordinary = date.isValid() && date.year() >= 0 && date.year() <= 9999;
-    return ordinary ? localeDateText(date, QTime(0, 0)) : date.toString(u"yyyy-MM-dd");
+    return ordinary ? localeDateText(Moment {date}) : date.toString(u"yyyy-MM-dd");
 }
 
-QString isoDate(const QDateTime& moment)
+QString isoDate(const Moment& moment)
 {
-    return isoDate(moment.date());
+    return isoDate(moment.date);
 }
 
-QString localeDateText(const QDateTime& moment)
+QString isoDate(const std::optional<Moment>& moment)
 {
-    return moment.isValid() ? localeDateText(moment.date(), moment.time()) : QString();
+    return moment ? isoDate(moment->date) : QString();
 }
 
-QString localeDateText(const QDate& date, const QTime& time)
+QString localeDateText(const Moment& moment)
 {
     char16_t text[20];
-    char16_t* end = putDate(text, date);
-    if (time.msecsSinceStartOfDay() != 0) end = putTime(end, time, time.hour() < 10 ? 1 : 2);
+    char16_t* end = putDate(text, moment.date);
+    if (!moment.isMidnight()) end = putTime(end, moment.time, moment.time.hour() < 10 ? 1 : 2);
     return QString(reinterpret_cast<const QChar*>(text), end - text);
 }
 
-std::optional<QDateTime> readDate(QStringView text)
+std::optional<Moment> readDate(QStringView text)
 {
     text = trimBlanks(text);
     const auto date = takeDate(text);
     if (!date) return {};
-    if (text.isEmpty()) return date->startOfDay();
+    if (text.isEmpty()) return Moment {*date};
     if (!takeOne(text, u" T")) return {};
     text = trimBlanks(text);
     const auto time = takeTime(text);
     if (!time || !text.isEmpty()) return {};
-    return QDateTime(*date, *time);
+    return Moment {*date, *time};
 }
 
 std::optional<QDate> readDay(QStringView text)

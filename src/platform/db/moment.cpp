@@ -42,24 +42,18 @@ template <typename Char> std::optional<Moment> quickMoment(const Char* at, std::
     return time.isValid() ? std::optional(Moment {date, time}) : std::nullopt;
 }
 
-std::optional<Moment> slowMoment(QStringView text)
-{
-    const auto moment = readDate(text);
-    return moment ? std::optional(Moment::of(*moment)) : std::nullopt;
-}
-
 } // namespace
 
 std::optional<Moment> readMoment(QStringView text)
 {
     const auto quick = quickMoment(text.utf16(), std::size_t(text.size()));
-    return quick ? quick : slowMoment(text);
+    return quick ? quick : readDate(text);
 }
 
 std::optional<Moment> readMoment(std::string_view utf8)
 {
     const auto quick = quickMoment(utf8.data(), utf8.size());
-    return quick ? quick : slowMoment(QString::fromUtf8(utf8.data(), qsizetype(utf8.size())));
+    return quick ? quick : readDate(QString::fromUtf8(utf8.data(), qsizetype(utf8.size())));
 }
 
 CanonicalMoment::CanonicalMoment(const Moment& moment)

@@ -24,10 +24,8 @@ QString Value::text() const
         return std::get<bool>(m_held) ? u"True"_s : u"False"_s;
     case sql::Kind::Decimal:
         return std::get<DecimalText>(m_held).digits;
-    case sql::Kind::Date: {
-        const Moment& moment = std::get<Moment>(m_held);
-        return localeDateText(moment.date, moment.time);
-    }
+    case sql::Kind::Date:
+        return localeDateText(std::get<Moment>(m_held));
     case sql::Kind::Unknown:
         break;
     }
@@ -72,13 +70,7 @@ bool Value::isTrue() const
     return number().value_or(0) != 0;
 }
 
-QDateTime Value::moment() const
-{
-    const auto plain = plainMoment();
-    return plain ? plain->toDateTime() : QDateTime();
-}
-
-std::optional<Moment> Value::plainMoment() const
+std::optional<Moment> Value::moment() const
 {
     if (const auto* moment = std::get_if<Moment>(&m_held))
         return moment->date.isValid() ? std::optional(*moment) : std::nullopt;

@@ -4,8 +4,6 @@
 #include "platform/db/moment.h"
 #include "platform/sql/schema.h"
 
-#include <QDateTime>
-
 #include <variant>
 
 namespace quilla {
@@ -39,10 +37,6 @@ public:
         : m_held(moment)
     {
     }
-    explicit Value(const QDateTime& moment)
-        : m_held(Moment::of(moment))
-    {
-    }
 
     bool isNull() const { return std::holds_alternative<std::monostate>(m_held); }
     sql::Kind kind() const;
@@ -55,10 +49,8 @@ public:
     std::optional<double> number() const;
     /// Null is false; a number is true when it is not 0.
     bool isTrue() const;
-    /// Invalid for null and for a text that is no date.
-    QDateTime moment() const;
-    /// The same without a time zone, cheaper; nullopt for null and for a text that is no date.
-    std::optional<Moment> plainMoment() const;
+    /// Nullopt for null and for a text that is no date.
+    std::optional<Moment> moment() const;
 
 private:
     std::variant<std::monostate, QString, qint64, bool, DecimalText, Moment> m_held;

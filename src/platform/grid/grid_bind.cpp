@@ -40,7 +40,7 @@ private:
     std::optional<QDate> dateOf(const Value& value) const
     {
         if (m_kind != sql::Kind::Date && value.kind() != sql::Kind::Date) return {};
-        const auto moment = value.plainMoment();
+        const auto moment = value.moment();
         return moment ? std::optional(moment->date) : std::nullopt;
     }
 

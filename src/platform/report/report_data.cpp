@@ -47,7 +47,7 @@ QString textOf(const Value& value, Content content)
 {
     if (value.isNull()) return {};
     if (value.kind() == sql::Kind::Date || content == Content::Date)
-        if (const auto moment = value.plainMoment()) return isoDate(moment->date);
+        if (const auto moment = value.moment()) return isoDate(moment->date);
     if (value.kind() == sql::Kind::Decimal || content == Content::Money)
         if (const auto amount = decimalOf(value)) return amountText(*amount, content);
     return plainText(value.text());

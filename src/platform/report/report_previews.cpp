@@ -42,7 +42,7 @@ std::shared_ptr<const ReportLayout> ReportPreviews::layOut(
     const ReportDesign& design, Recordset& rows, const ReportTexts& texts) const
 {
     return std::make_shared<const ReportLayout>(
-        design, ReportData(design, rows), ReportFrame {texts, m_clock.now().date()}, fonts());
+        design, ReportData(design, rows), ReportFrame {texts, m_clock.now().date}, fonts());
 }
 
 void ReportPreviews::showReport(const QString& design, Recordset& rows, const ReportTexts& texts)

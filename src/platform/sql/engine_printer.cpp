@@ -23,8 +23,8 @@ QString canonicalDate(const Expr& literal)
 {
     const auto moment = readDate(literal.text);
     if (!moment) refuse(literal.place, u"这不是日期"_s);
-    const bool midnight = moment->time().msecsSinceStartOfDay() == 0;
-    return moment->toString(midnight ? u"yyyy-MM-dd"_s : u"yyyy-MM-dd HH:mm:ss.zzz"_s);
+    const QString day = moment->date.toString(u"yyyy-MM-dd"_s);
+    return moment->isMidnight() ? day : day + moment->time.toString(u" HH:mm:ss.zzz"_s);
 }
 
 EnginePrinter::EnginePrinter(

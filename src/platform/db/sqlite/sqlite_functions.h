@@ -18,7 +18,7 @@ public:
     void startStatement() { m_now.reset(); }
     const CanonicalMoment& now()
     {
-        if (!m_now) m_now.emplace(Moment::of(m_clock.now()));
+        if (!m_now) m_now.emplace(m_clock.now());
         return *m_now;
     }
 

@@ -7,7 +7,7 @@
 
 namespace quilla {
 
-DateRange::DateRange(const QString& caption, Filling filling, std::function<QDateTime()> serverDate)
+DateRange::DateRange(const QString& caption, Filling filling, std::function<Moment()> serverDate)
     : Check1(caption)
     , m_filling(filling)
     , m_serverDate(std::move(serverDate))

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "platform/core/dates.h"
 #include "platform/core/prompt.h"
 #include "platform/ui/form/text_box.h"
 
 #include <QCheckBox>
-#include <QDateTime>
 
 #include <functional>
 
@@ -20,7 +20,7 @@ public:
     enum class Filling { Fresh, Kept };
 
     /// `serverDate` is asked at each tick that fills the boxes.
-    DateRange(const QString& caption, Filling filling, std::function<QDateTime()> serverDate);
+    DateRange(const QString& caption, Filling filling, std::function<Moment()> serverDate);
 
     bool isOn() const { return Check1.isChecked(); }
     QString from() const { return Text1[0].text(); }
@@ -38,7 +38,7 @@ private:
     void setOpen(bool open);
 
     Filling m_filling;
-    std::function<QDateTime()> m_serverDate;
+    std::function<Moment()> m_serverDate;
 };
 
 } // namespace quilla
