@@ -79,7 +79,7 @@ ReportDesign recommendedBooks()
         .Section4 = {heading(u"本图书馆推荐以下好书，欢迎前来借阅"_s)},
         .Section1 = {{u"索书号"_s, u"ssh"_s, Code}, {u"正题名"_s, u"bookname"_s, Text, 1.8},
             {u"责任者"_s, u"author"_s}, {u"出版者"_s, u"publisher"_s}, {u"出版地"_s, u"pubplace"_s, Name},
-            {u"出版日期"_s, u"pubdate"_s, Date}, {u"ISBN"_s, u"isbn"_s, Code, 1.45}},
+            {u"出版日期"_s, u"pubdate"_s, Word}, {u"ISBN"_s, u"isbn"_s, Code, 1.45}},
         .Section3 = dateAndPages(),
     };
 }

@@ -125,6 +125,10 @@ private Q_SLOTS:
         QCOMPARE(data.cell(0, 0), u"a b"_s);
         QCOMPARE(data.cell(0, 1), QString());
         QCOMPARE(data.cell(0, 4) + u' ' + data.cell(0, 6), u"2025-01-02 2026-05-01"_s);
+        // What cataloguing calls a date of publication is any text.
+        Recordset books = rows(u"select 'I1/1' as ssh,'' as bookname,'' as author,'' as publisher,"
+                               "'' as pubplace,'2003-5-1' as pubdate,'' as isbn"_s);
+        QCOMPARE(ReportData(designOf(u"printGoodBook"_s), books).cell(0, 5), u"2003-5-1"_s);
     }
 
     void groupsHavePagesOfTheirOwn()
