@@ -2,8 +2,25 @@
 
 #include "frame/sublib.h"
 #include "frame/work.h"
+#include "platform/db/embedded.h"
 
 namespace quilla {
+
+namespace {
+
+/// The built-in library is named by no server and mostly by no database.
+QString databaseText(const Session& session)
+{
+    QString server = session.ServerName;
+    QString database = session.DatabaseName;
+    if (embeddedFileOf(ConnectionItems(session.ConnectionText))) {
+        if (server.isEmpty()) server = u"本机"_s;
+        if (database.isEmpty()) database = u"内置数据库"_s;
+    }
+    return u"当前数据库："_s + server + u"上的【"_s + database + u"】"_s;
+}
+
+} // namespace
 
 std::array<QString, 3> statusTexts(Session& session)
 {
@@ -11,7 +28,7 @@ std::array<QString, 3> statusTexts(Session& session)
     return {
         u"当前日期："_s + now.date.toString(u"yyyy年MM月dd日") + now.time.toString(u"HH时"),
         u"操作员：  "_s + session.OperatorName,
-        u"当前数据库："_s + session.ServerName + u"上的【"_s + session.DatabaseName + u"】"_s,
+        databaseText(session),
     };
 }
 

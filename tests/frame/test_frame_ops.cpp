@@ -282,6 +282,11 @@ private Q_SLOTS:
         QCOMPARE(status[0], u"当前日期：2026年03月10日09时"_s);
         QCOMPARE(status[1], u"操作员：  王馆员"_s);
         QCOMPARE(status[2], u"当前数据库：lib1上的【tsg】"_s);
+        m->session.ServerName.clear();
+        m->session.DatabaseName.clear();
+        const bool isBuiltIn = m->connectionText.contains(BuiltInDataSource);
+        QCOMPARE(statusTexts(m->session)[2],
+            isBuiltIn ? u"当前数据库：本机上的【内置数据库】"_s : u"当前数据库：上的【】"_s);
 
         m->send(u"update jhsk set yhdate='2026-03-09'"_s);
         for (const Answer answer : {Answer::No, Answer::Yes}) {
