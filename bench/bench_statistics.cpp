@@ -51,8 +51,8 @@ std::vector<Measured> measured(int year)
 
 void fill(TestLibrary& library, int loans)
 {
-    ScaleOptions options {50'000, 200'000, loans, 20'000, library.clock.now().date()};
-    if (loans < 100'000) options = {500, 2'000, loans, 200, library.clock.now().date()};
+    ScaleOptions options {50'000, 200'000, loans, 20'000, library.clock.now().date};
+    if (loans < 100'000) options = {500, 2'000, loans, 200, library.clock.now().date};
     Connection conn = library.factory.open(library.connectionText);
     conn.begin();
     fillScaleData(conn, options);
@@ -141,7 +141,7 @@ int main(int argc, char** argv)
     const QString file = library.folder.filePath(u"library.db"_s);
     std::optional<PlainBase> plain;
     if (QFile::exists(file)) plain.emplace(file);
-    for (const Measured& each : measured(library.clock.now().date().year() - 1)) {
+    for (const Measured& each : measured(library.clock.now().date.year() - 1)) {
         qsizetype rows = 0;
         const double ours = milliseconds([&] { rows = send(conn, each.statement); });
         std::printf("%-20s %6lld rows  ours %6.0f ms", each.name, static_cast<long long>(rows), ours);

@@ -2,6 +2,7 @@
 
 #include "database/resource_text.h"
 #include "platform/core/text.h"
+#include "platform/db/decimal.h"
 
 #include <QRegularExpression>
 
@@ -56,11 +57,9 @@ Error wrongArgument(const Procedure& procedure, const QString& what)
 /// Blanks around a whole number are passed over, and an empty text is 0.
 QString wholeNumber(const Procedure& procedure, const QString& text)
 {
-    const QString digits = text.trimmed();
-    bool isNumber = digits.isEmpty();
-    const int number = isNumber ? 0 : digits.toInt(&isNumber);
-    if (!isNumber) throw wrongArgument(procedure, u"“%1”不是整数。"_s.arg(text));
-    return QString::number(number);
+    const auto number = isBlank(text) ? 0 : readWhole(text);
+    if (!number || *number != qint32(*number)) throw wrongArgument(procedure, u"“%1”不是整数。"_s.arg(text));
+    return QString::number(*number);
 }
 
 std::size_t placeOf(const Procedure& procedure, QStringView parameter)

@@ -26,7 +26,7 @@ private Q_SLOTS:
             QVERIFY2(readDate(text) == moment, qPrintable(text));
         for (const QString& bad : {u""_s, u"2003"_s, u"2003-02-29"_s, u"2003-13-01"_s, u"03-01-05"_s,
                  u"2003-01/05"_s, u"2003-01-05x"_s, u"2003-01-05 24:00"_s, u"2003-01-05 8"_s, u"200301051"_s,
-                 u"２００３-01-05"_s, u"-2003-01-05"_s})
+                 u"２００３-01-05"_s, u"\t2003-01-05"_s, u"-2003-01-05"_s})
             QVERIFY2(!readDate(bad), qPrintable(bad));
     }
 

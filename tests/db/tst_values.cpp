@@ -54,7 +54,7 @@ private Q_SLOTS:
             {decimal(u"1.4999999999999999"_s), u"1.4999999999999999"_s, 1, 1.5, true},
             {decimal(u"0.00"_s), u"0.00"_s, 0, 0.0}, {Value(u" 12 "_s), u" 12 "_s, 12, 12.0, true},
             {Value(u"12a"_s), u"12a"_s, {}, {}}, {Value(u""_s), u""_s, {}, {}},
-            {Value(u"inf"_s), u"inf"_s, {}, {}}};
+            {Value(u"inf"_s), u"inf"_s, {}, {}}, {Value(u"\t5"_s), u"\t5"_s, {}, {}}};
         for (const auto& [value, text, integer, number, isTrue] : readings) {
             QCOMPARE(value.text(), text);
             QVERIFY2(value.integer() == integer && value.number() == number && value.isTrue() == isTrue,

@@ -16,7 +16,7 @@ ConnectionItems::ConnectionItems(const QString& text)
         const qsizetype sign = piece.indexOf(u'=');
         if (sign < 0) continue;
         items.emplace_back(
-            piece.first(sign).trimmed().toString(), piece.sliced(sign + 1).trimmed().toString());
+            trimBlanks(piece.first(sign)).toString(), trimBlanks(piece.sliced(sign + 1)).toString());
     }
 }
 

@@ -1,5 +1,7 @@
 #include "platform/db/decimal.h"
 
+#include "platform/core/text.h"
+
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -63,21 +65,35 @@ std::optional<double> quickNumber(QStringView text)
     return read.ec == std::errc() && read.ptr == end ? std::optional(number) : std::nullopt;
 }
 
+/// Tabs and their like, which Qt passes over when it reads a number.
+bool hasSpaceAround(QStringView text)
+{
+    return !text.isEmpty() && (text.front().isSpace() || text.back().isSpace());
+}
+
 } // namespace
 
 std::optional<double> readNumber(QStringView text)
 {
     if (const auto number = quickNumber(text)) return number;
-    text = text.trimmed();
+    text = trimBlanks(text);
     bool ok = false;
     const double number = text.toDouble(&ok);
     // "inf" and "nan" are no numbers to a database.
-    return ok && std::isfinite(number) ? std::optional(number) : std::nullopt;
+    return ok && std::isfinite(number) && !hasSpaceAround(text) ? std::optional(number) : std::nullopt;
+}
+
+std::optional<qint64> readWhole(QStringView text)
+{
+    text = trimBlanks(text);
+    bool ok = false;
+    const qint64 number = text.toLongLong(&ok);
+    return ok && !hasSpaceAround(text) ? std::optional(number) : std::nullopt;
 }
 
 std::optional<qint64> roundedDecimal(QStringView text)
 {
-    text = text.trimmed();
+    text = trimBlanks(text);
     bool negative = false;
     QStringView whole;
     QStringView fraction;
@@ -92,7 +108,7 @@ std::optional<qint64> roundedDecimal(QStringView text)
 
 QString roundedTo(QStringView text, int scale)
 {
-    text = text.trimmed();
+    text = trimBlanks(text);
     bool negative = false;
     QStringView whole;
     QStringView fraction;
@@ -123,7 +139,7 @@ Decimal::Decimal(bool negative, QString digits, int scale)
 
 std::optional<Decimal> Decimal::read(QStringView text)
 {
-    text = text.trimmed();
+    text = trimBlanks(text);
     const qsizetype mark = text.indexOf(u'e', 0, Qt::CaseInsensitive);
     bool ok = true;
     const int exponent = mark < 0 ? 0 : text.sliced(mark + 1).toInt(&ok);

@@ -11,6 +11,10 @@ namespace quilla {
 /// text that is none, also for an empty one.
 std::optional<double> readNumber(QStringView text);
 
+/// The whole number that a text holds, blanks around it ignored: sign and digits. Nothing for a text that is
+/// none, also for an empty one.
+std::optional<qint64> readWhole(QStringView text);
+
 /// The whole number nearest to a decimal text, an exact half away from zero, worked out on its digits.
 /// Nullopt for a text that is no number or lies outside 64 bits.
 std::optional<qint64> roundedDecimal(QStringView text);

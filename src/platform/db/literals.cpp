@@ -44,11 +44,8 @@ char* undoubleQuotes(char* begin, char* end)
 std::optional<qint64> exactWholeOf(const sql::Literal& literal)
 {
     if (const auto number = quickWhole(literal.text)) return number;
-    const QStringView text = literal.text.trimmed();
-    if (literal.quoted && text.isEmpty()) return 0;
-    bool ok = false;
-    const qint64 number = text.toLongLong(&ok);
-    return ok ? std::optional(number) : std::nullopt;
+    if (literal.quoted && isBlank(literal.text)) return 0;
+    return readWhole(literal.text);
 }
 
 std::optional<qint64> wholeNumberOf(const sql::Literal& literal)
@@ -60,7 +57,7 @@ std::optional<qint64> wholeNumberOf(const sql::Literal& literal)
 
 bool bitOf(const sql::Literal& literal)
 {
-    const QStringView text = literal.text.trimmed();
+    const QStringView text = trimBlanks(literal.text);
     if (text.compare(u"True", Qt::CaseInsensitive) == 0) return true;
     if (text.compare(u"False", Qt::CaseInsensitive) == 0) return false;
     const auto number = wholeNumberOf(literal);
@@ -69,7 +66,7 @@ bool bitOf(const sql::Literal& literal)
 
 double numberOf(const sql::Literal& literal, int scale)
 {
-    if (literal.quoted && literal.text.trimmed().isEmpty()) return 0;
+    if (literal.quoted && isBlank(literal.text)) return 0;
     const auto number = scale < 0 ? readNumber(literal.text) : readNumber(roundedTo(literal.text, scale));
     if (!number) throw cannotConvert(literal, u"数字");
     return *number;
@@ -77,7 +74,7 @@ double numberOf(const sql::Literal& literal, int scale)
 
 QString decimalOf(const sql::Literal& literal, int scale)
 {
-    const QStringView text = literal.text.trimmed();
+    const QStringView text = trimBlanks(literal.text);
     if (literal.quoted && text.isEmpty()) return u"0"_s;
     if (!readNumber(text)) throw cannotConvert(literal, u"数字");
     return scale < 0 ? text.toString() : roundedTo(text, scale);
