@@ -185,7 +185,7 @@ void DzaddFrm::layOut()
         Check1[flag].setText(caption);
         rules.emplace_back(QString(), Check1[flag++]);
     }
-    const Piece parameters = fields(3, rules);
+    const Piece parameters = fields(4, rules);
     build(*this,
         column(row(column(card, fields(1, {{m_memo, Memo}}), counts).grow(), column(ManPic, stretch())),
             group(Frame2, parameters), stretch(), m_whyNotSaved,

@@ -109,16 +109,17 @@ void DzglFrm::loadData(const QString& condition, const QString& order)
 bool DzglFrm::list()
 {
     const WaitCursor hourglass;
-    const auto found = listReaders(m_session, m_search, Grid1.cells());
-    if (!found) return false;
-    if (*found == 0) {
+    const auto listed = listReaders(m_session, m_search, Grid1.cells());
+    if (!listed) return false;
+    if (listed->found == 0) {
         m_search.condition.clear();
         Grid1Fresh();
         return true;
     }
-    iRowCount.setText(QString::number(*found));
+    iRowCount.setText(QString::number(listed->found));
     Grid1.setFormatString(FilledFormat);
     Grid1.setColWidths(Widths);
+    if (!listed->toTell.isEmpty()) m_session.prompt.inform(listed->toTell, OperationTitle);
     return true;
 }
 

@@ -185,7 +185,7 @@ void deleteCard(Session& session, const QString& code)
 
 } // namespace
 
-std::optional<qsizetype> listReaders(Session& session, const ReaderSearch& search, GridModel& grid)
+std::optional<ListedReaders> listReaders(Session& session, const ReaderSearch& search, GridModel& grid)
 {
     ResumingWork work(session);
     if (!work) return {};
@@ -198,13 +198,11 @@ std::optional<qsizetype> listReaders(Session& session, const ReaderSearch& searc
         const GridModel::Filling filling(grid);
         found = grid.bind(readers);
     });
-    if (found == 0) return found;
+    if (found == 0) return ListedReaders {};
     const qsizetype left = putBackExpired(session, work, showAllValid(grid));
-    work.release();
-    if (left > 0)
-        session.prompt.inform(
-            InUse.arg(u"%1 位读者的“超期”状态没有改回“有效”，"_s.arg(left)), OperationTitle);
-    return found;
+    ListedReaders listed {.found = found};
+    if (left > 0) listed.toTell = InUse.arg(u"%1 位读者的“超期”状态没有改回“有效”，"_s.arg(left));
+    return listed;
 }
 
 bool deleteReader(Session& session, const QString& code)

@@ -29,11 +29,17 @@ enum ReaderColumn {
 /// From so many readers on, a walk over them shows its progress and can be ended.
 inline constexpr qsizetype LongWalk = 500;
 
+/// What came of a listing.
+struct ListedReaders {
+    qsizetype found = 0;
+    QString toTell {}; ///< once the list stands before the operator; mostly empty
+};
+
 /// Fills the grid with the readers found, if there are any, and gives their number. Every line reads "有效"
 /// then: a card stored as "超期" is put back to it, other states stay in the database. Nullopt when no
 /// connection can be had; the grid is not touched then. Here as in every walk over readers another desk's
 /// writing is waited for once; what was not done is told.
-std::optional<qsizetype> listReaders(Session& session, const ReaderSearch& search, GridModel& grid);
+std::optional<ListedReaders> listReaders(Session& session, const ReaderSearch& search, GridModel& grid);
 
 /// Deletes the reader, unless books are out or can't be counted, which is told; asks before. False when the
 /// list stays as it is.

@@ -98,6 +98,9 @@ public:
     /// What stands in the grid while its first line is empty.
     void setHint(const QString& hint) { m_hint = hint; }
 
+    /// What stands in the grid while its first line is empty.
+    void setHint(const QString& hint) { m_hint = hint; }
+
     void keyboardSearch(const QString& text) override;
 
 Q_SIGNALS:
