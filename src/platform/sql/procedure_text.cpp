@@ -27,7 +27,8 @@ ProcedureText Parser::procedure()
     expectWord(u"procedure");
     result.name = objectName();
     do {
-        const QString parameter = name();
+        if (!isParameter(peek())) refuseHere(u"此处应为参数"_s);
+        const QString parameter = next().text.toString();
         result.parameters.push_back({parameter, typeName().width});
     } while (acceptSign(u","));
     expectWord(u"as");
