@@ -130,7 +130,7 @@ private Q_SLOTS:
         appear(desk);
         {
             QMessageBox box;
-            const ScanGuard guard(box);
+            const ScanGuard guard(box, {});
             typeAtDesk(desk, u"\rB1\ry"_s);
             box.setModal(true);
             box.show();
@@ -140,6 +140,29 @@ private Q_SLOTS:
         QSignalSpy scans(&desk, &QLineEdit::returnPressed);
         QTRY_COMPARE(desk.text(), u"B1y"_s);
         QCOMPARE(scans.size(), 1);
+    }
+
+    /// The page was turned meanwhile: on the other page the scan would do something else.
+    void scansForABoxThatIsGone()
+    {
+        QWidget desk;
+        QLineEdit charge(&desk);
+        QLineEdit discharge(&desk);
+        appear(desk);
+        charge.setFocus();
+        QTimer::singleShot(0, this, [] { queueKeys(u"B1\rB2"_s); });
+        QTimer::singleShot(
+            200, this, [] { qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->close(); });
+        DialogPrompt().warn(u"此读者借书额已满，不能再借新书！"_s);
+        charge.hide();
+        discharge.setFocus();
+        QString told;
+        whenShown<QMessageBox>([&](QMessageBox& box) {
+            told = box.text();
+            box.close();
+        });
+        QTRY_VERIFY(told.contains(u"B1\nB2"));
+        QCOMPARE(charge.text() + discharge.text(), QString());
     }
 
     void handsReachTheBox()

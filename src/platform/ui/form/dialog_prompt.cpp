@@ -1,5 +1,6 @@
 #include "platform/ui/form/dialog_prompt.h"
 
+#include "platform/ui/form/wait_cursor.h"
 #include "platform/ui/form/window_in_use.h"
 #include "platform/ui/scan/scan_guard.h"
 
@@ -47,11 +48,13 @@ Answer answerOf(const QMessageBox& box, const Message& message)
     return yes ? Answer::Yes : Answer::No;
 }
 
-/// The pointer while a box waits for its answer, also over the hourglass of the operation below.
-struct ArrowCursor {
-    ArrowCursor() { QGuiApplication::setOverrideCursor(Qt::ArrowCursor); }
-    ~ArrowCursor() { QGuiApplication::restoreOverrideCursor(); }
-};
+void tellUnserved(const QStringList& scans)
+{
+    DialogPrompt().warn(
+        u"提示框打开期间扫描的条码没有处理：\n%1\n原来的输入框已不在当前页面，请重新扫描。"_s.arg(
+            scans.join(u'\n')),
+        OperationTitle);
+}
 
 } // namespace
 
@@ -64,7 +67,7 @@ Answer DialogPrompt::show(const Message& message)
     box.setText(message.text);
     box.setIcon(pictureOf(message.icon));
     addAnswers(box, message);
-    const ScanGuard guard(box);
+    const ScanGuard guard(box, tellUnserved);
     box.exec();
     return answerOf(box, message);
 }

@@ -14,4 +14,13 @@ public:
     WaitCursor& operator=(const WaitCursor&) = delete;
 };
 
+/// The pointer over a window that waits for the operator, also above the hourglass of the operation below.
+class ArrowCursor {
+public:
+    ArrowCursor() { QGuiApplication::setOverrideCursor(Qt::ArrowCursor); }
+    ~ArrowCursor() { QGuiApplication::restoreOverrideCursor(); }
+    ArrowCursor(const ArrowCursor&) = delete;
+    ArrowCursor& operator=(const ArrowCursor&) = delete;
+};
+
 } // namespace quilla

@@ -48,9 +48,11 @@ ScanBacklog::ScanBacklog(QWidget& window)
     connect(&m_next, &QTimer::timeout, this, &ScanBacklog::serve);
 }
 
-void ScanBacklog::append(const Scan& scan)
+void ScanBacklog::append(const Scan& scan, QWidget* target, const Tell& tellUnserved)
 {
-    m_keys.insert(m_keys.end(), scan.begin(), scan.end());
+    for (const ScanKey& key : scan)
+        m_keys.push_back({key, target != nullptr, target});
+    m_tellUnserved = tellUnserved;
     qApp->installEventFilter(this);
     m_next.start(0);
 }
@@ -62,7 +64,7 @@ bool ScanBacklog::eventFilter(QObject* watched, QEvent* event)
     if (!widget || widget->window() != &m_window) return false;
     const auto& key = static_cast<const QKeyEvent&>(*event);
     if (!isScanned(key) && !isEnter(key.key())) return false;
-    m_keys.push_back({key.key(), key.text()});
+    m_keys.push_back({{key.key(), key.text()}});
     return true;
 }
 
@@ -72,21 +74,44 @@ void ScanBacklog::serve()
     if (m_serving || (modal && modal != &m_window)) return m_next.start(BoxPause);
     const QPointer<ScanBacklog> self(this);
     m_serving = true;
-    for (const ScanKey& key : takeScan()) {
-        if (QWidget* control = m_window.focusWidget()) pressKey(*control, key);
-        if (!self) return;
-    }
+    if (!serveNext() || !self) return;
     m_serving = false;
-    if (m_keys.empty())
-        qApp->removeEventFilter(this);
-    else
-        m_next.start(0);
+    if (!m_keys.empty()) return m_next.start(0);
+    qApp->removeEventFilter(this);
+    tellRest();
 }
 
-Scan ScanBacklog::takeScan()
+/// False when the window went with the scan.
+bool ScanBacklog::serveNext()
 {
-    Scan scan;
-    while (!m_keys.empty() && (scan.empty() || !isEnter(scan.back().code))) {
+    const std::vector<Waiting> scan = takeScan();
+    const bool bound = scan.front().bound;
+    const QPointer<QWidget> target = scan.front().target;
+    if (bound && (!target || !target->isVisible())) {
+        QString text;
+        for (const Waiting& each : scan)
+            if (!isEnter(each.key.code)) text += each.key.text;
+        if (!text.isEmpty()) m_unserved.append(text);
+        return true;
+    }
+    if (bound) target->setFocus(); // it selects its text, and the scan takes its place
+    const QPointer<ScanBacklog> self(this);
+    for (const Waiting& each : scan) {
+        if (QWidget* control = bound ? target.data() : m_window.focusWidget()) pressKey(*control, each.key);
+        if (!self) return false;
+    }
+    return true;
+}
+
+void ScanBacklog::tellRest()
+{
+    if (!m_unserved.isEmpty() && m_tellUnserved) m_tellUnserved(std::exchange(m_unserved, {}));
+}
+
+std::vector<ScanBacklog::Waiting> ScanBacklog::takeScan()
+{
+    std::vector<Waiting> scan;
+    while (!m_keys.empty() && (scan.empty() || !isEnter(scan.back().key.code))) {
         scan.push_back(std::move(m_keys.front()));
         m_keys.pop_front();
     }

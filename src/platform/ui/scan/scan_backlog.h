@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <QTimer>
 
 #include <deque>
+#include <functional>
 #include <vector>
 
 class QKeyEvent;
@@ -24,8 +26,9 @@ bool isEnter(int key);
 void pressKey(QWidget& control, const ScanKey& key);
 
 /// What was scanned while a window was not to be reached, given to it once no box is in the way: one scan a
-/// turn of the event loop, each to where the one before it left the focus. What is typed into the window
-/// meanwhile goes behind, so that no two scans mix. Belongs to the window.
+/// turn of the event loop, each to the control it was scanned into, as long as that shows. What is typed into
+/// the window meanwhile goes behind, to where the focus is then, so that no two scans mix. Belongs to the
+/// window.
 class ScanBacklog final : public QObject {
     Q_OBJECT
 
@@ -33,18 +36,31 @@ public:
     /// The window's backlog.
     static ScanBacklog& of(QWidget& window);
 
-    /// A scan, or the beginning of one that the keys to come go on with.
-    void append(const Scan& scan);
+    /// Tells the scans whose control does not show any more.
+    using Tell = std::function<void(const QStringList& scans)>;
+
+    /// A scan for `target`, or the beginning of one that the keys to come go on with.
+    void append(const Scan& scan, QWidget* target, const Tell& tellUnserved);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    struct Waiting {
+        ScanKey key;
+        bool bound = false; ///< to `target`, which may be gone; else to where the focus is
+        QPointer<QWidget> target {};
+    };
+
     explicit ScanBacklog(QWidget& window);
     void serve();
-    Scan takeScan();
+    bool serveNext();
+    void tellRest();
+    std::vector<Waiting> takeScan();
 
     QWidget& m_window;
-    std::deque<ScanKey> m_keys;
+    std::deque<Waiting> m_keys;
+    QStringList m_unserved;
+    Tell m_tellUnserved;
     QTimer m_next;
     bool m_serving = false; ///< the window is at work on a scan
 };

@@ -15,9 +15,11 @@ constexpr int ScannerPause = 50; // milliseconds
 
 } // namespace
 
-ScanGuard::ScanGuard(QWidget& box)
+ScanGuard::ScanGuard(QWidget& box, ScanBacklog::Tell tellUnserved)
     : m_box(box)
     , m_desk(windowInUse())
+    , m_target(m_desk ? m_desk->focusWidget() : nullptr)
+    , m_tellUnserved(std::move(tellUnserved))
     , m_blocked(box, [this](const QKeyEvent& event) { holdEarly(event); })
 {
     m_pause.setSingleShot(true);
@@ -31,7 +33,7 @@ ScanGuard::~ScanGuard()
     if (!m_held.empty()) m_scans.push_back(std::move(m_held));
     if (!m_desk) return;
     for (const Scan& scan : m_scans)
-        ScanBacklog::of(*m_desk).append(scan);
+        ScanBacklog::of(*m_desk).append(scan, m_target, m_tellUnserved);
 }
 
 bool ScanGuard::eventFilter(QObject* watched, QEvent* event)

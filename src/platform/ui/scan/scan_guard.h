@@ -11,15 +11,17 @@ namespace quilla {
 ///
 /// A scanner is a keyboard that never looks at the screen: while a box waits, the letters of the next
 /// barcode could press its buttons and the Enter after them its default one. A run of characters too
-/// fast for a hand is therefore held back, with its Enter, and given to the control that has the focus
-/// once the box is gone, one scan after the other. A single key, and an Enter by itself, reach the box. What
-/// was scanned before the box had the focus, also while the operation below was at work, never answers it.
+/// fast for a hand is therefore held back, with its Enter, and given to the control that had the focus below,
+/// once the box is gone, one scan after the other. If that control does not show any more, the scans are told
+/// instead: on another page they would mean something else. A single key, and an Enter by itself, reach the
+/// box. What was scanned before the box had the focus, also while the operation below was at work, never
+/// answers it.
 class ScanGuard final : public QObject {
     Q_OBJECT
 
 public:
     /// Guards `box` for as long as it lives.
-    explicit ScanGuard(QWidget& box);
+    ScanGuard(QWidget& box, ScanBacklog::Tell tellUnserved);
     /// Hands on what was held back.
     ~ScanGuard() override;
 
@@ -32,6 +34,8 @@ private:
 
     QWidget& m_box;
     QPointer<QWidget> m_desk; ///< the window that was active before the box
+    QPointer<QWidget> m_target; ///< the control in it that the scans are for
+    ScanBacklog::Tell m_tellUnserved;
     QTimer m_pause;
     Scan m_held; ///< of the run that is coming in
     std::vector<Scan> m_scans;
