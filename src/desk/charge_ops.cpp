@@ -213,16 +213,17 @@ QString loanInsert(const Session& session, const Loan& loan, const QString& toda
             loan.readercode, loan.barcode, today, due, session.OperatorName, QString::number(*loan.renewals));
 }
 
-/// Loan, copy and reader, and the reservation where it ends. Whether the copy changed.
+/// Loan, copy and reader, and the reservation where it ends. Whether they may stand: the copy changed, and
+/// the due date is sure.
 bool sendLoan(ResumingWork& writes, const Loan& loan)
 {
     Session& session = writes.session();
     if (loan.reservation == Reservation::Postponed)
         writes.send(u"update yyk set barcode='',orderstatus=0 where barcode='%1'"_s.arg(loan.barcode));
     const QString today = isoDate(GetServerDate(session));
-    const QString due = isoDate(ComputeDueDate(session, loan.days));
+    const DueDate due = dueDateFor(session, loan.days);
     writes.endTransactionOnFailure(); // the two dates forgot what failed before them
-    writes.send(loanInsert(session, loan, today, due));
+    writes.send(loanInsert(session, loan, today, isoDate(due.date)));
     const auto changed = writes.send(
         u"update SCK set borrowstatus=0,bookstatus='借出' where bookstatus<>'丢失' and  bookstatus<>'注销' and barcode='%1'"_s
             .arg(loan.barcode));
@@ -231,7 +232,7 @@ bool sendLoan(ResumingWork& writes, const Loan& loan)
     writes.send(
         u"update DZK set orderbook=orderbook+1%1 where ReaderCode='%2'"_s.arg(reserved, loan.readercode));
     if (fulfilled) writes.send(u"delete yyk where barCode='%1'"_s.arg(loan.barcode));
-    return changed.value_or(0) > 0;
+    return changed.value_or(0) > 0 && due.certain;
 }
 
 ChargeResult writeLoan(Session& session, const Loan& loan)
@@ -271,10 +272,7 @@ ChargeResult charge(
     ResumingWork reads(session);
     if (!reads) return Charged;
 
-    Loan loan;
-    loan.barcode = doubled(barcode);
-    loan.readercode = doubled(readercode);
-    loan.renewals = manner.renewals;
+    Loan loan {.barcode = doubled(barcode), .readercode = doubled(readercode), .renewals = manner.renewals};
     if (const auto objection = examine(reads, manner, loan)) return refuse(session, desk, *objection);
 
     if (const auto hold = findLiveHold(reads, loan.barcode)) {

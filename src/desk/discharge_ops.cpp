@@ -63,7 +63,7 @@ qint64 holdDays(ResumingWork& reads, const QString& readercode)
 {
     const Recordset row = reads.select(
         u"select orderday,yordercshu from dzk where readercode='%1'"_s.arg(doubled(readercode)));
-    return row.eof() ? DefaultHoldDays : row.field(u"orderday").integer().value_or(0);
+    return row.eof() ? DefaultHoldDays : row.field(u"orderday").integer().value_or(DefaultHoldDays);
 }
 
 /// Outside the transaction: the return stands whatever becomes of the offer.

@@ -36,19 +36,25 @@ QDate moveOverHolidays(QDate start, int days, const std::vector<Holiday>& holida
     return due;
 }
 
-Moment ComputeDueDate(Session& session, qint16 days)
+DueDate dueDateFor(Session& session, qint16 days)
 {
     ResumingWork work(session);
-    if (!work) return {zeroDate()};
+    if (!work) return {{zeroDate()}};
+    const bool certain = work.connection().isOpen();
     Recordset rows = work.select(u"Select code From Global Where type='holiday' Order by code");
     const Moment now = GetServerDate(session);
-    if (rows.eof()) return now.addDays(days);
+    if (rows.eof()) return {now.addDays(days), certain};
 
     std::vector<Holiday> holidays;
     for (; !rows.eof(); rows.next()) {
         if (const auto holiday = readHoliday(rows.field(0).text())) holidays.push_back(*holiday);
     }
-    return {moveOverHolidays(now.date, days, holidays)};
+    return {{moveOverHolidays(now.date, days, holidays)}};
+}
+
+Moment ComputeDueDate(Session& session, qint16 days)
+{
+    return dueDateFor(session, days).date;
 }
 
 } // namespace quilla

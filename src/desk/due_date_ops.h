@@ -20,9 +20,18 @@ std::optional<Holiday> readHoliday(const QString& code);
 /// the holiday's length: a fixed rule of this library.
 QDate moveOverHolidays(QDate start, int days, const std::vector<Holiday>& holidays);
 
+/// A due date, and whether the calendar behind it could be asked for: not, when the database did not open and
+/// the operator answered that he would not enter its settings anew. Nothing may be committed then.
+struct DueDate {
+    Moment date;
+    bool certain = true;
+};
+
 /// The due date of a loan of `days` made now, over the holiday calendar. With an empty calendar the
 /// server's date plus `days`, with its time of day; the zero date when no connection can be had. Forgets
 /// the session's error.
 Moment ComputeDueDate(Session& session, qint16 days);
+/// The same, and how sure it is.
+DueDate dueDateFor(Session& session, qint16 days);
 
 } // namespace quilla

@@ -213,6 +213,25 @@ private Q_SLOTS:
         storeConnectionText(m->session, m->connectionText);
     }
 
+    /// The database went after the transaction had begun, and the operator answered No: a due date without
+    /// the holidays must not be stored, though the transaction itself could be committed.
+    void calendarOutOfReach()
+    {
+        const QString before = m->everything();
+        m->factory.setHook([&](QStringView statement) {
+            if (statement == u"begin")
+                m->settings.set(StoredText::Application.toString(), StoredText::Section.toString(),
+                    StoredText::Key.toString(),
+                    u"DSN=青简内置数据库;UID=a;PWD=;Database=/nowhere/at/all.db;"_s);
+        });
+        m->prompt.expectStart(u"对不起，连接数据库失败！错误原因如下：\n"_s).answer(Answer::No);
+        m->prompt.expectStart(u"获取服务器日期时出现错误！原因如下：\n"_s);
+        QCOMPARE(charge(), -1);
+        m->factory.setHook({});
+        storeConnectionText(m->session, m->connectionText);
+        QCOMPARE(m->everything(), before);
+    }
+
     void eachStatement_data()
     {
         cases<QString, QString, int, QString, bool>({
