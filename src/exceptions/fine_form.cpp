@@ -23,9 +23,11 @@ FKmangerFrm::FKmangerFrm(Session& session, const QString& entryMode, QWidget* pa
 {
     setObjectName(u"FKmangerFrm"_s);
     setWindowTitle(u"罚款管理"_s);
-    QUILLA_NAMES(Text1, Check1, SSTab1, lXinXi, Grid1, Command1);
+    QUILLA_NAMES(Text1, Check1, SSTab1, lXinXi, lSum, lHint, Grid1, Command1);
     setCaptions(Check1, {u"超期"_s, u"污损"_s, u"丢失"_s});
     setCaptions(Command1, {u"&A 保存增加"_s, u"&S  保存"_s, u"&X  关闭"_s});
+    lHint.setWordWrap(true);
+    setTone(lHint, Tone::Warning);
     layOut();
     wire();
     Grid1[0].setUp(2, LoanFormat, LoanWidths);
@@ -35,6 +37,8 @@ FKmangerFrm::FKmangerFrm(Session& session, const QString& entryMode, QWidget* pa
         Text1[FineBox::due(kind)].setEnabled(false);
     for (int index = FineBox::ReaderCode; index <= FineBox::Title; ++index)
         Text1[index].setEnabled(entryMode != u"E");
+    if (entryMode == u"E") Command1[1].setFocus(); // a key meant for the desk must not tick a kind
+    showSum();
 }
 
 Piece FKmangerFrm::pageOf(FineKind kind, const QString& caption)
@@ -63,7 +67,7 @@ void FKmangerFrm::layOut()
                 {{u"超期罚款"_s, overdue}, {u"污损罚款"_s, defile}, {u"丢失罚款"_s, lost},
                     {u"借阅明细"_s, Piece(Grid1[0]).grow()}, {u"罚款明细"_s, Piece(Grid1[1]).grow()}})
                 .grow(),
-            row(stretch(), Command1[0], Command1[1], Command1[2])));
+            row(lSum, room(16), Piece(lHint).grow(), Command1[0], Command1[1], Command1[2])));
     resize(pixelsOf(9600, *this), pixelsOf(5400, *this));
 }
 
@@ -78,14 +82,37 @@ void FKmangerFrm::wire()
         QCheckBox& box = Check1[int(kind)];
         // the look-up of a box just left comes before the tick, which it would clear
         connect(&box, &QCheckBox::pressed, &box, [&box] { ControlKeys::runWaitingLeaves(box); });
-        connect(&box, &QCheckBox::toggled, this, [this, kind] { m_fines.kindChanged(kind); });
+        connect(&box, &QCheckBox::toggled, this, [this, kind] {
+            m_fines.kindChanged(kind);
+            showSum();
+        });
         onClick(box, [this, kind] {
             if (isTicked(kind)) SSTab1.setCurrentIndex(int(kind));
         });
     }
+    for (const FineKind kind : FineKinds)
+        connect(&Text1[FineBox::taken(kind)], &QLineEdit::textChanged, this, [this] { showSum(); });
+    connect(&Text1[FineBox::Barcode], &QLineEdit::textChanged, this, [this] { showSum(); });
     onClick(Command1[0], [this] { m_fines.save(0); });
     onClick(Command1[1], [this] { m_fines.save(1); });
     onClick(Command1[2], [this] { reject(); });
+}
+
+/// What the reader pays in all. A copy on its due date has no kind of its own, and the desk hands it over
+/// even so: then a sentence says what can be done.
+void FKmangerFrm::showSum()
+{
+    Decimal sum;
+    bool anyKind = false;
+    for (const FineKind kind : FineKinds) {
+        anyKind = anyKind || isTicked(kind);
+        if (isTicked(kind)) sum = sum + Decimal::read(box(FineBox::taken(kind))).value_or(Decimal());
+    }
+    lSum.setText(u"合计："_s + sum.fixed(2));
+    const bool bookWithoutKind = !anyKind && !box(FineBox::Barcode).isEmpty();
+    lHint.setText(bookWithoutKind
+            ? u"此书没有超期罚款，不能直接保存；如有污损或丢失，请先勾选罚款类别，否则请关闭本窗口。"_s
+            : QString());
 }
 
 QString FKmangerFrm::box(int index) const

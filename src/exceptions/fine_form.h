@@ -33,6 +33,8 @@ public:
     QCheckBox Check1[3];
     QTabWidget SSTab1;
     QLabel lXinXi[3]; ///< how the amounts came about
+    QLabel lSum; ///< of what is taken for the kinds that are ticked
+    QLabel lHint; ///< what can be done while no kind is ticked
     FlexGrid Grid1[2]; ///< open loans, fines taken
     QPushButton Command1[3];
 
@@ -53,6 +55,7 @@ private:
     void layOut();
     Piece pageOf(FineKind kind, const QString& caption);
     void wire();
+    void showSum();
 
     FineHandling m_fines;
 };

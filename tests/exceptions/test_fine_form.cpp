@@ -80,10 +80,13 @@ private Q_SLOTS:
         for (int index = 0; index < 4; ++index)
             QVERIFY(!m_form->Text1[index].isEnabled());
         QVERIFY(!m_form->Check1[0].isEnabled() && !m_form->Check1[0].isChecked());
+        QCOMPARE(focusName(), u"Command1(1)"_s);
+        QVERIFY(m_form->lHint.text().contains(u"没有超期罚款"));
         m->prompt.expect(u"请选择罚款类别（罚款原因）。"_s); // due today: no fine of its own
         m_form->Command1[1].click();
         QCOMPARE(focusName(), u"Check1(1)"_s);
         QTest::keyClick(&m_form->Check1[1], Qt::Key_Space);
+        QCOMPARE(m_form->lSum.text() + m_form->lHint.text(), u"合计：10.00"_s);
         m_form->Command1[0].click();
         QVERIFY(!m_form->isVisible());
         QCOMPARE(m->value(u"select cause,sfmoney from fkk"_s), u"污损|10"_s);

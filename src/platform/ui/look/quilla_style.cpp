@@ -116,6 +116,19 @@ void QuillaStyle::drawGroupFrame(QPainter* painter, const QStyleOption* option) 
     painter->restore();
 }
 
+/// Around a tick, a tab or a picture, also where the program has set the focus. Buttons and lists show it on
+/// their own frame.
+void QuillaStyle::drawFocusRing(QPainter* painter, const QStyleOption* option, const QWidget* widget) const
+{
+    if (qobject_cast<const QPushButton*>(widget) || qobject_cast<const QComboBox*>(widget)) return;
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(m_theme.accent, 1.5));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRoundedRect(QRectF(option->rect).adjusted(0.75, 0.75, -0.75, -0.75), Corner, Corner);
+    painter->restore();
+}
+
 /// A pen between two pixels, so that no side is lost where a point is one and a half of them.
 void QuillaStyle::drawListFrame(QPainter* painter, const QStyleOption* option) const
 {
@@ -170,6 +183,8 @@ void QuillaStyle::drawPrimitive(
         return painter->fillRect(option->rect, option->palette.brush(QPalette::Base));
     case PE_FrameGroupBox:
         return drawGroupFrame(painter, option);
+    case PE_FrameFocusRect:
+        return drawFocusRing(painter, option, widget);
     case PE_Frame:
         return drawListFrame(painter, option);
     case PE_FrameWindow:

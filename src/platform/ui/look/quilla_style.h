@@ -39,6 +39,7 @@ private:
         QPainter* painter, const QRect& rect, const QColor& face, const QColor& edge, bool ring) const;
     void drawComboBox(QPainter* painter, const QStyleOptionComboBox& list) const;
     void drawButtonFace(QPainter* painter, const QStyleOption* option) const;
+    void drawFocusRing(QPainter* painter, const QStyleOption* option, const QWidget* widget) const;
     void drawGroupFrame(QPainter* painter, const QStyleOption* option) const;
     void drawListFrame(QPainter* painter, const QStyleOption* option) const;
     QRect groupPart(const QStyleOptionGroupBox& group, SubControl part) const;
