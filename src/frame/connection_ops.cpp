@@ -45,6 +45,15 @@ QString buildConnectionText(const ConnectionInput& input)
     return text;
 }
 
+ConnectionInput connectionInputOf(const QString& connectionText)
+{
+    const ConnectionItems items(connectionText);
+    const auto value
+        = [&](QStringView key) { return items.value(key).value_or(QString()).replace(u"''"_s, u"'"_s); };
+    return {items.value(u"DSN").value_or(QString()), value(u"UID"), value(u"PWD"),
+        items.value(u"Driver").value_or(QString()), value(u"Server"), value(u"Database")};
+}
+
 bool saveConnection(Session& session, const ConnectionInput& input)
 {
     try {
@@ -53,6 +62,8 @@ bool saveConnection(Session& session, const ConnectionInput& input)
         session.prompt.inform(error.text, ConnectionTitle);
         return false;
     }
+    // As they were typed, while the stored text doubles their quotes: the status bar shows them, and the next
+    // start takes them out of the text with the quotes doubled.
     session.ServerName = input.server;
     session.DatabaseName = input.database;
     return true;

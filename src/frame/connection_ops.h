@@ -30,6 +30,9 @@ std::optional<Refusal> checkConnectionInput(const ConnectionInput& input);
 /// The stored form of the input. Values have their quotes doubled, as every program of the suite does.
 QString buildConnectionText(const ConnectionInput& input);
 
+/// What the dialog holds for a stored text; all empty when there is none.
+ConnectionInput connectionInputOf(const QString& connectionText);
+
 /// Stores the input and makes it the session's. False when it could not be stored, which is told.
 bool saveConnection(Session& session, const ConnectionInput& input);
 

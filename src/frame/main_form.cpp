@@ -23,6 +23,31 @@ namespace {
 
 const QString ProgramTitle = u"Quilla青简总馆V4.1-----------------------青简台"_s;
 
+/// The frame of a screen in the client area. A screen that closes itself takes its frame along: an empty one
+/// would come up again, with what was typed still in the hidden boxes.
+class ScreenFrame final : public QMdiSubWindow {
+public:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (watched != widget() || event->type() != QEvent::Close || m_closing)
+            return QMdiSubWindow::eventFilter(watched, event);
+        event->ignore();
+        close();
+        return true;
+    }
+
+protected:
+    void closeEvent(QCloseEvent* event) override
+    {
+        m_closing = true;
+        QMdiSubWindow::closeEvent(event);
+        m_closing = false;
+    }
+
+private:
+    bool m_closing = false; ///< the close of the screen comes from here
+};
+
 } // namespace
 
 LtMainFrm::LtMainFrm(const Outputs& outputs, Session& session, const ScreenRegister& screens)
@@ -78,6 +103,7 @@ void LtMainFrm::makeToolbar()
 {
     addToolBar(Toolbar1);
     Toolbar1->setMovable(false);
+    Toolbar1->setContextMenuPolicy(Qt::PreventContextMenu); // its menu would hide it for good
     Toolbar1->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     Toolbar1->setIconSize(QSize(32, 32));
     for (const ToolEntry& tool : toolbar()) {
@@ -163,7 +189,9 @@ QMdiSubWindow* LtMainFrm::frameOf(QWidget* screen)
 {
     if (!screen->testAttribute(Qt::WA_Resized)) screen->adjustSize();
     const QSize wanted = screen->size();
-    QMdiSubWindow* window = Client.addSubWindow(screen);
+    auto* window = new ScreenFrame;
+    window->setWidget(screen);
+    Client.addSubWindow(window);
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setWindowIcon(windowIcon());
     const QMargins border = window->contentsMargins();
@@ -191,7 +219,7 @@ void LtMainFrm::showBeside(const QString& key, QWidget* screen)
         window->show();
         settle(*window, qobject_cast<ListScreen*>(screen));
     }
-    window->show();
+    window->isMinimized() ? window->showNormal() : window->show();
     window->raise();
     Client.setActiveSubWindow(window);
 }

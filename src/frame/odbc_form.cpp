@@ -22,6 +22,7 @@ frmODBC::frmODBC(Session& session, QWidget* parent)
     layOut();
     enterAsTab({cboDSNList, txtUID, txtPWD, cboDrivers, txtServer, txtDatabase});
     connect(&cboDSNList, &QComboBox::currentIndexChanged, this, &frmODBC::followDataSource);
+    showInput(connectionInputOf(m_session.ConnectionText));
     onClick(cmdOK, [this] { save(); });
     onClick(cmdCeshi, [this] { test(); });
     onClick(cmdCancel, [this] { reject(); });
@@ -48,6 +49,22 @@ void frmODBC::followDataSource()
     for (QWidget* box : std::initializer_list<QWidget*> {&txtServer, &cboDrivers, &txtDatabase})
         box->setEnabled(none);
     if (cboDSNList.hasFocus()) focusNextChild();
+}
+
+void frmODBC::showInput(const ConnectionInput& input)
+{
+    if (!input.dataSource.isEmpty()) {
+        if (cboDSNList.findText(input.dataSource) < 0) cboDSNList.addItem(input.dataSource);
+        cboDSNList.setCurrentText(input.dataSource);
+    }
+    if (!input.driver.isEmpty()) {
+        if (cboDrivers.findText(input.driver) < 0) cboDrivers.addItem(input.driver);
+        cboDrivers.setCurrentText(input.driver);
+    }
+    txtUID.setText(input.user);
+    txtPWD.setText(input.password);
+    txtServer.setText(input.server);
+    txtDatabase.setText(input.database);
 }
 
 ConnectionInput frmODBC::input() const
@@ -87,6 +104,7 @@ void frmODBC::test()
 
 void DialogConnectionEditor::editConnection()
 {
+    const ArrowCursor arrow;
     frmODBC form(*m_session, windowInUse());
     form.exec();
 }

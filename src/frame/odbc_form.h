@@ -32,6 +32,7 @@ public:
 private:
     void layOut();
     void followDataSource();
+    void showInput(const ConnectionInput& input);
     ConnectionInput input() const;
     bool isComplete();
     void save();

@@ -5,7 +5,9 @@
 #include "frame/main_form.h"
 #include "frame/odbc_form.h"
 #include "frame/password_form.h"
+#include "platform/db/connection_text.h"
 #include "platform/report/report_preview.h"
+#include "platform/ui/form/access_keys.h"
 #include "readers/reader_list_form.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
@@ -133,6 +135,43 @@ private Q_SLOTS:
         }
     }
 
+    /// A minimised screen comes back, and one that closes itself leaves no empty frame with a password in it.
+    void framesFollowTheirScreens()
+    {
+        LtMainFrm window(m_work->place, m->session, allScreens());
+        appear(window);
+        window.openScreen(u"EditPassFrm"_s);
+        auto* password = window.findChild<EditPassFrm*>();
+        password->Text1[1].setText(u"geheim"_s);
+        QMdiSubWindow* frame = window.Client.activeSubWindow();
+        frame->showMinimized();
+        window.openScreen(u"EditPassFrm"_s);
+        QVERIFY(!frame->isMinimized() && password->isVisible());
+        password->CmdCancel.click();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(window.Client.subWindowList().size(), 0);
+        window.openScreen(u"EditPassFrm"_s);
+        QCOMPARE(window.findChild<EditPassFrm*>()->Text1[1].text(), QString());
+        QVERIFY(window.findChild<EditPassFrm*>()->isVisible());
+    }
+
+    /// The letter of the active screen comes before that of the menu, which asks to leave the program.
+    void lettersOfTheActiveScreen()
+    {
+        const AccessKeys keys;
+        LtMainFrm window(m_work->place, m->session, allScreens());
+        appear(window);
+        window.openScreen(u"TsjhFrm"_s);
+        auto* desk = window.findChild<TsjhFrm*>();
+        QTest::keyClick(&desk->TxtReaderCode, Qt::Key_J, Qt::AltModifier); // nobody's
+        QCOMPARE(desk->TxtReaderCode.text(), QString());
+        window.openScreen(u"DzglFrm"_s);
+        QPointer<QWidget> list = window.Client.activeSubWindow()->widget();
+        QTest::keyClick(list, Qt::Key_Q, Qt::AltModifier);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!list);
+    }
+
     void typesOpenAsDialog()
     {
         const auto& screens = allScreens();
@@ -165,7 +204,12 @@ private Q_SLOTS:
     void connectionDialog()
     {
         frmODBC dialog(m->session);
+        QCOMPARE(dialog.cboDSNList.currentText(), BuiltInDataSource); // what is stored now
+        QVERIFY(m->connectionText.endsWith(dialog.txtDatabase.text() + u';'));
         appear(dialog);
+        dialog.cboDSNList.setCurrentIndex(0);
+        for (TextBox* box : {&dialog.txtUID, &dialog.txtPWD, &dialog.txtServer, &dialog.txtDatabase})
+            box->clear();
         QTest::keyClicks(&dialog.txtUID, u"sa"_s);
         QTest::keyClicks(&dialog.txtServer, u"x"_s);
         QTest::keyClicks(&dialog.txtDatabase, u"left"_s);
@@ -175,7 +219,8 @@ private Q_SLOTS:
         QCOMPARE(m->session.ConnectionText, m->connectionText);
         dialog.txtUID.clear();
         dialog.cboDSNList.setFocus();
-        dialog.cboDSNList.setCurrentIndex(1);
+        dialog.cboDSNList.addItem(u"lib"_s);
+        dialog.cboDSNList.setCurrentText(u"lib"_s);
         QVERIFY(!dialog.txtServer.isEnabled());
         QVERIFY(dialog.txtUID.hasFocus());
         dialog.cmdOK.setFocus();

@@ -137,6 +137,10 @@ private Q_SLOTS:
     {
         QCOMPARE(buildConnectionText({{}, u"o'neil"_s, u"a'b"_s, u"SQL Server"_s, u"s'1"_s, u"t'g"_s}),
             u"PROVIDER=MSDASQL;Driver=SQL Server;Server=s''1;UID=o''neil;PWD=a''b;Database=t''g;"_s);
+        const ConnectionInput typed {{}, u"o'neil"_s, u"a'b"_s, u"SQL Server"_s, u"s'1"_s, u"t'g"_s};
+        const ConnectionInput read = connectionInputOf(buildConnectionText(typed));
+        QCOMPARE(read.user + read.password + read.driver + read.server + read.database,
+            u"o'neila'bSQL Servers'1t'g"_s);
         QVERIFY(saveConnection(m->session, {u"lib"_s, u"a"_s, u"b"_s, u"SQL Server"_s, u"left"_s, {}}));
         m->session.ConnectionText.clear();
         QCOMPARE(m->session.ServerName, u"left"_s);

@@ -234,6 +234,10 @@ private Q_SLOTS:
         form.second.setHighlighted(true);
         enter(form, form.second);
         QCOMPARE(form.second.palette().color(QPalette::Base), Theme().highlight);
+        QWidget other;
+        appear(other);
+        appear(form);
+        QTRY_COMPARE(form.second.palette().color(QPalette::Base), Theme().highlight);
         form.first.setFocus();
         QCOMPARE(form.second.palette().color(QPalette::Base), Theme().surface);
     }

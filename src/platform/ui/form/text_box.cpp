@@ -78,10 +78,14 @@ void TextBox::focusInEvent(QFocusEvent* event)
     // A box that is sent the focus before its window is active again, as after a message, gets it with the
     // window, and is entered even so.
     const bool comesBack = std::exchange(m_leftWithWindow, false) && goesWithWindow(*event);
+    if (m_highlighted) showHighlight();
     if (comesBack) return;
     selectAll();
     m_enteredByMouse = event->reason() == Qt::MouseFocusReason;
-    if (!m_highlighted) return;
+}
+
+void TextBox::showHighlight()
+{
     QPalette colours = palette();
     colours.setColor(QPalette::Active, QPalette::Base, Theme().highlight);
     colours.setColor(QPalette::Inactive, QPalette::Base, Theme().highlight);

@@ -30,6 +30,8 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
+    void showHighlight();
+
     bool m_highlighted = false;
     bool m_leftWithWindow = false; ///< the focus went, but not to another box
     bool m_enteredByMouse = false;
