@@ -9,6 +9,7 @@
 #include "platform/ui/form/wait_cursor.h"
 #include "platform/ui/look/theme.h"
 
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QTabBar>
 
@@ -17,6 +18,8 @@ namespace quilla {
 namespace {
 
 enum DeskPage { ChargePage, DischargePage };
+constexpr int BarcodeColumn = 1; ///< of the loans and of the returns
+constexpr int DueColumn = 5; ///< of the loans
 
 struct GridDesign {
     int rows; ///< when empty, captions included
@@ -109,7 +112,7 @@ void TsjhFrm::wire()
     onEnter(TxtRetBook, [this] { scanForReturn(); });
     onClick(Check1, [this] { TxtRetBook.setFocus(); });
     for (QPushButton* button : {&CmdQuit, &Query.CmdExit})
-        onClick(*button, [this] { parentWidget() ? parentWidget()->close() : close(); });
+        onClick(*button, [this] { close(); });
     onClick(cmdTuShuYuYue, [this] { m_host.openScreen(u"frmTushuYuYue"_s); });
     onClick(cmdWuZhengJieShu, [this] { lendWithoutCard(); });
     cmdTuShuYuYue.setEnabled(m_host.hasScreen(u"frmTushuYuYue"_s));
@@ -119,7 +122,7 @@ void TsjhFrm::wire()
         control->installEventFilter(this);
     for (FlexGrid* grid : {&Grid1, &Grid2}) {
         connect(grid, &FlexGrid::blankPressed, this, [this] { ToggleDeskPage(Qt::Key_Space); });
-        connect(grid, &FlexGrid::rowClicked, this, [this, grid] { showDetails(*grid, 1); });
+        connect(grid, &FlexGrid::rowClicked, this, [this, grid] { showDetails(*grid, BarcodeColumn); });
     }
     connect(&Query.Grid3, &FlexGrid::rowClicked, this,
         [this] { showDetails(Query.Grid3, LoanQueryPage::BarcodeColumn); });
@@ -128,13 +131,12 @@ void TsjhFrm::wire()
 void TsjhFrm::makeTips()
 {
     constexpr int readingTime = 20'000;
+    Grid1.horizontalHeader()->setToolTip(u"应还日期前有“！”的红色行：图书已到期或超期"_s);
     m_tip.Create(this);
     m_tip.setMaxTipWidth(480);
     m_tip.setDelayTime(cTooltip::Autopop, readingTime);
-    for (FlexGrid* grid : {&Grid1, &Grid2, &Query.Grid3}) {
+    for (FlexGrid* grid : {&Grid1, &Grid2, &Query.Grid3})
         m_tip.AddTool(grid, {});
-        m_tip.setToolText(grid, {}); // nothing to say until a line is clicked
-    }
 }
 
 void TsjhFrm::ToggleDeskPage(int key)
@@ -200,20 +202,31 @@ void TsjhFrm::lendWithoutCard()
     focusReaderCode();
 }
 
-/// The scan is taken off the box first, so that the next one finds it empty whatever happens to this one.
+/// The barcode stays in its box until the operation has ended: a message below is about it. The next scan
+/// finds the box empty whatever happened to this one.
 void TsjhFrm::scanForCharge()
 {
     const QString reader = TxtReaderCode.text();
     if (reader.isEmpty()) return;
     const WaitCursor wait;
     const QString barcode = TxtBarCode.text();
-    TxtBarCode.clear();
     const ChargeResult result = ChargeBook(m_session, *this, barcode, reader);
+    TxtBarCode.clear();
     if (result > Charged) return tMsg.clear();
     if (result < Charged) return tell(u"借书失败"_s, false);
     tell(u"借书成功"_s, true);
     ShowReader(m_session, *this, reader);
     ShowLoans(m_session, *this, reader);
+    showLoan(barcode);
+}
+
+/// The new loan may be the last of a long list.
+void TsjhFrm::showLoan(const QString& barcode)
+{
+    const int row = Grid1.cells().findRow(barcode, BarcodeColumn);
+    if (row < 1) return;
+    Grid1.setRow(row);
+    Grid1.scrollTo(Grid1.model()->index(row - 1, BarcodeColumn));
 }
 
 /// A refusal leaves the barcode in the box, selected, so that the next scan takes its place.
@@ -273,9 +286,15 @@ void TsjhFrm::showDetails(FlexGrid& grid, int barcodeColumn)
     if (!isBlank(barcode)) m_tip.setToolText(&grid, bookDetails(m_session, barcode));
 }
 
+/// A box on another page would take the next scan unseen: the focus then stays where it is.
+void TsjhFrm::enterBox(QWidget& box)
+{
+    if (box.isVisibleTo(this)) box.setFocus();
+}
+
 void TsjhFrm::focusReaderCode()
 {
-    TxtReaderCode.setFocus();
+    enterBox(TxtReaderCode);
 }
 
 void TsjhFrm::emptyReaderCode()
@@ -295,14 +314,14 @@ void TsjhFrm::untickRenewal()
 
 void TsjhFrm::selectBarCode()
 {
-    TxtBarCode.setFocus();
+    enterBox(TxtBarCode);
     TxtBarCode.selectAll();
 }
 
 void TsjhFrm::emptyAndFocusBarCode()
 {
     TxtBarCode.clear();
-    TxtBarCode.setFocus();
+    enterBox(TxtBarCode);
 }
 
 void TsjhFrm::showPage(int page)
@@ -338,6 +357,18 @@ void TsjhFrm::setUpLoans()
 void TsjhFrm::bindLoans(Recordset& loans)
 {
     bind(Grid1, LoanGrid, loans);
+    markOverdue();
+}
+
+/// By the clock of this machine: only a mark, the check of a charge asks the server. As for that check, a
+/// loan that is due today is overdue.
+void TsjhFrm::markOverdue()
+{
+    const QDate today = m_session.clock.now().date();
+    for (int row = 1; row < Grid1.Rows(); ++row) {
+        const QDate due = QDate::fromString(Grid1.TextMatrix(row, DueColumn), Qt::ISODate);
+        if (due.isValid() && due <= today) Grid1.markLine(row, DueColumn);
+    }
 }
 
 void TsjhFrm::setUpReturns()

@@ -80,6 +80,9 @@ private:
     void readReaderCard();
     void lendWithoutCard();
     void scanForCharge();
+    void showLoan(const QString& barcode);
+    void markOverdue();
+    void enterBox(QWidget& box);
     void scanForReturn();
     bool takeBack(const QString& barcode);
     bool renew(qint16 count, const QString& barcode);

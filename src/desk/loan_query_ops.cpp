@@ -2,6 +2,7 @@
 
 #include "frame/sublib.h"
 #include "frame/work.h"
+#include "platform/db/decimal.h"
 #include "platform/report/report_viewer.h"
 
 namespace quilla {
@@ -29,8 +30,11 @@ QString dateCell(ResumingWork& work, const Recordset& row, QStringView field)
 LoanLine lineOf(ResumingWork& work, const Recordset& row)
 {
     LoanLine line;
-    for (const QStringView field : {u"ReaderCode", u"Name", u"BarCode", u"BookName", u"Price"})
+    for (const QStringView field : {u"ReaderCode", u"Name", u"BarCode", u"BookName"})
         line.append(cell(work, row, field));
+    const QString price = cell(work, row, u"Price");
+    const auto money = Decimal::read(price);
+    line.append(money ? money->fixed(2) : price);
     for (const QStringView field : {u"orderdate", u"yhdate"})
         line.append(dateCell(work, row, field));
     line.append(cell(work, row, u"operater"));

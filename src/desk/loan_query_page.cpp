@@ -22,6 +22,13 @@ void fill(QComboBox& list, const QStringList& items)
     list.setEditText(chosen);
 }
 
+/// What was typed goes too, also where the list was never filled.
+void empty(QComboBox& list)
+{
+    list.clear();
+    list.clearEditText();
+}
+
 } // namespace
 
 LoanQueryPage::LoanQueryPage(Session& session, ReportViewer& viewer)
@@ -55,6 +62,8 @@ void LoanQueryPage::layOut()
     for (QComboBox* list : {&Combo1, &Combo2}) {
         list->setEditable(true);
         list->setInsertPolicy(QComboBox::NoInsert);
+        list->setCompleter(nullptr); // a new text may begin like a known one
+        keepPlain(*list->lineEdit());
     }
     Combo1.setAccessibleName(Check2[1].text());
     Combo2.setAccessibleName(Check2[2].text());
@@ -79,8 +88,8 @@ void LoanQueryPage::followTicks(int clicked)
     }
     if (!isOn(LoanQuery::Reader)) Text2[0].clear();
     if (!isOn(LoanQuery::Book)) Text2[1].clear();
-    isOn(LoanQuery::Unit) ? fill(Combo1, readerUnits(m_session)) : Combo1.clear();
-    isOn(LoanQuery::Class) ? fill(Combo2, readerClasses(m_session)) : Combo2.clear();
+    isOn(LoanQuery::Unit) ? fill(Combo1, readerUnits(m_session)) : empty(Combo1);
+    isOn(LoanQuery::Class) ? fill(Combo2, readerClasses(m_session)) : empty(Combo2);
     QWidget* const boxes[] = {&Text2[0], &Combo1, &Combo2, &Text2[1]};
     boxes[clicked]->setFocus();
 }

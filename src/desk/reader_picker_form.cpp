@@ -79,10 +79,12 @@ void ReaderPickerFrm::wire()
         Grid1.setFocus();
     });
     onRow(Grid1, [this](int row) { showLine(row); });
-    connect(&Grid1, &FlexGrid::rowClicked, this, &ReaderPickerFrm::showLine);
+    connect(&Grid1, &FlexGrid::rowClicked, this, &ReaderPickerFrm::clickLine);
+    Command2[0].setEnabled(false); // until a reader is shown
     onClick(Command2[0], [this] { takeReader(); });
     onClick(Command2[1], [this] { reject(); });
     Grid1.installEventFilter(this);
+    Grid1.viewport()->installEventFilter(this);
 }
 
 void ReaderPickerFrm::search()
@@ -107,7 +109,14 @@ void ReaderPickerFrm::showNobody(const QString& part)
     clearDetails();
 }
 
-/// A click on a line and the move to it are one step.
+/// A click on the line whose reader is shown asks anew.
+void ReaderPickerFrm::clickLine(int row)
+{
+    if (row == m_lineAtPress) m_shownLine = 0;
+    showLine(row);
+}
+
+/// A click on another line and the move to it are one step.
 void ReaderPickerFrm::showLine(int row)
 {
     const QString code = Grid1.TextMatrix(row, CodeColumn);
@@ -170,6 +179,8 @@ bool ReaderPickerFrm::eventFilter(QObject* watched, QEvent* event)
     if (key) {
         const int code = static_cast<QKeyEvent*>(event)->key();
         if (code == Qt::Key_Up || code == Qt::Key_Down) markMove(event->type() == QEvent::KeyPress);
+    } else if (event->type() == QEvent::MouseButtonPress) {
+        m_lineAtPress = Grid1.Row();
     } else if (event->type() == QEvent::FocusOut) {
         markMove(false);
     }

@@ -41,6 +41,7 @@ private:
     void wire();
     void search();
     void showNobody(const QString& part);
+    void clickLine(int row);
     void showLine(int row);
     void showDetails(const QString& readercode);
     void clearDetails();
@@ -51,6 +52,7 @@ private:
     Session& m_session;
     const ReaderPicker m_picker;
     int m_shownLine = 0; ///< the grid's line whose reader is shown
+    int m_lineAtPress = 0; ///< the current line when the mouse was pressed
 };
 
 } // namespace quilla

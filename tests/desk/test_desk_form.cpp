@@ -86,6 +86,54 @@ private Q_SLOTS:
         QCOMPARE(m_desk->Grid1.Rows(), 8);
     }
 
+    /// The box under a message still holds the barcode that it is about; after a charge the loan is in sight.
+    void barcodeStaysUntilItsScanHasEnded()
+    {
+        QString shown;
+        m->editor.edit = [&] { shown = m_desk->TxtBarCode.text(); };
+        type(m_desk->TxtReaderCode, u"R1"_s);
+        m->settings.values.clear();
+        m->prompt.expectStart(u"无法取得正确连接数据库的信息!"_s).answer(Answer::Yes);
+        for (int panel = 0; panel < 2; ++panel)
+            m->prompt.expectStart(u"无法取得正确连接数据库的信息!"_s).answer(Answer::No);
+        type(m_desk->TxtBarCode, u"B1"_s);
+        QCOMPARE(shown + m_desk->TxtBarCode.text(), u"B1"_s);
+    }
+
+    void newLoanIsInSight()
+    {
+        m->send(u"update dzk set bookcount=100"_s);
+        for (int loan = 0; loan < 60; ++loan) {
+            m->copy(u"L%1"_s.arg(loan));
+            m->loan(u"L%1"_s.arg(loan), u"R1"_s, u"2026-04-01"_s);
+        }
+        type(m_desk->TxtReaderCode, u"R1"_s);
+        type(m_desk->TxtBarCode, u"B1"_s);
+        QCOMPARE(m_desk->Grid1.current(1), u"B1"_s);
+        QCOMPARE(m_desk->Grid1.markOf(m_desk->Grid1.Row()), -1);
+        m->send(u"update jhsk set yhdate='2026-03-09' where barcode='B1'"_s);
+        m_desk->TxtReaderCode.setFocus();
+        type(m_desk->TxtReaderCode, u"R1"_s);
+        m_desk->Grid1.setRow(m_desk->Grid1.cells().findRow(u"B1"_s, 1));
+        QCOMPARE(m_desk->Grid1.markOf(m_desk->Grid1.Row()), 5); // overdue now
+        QVERIFY(m_desk->Grid1.viewport()->rect().intersects(
+            m_desk->Grid1.visualRect(m_desk->Grid1.currentIndex())));
+    }
+
+    /// The copy is back, its new charge was refused: the next scan is another return, no charge.
+    void refusedRenewalKeepsTheFocus()
+    {
+        m->send(u"update dzk set recount=2,reday=30"_s);
+        m->copy(u"B2"_s);
+        m->loan(u"B1"_s, u"R1"_s, u"2026-03-20"_s);
+        m->loan(u"B2"_s, u"R1"_s, u"2026-03-01"_s);
+        m_desk->SSTab1.setCurrentIndex(1);
+        m_desk->Check1.click();
+        m->prompt.expectStart(u"该读者存在1册过期书刊。"_s);
+        type(m_desk->TxtRetBook, u"B1"_s);
+        QCOMPARE(focusName(), u"TxtRetBook"_s);
+    }
+
     void blankTurnsThePage_data()
     {
         cases<QString, int>({

@@ -55,6 +55,7 @@ void FlexGrid::keepPlaceOverResets()
     connect(&m_model, &GridModel::modelAboutToBeReset, this, [this] { m_rowOverReset = std::max(Row(), 1); });
     connect(&m_model, &GridModel::modelReset, this, [this] {
         showOrder({});
+        m_marks.clear();
         const QSignalBlocker quiet(this);
         setRow(std::min(m_rowOverReset, Rows() - 1));
     });
@@ -121,6 +122,12 @@ void FlexGrid::setUp(int rows, const QString& format, const std::vector<int>& tw
     }
     setRow(1);
     scrollToTop();
+}
+
+int FlexGrid::markOf(int row) const
+{
+    const auto mark = m_marks.find(row);
+    return mark == m_marks.end() ? -1 : mark->second;
 }
 
 void FlexGrid::setFollowsPointer(bool follows)

@@ -5,6 +5,8 @@
 #include <QElapsedTimer>
 #include <QTableView>
 
+#include <map>
+
 namespace quilla {
 
 class SettingsStore;
@@ -88,6 +90,12 @@ public:
     /// What stands in the grid while its first line is empty.
     void setHint(const QString& hint) { m_hint = hint; }
 
+    /// Marks a line by the colour of its text and by a sign before the text in `col`, until the grid is
+    /// filled anew.
+    void markLine(int row, int col) { m_marks[row] = col; }
+    /// The column of the line's sign; -1 for a line without a mark.
+    int markOf(int row) const;
+
     void keyboardSearch(const QString& text) override;
 
 Q_SIGNALS:
@@ -145,6 +153,7 @@ private:
     GridOrder m_order;
     QString m_typed; ///< of the search by typing
     QElapsedTimer m_sinceTyped;
+    std::map<int, int> m_marks; ///< columns of the signs, by line
     int m_captionHeight = 350;
     int m_rowOverReset = 1;
     bool m_layingOut = false;

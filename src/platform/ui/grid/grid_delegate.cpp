@@ -36,6 +36,10 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
 {
     QStyledItemDelegate::initStyleOption(option, index);
     option->state &= ~QStyle::State_HasFocus;
+    const int mark = m_grid.markOf(index.row() + 1);
+    if (mark < 0) return;
+    option->palette.setColor(QPalette::Text, Theme().error);
+    if (index.column() == mark) option->text.prepend(u'！');
 }
 
 void GridDelegate::paint(
