@@ -27,6 +27,8 @@ const QString ProgramTitle = u"Quilla青简总馆V4.1-----------------------青�
 /// would come up again, with what was typed still in the hidden boxes.
 class ScreenFrame final : public QMdiSubWindow {
 public:
+    using QMdiSubWindow::QMdiSubWindow;
+
     bool eventFilter(QObject* watched, QEvent* event) override
     {
         if (watched != widget() || event->type() != QEvent::Close || m_closing)
@@ -189,7 +191,7 @@ QMdiSubWindow* LtMainFrm::frameOf(QWidget* screen)
 {
     if (!screen->testAttribute(Qt::WA_Resized)) screen->adjustSize();
     const QSize wanted = screen->size();
-    auto* window = new ScreenFrame;
+    auto* window = new ScreenFrame(Client.viewport()); // taken in later it would lose the focus inside
     window->setWidget(screen);
     Client.addSubWindow(window);
     window->setAttribute(Qt::WA_DeleteOnClose);

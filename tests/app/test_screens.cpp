@@ -163,6 +163,7 @@ private Q_SLOTS:
         appear(window);
         window.openScreen(u"TsjhFrm"_s);
         auto* desk = window.findChild<TsjhFrm*>();
+        QCOMPARE(focusName(), u"TxtReaderCode"_s);
         QTest::keyClick(&desk->TxtReaderCode, Qt::Key_J, Qt::AltModifier); // nobody's
         QCOMPARE(desk->TxtReaderCode.text(), QString());
         window.openScreen(u"DzglFrm"_s);
