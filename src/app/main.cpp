@@ -2,7 +2,6 @@
 #include "app/desk_application.h"
 #include "app/gallery_command.h"
 #include "platform/core/dates.h"
-#include "platform/ui/form/access_keys.h"
 #include "platform/ui/form/dialog_prompt.h"
 #include "platform/ui/form/input_rules.h"
 #include "platform/ui/look/icons.h"
@@ -16,7 +15,6 @@ int main(int argc, char** argv)
     GuardedApplication application(argc, argv);
     QCoreApplication::setApplicationName(u"quilla"_s);
     QCoreApplication::setApplicationVersion(u"4.1"_s);
-    const AccessKeys accessKeys;
     applyTheme(application);
     applyInputRules(application);
     QApplication::setWindowIcon(applicationIcon());

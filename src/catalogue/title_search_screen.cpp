@@ -35,7 +35,7 @@ Piece TitleSearchScreen::searchLine(const std::vector<Piece>& rest)
 
 void TitleSearchScreen::leave()
 {
-    parentWidget() ? parentWidget()->close() : close();
+    closeScreen(*this);
 }
 
 /// The text stays and is selected, so that the next one takes its place.

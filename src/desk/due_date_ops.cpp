@@ -39,7 +39,7 @@ QDate moveOverHolidays(QDate start, int days, const std::vector<Holiday>& holida
 DueDate dueDateFor(Session& session, qint16 days)
 {
     ResumingWork work(session);
-    if (!work) return {Moment {zeroDate()}};
+    if (!work) return {{zeroDate()}};
     const bool certain = work.connection().isOpen();
     Recordset rows = work.select(u"Select code From Global Where type='holiday' Order by code");
     const Moment now = GetServerDate(session);
@@ -49,7 +49,7 @@ DueDate dueDateFor(Session& session, qint16 days)
     for (; !rows.eof(); rows.next()) {
         if (const auto holiday = readHoliday(rows.field(0).text())) holidays.push_back(*holiday);
     }
-    return {moveOverHolidays(now.date, days, holidays)};
+    return {{moveOverHolidays(now.date, days, holidays)}};
 }
 
 Moment ComputeDueDate(Session& session, qint16 days)

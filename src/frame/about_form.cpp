@@ -22,7 +22,7 @@ AboutFrm::AboutFrm()
                        u"版本："_s + QCoreApplication::applicationVersion()),
                    stretch()),
             stretch(), row(stretch(), cmdOK)));
-    onClick(cmdOK, [this] { close(); });
+    onClick(cmdOK, [this] { closeScreen(*this); });
 }
 
 } // namespace quilla

@@ -26,14 +26,14 @@ EditPassFrm::EditPassFrm(Session& session)
     setMinimumWidth(pixelsOf(5400, *this));
     enterAsTab(allOf(Text1));
     onClick(CmdOk, [this] { change(); });
-    onClick(CmdCancel, [this] { close(); });
+    onClick(CmdCancel, [this] { closeScreen(*this); });
 }
 
 void EditPassFrm::change()
 {
     switch (changePassword(m_session, Text1[0].text(), Text1[1].text(), Text1[2].text())) {
     case PasswordOutcome::Close:
-        close();
+        closeScreen(*this);
         break;
     case PasswordOutcome::StayAtOld:
         Text1[0].setFocus();

@@ -7,7 +7,7 @@
 #include "frame/password_form.h"
 #include "platform/db/connection_text.h"
 #include "platform/report/report_preview.h"
-#include "platform/ui/form/access_keys.h"
+#include "platform/ui/form/input_rules.h"
 #include "platform/ui/form/dialog_prompt.h"
 #include "readers/reader_list_form.h"
 #include "reservations/reservation_form.h"
@@ -161,7 +161,7 @@ private Q_SLOTS:
     /// The letter of the active screen comes before that of the menu, which asks to leave the program.
     void lettersOfTheActiveScreen()
     {
-        const AccessKeys keys;
+        applyInputRules(*qApp);
         LtMainFrm window(m_work->place, m->session, allScreens());
         appear(window);
         window.openScreen(u"TsjhFrm"_s);
