@@ -1,7 +1,7 @@
 #include "statistics/period_chart.h"
 
 #include "platform/grid/grid_model.h"
-#include "statistics/workload_figures.h"
+#include "statistics/workload_ops.h"
 
 namespace quilla {
 

@@ -2,7 +2,7 @@
 
 #include "frame/session.h"
 #include "statistics/period_statistic.h"
-#include "statistics/workload_figures.h"
+#include "statistics/workload_ops.h"
 
 namespace quilla {
 

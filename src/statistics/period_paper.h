@@ -2,7 +2,7 @@
 
 #include "platform/ui/grid/flex_grid.h"
 #include "statistics/period_statistic.h"
-#include "statistics/workload_figures.h"
+#include "statistics/workload_ops.h"
 
 #include <QLabel>
 

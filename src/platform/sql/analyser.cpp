@@ -26,14 +26,6 @@ Column columnOf(const QString& name, const Type& type)
     return column;
 }
 
-/// What is worked out from columns may lie outside their range.
-Type withoutRange(Type type)
-{
-    type.bytes = 0;
-    if (type.kind == Kind::Decimal) type.width = 0;
-    return type;
-}
-
 bool same(const QString& left, const QString& right)
 {
     return left.compare(right, Qt::CaseInsensitive) == 0;
@@ -46,14 +38,6 @@ const Expr* aliased(const Select& select, const Expr& term)
     for (const SelectItem& item : select.items)
         if (same(item.alias, term.name)) return item.value.get();
     return nullptr;
-}
-
-ExprPtr columnExpr(const QString& relation, const QString& name, qsizetype place)
-{
-    ExprPtr expr = makeExpr(Op::Column, place);
-    expr->qualifier = relation;
-    expr->name = name;
-    return expr;
 }
 
 /// A union is ordered by the columns of its result alone.

@@ -1,4 +1,4 @@
-#include "statistics/workload_figures.h"
+#include "statistics/workload_ops.h"
 
 #include "platform/db/decimal.h"
 #include "platform/grid/grid_model.h"
