@@ -98,15 +98,6 @@ public:
     /// What stands in the grid while its first line is empty.
     void setHint(const QString& hint) { m_hint = hint; }
 
-    /// What stands in the grid while its first line is empty.
-    void setHint(const QString& hint) { m_hint = hint; }
-
-    /// Marks a line by the colour of its text and by a sign before the text in `col`, until the grid is
-    /// filled anew.
-    void markLine(int row, int col) { m_marks[row] = col; }
-    /// The column of the line's sign; -1 for a line without a mark.
-    int markOf(int row) const;
-
     void keyboardSearch(const QString& text) override;
 
 Q_SIGNALS:
