@@ -139,7 +139,8 @@ void FlexGrid::currentChanged(const QModelIndex& current, const QModelIndex& pre
 void FlexGrid::mousePressEvent(QMouseEvent* event)
 {
     // below the last line there is nothing to choose, and nothing to lose either
-    if (!indexAt(event->pos()).isValid()) {
+    const bool chooses = event->button() != Qt::RightButton || m_rightButtonChooses;
+    if (!chooses || !indexAt(event->pos()).isValid()) {
         setFocus(Qt::MouseFocusReason);
         return;
     }

@@ -84,6 +84,8 @@ public:
     void sortBy(const GridOrder& order);
     /// The line under the mouse becomes current without a click, as in a pick list.
     void setFollowsPointer(bool follows);
+    /// Whether the right button makes the line under it current, which it does until told otherwise.
+    void setRightButtonChooses(bool chooses) { m_rightButtonChooses = chooses; }
 
     /// What stands in the grid while its first line is empty.
     void setHint(const QString& hint) { m_hint = hint; }
@@ -113,6 +115,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     QItemSelectionModel::SelectionFlags selectionCommand(
         const QModelIndex& index, const QEvent* event) const override;
@@ -149,6 +152,7 @@ private:
     int m_rowOverReset = 1;
     bool m_layingOut = false;
     bool m_dragging = false;
+    bool m_rightButtonChooses = true;
 };
 
 } // namespace quilla

@@ -33,6 +33,18 @@ bool FlexGrid::handlesKey(const QKeyEvent& event)
     }
 }
 
+/// Qt's table moves nowhere from a cell that is hidden, such as the record's number in the first column.
+QModelIndex FlexGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    if (Row() > 0 && isColumnHidden(Col())) {
+        int visible = 0;
+        while (visible < Cols() && isColumnHidden(visible))
+            ++visible;
+        setCol(visible);
+    }
+    return QTableView::moveCursor(action, modifiers);
+}
+
 void FlexGrid::keyPressEvent(QKeyEvent* event)
 {
     if (handlesKey(*event)) return event->accept();
