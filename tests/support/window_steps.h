@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QTest>
 #include <QTimer>
 #include <QWidget>
@@ -21,6 +22,13 @@ inline void appear(QWidget& window)
 inline void type(QWidget& box, const QString& text)
 {
     QTest::keyClicks(&box, text);
+    QTest::keyClick(&box, Qt::Key_Return);
+}
+
+/// Puts a text that no key types, such as a Chinese one, into a box, and presses Enter.
+inline void enter(QLineEdit& box, const QString& text)
+{
+    box.setText(text);
     QTest::keyClick(&box, Qt::Key_Return);
 }
 
