@@ -55,6 +55,14 @@ void ReportLayout::checkLabels() const
                 ErrorNumber::NoSuchField, u"Report"_s, u"报表“%1”没有标签 %2。"_s.arg(m_design.title, name));
 }
 
+std::optional<ReportTable> ReportLayout::table() const
+{
+    QStringList captions;
+    for (const ReportColumn& column : m_design.Section1)
+        captions.append(filled(column.caption, 0));
+    return ReportTable {m_frame.texts.title, captions, m_design, m_data};
+}
+
 void ReportLayout::placeColumns()
 {
     const QSizeF paper = paperSize(m_design.paper);

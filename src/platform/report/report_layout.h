@@ -30,6 +30,7 @@ public:
     Paper paper() const override { return m_design.paper; }
     int pageCount() const override { return int(m_pages.size()); }
     ReportPage page(int index) const override;
+    std::optional<ReportTable> table() const override;
 
 private:
     friend class PageWriter;

@@ -4,6 +4,9 @@
 
 #include <QLineF>
 #include <QRectF>
+#include <QStringList>
+
+#include <optional>
 
 namespace quilla {
 
@@ -41,6 +44,16 @@ struct ReportPage {
     std::vector<PlacedText> texts;
 };
 
+class ReportData;
+
+/// What the pages of a report list, for those who want the rows and not the pages.
+struct ReportTable {
+    QString title;
+    QStringList captions;
+    const ReportDesign& design;
+    const ReportData& data;
+};
+
 /// Pages that can be shown, printed and saved.
 class PrintedPages {
 public:
@@ -50,6 +63,8 @@ public:
     virtual int pageCount() const = 0;
     /// `index` from 0.
     virtual ReportPage page(int index) const = 0;
+    /// nullopt where the pages are no list. Holds as long as the pages do.
+    virtual std::optional<ReportTable> table() const { return {}; }
 };
 
 } // namespace quilla

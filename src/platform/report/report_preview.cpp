@@ -1,6 +1,7 @@
 #include "platform/report/report_preview.h"
 
 #include "platform/core/error.h"
+#include "platform/report/sheet_output.h"
 #include "platform/ui/form/form.h"
 #include "platform/ui/form/on_screen.h"
 #include "platform/ui/form/wait_cursor.h"
@@ -24,6 +25,9 @@ constexpr int WholePage = -2;
 constexpr int Border = 24; ///< pixels around the sheet
 constexpr int ToolPadding = 24; ///< pixels beside the text of a control
 
+const QString PdfFiles = u"PDF (*.pdf)"_s;
+const QString SheetFiles = u"电子表格 (*.xlsx)"_s;
+
 const std::array<int, 8> Percents {50, 75, 100, 125, 150, 200, 300, 400};
 
 } // namespace
@@ -38,7 +42,7 @@ ReportPreview::ReportPreview(std::shared_ptr<const PrintedPages> pages, std::sha
     , cmdSmaller(u"缩小"_s)
     , cmdLarger(u"放大"_s)
     , cmdPrint(u"打印(&P)"_s)
-    , cmdSave(u"另存为 PDF(&S)"_s)
+    , cmdSave(u"另存为(&S)"_s)
     , cmdClose(u"关闭(&X)"_s)
     , m_pages(std::move(pages))
     , m_fonts(std::move(fonts))
@@ -246,11 +250,14 @@ void ReportPreview::print()
 void ReportPreview::chooseFile()
 {
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    QFileDialog dialog(this, u"另存为 PDF"_s, folder, u"PDF (*.pdf)"_s);
+    QFileDialog dialog(this, u"另存为"_s, folder);
     dialog.setViewMode(QFileDialog::List); // kinds and days would stand in the system's language
+    dialog.setNameFilters(m_pages->table() ? QStringList {PdfFiles, SheetFiles} : QStringList {PdfFiles});
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(u"pdf"_s); // the dialog asks before an older file of the whole name goes
-    dialog.selectFile(QString(m_pages->title()).replace(u'/', u'-') + u".pdf"_s);
+    connect(&dialog, &QFileDialog::filterSelected, &dialog,
+        [&](const QString& filter) { dialog.setDefaultSuffix(filter == SheetFiles ? u"xlsx"_s : u"pdf"_s); });
+    dialog.selectFile(QString(m_pages->title()).replace(u'/', u'-'));
     if (dialog.exec() == QDialog::Accepted) save(dialog.selectedFiles().constFirst());
 }
 
@@ -258,7 +265,11 @@ bool ReportPreview::save(const QString& file)
 {
     try {
         const WaitCursor wait;
-        savePdf(*m_pages, *m_fonts, file);
+        const auto table = m_pages->table();
+        if (table && file.endsWith(u".xlsx", Qt::CaseInsensitive))
+            saveSheet(*table, file);
+        else
+            savePdf(*m_pages, *m_fonts, file);
         return true;
     } catch (const Error& error) {
         m_prompt.warn(error.text, OperationTitle);

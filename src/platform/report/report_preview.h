@@ -35,7 +35,8 @@ private:
     QPixmap m_picture; ///< of the page; none when it is to be painted anew
 };
 
-/// Shows a report page by page; from here it is printed or saved as PDF. A window of its own.
+/// Shows a report page by page; from here it is printed or saved, as PDF or as a spreadsheet. A window of its
+/// own.
 class ReportPreview final : public QWidget {
     Q_OBJECT
 
@@ -48,7 +49,8 @@ public:
     /// From 0.
     int page() const { return m_sheet.page(); }
     void goTo(int page);
-    /// Writes the file; a failure is told.
+    /// Writes the pages to a PDF file, or the rows of a report to a spreadsheet, by the ending of the name. A
+    /// failure is told.
     bool save(const QString& file);
 
     QPushButton cmdFirst;
