@@ -47,7 +47,7 @@ int DeskApplication::run()
     LtLoginFrm login(m_session);
     if (login.exec() != QDialog::Accepted) return 0;
 
-    LtMainFrm window(m_outputs, m_session, allScreens());
+    LtMainFrm window(m_outputs, m_session, allScreens(), allActions());
     showWithinScreen(window);
     QMetaObject::invokeMethod(&window, &LtMainFrm::openUp, Qt::QueuedConnection);
     return QCoreApplication::exec();

@@ -94,7 +94,7 @@ int renderGallery(DeskApplication& desk, const QString& folder)
     readConnectionText(session);
     session.OperatorName = u"演示"_s;
 
-    LtMainFrm window(desk.outputs(), session, allScreens());
+    LtMainFrm window(desk.outputs(), session, allScreens(), allActions());
     window.openUp();
     const Workplace place {desk.outputs(), session, window};
     for (const Screen& screen : allScreens())

@@ -1,7 +1,9 @@
 #include "app/gallery_samples_ops.h"
 
+#include "frame/sublib.h"
 #include "frame/work.h"
 #include "output/report_designs.h"
+#include "reservations/return_notice_ops.h"
 
 namespace quilla {
 
@@ -13,7 +15,7 @@ struct Source {
 };
 
 /// The statements with which the screens fill their reports, cut to a few pages.
-QHash<QString, Source> sources()
+QHash<QString, Source> sources(const QString& today)
 {
     const QString notices
         = u" SHAPE {select readunit+' 超期图书如下：' as GroupKey,readercode,name,name as "
@@ -40,9 +42,7 @@ QHash<QString, Source> sources()
                 {{},
                     {{ReportLabels::Year, u"2026"_s}, {ReportLabels::Unit, u"全部"_s},
                         {ReportLabels::Type, u"全部"_s}}}}},
-        {u"printYuYueOk"_s,
-            {u"select z.bookname,y.barcode,y.readercode,y.ordertime,y.oldtime,y.ordertime as backdate,d.name "
-             "from yyk y join zsk z on y.zskid=z.zskid join dzk d on y.readercode=d.readercode"_s}},
+        {u"printYuYueOk"_s, {returnNotices(today)}},
         {u"printGoodBook"_s,
             {u"select top 60 classcode + '/' +convert(varchar,zch)+fzqfh as ssh,bookname,author,publisher,"
              "pubplace,pubdate,isbn from zsk"_s}},
@@ -75,7 +75,7 @@ std::vector<ReportSample> reportSamples(Session& session)
     ResumingWork work(session);
     if (!work) return samples;
     Connection& conn = work.connection();
-    QHash<QString, Source> statements = sources();
+    QHash<QString, Source> statements = sources(isoDate(GetServerDate(session)));
     statements.insert(u"jylsRpt"_s, historySource(work));
     for (const ReportDesign& design : reportDesigns()) {
         const Source source = statements.value(design.name);

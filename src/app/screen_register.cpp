@@ -1,18 +1,25 @@
 #include "app/screen_register.h"
 
 #include "app/pictures/pictures.h"
+#include "catalogue/classification_form.h"
+#include "catalogue/find_book_form.h"
+#include "catalogue/good_book_form.h"
 #include "desk/desk_form.h"
 #include "desk/reader_picker_form.h"
 #include "exceptions/desk_fine_dialog.h"
 #include "exceptions/fine_form.h"
 #include "frame/about_form.h"
+#include "frame/menu.h"
 #include "frame/password_form.h"
 #include "platform/ui/form/escape_key.h"
 #include "readers/holiday_form.h"
 #include "readers/parameter_form.h"
 #include "readers/reader_list_form.h"
 #include "readers/reader_register_form.h"
+#include "reservations/reservation_form.h"
 #include "reservations/reservation_list_form.h"
+#include "reservations/reservation_ops.h"
+#include "reservations/return_notices.h"
 
 #include <QBoxLayout>
 #include <QDialog>
@@ -65,6 +72,13 @@ QDialog* modalFrame(QWidget* screen, QWidget* owner)
     return dialog;
 }
 
+/// The desk waits for it; from the menu it stands beside the others.
+QWidget* makeReservation(const Workplace& place, const QString& mode, QWidget* owner)
+{
+    auto* screen = new frmTushuYuYue(place.session);
+    return mode == Modally ? modalFrame(screen, owner) : static_cast<QWidget*>(screen);
+}
+
 /// The types open as a dialog, the units beside the other screens.
 QWidget* makeReaderLists(const Workplace& place, const QString& mode, QWidget* owner)
 {
@@ -96,11 +110,26 @@ const ScreenRegister& allScreens()
         {u"DzglFrm"_s, make<DzglFrm>, Pictures::readerRegister},
         {u"DzaddFrm"_s, {}, Pictures::readerCard},
 
+        {u"fenleihelp"_s, make<fenleihelp>, Pictures::classification},
+        {u"frmFindBook"_s, make<frmFindBook>, Pictures::findBook},
+        {u"frmGoodBook"_s, make<frmGoodBook>, Pictures::goodBook},
+
+        {u"frmTushuYuYue"_s, makeReservation, Pictures::reservation},
         {u"frmTuShuYuyueList"_s, make<frmTuShuYuyueList>, Pictures::reservationList},
 
         {u"QueryFrm"_s, {}, Pictures::query},
     };
     return screens;
+}
+
+const ActionRegister& allActions()
+{
+    static const ActionRegister actions {
+        {MenuAction::ReturnNotices.toString(), printReturnNotices},
+        {MenuAction::ClearReservations.toString(),
+            [](const Workplace& place) { ClearExpiredReservations(place.session); }},
+    };
+    return actions;
 }
 
 } // namespace quilla

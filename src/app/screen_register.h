@@ -8,4 +8,7 @@ namespace quilla {
 /// gallery draws it, and the tests of names and captions go over it from here.
 const ScreenRegister& allScreens();
 
+/// What the menu does without a screen.
+const ActionRegister& allActions();
+
 } // namespace quilla

@@ -110,7 +110,7 @@ void TsjhFrm::wire()
     onClick(Check1, [this] { TxtRetBook.setFocus(); });
     for (QPushButton* button : {&CmdQuit, &Query.CmdExit})
         onClick(*button, [this] { parentWidget() ? parentWidget()->close() : close(); });
-    onClick(cmdTuShuYuYue, [this] { m_host.openScreen(u"frmTushuYuYue"_s); });
+    onClick(cmdTuShuYuYue, [this] { m_host.openScreen(u"frmTushuYuYue"_s, Modally.toString()); });
     onClick(cmdWuZhengJieShu, [this] { lendWithoutCard(); });
     cmdTuShuYuYue.setEnabled(m_host.hasScreen(u"frmTushuYuYue"_s));
     connect(&SSTab1, &QTabWidget::currentChanged, this, &TsjhFrm::enterPage);

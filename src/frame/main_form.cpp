@@ -25,12 +25,14 @@ const QString ProgramTitle = u"Quilla青简总馆V4.1-----------------------青�
 
 } // namespace
 
-LtMainFrm::LtMainFrm(const Outputs& outputs, Session& session, const ScreenRegister& screens)
+LtMainFrm::LtMainFrm(
+    const Outputs& outputs, Session& session, const ScreenRegister& screens, const ActionRegister& actions)
     : Toolbar1(new QToolBar)
     , StatusBar1(statusBar())
     , m_place {outputs, session, *this}
     , m_session(session)
     , m_screens(screens)
+    , m_commands(actions)
 {
     QUILLA_NAMES(Client, EditMenu);
     Toolbar1->setObjectName(u"Toolbar1"_s);
@@ -66,8 +68,9 @@ QAction* LtMainFrm::makeAction(const MenuEntry& entry)
 {
     auto* action = new QAction(entry.item.isEmpty() ? entry.menu : entry.item, this);
     if (!entry.objectName.isEmpty()) action->setObjectName(entry.objectName);
-    const bool works = entry.opening == Opening::Action ? hasScreen(entry.target) || isOwnAction(entry.target)
-                                                        : hasScreen(entry.target);
+    const bool works = entry.opening == Opening::Action
+        ? m_commands.contains(entry.target) || isOwnAction(entry.target)
+        : hasScreen(entry.target);
     action->setEnabled(works);
     connect(action, &QAction::triggered, this, [this, &entry] { perform(entry); });
     m_actions.insert(action->text(), action);
@@ -204,8 +207,8 @@ void LtMainFrm::act(const QString& action)
         chooseRegion();
     else if (action == MenuAction::PrinterSetup)
         choosePrinter();
-    else
-        openScreen(action);
+    else if (const auto command = m_commands.value(action))
+        command(m_place);
 }
 
 void LtMainFrm::chooseRegion()

@@ -24,7 +24,8 @@ class LtMainFrm final : public QMainWindow, public ScreenHost {
 
 public:
     /// `screens` must outlive the window.
-    LtMainFrm(const Outputs& outputs, Session& session, const ScreenRegister& screens);
+    LtMainFrm(const Outputs& outputs, Session& session, const ScreenRegister& screens,
+        const ActionRegister& actions = {});
 
     /// What follows the first appearance: the status bar and the question about overdue loans.
     void openUp();
@@ -65,6 +66,7 @@ private:
     const Workplace m_place;
     Session& m_session;
     const ScreenRegister& m_screens;
+    const ActionRegister m_commands;
     QHash<QString, QPointer<QWidget>> m_open; ///< screens by target and mode
     QHash<QString, QAction*> m_actions; ///< by menu caption
     std::array<QLabel*, 3> m_panels {};

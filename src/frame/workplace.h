@@ -64,6 +64,13 @@ struct Screen {
     std::function<void(Album&, const Workplace&)> pictures;
 };
 
+/// The mode of a screen that is to be waited for, where the menu opens it beside the others.
+inline constexpr QStringView Modally = u"modal";
+
+/// What the menu entries do that open no screen, by their names. An entry whose action is not among them
+/// stands disabled, unless the main window acts itself.
+using ActionRegister = QHash<QString, std::function<void(const Workplace&)>>;
+
 /// The forms of the program, in the order of the gallery. A menu entry whose screen is not among them, or has
 /// no maker, stands disabled.
 using ScreenRegister = std::vector<Screen>;

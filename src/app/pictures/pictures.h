@@ -35,6 +35,11 @@ void readerLists(Album& album, const Workplace& place);
 void readerCard(Album& album, const Workplace& place);
 void readerRegister(Album& album, const Workplace& place);
 
+void classification(Album& album, const Workplace& place);
+void findBook(Album& album, const Workplace& place);
+void goodBook(Album& album, const Workplace& place);
+
+void reservation(Album& album, const Workplace& place);
 void reservationList(Album& album, const Workplace& place);
 
 void query(Album& album, const Workplace& place);
