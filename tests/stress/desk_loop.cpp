@@ -1,8 +1,9 @@
-// A desk that charges, or charges, takes back and settles what is overdue, without a pause, until it is told
-// to stop or killed. After each operation that it would tell the operator as done it prints a line: "+
-// barcode" for a charge, "-" for a return in time, "=" for a settlement.
+// A desk that works without a pause until it is told to stop or killed: it charges, or charges, takes back
+// and settles what is overdue, or places reservations, lets them run out and clears them. After each
+// operation that it would tell the operator as done it prints a line: "+ barcode" for a charge, "-" for a
+// return in time, "=" for a settlement, "* reader" for a reservation.
 //
-//   desk_loop CONNECTION-TEXT SEED MILLISECONDS READERS COPIES charge|all
+//   desk_loop CONNECTION-TEXT SEED MILLISECONDS READERS COPIES charge|all|reserve
 
 #include "database/library_schema.h"
 #include "database/scale.h"
@@ -10,6 +11,7 @@
 #include "desk/discharge_ops.h"
 #include "frame/sublib.h"
 #include "platform/db/pooled_factory.h"
+#include "reservations/reservation_ops.h"
 #include "support/memory_settings.h"
 #include "support/quiet_fines.h"
 #include "support/quiet_session.h"
@@ -57,6 +59,25 @@ void tell(char sign, const QString& barcode)
     std::fflush(stdout);
 }
 
+/// An operator who wants it.
+class WillingPrompt final : public Prompt {
+public:
+    Answer show(const Message& message) override { return message.question ? Answer::Yes : Answer::Ok; }
+};
+
+/// Reserves the title, and every other time lets its last day be over and clears.
+void reserve(Session& session, const QString& reader, int title)
+{
+    const QString id = QString::number(title);
+    const ReservationRequest request {reader, u"书"_s, u"B"_s, u"书"_s, u"B"_s, id, {u"借出"_s}};
+    if (PlaceReservation(session, request) != ReservationOutcome::Placed) return;
+    tell('*', reader);
+    if (title % 2) return;
+    session.connections.open(session.ConnectionText)
+        .execute(u"update yyk set oldtime='2001-01-01' where readercode='%1' and zskid=%2"_s.arg(reader, id));
+    ClearExpiredReservations(session);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -66,12 +87,15 @@ int main(int argc, char** argv)
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() != 7) return 2;
     MemorySettings settings;
-    QuietPrompt prompt;
+    QuietPrompt quiet;
+    WillingPrompt willing;
     NoEditor editor;
     NoDesk desk;
     const SystemClock clock;
     const sql::Schema schema = librarySchema();
     PooledFactory factory(schema, clock);
+    const bool reserves = arguments[6] == u"reserve";
+    Prompt& prompt = reserves ? static_cast<Prompt&>(willing) : quiet;
     Session session {settings, prompt, clock, factory, editor};
     storeConnectionText(session, arguments[1]);
     session.OperatorName = u"desk"_s;
@@ -84,6 +108,10 @@ int main(int argc, char** argv)
     QElapsedTimer timer;
     timer.start();
     while (timer.elapsed() < arguments[3].toInt()) {
+        if (reserves) {
+            reserve(session, scaleReaderCode(upTo(arguments[4])), upTo(arguments[5]) / 2 + 1);
+            continue;
+        }
         const bool giveBack = all && !out.isEmpty() && (out.size() > 40 || random() % 2);
         if (giveBack) {
             const QString barcode = out.takeAt(int(random() % out.size()));

@@ -16,6 +16,7 @@ struct Work {
     qint64 charges = 0;
     qint64 returns = 0; ///< settlements too
     qint64 settlements = 0;
+    qint64 reservations = 0;
 
     void add(const QByteArray& output)
     {
@@ -23,6 +24,7 @@ struct Work {
             charges += line.startsWith("+ ");
             returns += line.startsWith("- ") || line.startsWith("= ");
             settlements += line.startsWith("= ");
+            reservations += line.startsWith("* ");
         }
     }
     QString text() const
@@ -39,11 +41,13 @@ class TestDesks : public QObject {
 
 private Q_SLOTS:
     void twoDesksLoseNoWrite();
+    void twoDesksReserveAndClear();
     void killedDeskLeavesACleanBase();
 
 private:
     void makeLibrary(int copies);
     std::unique_ptr<QProcess> startDesk(int seed, int milliseconds, const QString& work);
+    std::pair<Work, Work> runTwoDesks(const QString& work);
     qint64 number(const QString& tsql);
     QStringList brokenRules();
     Work writtenWork();
@@ -93,7 +97,7 @@ void TestDesks::makeLibrary(int copies)
     scale.loans = 0;
     scale.today = m_clock.now().date;
     fillScaleData(conn, scale);
-    conn.execute(u"update dzk set bookcount=30000");
+    conn.execute(u"update dzk set bookcount=30000,ordercount=30000");
     conn.execute(u"delete from yyk");
     conn.execute(u"update dzk set yordercshu=0");
     conn.commit();
@@ -106,6 +110,25 @@ std::unique_ptr<QProcess> TestDesks::startDesk(int seed, int milliseconds, const
         {m_text, QString::number(seed), QString::number(milliseconds), u"100"_s, QString::number(m_copies),
             work});
     return desk;
+}
+
+/// What two desks told that did this work at once in a new library.
+std::pair<Work, Work> TestDesks::runTwoDesks(const QString& work)
+{
+    const int seconds = setting("QUILLA_STRESS_SECONDS", 4);
+    makeLibrary(seconds * 2000);
+    const auto first = startDesk(1, seconds * 1000, work);
+    const auto second = startDesk(2, seconds * 1000, work);
+    const auto isRunning = [](QProcess& desk) {
+        desk.waitForReadyRead(20); // a desk would wait at a full pipe
+        return desk.state() != QProcess::NotRunning;
+    };
+    for (bool running = true; running;)
+        running = isRunning(*first) | isRunning(*second);
+    std::pair<Work, Work> told;
+    told.first.add(first->readAllStandardOutput());
+    told.second.add(second->readAllStandardOutput());
+    return told;
 }
 
 qint64 TestDesks::number(const QString& tsql)
@@ -129,18 +152,9 @@ QStringList TestDesks::brokenRules()
 /// and counts the reader down all the same, which is not this test's matter.
 void TestDesks::twoDesksLoseNoWrite()
 {
-    const int seconds = setting("QUILLA_STRESS_SECONDS", 4);
-    makeLibrary(seconds * 2000);
-    const auto first = startDesk(1, seconds * 1000, u"charge"_s);
-    const auto second = startDesk(2, seconds * 1000, u"charge"_s);
-    QVERIFY(first->waitForFinished((seconds + 30) * 1000));
-    QVERIFY(second->waitForFinished(30'000));
-    Work ofFirst;
-    Work ofSecond;
-    ofFirst.add(first->readAllStandardOutput());
-    ofSecond.add(second->readAllStandardOutput());
-    const qint64 one = ofFirst.charges;
-    const qint64 two = ofSecond.charges;
+    const auto [first, second] = runTwoDesks(u"charge"_s);
+    const qint64 one = first.charges;
+    const qint64 two = second.charges;
     qInfo("charges %lld and %lld", one, two);
     QVERIFY(one > 0 && two > 0);
     const qint64 open = number(u"select count(*) from jhsk"_s);
@@ -149,6 +163,19 @@ void TestDesks::twoDesksLoseNoWrite()
     // Two desks that read the same free copy at the same moment both lend it: that alone may be found.
     for (const QString& rule : brokenRules())
         QCOMPARE(rule, u"one-loan-a-copy"_s);
+}
+
+/// Every reservation counts for its reader, also once it was cleared.
+void TestDesks::twoDesksReserveAndClear()
+{
+    const auto [first, second] = runTwoDesks(u"reserve"_s);
+    const qint64 placed = first.reservations + second.reservations;
+    const qint64 left = number(u"select count(*) from yyk"_s);
+    qInfo("%lld and %lld reservations, %lld left", first.reservations, second.reservations, left);
+    QVERIFY(first.reservations > 0 && second.reservations > 0 && left > 0 && left < placed);
+    QCOMPARE(number(u"select sum(yordercshu) from dzk"_s), placed);
+    QCOMPARE(number(u"select count(*) from yyk where oldtime is not null"_s), 0);
+    QCOMPARE(brokenRules(), QStringList());
 }
 
 void TestDesks::killedDeskLeavesACleanBase()
