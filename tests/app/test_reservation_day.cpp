@@ -114,7 +114,7 @@ private:
 
     void collect()
     {
-        m.setNow(QDateTime(QDate(2026, 3, 12), QTime(9, 0)));
+        m.setNow({QDate(2026, 3, 12), QTime(9, 0)});
         turnDesk(0);
         type(m_desk->TxtReaderCode, u"R1"_s);
         type(m_desk->TxtBarCode, u"B1"_s);
@@ -123,7 +123,7 @@ private:
 
     void clearAfterTheLastDay()
     {
-        m.setNow(QDateTime(QDate(2026, 3, 16), QTime(9, 0)));
+        m.setNow({QDate(2026, 3, 16), QTime(9, 0)});
         choose(u"查看预约信息"_s);
         auto* list = m_window->findChild<frmTuShuYuyueList*>();
         type(list->Reader.Text2[0], u"R2"_s);

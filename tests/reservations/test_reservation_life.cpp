@@ -75,7 +75,7 @@ private Q_SLOTS:
         m->loan(u"B1"_s, u"R1"_s, u"2026-03-20"_s);
         const auto [life] = given<Life>();
         for (const Turn& turn : life) {
-            m->setNow(QDateTime(QDate(2026, 3, turn.day), QTime(9, 30)));
+            m->setNow({QDate(2026, 3, turn.day), QTime(9, 30)});
             happens(turn.event);
             QCOMPARE(m->prompt.takeComplaints(), QString());
             QCOMPARE(m->value(u"select orderstatus,barcode,oldtime from yyk"_s) + u' '
