@@ -12,7 +12,7 @@ enum Adding { AddAll, AddSelected };
 enum Command { Print, RemoveOne, RemoveAll };
 
 const QString ListFormat = u"^控制ID|^索书号|<正题名|ISBN"_s;
-const std::vector<int> ListWidths {800, 1400, 1900, 1700}; // twips
+const std::vector<int> ListWidths {800, 1300, 1700, 2000}; // twips
 
 constexpr int ScreenWidth = 14000;
 constexpr int ScreenHeight = 7200;

@@ -109,6 +109,7 @@ private:
         QVERIFY(preview->save(sheet));
         QVERIFY(QFileInfo(sheet).size() > 0);
         preview->close();
+        appear(*m_window);
     }
 
     void collect()
