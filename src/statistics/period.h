@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/core/dates.h"
 #include "platform/core/text.h"
 
 #include <QDate>
