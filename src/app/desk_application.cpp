@@ -20,7 +20,8 @@ DeskApplication::DeskApplication(Prompt& prompt)
     , m_connections(m_schema, m_clock)
     , m_session {m_settings, prompt, m_clock, m_connections, m_editor}
     , m_reports(reportDesigns(), prompt, m_clock, [this] { return chosenPrinter(m_settings); })
-    , m_formPrinter([this] { return chosenPrinter(m_settings); })
+    , m_formPrinter(
+          [this] { return chosenPrinter(m_settings); }, [this] { return isChosenUpright(m_settings); })
 {
     m_editor.serve(m_session);
     installProcedures(m_connections);

@@ -45,6 +45,29 @@ private:
     QStringList m_failed;
 };
 
+/// Puts the pages of forms that print themselves beside the pictures.
+class PagePictures final : public FormPrinter {
+public:
+    PagePictures(const FontBook& fonts, const QString& folder)
+        : m_fonts(fonts)
+        , m_folder(folder)
+    {
+    }
+
+    void printForm(QWidget& form, Paper paper) override
+    {
+        const FormPages pages(form, paper, m_fonts);
+        for (int page = 0; page < pages.pageCount(); ++page)
+            savePagePng(
+                pages, m_fonts, page, m_folder.filePath(u"%1-%2.png"_s.arg(form.objectName()).arg(page + 1)));
+    }
+    bool isUpright() const override { return true; }
+
+private:
+    const FontBook& m_fonts;
+    QDir m_folder;
+};
+
 /// The boxes as `DialogPrompt` shows them, each closed once it is drawn.
 void addMessages(Album& album)
 {
@@ -96,7 +119,8 @@ int renderGallery(DeskApplication& desk, const QString& folder)
 
     LtMainFrm window(desk.outputs(), session, allScreens(), allActions());
     window.openUp();
-    const Workplace place {desk.outputs(), session, window};
+    PagePictures printer(*desk.reports().fonts(), folder);
+    const Workplace place {{desk.outputs().reports, desk.outputs().spreadsheets, printer}, session, window};
     for (const Screen& screen : allScreens())
         screen.pictures(album, place);
     addMessages(album);

@@ -14,12 +14,20 @@
 #include "platform/ui/form/escape_key.h"
 #include "readers/holiday_form.h"
 #include "readers/parameter_form.h"
+#include "readers/reader_card_form.h"
 #include "readers/reader_list_form.h"
 #include "readers/reader_register_form.h"
 #include "reservations/reservation_form.h"
 #include "reservations/reservation_list_form.h"
 #include "reservations/reservation_ops.h"
 #include "reservations/return_notices.h"
+#include "statistics/circulation_form.h"
+#include "statistics/fine_statistic_form.h"
+#include "statistics/loan_count_form.h"
+#include "statistics/loan_history_form.h"
+#include "statistics/period_form.h"
+#include "statistics/ranking_form.h"
+#include "statistics/yearly_readers_form.h"
 
 #include <QBoxLayout>
 #include <QDialog>
@@ -87,6 +95,32 @@ QWidget* makeReaderLists(const Workplace& place, const QString& mode, QWidget* o
     return list == ReaderTypes ? modalFrame(screen, owner) : static_cast<QWidget*>(screen);
 }
 
+/// The search for titles; `mode` is a title that is looked for at once.
+QWidget* makeTitleSearch(const Workplace& place, const QString& mode, QWidget*)
+{
+    auto* search = new frmFindBook(place.session);
+    search->Text1.setText(mode);
+    if (!mode.isEmpty()) search->cmdQuery.click();
+    return search;
+}
+
+/// A reader's card to be looked at; `mode` is the reader code.
+QWidget* makeCard(const Workplace& place, const QString& mode, QWidget* owner)
+{
+    auto* card = new DzaddFrm(
+        place.session, [] {}, owner);
+    card->SetEditMode({});
+    card->LoadReader(mode);
+    card->setWindowTitle(u"读者信息"_s);
+    return card;
+}
+
+/// The statistics over a month or a year.
+template <int Index> QWidget* makePeriodStatistic(const Workplace& place, const QString&, QWidget*)
+{
+    return new PeriodStatisticFrm(place, periodStatistics()[Index]);
+}
+
 } // namespace
 
 const ScreenRegister& allScreens()
@@ -108,10 +142,23 @@ const ScreenRegister& allScreens()
         {u"JycsFrm"_s, make<JycsFrm>, Pictures::parameters},
         {u"MadddzlxFrm"_s, makeReaderLists, Pictures::readerLists},
         {u"DzglFrm"_s, make<DzglFrm>, Pictures::readerRegister},
-        {u"DzaddFrm"_s, {}, Pictures::readerCard},
+        {u"DzaddFrm"_s, makeCard, Pictures::readerCard},
+
+        {u"LttjFrm"_s, make<LttjFrm>, Pictures::circulation},
+        {u"LtCountFrm"_s, make<LtCountFrm>, Pictures::loanCounts},
+        {u"FkTjFrm"_s, make<FkTjFrm>, Pictures::fineStatistic},
+        {u"JylsQueryFrm"_s, make<JylsQueryFrm>, Pictures::loanHistory},
+        {u"frmtsjh"_s, make<frmtsjh>, Pictures::titleRanking},
+        {u"dzjyphbFrm"_s, make<dzjyphbFrm>, Pictures::readerRanking},
+        {u"frmYueLiuTongtj"_s, makePeriodStatistic<0>, Pictures::periodStatistic<0>},
+        {u"frmJieYueFltj"_s, makePeriodStatistic<1>, Pictures::periodStatistic<1>},
+        {u"frmYueDuzheJieYuetj"_s, makePeriodStatistic<2>, Pictures::periodStatistic<2>},
+        {u"frmNianLiuTongTj"_s, makePeriodStatistic<3>, Pictures::periodStatistic<3>},
+        {u"frmNianJieYueTj"_s, makePeriodStatistic<4>, Pictures::periodStatistic<4>},
+        {u"frmndzjytj"_s, make<frmndzjytj>, Pictures::yearlyReaders},
 
         {u"fenleihelp"_s, make<fenleihelp>, Pictures::classification},
-        {u"frmFindBook"_s, make<frmFindBook>, Pictures::findBook},
+        {u"frmFindBook"_s, makeTitleSearch, Pictures::findBook},
         {u"frmGoodBook"_s, make<frmGoodBook>, Pictures::goodBook},
 
         {u"frmTushuYuYue"_s, makeReservation, Pictures::reservation},

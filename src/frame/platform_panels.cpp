@@ -40,27 +40,46 @@ bool startRegionalSettings()
 namespace {
 
 const QString PrinterKey = u"Printer"_s;
+const QString PaperKey = u"PrinterPaper"_s;
+const QString WidePaper = u"wide"_s;
+
+QString kept(const SettingsStore& settings, const QString& key)
+{
+    return settings.get(StoredText::Application.toString(), StoredText::Section.toString(), key, {});
+}
+
+void keep(SettingsStore& settings, const QString& key, const QString& value)
+{
+    settings.set(StoredText::Application.toString(), StoredText::Section.toString(), key, value);
+}
 
 } // namespace
 
 QString chosenPrinter(const SettingsStore& settings)
 {
-    return settings.get(StoredText::Application.toString(), StoredText::Section.toString(), PrinterKey, {});
+    return kept(settings, PrinterKey);
+}
+
+bool isChosenUpright(const SettingsStore& settings)
+{
+    return kept(settings, PaperKey) != WidePaper;
 }
 
 void showPrinterSetup(SettingsStore& settings, QWidget* owner)
 {
     QPrinter printer;
-    const QString kept = chosenPrinter(settings);
-    if (!kept.isEmpty()) printer.setPrinterName(kept);
+    const QString name = chosenPrinter(settings);
+    if (!name.isEmpty()) printer.setPrinterName(name);
+    printer.setPageOrientation(isChosenUpright(settings) ? QPageLayout::Portrait : QPageLayout::Landscape);
     QPrintDialog dialog(&printer, owner);
     dialog.setWindowTitle(u"打印机设置"_s);
     // nothing is printed here
     if (auto* buttons = dialog.findChild<QDialogButtonBox*>())
         if (QPushButton* ok = buttons->button(QDialogButtonBox::Ok)) ok->setText(u"确定"_s);
-    if (dialog.exec() == QDialog::Accepted)
-        settings.set(StoredText::Application.toString(), StoredText::Section.toString(), PrinterKey,
-            printer.printerName());
+    if (dialog.exec() != QDialog::Accepted) return;
+    const bool isUpright = printer.pageLayout().orientation() == QPageLayout::Portrait;
+    keep(settings, PrinterKey, printer.printerName());
+    keep(settings, PaperKey, isUpright ? QString() : WidePaper);
 }
 
 } // namespace quilla

@@ -17,7 +17,10 @@ bool startRegionalSettings();
 /// The printer that was chosen there; empty for the system's own default.
 QString chosenPrinter(const SettingsStore& settings);
 
-/// The system's printer dialog; the printer chosen there is kept for the reports.
+/// Whether its paper was left upright there.
+bool isChosenUpright(const SettingsStore& settings);
+
+/// The system's printer dialog; the printer chosen there and its paper are kept for the reports.
 void showPrinterSetup(SettingsStore& settings, QWidget* owner);
 
 } // namespace quilla

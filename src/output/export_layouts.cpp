@@ -82,10 +82,12 @@ std::vector<ExportColumn> columns(const QStringList& captions, double width)
 
 ExportLayout workloadLayout(const QString& title, const QString& first)
 {
-    return {title,
+    ExportLayout layout {title,
         columns(
             {first, u"借出册数"_s, u"还回册数"_s, u"过期册数"_s, u"罚款金额"_s, u"读者人次"_s, u"注销册数"_s},
             10)};
+    layout.columns[4].format = CellFormat::Money;
+    return layout;
 }
 
 ExportLayout classesLayout(const QString& title, const QString& first)

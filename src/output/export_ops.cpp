@@ -53,8 +53,11 @@ void writeField(SheetWriter& sheet, int row, int col, const Value& value, CellFo
     sheet.text(row, col, trimBlanks(value.text()));
 }
 
+/// Money stands in a grid with a comma after each thousand.
 void writeCell(SheetWriter& sheet, int row, int col, const QString& text, CellFormat format)
 {
+    const QString amount = QString(text).remove(u',');
+    if (format == CellFormat::Money && readsAsNumber(amount)) return sheet.money(row, col, amount.toDouble());
     if (format == CellFormat::General && readsAsNumber(text)) return sheet.number(row, col, text.toDouble());
     sheet.text(row, col, text);
 }

@@ -22,6 +22,7 @@ public:
             shown.append((key.isNull() ? u"(null)"_s : key.text()) + u'[' + rows.join(u',') + u']');
         }
     }
+    void showChart(const Chart&) override { }
     QStringList shown;
 };
 

@@ -1,8 +1,8 @@
 #include "output/export_desk.h"
 #include "platform/grid/grid_model.h"
 #include "platform/ui/form/working_progress.h"
-#include "source_dir.h"
 #include "support/file_mode.h"
+#include "support/sheet_reader.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
 
@@ -10,7 +10,6 @@
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QProcess>
 #include <QPushButton>
 
 #include <csignal>
@@ -64,16 +63,6 @@ public:
 private:
     rlimit m_before {};
 };
-
-QStringList readBack(const QString& file)
-{
-    QProcess reader;
-    reader.start(
-        u"/usr/bin/python3"_s, {QStringLiteral(QUILLA_SOURCE_DIR "/tests/output/read_sheets.py"), file});
-    reader.waitForFinished(-1);
-    const QString errors = QString::fromUtf8(reader.readAllStandardError());
-    return (errors + QString::fromUtf8(reader.readAllStandardOutput())).split(u'\n', Qt::SkipEmptyParts);
-}
 
 const ExportLayout FineLayout {u"清单"_s,
     {{u"书名"_s, u"BOOKNAME"_s, 40}, {u"条码"_s, u"barcode"_s, 13},

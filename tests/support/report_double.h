@@ -9,8 +9,19 @@ namespace quilla {
 /// Opens no report and writes down which it was asked for.
 class ReportDouble final : public ReportViewer {
 public:
-    void showReport(const QString& design, Recordset&, const ReportTexts&) override { shown.append(design); }
+    void showReport(const QString& design, Recordset&, const ReportTexts& texts) override
+    {
+        shown.append(design);
+        last = texts;
+    }
+    void showChart(const Chart& drawn) override
+    {
+        shown.append(drawn.title);
+        chart = drawn;
+    }
     QStringList shown;
+    ReportTexts last;
+    Chart chart;
 };
 
 /// Writes down the design and, of each row, the fields asked for.
@@ -27,6 +38,7 @@ public:
             for (const QString& field : m_fields)
                 shown.append(rows.field(field).text());
     }
+    void showChart(const Chart& chart) override { shown.append(chart.title); }
     QStringList shown;
 
 private:

@@ -24,8 +24,15 @@ public:
 /// No printer; writes down which forms went to it.
 class FormPrinterDouble final : public FormPrinter {
 public:
-    void printForm(QWidget& form, Paper) override { shown.append(form.windowTitle()); }
+    void printForm(QWidget& form, Paper) override
+    {
+        shown.append(form.windowTitle());
+        if (look) look(form);
+    }
+    bool isUpright() const override { return upright; }
     QStringList shown;
+    std::function<void(QWidget& form)> look; ///< at the form while it prints
+    bool upright = true;
 };
 
 /// A workplace whose outputs go nowhere and whose main window opens nothing; each writes down what it was

@@ -43,6 +43,19 @@ void reservation(Album& album, const Workplace& place);
 void reservationList(Album& album, const Workplace& place);
 
 void query(Album& album, const Workplace& place);
+void circulation(Album& album, const Workplace& place);
+void loanCounts(Album& album, const Workplace& place);
+void fineStatistic(Album& album, const Workplace& place);
+void loanHistory(Album& album, const Workplace& place);
+void titleRanking(Album& album, const Workplace& place);
+void readerRanking(Album& album, const Workplace& place);
+void yearlyReaders(Album& album, const Workplace& place);
+/// `index` is its place in `periodStatistics`.
+void periodStatistic(Album& album, const Workplace& place, std::size_t index);
+template <std::size_t Index> void periodStatistic(Album& album, const Workplace& place)
+{
+    periodStatistic(album, place, Index);
+}
 } // namespace Pictures
 
 } // namespace quilla

@@ -110,12 +110,19 @@ void GridModel::setFormatString(const QString& text)
 {
     const Filling filling(*this);
     m_formatString = text;
+    m_centredCaption = -1;
     const GridFormat format = GridFormat::parse(text);
     if (int(format.columns.size()) > Cols()) resizeColumns(int(format.columns.size()));
     for (std::size_t col = 0; col < format.columns.size(); ++col) {
         m_captions[col] = format.columns[col].caption;
         m_aligns[col] = format.columns[col].align;
     }
+}
+
+void GridModel::centreCaption(int col)
+{
+    m_centredCaption = col;
+    if (m_filling == 0 && holds(0, col)) Q_EMIT headerDataChanged(Qt::Horizontal, col, col);
 }
 
 void GridModel::Clear()
@@ -196,8 +203,8 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
 {
     if (orientation != Qt::Horizontal || section < 0 || section >= Cols()) return {};
     if (role == Qt::DisplayRole) return trimBlanks(m_captions[std::size_t(section)]);
-    if (role == Qt::TextAlignmentRole) return QVariant::fromValue(alignmentOf(section, {}));
-    return {};
+    if (role != Qt::TextAlignmentRole) return {};
+    return QVariant::fromValue(section == m_centredCaption ? Qt::AlignCenter : alignmentOf(section, {}));
 }
 
 Qt::Alignment GridModel::alignmentOf(int col, const QString& text) const

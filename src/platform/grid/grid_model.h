@@ -39,6 +39,8 @@ public:
     /// Captions and alignment by section; more sections than columns add columns, surplus columns keep
     /// the caption they have.
     void setFormatString(const QString& format);
+    /// Centres one caption over cells that stand otherwise, until the next format.
+    void centreCaption(int col);
 
     /// Empties every cell and caption; size and alignment stay.
     void Clear();
@@ -100,6 +102,7 @@ private:
     QString m_formatString;
     int m_lines = 1;
     int m_fixedCols = 0;
+    int m_centredCaption = -1;
     int m_filling = 0;
 };
 

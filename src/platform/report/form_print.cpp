@@ -234,8 +234,9 @@ FormPages::FormPages(QWidget& form, Paper paper, const FontBook& fonts)
     m_pages = FormWriter(form, paper, fonts).write();
 }
 
-DefaultPrinter::DefaultPrinter(std::function<QString()> printerName)
+DefaultPrinter::DefaultPrinter(std::function<QString()> printerName, std::function<bool()> isUpright)
     : m_printerName(std::move(printerName))
+    , m_isUpright(std::move(isUpright))
 {
 }
 

@@ -33,12 +33,14 @@ private:
 /// Prints on the chosen printer, else on the system's default one, without a question.
 class DefaultPrinter final : public FormPrinter {
 public:
-    /// `printerName` tells the chosen printer, empty for none.
-    explicit DefaultPrinter(std::function<QString()> printerName);
+    /// `printerName` tells the chosen printer, empty for none; `isUpright` how its paper was set.
+    DefaultPrinter(std::function<QString()> printerName, std::function<bool()> isUpright);
     void printForm(QWidget& form, Paper paper) override;
+    bool isUpright() const override { return m_isUpright(); }
 
 private:
     std::function<QString()> m_printerName;
+    std::function<bool()> m_isUpright;
 };
 
 } // namespace quilla

@@ -12,6 +12,8 @@ public:
     virtual ~FormPrinter() = default;
     /// Throws `Error` when the printer does not take it.
     virtual void printForm(QWidget& form, Paper paper) = 0;
+    /// Whether the operator has set the printer to upright paper.
+    virtual bool isUpright() const = 0;
 };
 
 } // namespace quilla

@@ -26,6 +26,8 @@ QColor colourOf(Ink ink)
         return QColor(0xb4, 0xb4, 0xb4);
     case Ink::Band:
         return QColor(0xec, 0xef, 0xf0);
+    case Ink::Bar:
+        return QColor(0x4f, 0x93, 0x9e);
     }
     return {};
 }
@@ -118,11 +120,12 @@ bool isWholePdf(const QString& name)
 
 } // namespace
 
+/// From the back to the front.
 void paintPage(QPainter& painter, const ReportPage& page, const FontBook& fonts)
 {
-    for (const PlacedBand& band : page.bands)
-        painter.fillRect(band.area, colourOf(band.ink));
-    for (const Ink ink : {Ink::Hairline, Ink::Rule}) {
+    for (const Ink ink : {Ink::Band, Ink::Hairline, Ink::Bar, Ink::Rule}) {
+        for (const PlacedBand& band : page.bands)
+            if (band.ink == ink) painter.fillRect(band.area, colourOf(ink));
         for (const PlacedRule& rule : page.rules) {
             if (rule.ink != ink) continue;
             painter.setPen(penOf(rule, painter.worldTransform().m11()));

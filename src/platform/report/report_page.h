@@ -25,7 +25,7 @@ struct PlacedText {
     double squeeze = 1;
 };
 
-enum class Ink { Text, Muted, Rule, Hairline, Band };
+enum class Ink { Text, Muted, Rule, Hairline, Band, Bar };
 
 struct PlacedRule {
     QLineF line;

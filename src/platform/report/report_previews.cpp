@@ -1,6 +1,7 @@
 #include "platform/report/report_previews.h"
 
 #include "platform/core/error.h"
+#include "platform/report/chart_pages.h"
 #include "platform/report/report_preview.h"
 #include "platform/ui/form/wait_cursor.h"
 
@@ -58,10 +59,20 @@ void ReportPreviews::showReport(const QString& design, Recordset& rows, const Re
         if (!found->isSilent) m_prompt.warn(error.text, OperationTitle);
         return;
     }
-    auto* preview = new ReportPreview(pages, fonts(), m_prompt, m_printerName(), lastingOwner());
-    preview->setAttribute(Qt::WA_DeleteOnClose);
-    if (QApplication::activeModalWidget()) preview->setWindowModality(Qt::ApplicationModal);
-    preview->show();
+    preview(pages);
+}
+
+void ReportPreviews::showChart(const Chart& chart)
+{
+    preview(std::make_shared<const ChartPages>(chart, *fonts()));
+}
+
+void ReportPreviews::preview(std::shared_ptr<const PrintedPages> pages) const
+{
+    auto* window = new ReportPreview(std::move(pages), fonts(), m_prompt, m_printerName(), lastingOwner());
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    if (QApplication::activeModalWidget()) window->setWindowModality(Qt::ApplicationModal);
+    window->show();
 }
 
 } // namespace quilla

@@ -18,6 +18,7 @@ public:
     ~ReportPreviews() override;
 
     void showReport(const QString& design, Recordset& rows, const ReportTexts& texts = {}) override;
+    void showChart(const Chart& chart) override;
 
     /// The report broken into pages. Throws `Error`.
     std::shared_ptr<const ReportLayout> layOut(
@@ -25,6 +26,8 @@ public:
     const std::shared_ptr<const FontBook>& fonts() const;
 
 private:
+    void preview(std::shared_ptr<const PrintedPages> pages) const;
+
     ReportCatalog m_designs;
     Prompt& m_prompt;
     const Clock& m_clock;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/db/recordset.h"
+#include "platform/report/chart.h"
 
 #include <QHash>
 
@@ -20,6 +21,8 @@ public:
     /// result; it is read from its first row to its end before this returns. A field of the design that the
     /// rows lack is told to the operator, and no report opens.
     virtual void showReport(const QString& design, Recordset& rows, const ReportTexts& texts = {}) = 0;
+    /// Shows bars in the same way.
+    virtual void showChart(const Chart& chart) = 0;
 };
 
 } // namespace quilla

@@ -1,18 +1,12 @@
 #include "platform/ui/grid/list_screen.h"
 
+#include "platform/ui/form/close_screen.h"
 #include "platform/ui/look/theme.h"
 
 #include <QBoxLayout>
 #include <QScrollBar>
 
 namespace quilla {
-
-namespace {
-
-constexpr int ScreenWidth = 11530; // twips
-constexpr int ScreenHeight = 6570;
-
-} // namespace
 
 ListScreen::ListScreen(const QString& name, const QString& title)
 {
@@ -42,13 +36,13 @@ void ListScreen::arrange(const Piece& count, const std::vector<std::reference_wr
 /// The row of buttons may need more than the usual size.
 QSize ListScreen::sizeHint() const
 {
-    const QSize usual(pixelsOf(ScreenWidth, *this), pixelsOf(ScreenHeight, *this));
+    const QSize usual(pixelsOf(m_usualSize.width(), *this), pixelsOf(m_usualSize.height(), *this));
     return layout() ? usual.expandedTo(layout()->totalMinimumSize()) : usual;
 }
 
 void ListScreen::leave()
 {
-    parentWidget() ? parentWidget()->close() : close();
+    closeScreen(*this);
 }
 
 void ListScreen::gridFix()

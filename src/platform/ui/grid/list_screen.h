@@ -45,6 +45,8 @@ protected:
     ListScreen(const QString& name, const QString& title);
     /// The columns share the width by this rule, which must outlive the screen.
     void shareWidth(const WidthRule& rule) { m_rule = &rule; }
+    /// For a screen that wants more room than lists usually have; in twips.
+    void setUsualSize(int width, int height) { m_usualSize = {width, height}; }
     /// Builds the screen and gives it its size; for the end of the screen's own constructor.
     void arrange(const Piece& content);
     /// The grid above, the count and the command buttons below.
@@ -56,6 +58,7 @@ protected:
 
 private:
     const WidthRule* m_rule = nullptr;
+    QSize m_usualSize {11530, 6570}; ///< twips
 };
 
 } // namespace quilla

@@ -24,6 +24,7 @@ struct Theme {
     QColor accent {0x14, 0x6c, 0x7a}; ///< selection, focus
     QColor accentText {0xff, 0xff, 0xff};
     QColor restingSelection {0xcf, 0xe4, 0xe7}; ///< the selected line of a grid without the focus
+    QColor figures {0xc0, 0xc0, 0xff}; ///< the selected line of a statistic's grid
     QColor highlight {0xff, 0xf6, 0xd8}; ///< the box that is being typed in, where a screen wants it
     QColor ok {0x17, 0x6b, 0x3a};
     QColor warning {0x8a, 0x5a, 0x00};
