@@ -100,6 +100,15 @@ QWidget* makeReaderLists(const Workplace& place, const QString& mode, QWidget* o
     return list == ReaderTypes ? modalFrame(screen, owner) : static_cast<QWidget*>(screen);
 }
 
+/// The search for titles; `mode` is a title that is looked for at once.
+QWidget* makeTitleSearch(const Workplace& place, const QString& mode, QWidget*)
+{
+    auto* search = new frmFindBook(place.session);
+    search->Text1.setText(mode);
+    if (!mode.isEmpty()) search->cmdQuery.click();
+    return search;
+}
+
 /// A reader's card to be looked at; `mode` is the reader code.
 QWidget* makeCard(const Workplace& place, const QString& mode, QWidget* owner)
 {
@@ -163,7 +172,7 @@ const ScreenRegister& allScreens()
         {u"frmndzjytj"_s, make<frmndzjytj>, Pictures::yearlyReaders},
 
         {u"fenleihelp"_s, make<fenleihelp>, Pictures::classification},
-        {u"frmFindBook"_s, make<frmFindBook>, Pictures::findBook},
+        {u"frmFindBook"_s, makeTitleSearch, Pictures::findBook},
         {u"frmGoodBook"_s, make<frmGoodBook>, Pictures::goodBook},
 
         {u"frmTushuYuYue"_s, makeReservation, Pictures::reservation},

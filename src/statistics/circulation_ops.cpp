@@ -19,7 +19,8 @@ const QueryTriple FineTriple {
 
 QString daysText(Session& session, const Value& due)
 {
-    return due.isNull() ? QString() : daysOverdue(GetServerDate(session), due.moment().value_or(Moment {}));
+    const std::optional<Moment> moment = due.moment();
+    return moment ? daysOverdue(GetServerDate(session), *moment) : QString();
 }
 
 QString text(Session& session, const QString& field, const Recordset& row)
@@ -31,16 +32,20 @@ QString text(Session& session, const QString& field, const Recordset& row)
     return amount ? amount->fixed(2) : value.text();
 }
 
-/// The server's date is asked anew for each line with overdue days.
-void fill(Session& session, const CirculationMode& mode, Recordset& rows, GridModel& cells)
+/// Line by line, the server's date asked anew for each one with overdue days. How many there were.
+qsizetype fill(Session& session, const CirculationMode& mode, Recordset& rows, GridModel& cells)
 {
     const GridModel::Filling filling(cells);
     cells.Clear();
     cells.setFormatString(mode.format);
-    cells.setRows(std::max(BlankRows, int(rows.recordCount()) + 1));
-    for (int line = 1; !rows.eof(); rows.next(), ++line)
+    cells.setRows(BlankRows);
+    int line = 0;
+    for (; !rows.eof(); rows.next()) {
+        if (++line == cells.Rows()) cells.setRows(line + 1);
         for (int col = 0; col < mode.cells.size(); ++col)
             cells.setTextMatrix(line, col, text(session, mode.cells[col], rows));
+    }
+    return line;
 }
 
 } // namespace
@@ -129,12 +134,10 @@ std::optional<qsizetype> listCirculation(
 {
     ResumingWork work(session);
     if (!work) return {};
-    Recordset rows = work.select(statement);
+    Recordset rows = work.select(statement, CursorType::Forward);
     if (work.failed()) return {};
-    work.release();
-    const qsizetype count = rows.recordCount();
-    if (count > 0) fill(session, mode, rows, cells);
-    return count;
+    if (rows.eof()) return 0;
+    return session.error.attempt([&] { return fill(session, mode, rows, cells); });
 }
 
 QString daysOverdue(const Moment& now, const Moment& due)

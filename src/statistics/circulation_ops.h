@@ -2,6 +2,7 @@
 
 #include "frame/search.h"
 #include "output/export_layouts.h"
+#include "platform/core/dates.h"
 #include "statistics/query_ops.h"
 
 namespace quilla {

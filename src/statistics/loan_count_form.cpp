@@ -1,6 +1,7 @@
 #include "statistics/loan_count_form.h"
 
 #include "platform/ui/form/form.h"
+#include "platform/ui/form/form.h"
 
 namespace quilla {
 

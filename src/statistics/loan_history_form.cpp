@@ -55,7 +55,8 @@ void JylsQueryFrm::layOut()
         Piece(Text1[ReaderCode]).grow(), Command1[Find], Command1[Print], Command1[Quit]);
     const Piece reader
         = row(u"读者姓名："_s, Piece(Text1[ReaderName]).grow(), u"借书证号："_s, Piece(Text1[Reader]).grow());
-    build(*this, column(searches, Piece(MSHFlexGrid1).grow(), reader, group(Frame3, fields(2, catalogue))));
+    setUsualSize(ScreenWidth, ScreenHeight);
+    arrange(column(searches, Piece(MSHFlexGrid1).grow(), reader, group(Frame3, fields(2, catalogue))));
     Text1[Barcode].setFocus();
 }
 

@@ -46,9 +46,9 @@ QString Period::holds(QStringView column) const
     return u"year(%1)='%2'  and  month(%1)='%3'"_s.arg(column).arg(year).arg(month);
 }
 
-QString presetPeriod(PeriodKind kind, const Moment& today)
+QString presetPeriod(PeriodKind kind, const QDate& today)
 {
-    return today.date.toString(kind == PeriodKind::Month ? u"yyyy-MM"_s : u"yyyy"_s);
+    return today.toString(kind == PeriodKind::Month ? u"yyyy-MM"_s : u"yyyy"_s);
 }
 
 std::optional<Period> readPeriod(PeriodKind kind, const QString& typed)

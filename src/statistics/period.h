@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/core/dates.h"
 #include "platform/core/text.h"
 
 #include <QDate>
@@ -28,7 +27,7 @@ struct Period {
 };
 
 /// What stands in the period box of a new screen.
-QString presetPeriod(PeriodKind kind, const Moment& today);
+QString presetPeriod(PeriodKind kind, const QDate& today);
 
 /// The period that was typed, nullopt when it is none: a month is any date of the platform, a year a whole
 /// number from 1901 to 2048.

@@ -14,7 +14,7 @@ constexpr QPoint CalendarPlace {240, 620}; // twips
 
 } // namespace
 
-PeriodBox::PeriodBox(PeriodKind kind, const Moment& today)
+PeriodBox::PeriodBox(PeriodKind kind, const QDate& today)
     : labMonthhh(u"月份："_s)
     , labNian(u"年份："_s)
     , textDate(kind == PeriodKind::Month ? u"####-##"_s : QString(), u' ')

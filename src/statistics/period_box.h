@@ -15,7 +15,7 @@ class PeriodBox final : public QWidget {
     Q_OBJECT
 
 public:
-    PeriodBox(PeriodKind kind, const Moment& today);
+    PeriodBox(PeriodKind kind, const QDate& today);
 
     /// nullopt when what stands in the box is no period.
     std::optional<Period> period() const { return readPeriod(m_kind, textDate.Text()); }

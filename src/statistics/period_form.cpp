@@ -26,7 +26,7 @@ constexpr int ScreenHeight = 7500;
 
 PeriodStatisticFrm::PeriodStatisticFrm(const Workplace& place, const PeriodStatistic& statistic)
     : ListScreen(statistic.name, statistic.title)
-    , Box(statistic.kind, GetServerDate(place.session))
+    , Box(statistic.kind, GetServerDate(place.session).date)
     , cmdNewSelect(u"开始统计( &N )"_s)
     , cmdChart(u"统计图( &G )"_s)
     , cmdToExcel(u"输出到excel( &E )"_s)
@@ -76,9 +76,7 @@ void PeriodStatisticFrm::wire()
     onClick(cmdNewSelect, [this] { run(); });
     onClick(cmdClick[AsPie], [this] { m_session.prompt.inform(u"暂不提供该功能！"_s, OperationTitle); });
     onClick(cmdClick[OnPaper], [this] { print(); });
-    onClick(cmdChart, [this] {
-        m_place.reports.showChart(m_statistic.chart(m_statistic.sheet(m_last).title, Grid1.cells()));
-    });
+    onClick(cmdChart, [this] { showChart(); });
     onClick(cmdToExcel, [this] { toExcel(); });
     onClick(cmdQuit, [this] { closeScreen(*this); });
     onFocus(Grid1, [this] { colourSelection(true); });
@@ -164,12 +162,19 @@ void PeriodStatisticFrm::printForm()
     paper.loadGridData();
     m_statistic.countsReaders ? paper.showFigures(m_figures)
                               : paper.labReaderCount.setText(sumOf(Grid1.cells()));
-    paper.labRiQi.setText(GetServerDate(m_session).toString(u"yyyy-MM-dd HH:mm:ss"));
+    const Moment now = GetServerDate(m_session);
+    paper.labRiQi.setText(isoDate(now) + now.time.toString(u" HH:mm:ss"));
     try {
         m_place.formPrinter.printForm(paper, m_statistic.paper);
     } catch (const Error& error) {
         tellFailure(m_session, error);
     }
+}
+
+void PeriodStatisticFrm::showChart()
+{
+    if (m_lines == 0) return m_session.prompt.inform(u"没有可以显示的数据！"_s, OperationTitle);
+    m_place.reports.showChart(m_statistic.chart(m_statistic.sheet(m_last).title, Grid1.cells()));
 }
 
 void PeriodStatisticFrm::toExcel()

@@ -40,6 +40,7 @@ private:
     void colourSelection(bool focused);
     void print();
     void printForm();
+    void showChart();
     void toExcel();
 
     const Workplace m_place;

@@ -77,17 +77,12 @@ public:
     FlexGrid& MSHFlexGrid2;
     PickList& MSHFlexGrid1;
 
-protected:
-    void showEvent(QShowEvent* event) override;
-
 private:
     void layOut();
     void openReader(int row);
     RankingQuery query() override;
     QLineEdit& dateBox(int index) override { return Text1[2 + index]; }
     ReportTexts reportTexts() const override;
-
-    const QWidget* m_window = nullptr; ///< of the client area, whose coming to the front is noted
 };
 
 } // namespace quilla

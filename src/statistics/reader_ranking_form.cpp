@@ -1,12 +1,11 @@
 #include "frame/sublib.h"
 #include "output/report_designs.h"
 #include "platform/core/date_box.h"
+#include "platform/ui/form/activation.h"
 #include "platform/ui/form/editor.h"
 #include "platform/ui/form/form.h"
 #include "platform/ui/form/text_box.h"
 #include "statistics/ranking_form.h"
-
-#include <QMdiSubWindow>
 
 namespace quilla {
 
@@ -50,6 +49,7 @@ void dzjyphbFrm::layOut()
     for (QLineEdit& box : Text1)
         keepPlain(box);
     onOpen(Grid1, [this](int row) { openReader(row); });
+    onActivation(*this, [this] { Text1[Type].setText(AllTypes); });
     arrange(row(u"类型："_s, Piece(Text1[Type]).grow(2), u"前："_s, Piece(Text1[Count]).grow(1), u"名"_s,
                 u"时间从："_s, Piece(Text1[From]).grow(1), u"到："_s, Piece(Text1[To]).grow(1)),
         Label3);
@@ -62,16 +62,6 @@ void dzjyphbFrm::openReader(int row)
     const QString code = m_work.readerOf(Grid1.TextMatrix(row, NameColumn), Grid1.TextMatrix(row, TypeColumn),
         Grid1.TextMatrix(row, UnitColumn));
     if (!code.isEmpty()) m_place.host.openScreen(u"DzaddFrm"_s, code);
-}
-
-/// The type is 全部 again whenever the window comes to the front, but not when one of its own boxes closes.
-void dzjyphbFrm::showEvent(QShowEvent* event)
-{
-    RankingForm::showEvent(event);
-    const auto* window = qobject_cast<QMdiSubWindow*>(parentWidget());
-    if (window == m_window) return;
-    m_window = window;
-    connect(window, &QMdiSubWindow::aboutToActivate, this, [this] { Text1[Type].setText(AllTypes); });
 }
 
 RankingQuery dzjyphbFrm::query()

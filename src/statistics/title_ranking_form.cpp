@@ -45,7 +45,7 @@ void frmtsjh::preset()
     for (const QString& unit : units)
         if (!unit.isEmpty()) Combo1[Unit].addItem(unit);
     Combo1[Unit].setEditText(units.value(0));
-    const QString year = GetServerDate(m_session).toString(u"yyyy"_s);
+    const QString year = GetServerDate(m_session).date.toString(u"yyyy"_s);
     Text1.setText(u"A"_s);
     Combo1[Count].addItems({u"10"_s, u"20"_s, u"50"_s, u"100"_s});
     Combo1[From].addItem(year + u"-01"_s + u"-01"_s);

@@ -35,7 +35,7 @@ frmndzjytj::frmndzjytj(const Workplace& place)
 {
     QUILLA_NAMES(Text1, Text2, Command1, cmdToExcel, Label4, MSHFlexGrid2, MSHFlexGrid1);
     setCaptions(Command1, {u"检索 &F"_s, u"退出 &Q"_s, u"打印  &P"_s});
-    Text1.setText(presetPeriod(PeriodKind::Year, GetServerDate(m_session)));
+    Text1.setText(presetPeriod(PeriodKind::Year, GetServerDate(m_session).date));
     for (TextBox& box : Text2)
         box.setText(Everybody);
     cmdToExcel.setEnabled(false);

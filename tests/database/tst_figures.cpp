@@ -23,7 +23,7 @@ void fillDemo(Connection& connection)
 }
 
 /// Codes in other letters and with blanks, times of the day, the last days of periods, copies that are gone,
-/// a class without a column and none, a deleted reader, a type that no list has.
+/// a class without a column and none, a deleted reader, a refund, a type that no list has.
 void fillOdd(Connection& connection)
 {
     const QStringList statements {
@@ -46,6 +46,8 @@ void fillOdd(Connection& connection)
         u"insert into jhslsk(readercode,barcode,orderdate,yhdate,backdate,operater) values('R3','B3','2026-01-01','2026-01-15','2026-01-16','王')"_s,
         u"insert into jhslsk(readercode,barcode,orderdate,yhdate,backdate,operater) values('R3','nowhere','2026-01-01','2026-01-15','2026-01-16','王')"_s,
         u"insert into fkk(readercode,sfmoney,opratedate) values('R1',3.35,'2026-03-31')"_s,
+        u"insert into fkk(readercode,sfmoney,opratedate) values('R1',-1.05,'2026-03-31')"_s,
+        u"insert into fkk(readercode,sfmoney,opratedate) values('R1',-2,'2026-05-05')"_s,
         u"insert into BookOut(barcode,cause,outdate) values('B1','注销','2026-06-30')"_s,
     };
     for (const QString& statement : statements)

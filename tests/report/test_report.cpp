@@ -1,5 +1,6 @@
 #include "db/error_of.h"
 #include "output/report_designs.h"
+#include "platform/report/chart_pages.h"
 #include "platform/report/report_layout.h"
 #include "report/pdf_text.h"
 #include "support/test_library.h"
@@ -226,6 +227,27 @@ private Q_SLOTS:
     }
 
     /// In a room of four Chinese characters, in three lines.
+    /// A page a series; the axis ends in a round number, bars below 0 hang from it.
+    void charts()
+    {
+        const std::pair<double, double> steps[] {
+            {0, 1}, {5, 1}, {6, 2}, {43, 10}, {220, 50}, {1234.5, 500}, {2e6, 500'000}};
+        for (const auto& [highest, step] : steps)
+            QCOMPARE(chartStep(highest), step);
+        const FontBook fonts;
+        const ChartPages pages(
+            {u"年报"_s,
+                {{u"罚款"_s,
+                     {{u"1"_s, 1234.5, u"1,234.50"_s}, {u"2"_s, 0, u"0.00"_s}, {u"3"_s, -20, u"-20.00"_s}}},
+                    {u"借出"_s, {}}}},
+            fonts);
+        QCOMPARE(textsOf(pages, fonts)[0], u"年报 罚款 1500 1,234.50 1000 500 0 -20.00 -500 1 2 3"_s);
+        QCOMPARE(pages.pageCount(), 2);
+        const auto& bars = pages.page(0).bands;
+        QCOMPARE(bars.size(), 2u);
+        QCOMPARE(bars[0].area.bottom(), bars[1].area.top());
+    }
+
     void linesBreakWhereTheyMay()
     {
         class Ruler final : public TextRuler {

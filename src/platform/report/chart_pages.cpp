@@ -86,7 +86,8 @@ private:
                                 .normalized();
         if (bar.value != 0) {
             m_page.bands.push_back({area, Ink::Bar});
-            text(bar.valueText, Small, {middle, area.top() - TextGap}, room);
+            const double beyond = bar.value > 0 ? area.top() - TextGap : area.bottom() + TextGap;
+            text(bar.valueText, Small, {middle, beyond}, room);
         }
         text(bar.label, Small, {middle, m_plot.bottom() + 1.5 * TextGap}, room * 0.95);
     }
