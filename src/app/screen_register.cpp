@@ -8,6 +8,11 @@
 #include "desk/reader_picker_form.h"
 #include "exceptions/desk_fine_dialog.h"
 #include "exceptions/fine_form.h"
+#include "exceptions/ledger_form.h"
+#include "exceptions/lost_list_form.h"
+#include "exceptions/overdue_filter_form.h"
+#include "exceptions/overdue_form.h"
+#include "exceptions/overdue_result_form.h"
 #include "frame/about_form.h"
 #include "frame/menu.h"
 #include "frame/password_form.h"
@@ -137,6 +142,15 @@ const ScreenRegister& allScreens()
         {u"frmWuZhengJieShu"_s, makePicker<noCardPicker>, Pictures::noCardPicker},
         {u"frmReaderSelect"_s, makePicker<everyReaderPicker>, Pictures::readerPicker},
         {u"FKmangerFrm"_s, makeFines, Pictures::fines},
+
+        {u"ChaoQifrm"_s, make<ChaoQifrm>, Pictures::overdueList},
+        {u"CqTjFrm"_s, make<CqTjFrm>, Pictures::overdueFilter},
+        {u"CQListFrm"_s, make<CQListFrm>, Pictures::overdueResult},
+        {u"ShowStyleFrm"_s, {}, Pictures::noticeStyle},
+        {u"lostMangerfrm"_s, make<lostMangerfrm>, Pictures::lostBooks},
+        {u"lostMangerAddfrm"_s, {}, Pictures::lostEditor},
+        {u"BookOutFrm"_s, make<BookOutFrm>, Pictures::ledger},
+        {u"AddBookOutFrm"_s, {}, Pictures::ledgerEditor},
 
         {u"holidayfrm"_s, make<holidayfrm>, Pictures::holidays},
         {u"JycsFrm"_s, make<JycsFrm>, Pictures::parameters},

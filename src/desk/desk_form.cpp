@@ -109,7 +109,7 @@ void TsjhFrm::wire()
     onEnter(TxtRetBook, [this] { scanForReturn(); });
     onClick(Check1, [this] { TxtRetBook.setFocus(); });
     for (QPushButton* button : {&CmdQuit, &Query.CmdExit})
-        onClick(*button, [this] { parentWidget() ? parentWidget()->close() : close(); });
+        onClick(*button, [this] { closeScreen(*this); });
     onClick(cmdTuShuYuYue, [this] { m_host.openScreen(u"frmTushuYuYue"_s, Modally.toString()); });
     onClick(cmdWuZhengJieShu, [this] { lendWithoutCard(); });
     cmdTuShuYuYue.setEnabled(m_host.hasScreen(u"frmTushuYuYue"_s));

@@ -1,6 +1,5 @@
 #include "exceptions/fine_form.h"
 
-#include "platform/db/decimal.h"
 #include "platform/ui/form/form.h"
 #include "platform/ui/grid/list_screen.h"
 #include "platform/ui/look/theme.h"
@@ -137,11 +136,7 @@ void FKmangerFrm::showLoans(Recordset& loans)
 
 void FKmangerFrm::showFines(Recordset& fines)
 {
-    fillGrid(Grid1[1], fines, {.format = FineFormat, .widths = FineWidths});
-    const GridModel::Filling filling(Grid1[1].cells());
-    for (int row = 1; row < Grid1[1].Rows(); ++row)
-        if (const auto amount = Decimal::read(Grid1[1].TextMatrix(row, AmountColumn)))
-            Grid1[1].setTextMatrix(row, AmountColumn, amount->fixed(2));
+    fillGrid(Grid1[1], fines, {.format = FineFormat, .money = {AmountColumn}, .widths = FineWidths});
 }
 
 void FKmangerFrm::closeScreen()

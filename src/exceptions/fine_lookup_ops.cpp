@@ -9,30 +9,19 @@ namespace quilla {
 
 namespace {
 
-/// How one of the first four boxes is looked up. Of several rows the first counts.
-struct LookUp {
-    QString statement;
-    QString notFound;
-    std::vector<std::pair<QString, int>> found; ///< fields and the boxes that take them
-};
-
 LookUp lookUpOf(int index)
 {
     switch (index) {
     case FineBox::ReaderCode:
-        return {u"Select name From dzk Where readercode='%1'"_s, u"无效读者证号，取消该操作。"_s,
-            {{u"name"_s, FineBox::ReaderName}}};
+        return lookUpByCode();
     case FineBox::ReaderName:
-        return {u"Select readercode From dzk Where name='%1'"_s, u"无效读者姓名，取消该操作。"_s,
-            {{u"readercode"_s, FineBox::ReaderCode}}};
+        return lookUpByName();
     case FineBox::Barcode:
-        return {u"Select readercode,name,bookname  From jhskV Where barcode='%1'"_s,
-            u"此条形码不存在 或 不存在借阅信息。"_s,
+        return {u"Select readercode,name,bookname  From jhskV Where barcode='%1'"_s, NoSuchBarcode.toString(),
             {{u"readercode"_s, FineBox::ReaderCode}, {u"name"_s, FineBox::ReaderName},
                 {u"bookname"_s, FineBox::Title}}};
     default:
-        return {u"Select readercode,name,barcode From jhskV Where bookname='%1'"_s,
-            u"此图书名不存在 或 不存在借阅信息。"_s,
+        return {u"Select readercode,name,barcode From jhskV Where bookname='%1'"_s, NoSuchTitle.toString(),
             {{u"readercode"_s, FineBox::ReaderCode}, {u"name"_s, FineBox::ReaderName},
                 {u"barcode"_s, FineBox::Barcode}}};
     }
@@ -71,18 +60,14 @@ void FineLookup::checkAmount(int index, const QString& text)
     m_view.focusBox(index);
 }
 
-/// What the database gave goes into the boxes as it is: " P3" with its blank is another reader than "P3".
 bool FineLookup::lookUp(ResumingWork& work, int index, const QString& text)
 {
     const LookUp rule = lookUpOf(index);
-    const Recordset row = work.select(rule.statement.arg(doubled(text)));
-    if (row.eof()) {
+    if (!lookUpBox(work, m_view, rule, text)) {
         warn(rule.notFound);
         resetScreen(index);
         return !work.failed();
     }
-    for (const auto& [field, box] : rule.found)
-        m_view.setBox(box, row.field(field).text());
     const bool byReader = index == FineBox::ReaderCode || index == FineBox::ReaderName;
     return byReader ? checkReader(work) : checkBook();
 }
@@ -92,13 +77,8 @@ bool FineLookup::checkReader(ResumingWork& work)
 {
     const QString readercode = m_view.box(FineBox::ReaderCode);
     const bool listed = sameText(readercode, GridReader) || ReloadReaderHistory(readercode, {});
-    const QString barcode = m_view.box(FineBox::Barcode);
-    if (barcode.isEmpty()) return listed;
-    const Recordset loan
-        = work.select(u"Select barcode From jhsk Where barcode='%1' And readercode='%2'"_s.arg(
-            doubled(barcode), doubled(readercode)));
-    if (loan.eof()) {
-        warn(u"该读者并不存在此书刊的节阅信息。"_s);
+    if (!isOutWithReader(work, m_view)) {
+        warn(NotOutWithReader.toString());
         clearFine(m_view, FineBox::Barcode);
         m_view.focusBox(FineBox::Barcode);
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/db/recordset.h"
+#include "exceptions/loan_lookup_ops.h"
 
 namespace quilla {
 
@@ -35,14 +35,8 @@ constexpr int ofKind(FineKind kind)
 
 /// What the fine handling may do to its screen. The screen reports each change of a box or of a kind's tick
 /// back, also one that was made through here.
-class FineView {
+class FineView : public BoxView {
 public:
-    virtual ~FineView() = default;
-
-    virtual QString box(int index) const = 0;
-    virtual void setBox(int index, const QString& text) = 0;
-    virtual void focusBox(int index) = 0;
-
     virtual bool isTicked(FineKind kind) const = 0;
     virtual void setTicked(FineKind kind, bool ticked) = 0;
     /// Whether the operator may change that tick.

@@ -3,6 +3,7 @@
 #include "frame/look_form.h"
 #include "frame/main_ops.h"
 #include "frame/platform_panels.h"
+#include "frame/screen_keys.h"
 #include "platform/ui/form/form.h"
 #include "platform/ui/grid/list_screen.h"
 #include "platform/ui/look/icons.h"
@@ -40,6 +41,7 @@ LtMainFrm::LtMainFrm(
     setObjectName(u"LtMainFrm"_s);
     setWindowTitle(ProgramTitle);
     setCentralWidget(&Client);
+    new ScreenKeys(Client);
     Client.setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     Client.setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     Client.setBackground(palette().window());
@@ -147,17 +149,18 @@ void LtMainFrm::perform(const MenuEntry& entry)
         openScreen(entry.target, entry.mode);
 }
 
-void LtMainFrm::openScreen(const QString& target, const QString& mode)
+QWidget* LtMainFrm::openScreen(const QString& target, const QString& mode)
 {
     const QString key = target + u'/' + mode;
     if (QWidget* open = m_open.value(key)) return showBeside(key, open);
     const ScreenMaker* make = makerOf(target);
-    if (!make) return;
+    if (!make) return nullptr;
     QWidget* screen = (*make)(m_place, mode, this);
     auto* dialog = qobject_cast<QDialog*>(screen);
     if (!dialog) return showBeside(key, screen);
     const std::unique_ptr<QDialog> modal(dialog);
     modal->exec();
+    return nullptr;
 }
 
 /// A window of the client area around the screen, which keeps the size that the screen gave itself, as far
@@ -185,7 +188,7 @@ void LtMainFrm::settle(QMdiSubWindow& window, bool isList)
 }
 
 /// A screen that is already open comes to the front.
-void LtMainFrm::showBeside(const QString& key, QWidget* screen)
+QWidget* LtMainFrm::showBeside(const QString& key, QWidget* screen)
 {
     auto* window = qobject_cast<QMdiSubWindow*>(screen->parentWidget());
     if (!window) {
@@ -197,6 +200,7 @@ void LtMainFrm::showBeside(const QString& key, QWidget* screen)
     window->show();
     window->raise();
     Client.setActiveSubWindow(window);
+    return screen;
 }
 
 void LtMainFrm::act(const QString& action)

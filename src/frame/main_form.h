@@ -30,7 +30,7 @@ public:
     /// What follows the first appearance: the status bar and the question about overdue loans.
     void openUp();
 
-    void openScreen(const QString& target, const QString& mode = {}) override;
+    QWidget* openScreen(const QString& target, const QString& mode = {}) override;
     bool hasScreen(const QString& target) const override;
     /// Where the hidden edit menu sends its next command.
     void registerChild(QWidget* child) override;
@@ -56,7 +56,7 @@ private:
     void act(const QString& action);
     QMdiSubWindow* frameOf(QWidget* screen);
     void settle(QMdiSubWindow& window, bool isList);
-    void showBeside(const QString& key, QWidget* screen);
+    QWidget* showBeside(const QString& key, QWidget* screen);
     void sendDelete();
     void chooseRegion();
     void choosePrinter();

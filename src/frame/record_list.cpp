@@ -25,7 +25,7 @@ void RecordList::wireButtons(const std::vector<std::reference_wrapper<QPushButto
 {
     onClick(buttons[Add], [this] { addRecord(); });
     onClick(buttons[Remove], [this] { removeSelected(); });
-    onClick(buttons[Close], [this] { leave(); });
+    onClick(buttons[Close], [this] { closeScreen(*this); });
     onClick(buttons[Edit], [this] { editCurrent(); });
     onOpen(Grid1, [this](int) { editCurrent(); });
     connect(&Grid1, &FlexGrid::deletePressed, this, [this] { removeSelected(); });

@@ -19,4 +19,13 @@ std::optional<Recordset> rowsFound(Session& session, const ListSearch& search)
     return work.select(search.statement());
 }
 
+QStringList firstColumn(Session& session, const QString& select)
+{
+    QStringList texts;
+    if (auto rows = rowsFound(session, {.select = select}))
+        for (; !rows->eof(); rows->next())
+            texts.append(rows->field(0).text());
+    return texts;
+}
+
 } // namespace quilla

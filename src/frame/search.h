@@ -2,6 +2,8 @@
 
 #include "frame/session.h"
 
+#include <QStringList>
+
 namespace quilla {
 
 /// What a list shows: a select, narrowed and sorted by the operator. The list is loaded, printed and exported
@@ -22,5 +24,7 @@ struct ListSearch {
 /// The rows found, read in resume mode: a select that fails finds none. nullopt when no connection can be
 /// had.
 std::optional<Recordset> rowsFound(Session& session, const ListSearch& search);
+/// The texts of a select's first column, read in the same way; empty when no connection can be had.
+QStringList firstColumn(Session& session, const QString& select);
 
 } // namespace quilla

@@ -6,6 +6,8 @@
 #include "platform/core/settings.h"
 #include "platform/db/connection.h"
 
+#include <QHash>
+
 namespace quilla {
 
 /// Lets the operator enter the connection settings; modal, saves them itself.
@@ -28,6 +30,8 @@ struct Session {
     QString ServerName {}; ///< server part of the stored text
     QString DatabaseName {}; ///< database part of the stored text
     QString OperatorName {}; ///< user name as typed at login
+
+    QHash<QString, Moment> NoticesShown {}; ///< when dunning notices were last shown, by what groups them
 
     LastError error {}; ///< the error that resume mode leaves behind
 };

@@ -15,8 +15,9 @@ namespace quilla {
 class ScreenHost {
 public:
     virtual ~ScreenHost() = default;
-    /// Opens another screen as the main menu does.
-    virtual void openScreen(const QString& target, const QString& mode = {}) = 0;
+    /// Opens another screen as the main menu does. The screen, so that its own steps can follow; nullptr for
+    /// a modal one, which has been closed by then, and for one that does not exist.
+    virtual QWidget* openScreen(const QString& target, const QString& mode = {}) = 0;
     /// Whether that screen exists in this program.
     virtual bool hasScreen(const QString& target) const = 0;
     /// Where the hidden edit menu sends its next command; the child is a `MenuClient`.

@@ -19,6 +19,8 @@ struct Exporter {
 /// What stands when a screen has nothing to put on a spreadsheet.
 inline constexpr QStringView NothingToPrint = u"没有可以打印的信息！";
 inline constexpr QStringView NothingToOutput = u"没有需要输出的信息！";
+/// What the lists of overdue loans and of withdrawals say when they have nothing to print.
+inline constexpr QStringView NothingForPaper = u"没有需要打印的信息！";
 
 constexpr qsizetype RowsPerSheet = 50000;
 

@@ -94,7 +94,7 @@ void MadddzlxFrm::removeEntry()
 
 void MadddzlxFrm::leave()
 {
-    parentWidget() ? parentWidget()->close() : close();
+    closeScreen(*this);
 }
 
 } // namespace quilla

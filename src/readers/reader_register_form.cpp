@@ -76,7 +76,7 @@ void DzglFrm::wire()
         &DzglFrm::search, &DzglFrm::reportLost, &DzglFrm::deleteFound};
     for (int command = Add; command < Close; ++command)
         onClick(CmdDzgl[command], [this, step = steps[command]] { (this->*step)(); });
-    onClick(CmdDzgl[Close], [this] { parentWidget() ? parentWidget()->close() : close(); });
+    onClick(CmdDzgl[Close], [this] { closeScreen(*this); });
     onClick(cmdPrint, [this] { print(); });
     onClick(cmdToExcel, [this] { toExcel(); });
     onOpen(Grid1, [this](int) { editCard(); });

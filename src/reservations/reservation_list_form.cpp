@@ -20,7 +20,7 @@ frmTuShuYuyueList::frmTuShuYuyueList(Session& session)
     Reader.Text2[0].setFocus();
     Reader.onReader([this] { showReservations(); });
     onClick(cmdYuYue[0], [this] { showReservations(); });
-    onClick(cmdYuYue[1], [this] { leave(); });
+    onClick(cmdYuYue[1], [this] { closeScreen(*this); });
 }
 
 void frmTuShuYuyueList::showReservations()

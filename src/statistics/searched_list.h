@@ -11,12 +11,6 @@ namespace quilla {
 
 struct ExportLayout;
 
-/// One entry of a list's sort menu; the place in the menu is the column.
-struct SortChoice {
-    QString caption;
-    QString field; ///< by which later printouts are ordered
-};
-
 /// A list that the query dialog narrows, with the steps that such lists have in common. How a list is loaded,
 /// what its buttons are and when it has nothing to print, its screen says.
 class SearchedList : public ListScreen, public QueryReceiver {
@@ -30,10 +24,6 @@ protected:
 
     /// Opens the query dialog, and gives the grid the focus after a search.
     void find(const QueryTriple& triple);
-    /// Offers the columns to sort by. The grid sorts what it shows, and the field chosen becomes the order of
-    /// later printouts. A dismissed menu leaves that order, yet the lines are sorted by all columns from the
-    /// left, since the selection spans them all.
-    void offerSorting(const std::vector<SortChoice>& choices);
     bool print(const ListPrint& print) { return printList(m_session, m_reports, print); }
     /// Puts the rows of `select` on a spreadsheet; `nothing` is told when it is empty. The screen may be gone
     /// when this returns.

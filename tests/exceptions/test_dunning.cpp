@@ -70,13 +70,13 @@ private Q_SLOTS:
     void notices()
     {
         const auto [groupField, condition, order, shown] = given<QString, QString, QString, QString>();
-        PrintDunningNotices(m->session, m_notices, groupField, {condition, order});
+        PrintDunningNotices(m->session, m_notices, groupField, {{}, condition, order});
         QCOMPARE(m_notices.shown.join(u' '), u"JHSKCQRpt "_s + shown);
     }
 
     void failuresAreSilent()
     {
-        PrintDunningNotices(m->session, m_notices, u"readercode"_s, {u"nix=1"_s, {}});
+        PrintDunningNotices(m->session, m_notices, u"readercode"_s, {.condition = u"nix=1"_s});
         m->session.ConnectionText = u"nonsense"_s;
         PrintDunningNotices(m->session, m_notices, u"readercode"_s, {});
         QCOMPARE(m_notices.shown, QStringList());

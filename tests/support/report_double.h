@@ -27,22 +27,20 @@ public:
 /// Writes down the design and, of each row, the fields asked for.
 class PrintedRows final : public ReportViewer {
 public:
-    explicit PrintedRows(QStringList fields)
-        : m_fields(std::move(fields))
+    explicit PrintedRows(QStringList names)
+        : fields(std::move(names))
     {
     }
     void showReport(const QString& design, Recordset& rows, const ReportTexts&) override
     {
         shown.append(design);
         for (; !rows.eof(); rows.next())
-            for (const QString& field : m_fields)
+            for (const QString& field : fields)
                 shown.append(rows.field(field).text());
     }
     void showChart(const Chart& chart) override { shown.append(chart.title); }
+    QStringList fields;
     QStringList shown;
-
-private:
-    QStringList m_fields;
 };
 
 } // namespace quilla

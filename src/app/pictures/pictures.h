@@ -29,6 +29,15 @@ void noCardPicker(Album& album, const Workplace& place);
 void readerPicker(Album& album, const Workplace& place);
 void fines(Album& album, const Workplace& place);
 
+void overdueList(Album& album, const Workplace& place);
+void overdueFilter(Album& album, const Workplace& place);
+void overdueResult(Album& album, const Workplace& place);
+void noticeStyle(Album& album, const Workplace& place);
+void lostBooks(Album& album, const Workplace& place);
+void lostEditor(Album& album, const Workplace& place);
+void ledger(Album& album, const Workplace& place);
+void ledgerEditor(Album& album, const Workplace& place);
+
 void holidays(Album& album, const Workplace& place);
 void parameters(Album& album, const Workplace& place);
 void readerLists(Album& album, const Workplace& place);
