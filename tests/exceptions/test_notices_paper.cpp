@@ -22,6 +22,7 @@ public:
             if (design.name == name)
                 pages = textsOf(*m_previews.layOut(design, rows, texts), *m_previews.fonts());
     }
+    void showChart(const Chart&) override { }
     QStringList pages;
 
 private:

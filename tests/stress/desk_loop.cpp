@@ -2,13 +2,15 @@
 // and settles what is overdue, or places reservations, lets them run out and clears them. After each
 // operation that it would tell the operator as done it prints a line: "+ barcode" for a charge, "-" for a
 // return in time, "=" for a settlement, "* reader" for a reservation.
+// At the ledger it withdraws copies ("w") and restores them ("r").
 //
-//   desk_loop CONNECTION-TEXT SEED MILLISECONDS READERS COPIES charge|all|reserve
+//   desk_loop CONNECTION-TEXT SEED MILLISECONDS READERS COPIES charge|all|reserve|ledger
 
 #include "database/library_schema.h"
 #include "database/scale.h"
 #include "desk/charge_ops.h"
 #include "desk/discharge_ops.h"
+#include "exceptions/ledger_ops.h"
 #include "frame/sublib.h"
 #include "platform/db/pooled_factory.h"
 #include "reservations/reservation_ops.h"
@@ -44,13 +46,14 @@ private:
     QuietFines m_fines;
 };
 
-QStringList openLoans(Session& session)
+/// The first column of a table that a desk left behind.
+QStringList leftBehind(Session& session, const QString& select)
 {
-    QStringList barcodes;
     Connection conn = session.connections.open(session.ConnectionText);
-    for (Recordset row = conn.open(u"select barcode from jhsk"); !row.eof(); row.next())
-        barcodes.append(row.field(0).text());
-    return barcodes;
+    QStringList texts;
+    for (Recordset row = conn.open(select); !row.eof(); row.next())
+        texts.append(row.field(0).text());
+    return texts;
 }
 
 void tell(char sign, const QString& barcode)
@@ -76,6 +79,32 @@ void reserve(Session& session, const QString& reader, int title)
     session.connections.open(session.ConnectionText)
         .execute(u"update yyk set oldtime='2001-01-01' where readercode='%1' and zskid=%2"_s.arg(reader, id));
     ClearExpiredReservations(session);
+}
+
+bool withdraw(Session& session, const QString& barcode)
+{
+    const CopyCheck check = CheckCopyForWithdrawal(session, barcode);
+    if (check.refused || !check.data) return false;
+    const Withdrawal entry {.bookname = check.data->bookname,
+        .barcode = barcode,
+        .price = check.data->price,
+        .cause = u"注销"_s,
+        .outdate = u"2026-03-10"_s};
+    return !SaveWithdrawal(session, EditorMode(u"A"_s), entry);
+}
+
+/// One step at the ledger, which never holds many entries.
+void workAtLedger(Session& session, std::mt19937& random, const QString& barcode)
+{
+    const QStringList entries = leftBehind(session, u"select BookOutID from BookOut"_s);
+    if (entries.size() < 5 || random() % 2) {
+        if (withdraw(session, barcode)) tell('w', barcode);
+        return;
+    }
+    const qint64 id = entries[int(random() % entries.size())].toLongLong();
+    const QString restored
+        = leftBehind(session, u"select barcode from BookOut where BookOutID=%1"_s.arg(id)).value(0);
+    if (restoreWithdrawnCopy(session, id)) tell('r', restored);
 }
 
 } // namespace
@@ -104,12 +133,16 @@ int main(int argc, char** argv)
     std::mt19937 random(arguments[2].toUInt());
     const auto upTo = [&](const QString& most) { return int(random() % most.toUInt()) + 1; };
     const bool all = arguments[6] == u"all";
-    QStringList out = all ? openLoans(session) : QStringList();
+    QStringList out = all ? leftBehind(session, u"select barcode from jhsk"_s) : QStringList();
     QElapsedTimer timer;
     timer.start();
     while (timer.elapsed() < arguments[3].toInt()) {
         if (reserves) {
             reserve(session, scaleReaderCode(upTo(arguments[4])), upTo(arguments[5]) / 2 + 1);
+            continue;
+        }
+        if (arguments[6] == u"ledger") {
+            workAtLedger(session, random, scaleBarcode(upTo(arguments[5])));
             continue;
         }
         const bool giveBack = all && !out.isEmpty() && (out.size() > 40 || random() % 2);
