@@ -20,7 +20,7 @@ public:
         for (Step& step : recording)
             step.prepared = prepare(step.text, step.isBegin() || step.isCommit());
     }
-    void replay(const Recording& recording, const Work& work)
+    void replay(const Recording& recording, const DeskTask& work)
     {
         for (const Step& step : recording)
             run(step, work);
@@ -28,9 +28,9 @@ public:
 
 protected:
     virtual int prepare(const QByteArray& text, bool isTransaction) = 0;
-    virtual void run(const Step& step, const Work& work) = 0;
+    virtual void run(const Step& step, const DeskTask& work) = 0;
 
-    static const QByteArray& textOf(const Argument& argument, const Work& work)
+    static const QByteArray& textOf(const Argument& argument, const DeskTask& work)
     {
         return argument.part < 0 ? argument.text : work.texts[std::size_t(argument.part)];
     }
@@ -45,7 +45,7 @@ public:
 
 private:
     int prepare(const QByteArray& text, bool isTransaction) override;
-    void run(const Step& step, const Work& work) override;
+    void run(const Step& step, const DeskTask& work) override;
     void check(int code) const;
 
     sqlite3* m_database = nullptr;
@@ -63,7 +63,7 @@ public:
 
 private:
     int prepare(const QByteArray& text, bool isTransaction) override;
-    void run(const Step& step, const Work& work) override;
+    void run(const Step& step, const DeskTask& work) override;
     void check(PGresult* result) const;
 
     PGconn* m_connection;

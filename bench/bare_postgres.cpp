@@ -35,7 +35,7 @@ int BarePostgres::prepare(const QByteArray& text, bool isTransaction)
     return int(m_names.size()) - 1;
 }
 
-void BarePostgres::run(const Step& step, const Work& work)
+void BarePostgres::run(const Step& step, const DeskTask& work)
 {
     if (step.prepared < 0) return check(PQexec(m_connection, step.text.constData()));
     std::array<const char*, 32> texts {};

@@ -96,7 +96,7 @@ int BareSqlite::prepare(const QByteArray& text, bool)
     return int(m_statements.size()) - 1;
 }
 
-void BareSqlite::run(const Step& step, const Work& work)
+void BareSqlite::run(const Step& step, const DeskTask& work)
 {
     sqlite3_stmt* statement = m_statements[std::size_t(step.prepared)];
     int place = 0;

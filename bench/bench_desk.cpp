@@ -91,13 +91,13 @@ QStringList column(Base& base, const QString& select)
 }
 
 /// Free copies held for nobody, each for a reader with no overdue loan: every charge takes the same road.
-std::vector<Work> charges(Base& base)
+std::vector<DeskTask> charges(Base& base)
 {
     const QStringList readers = column(base,
         u"select readercode from dzk where readercode not in (select readercode from jhsk where yhdate<getdate())"_s);
     const QStringList copies = column(
         base, u"select barcode from sck where borrowstatus=1 and barcode not in (select barcode from yyk)"_s);
-    std::vector<Work> works;
+    std::vector<DeskTask> works;
     for (const QString& copy : copies)
         works.push_back(
             {{copy.toUtf8(), readers[qsizetype(works.size()) % readers.size()].toUtf8(), {}, {}, {}}});
@@ -106,19 +106,19 @@ std::vector<Work> charges(Base& base)
 
 /// Loans that are overdue or not, wherever the server's midnight is; a view brings what the fine screen
 /// shows.
-std::vector<Work> loans(Base& base, bool overdue)
+std::vector<DeskTask> loans(Base& base, bool overdue)
 {
     const QDate today = base.clock.now().date;
     const QString due
         = u"%1'%2'"_s.arg(overdue ? QChar(u'<') : QChar(u'>'), isoDate(today.addDays(overdue ? -1 : 1)));
-    std::vector<Work> works;
+    std::vector<DeskTask> works;
     Connection conn = base.factory.open(base.connectionText);
     for (
         Recordset row = conn.open(
             u"select j.barcode,j.readercode,v.name,v.bookname,j.jhskid from jhsk j join jhskv v on j.barcode=v.barcode where j.yhdate%1 order by j.jhskid"_s
                 .arg(due));
         !row.eof(); row.next()) {
-        Work work;
+        DeskTask work;
         for (std::size_t part = 0; part < work.texts.size(); ++part)
             work.texts[part] = row.field(int(part)).text().toUtf8();
         works.push_back(work);
@@ -156,13 +156,13 @@ public:
 
     void measureCharge()
     {
-        m_charge = measure(u"charge"_s, charges(m_base), [this](const Work& work) {
+        m_charge = measure(u"charge"_s, charges(m_base), [this](const DeskTask& work) {
             return ChargeBook(m_session, m_view, work.barcode(), work.reader()) == Charged;
         });
     }
     void measureReturns()
     {
-        const auto giveBack = [this](const Work& work) {
+        const auto giveBack = [this](const DeskTask& work) {
             return DischargeBook(m_session, m_view, m_fines, work.barcode()) == Discharged;
         };
         measure(u"discharge in time"_s, loans(m_base, false), giveBack);
@@ -172,7 +172,7 @@ public:
 
 private:
     Medians measure(
-        const QString& name, std::vector<Work> works, const std::function<bool(const Work&)>& operation);
+        const QString& name, std::vector<DeskTask> works, const std::function<bool(const DeskTask&)>& operation);
 
     Base& m_base;
     QTemporaryDir m_home;
@@ -191,9 +191,9 @@ private:
 
 /// The last work is the one that is recorded: its loan has a number that no other literal has.
 Medians Desk::measure(
-    const QString& name, std::vector<Work> works, const std::function<bool(const Work&)>& operation)
+    const QString& name, std::vector<DeskTask> works, const std::function<bool(const DeskTask&)>& operation)
 {
-    const auto must = [&](const Work& work) {
+    const auto must = [&](const DeskTask& work) {
         if (!operation(work)) qFatal("not done: %s", qPrintable(name));
     };
     if (works.size() < 20) qFatal("too few copies for: %s", qPrintable(name));

@@ -62,6 +62,7 @@ public:
             savePdf(*report, *m_previews.fonts(), m_file);
         }
     }
+    void showChart(const Chart&) override { }
     int pages = 0;
 
 private:

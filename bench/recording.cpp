@@ -6,7 +6,7 @@ namespace quilla {
 
 namespace {
 
-Argument argumentOf(const sql::Literal& literal, const sql::Parameter& parameter, const Work& work)
+Argument argumentOf(const sql::Literal& literal, const sql::Parameter& parameter, const DeskTask& work)
 {
     Argument argument {-1, parameter.kind, literal.text.toUtf8()};
     const auto part = std::find(work.texts.begin(), work.texts.end(), argument.text);
@@ -19,7 +19,7 @@ Argument argumentOf(const sql::Literal& literal, const sql::Parameter& parameter
     return argument;
 }
 
-Step stepOf(const QString& sent, sql::Translator& translator, const Work& work)
+Step stepOf(const QString& sent, sql::Translator& translator, const DeskTask& work)
 {
     Step step;
     step.text = sent.toUtf8();
@@ -34,7 +34,7 @@ Step stepOf(const QString& sent, sql::Translator& translator, const Work& work)
 
 } // namespace
 
-Recording record(PooledFactory& factory, sql::Translator& translator, const Work& work,
+Recording record(PooledFactory& factory, sql::Translator& translator, const DeskTask& work,
     const std::function<void()>& operation)
 {
     QStringList sent;

@@ -10,7 +10,7 @@
 namespace quilla {
 
 /// What one run of a desk operation is about, as its statements name it; UTF-8.
-struct Work {
+struct DeskTask {
     enum Part { Barcode, Reader, Name, Title, Loan, Parts };
     std::array<QByteArray, Parts> texts;
     QString barcode() const { return QString::fromUtf8(texts[Barcode]); }
@@ -37,7 +37,7 @@ using Recording = std::vector<Step>;
 
 /// What `operation` sends for `work`, to be sent again for others. Each part of the work must be a text that
 /// no other literal of its statements has.
-Recording record(PooledFactory& factory, sql::Translator& translator, const Work& work,
+Recording record(PooledFactory& factory, sql::Translator& translator, const DeskTask& work,
     const std::function<void()>& operation);
 
 } // namespace quilla

@@ -1,5 +1,6 @@
 #include "desk/loan_query_ops.h"
 
+#include "frame/search.h"
 #include "frame/sublib.h"
 #include "frame/work.h"
 #include "platform/db/decimal.h"
@@ -39,16 +40,6 @@ LoanLine lineOf(ResumingWork& work, const Recordset& row)
         line.append(dateCell(work, row, field));
     line.append(cell(work, row, u"operater"));
     return line;
-}
-
-QStringList firstColumn(Session& session, const QString& tsql)
-{
-    QStringList values;
-    ResumingWork work(session);
-    if (!work) return values;
-    for (Recordset row = work.select(tsql); !row.eof(); row.next())
-        values.append(row.field(0).text());
-    return values;
 }
 
 } // namespace

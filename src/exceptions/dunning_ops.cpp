@@ -47,10 +47,10 @@ void PrintDunningNotices(
 
 QString noticesShownEarlier(const Session& session, const QString& groupField)
 {
-    const Moment shown = session.NoticesShown.value(groupField);
-    if (shown.date != session.clock.now().date) return {};
+    const auto shown = session.NoticesShown.constFind(groupField);
+    if (shown == session.NoticesShown.constEnd() || shown->date != session.clock.now().date) return {};
     return u"今天 %1 已打印过%2，请勿重复发放。"_s.arg(
-        shown.time.toString(u"HH:mm"), noticeKind(groupField).name);
+        shown->time.toString(u"HH:mm"), noticeKind(groupField).name);
 }
 
 } // namespace quilla

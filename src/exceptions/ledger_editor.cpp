@@ -2,6 +2,7 @@
 
 #include "platform/db/decimal.h"
 #include "platform/ui/form/form.h"
+#include "platform/ui/form/open_list.h"
 #include "platform/ui/look/theme.h"
 
 namespace quilla {
@@ -21,10 +22,8 @@ AddBookOutFrm::AddBookOutFrm(Session& session, QWidget* parent)
 {
     setObjectName(u"AddBookOutFrm"_s);
     QUILLA_NAMES(Text1, Combo1, CmdSave, CmdCancel);
-    Combo1.setEditable(true);
-    Combo1.setCompleter(nullptr);
+    takeAnyText(Combo1);
     Combo1.addItems(withdrawalCauses());
-    keepPlain(*Combo1.lineEdit());
     for (const int box : {LedgerBox::Id, LedgerBox::Operator, LedgerBox::Date})
         Text1[box].setEnabled(false);
     layOut();
@@ -52,10 +51,12 @@ void AddBookOutFrm::wire()
     inputs.push_back(Combo1);
     enterAsTab(inputs);
     onLeave(Text1[LedgerBox::Barcode], [this] {
-        if (m_mode.isAdd()) checkCopy();
+        if (m_mode.isAdd() && !checkCopy()) m_told.now();
     });
     onLeave(Text1[LedgerBox::Price], [this] { checkPrice(); });
-    onLeave(Text1[LedgerBox::Date], [this] { checkDate(); });
+    onLeave(Text1[LedgerBox::Date], [this] {
+        if (!checkDate()) m_told.now();
+    });
     onClick(CmdSave, [this] { save(); });
     onClick(CmdCancel, [this] { reject(); });
 }
@@ -63,11 +64,9 @@ void AddBookOutFrm::wire()
 void AddBookOutFrm::SetDataMode(const QString& mode)
 {
     m_mode = EditorMode(mode);
-    const QString title = u"藏书注销帐"_s;
-    if (m_mode.isAdd())
-        setWindowTitle(title + u"-[登记注销]"_s);
-    else
-        setWindowTitle(m_mode.isEdit() ? title + u"-[查看注销]"_s : title);
+    setWindowTitle(m_mode.isAdd() ? u"藏书注销帐-[登记注销]"_s
+            : m_mode.isEdit()     ? u"藏书注销帐-[查看注销]"_s
+                                  : u"藏书注销帐"_s);
     CmdSave.setEnabled(m_mode.maySave());
     Text1[LedgerBox::Barcode].setReadOnly(m_mode.isEdit());
 }
@@ -133,6 +132,7 @@ bool AddBookOutFrm::checkDate()
 
 void AddBookOutFrm::save()
 {
+    if (m_told) return;
     if (m_mode.isAdd() && !checkCopy()) return;
     if (!Decimal::read(Text1[LedgerBox::Price].text())) return Text1[LedgerBox::Price].setFocus();
     if (!checkDate()) return;

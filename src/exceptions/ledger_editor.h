@@ -1,6 +1,7 @@
 #pragma once
 
 #include "exceptions/ledger_ops.h"
+#include "platform/ui/form/just_told.h"
 #include "platform/ui/form/text_box.h"
 
 #include <QComboBox>
@@ -38,6 +39,7 @@ private:
 
     Session& m_session;
     EditorMode m_mode;
+    JustTold m_told;
 };
 
 } // namespace quilla

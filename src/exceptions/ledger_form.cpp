@@ -14,6 +14,7 @@ const QString Format
 const QueryTriple Triple {u"bookname,author,barcode,cause,outdate,operater"_s,
     u"书名,作者,条码号,注销原因,注销日期,登记员"_s, u"字符,字符,字符,字符,日期,字符"_s};
 constexpr int PresetField = 2; ///< the barcode
+constexpr int PriceColumn = 5;
 
 } // namespace
 
@@ -76,7 +77,8 @@ void BookOutFrm::loadData(const QString& condition, const QString& order)
     iRec.setText(u"0"_s);
     auto found = rowsFound(m_session, m_search);
     if (!found) return;
-    fillGrid(Grid1, *found, {.format = Format, .count = &iRec, .countHasCaption = true});
+    fillGrid(
+        Grid1, *found, {.format = Format, .money = {PriceColumn}, .count = &iRec, .countHasCaption = true});
     for (int row = 1; row < Grid1.Rows(); ++row)
         Grid1.cells().setRowData(row, Grid1.TextMatrix(row, 0).toLongLong());
 }

@@ -72,10 +72,11 @@ LostEntry::LostEntry(Session& session, BoxView& view)
 {
 }
 
-void LostEntry::refuse(const QString& text, int box)
+/// Always false.
+bool LostEntry::refuse(const QString& text, int box)
 {
-    m_session.prompt.inform(text, OperationTitle);
-    m_view.focusBox(box);
+    tell(m_session.prompt, Refusal {.text = text, .box = box}, [this](int index) { m_view.focusBox(index); });
+    return false;
 }
 
 void LostEntry::empty(int from, int to)
@@ -84,51 +85,55 @@ void LostEntry::empty(int from, int to)
         m_view.setBox(index, {});
 }
 
-void LostEntry::Text1_LostFocus(int index)
+bool LostEntry::Text1_LostFocus(int index)
 {
     const QString text = trimBlanks(box(index));
     m_view.setBox(index, text);
-    if (text.isEmpty()) return;
+    if (text.isEmpty()) return true;
     if (index == LostBox::Date) return checkDate(text);
-    if (index >= LoanBox::Count || LookupDone) return;
-    ResumingWork work(m_session);
-    // What the look-up fills in clears the flag, so the flag is set after it.
-    if (work) LookupDone = lookUp(work, index, text);
+    if (index >= LoanBox::Count || LookupDone) return true;
+    std::optional<Refusal> refusal;
+    {
+        ResumingWork work(m_session);
+        if (!work) return true;
+        refusal = lookUp(work, index, text);
+        LookupDone = !work.failed(); // what the look-up filled in has cleared it
+    }
+    return !refusal || refuse(refusal->text, refusal->box);
 }
 
-void LostEntry::checkDate(const QString& text)
+bool LostEntry::checkDate(const QString& text)
 {
-    if (CheckDateBox(text, m_session.prompt).refused) m_view.focusBox(LostBox::Date);
+    if (!CheckDateBox(text, m_session.prompt).refused) return true;
+    m_view.focusBox(LostBox::Date);
+    return false;
 }
 
 /// A reader who is not found empties one box, a book that is not found those that hang on it, and a reader
-/// who does not have the book that of the barcode. False when a statement failed.
-bool LostEntry::lookUp(ResumingWork& work, int index, const QString& text)
+/// who does not have the book that of the barcode.
+std::optional<Refusal> LostEntry::lookUp(ResumingWork& work, int index, const QString& text)
 {
     const LookUp rule = lookUpOf(index);
     const auto row = lookUpBox(work, m_view, rule, text);
-    const bool byReader = isReaderBox(index);
     if (!row) {
-        byReader ? empty(index, index) : empty(LostBox::ReaderCode, LostBox::Amount);
-        work.release();
-        refuse(rule.notFound, index);
-    } else if (!byReader) {
+        isReaderBox(index) ? empty(index, index) : empty(LostBox::ReaderCode, LostBox::Amount);
+        return Refusal {.text = rule.notFound, .box = index};
+    }
+    if (!isReaderBox(index))
         m_view.setBox(
             LostBox::Amount, Decimal::read(row->field(u"jine").text()).value_or(Decimal()).fixed(2));
-    } else if (!isOutWithReader(work, m_view)) {
+    else if (!isOutWithReader(work, m_view)) {
         m_view.setBox(LostBox::Barcode, {});
-        work.release();
-        refuse(NotOutWithReader.toString(), LostBox::Barcode);
+        return Refusal {.text = NotOutWithReader.toString(), .box = LostBox::Barcode};
     }
-    return !work.failed();
+    return {};
 }
 
 bool LostEntry::ValidateLostEntry()
 {
     for (int index = 0; index < LostBox::Count; ++index) {
         if (!isBlank(box(index))) continue;
-        refuse(u"无效数据输入，取消该操作。"_s, index);
-        return false;
+        return refuse(u"无效数据输入，取消该操作。"_s, index);
     }
     return EntryMode != u"A" || !isRegistered();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "exceptions/loan_lookup_ops.h"
+#include "frame/refusal.h"
 #include "frame/search.h"
 
 #include <QStringList>
@@ -41,8 +42,9 @@ public:
     QString EntryMode; ///< "A" adds, "E" changes the date
     bool LookupDone = false; ///< the boxes have been looked up since they last changed
 
-    /// The focus has left a box: a date is tested, a code, name or title looked up.
-    void Text1_LostFocus(int index);
+    /// The focus has left a box: a date is tested, a code, name or title looked up. False when a fault was
+    /// told.
+    bool Text1_LostFocus(int index);
     /// Whether the boxes make an entry; tells what is missing.
     bool ValidateLostEntry();
     /// The new line of the list, in its columns; nullopt after a failure, which is told. The unit is looked
@@ -56,10 +58,10 @@ public:
 
 private:
     QString box(int index) const { return m_view.box(index); }
-    void refuse(const QString& text, int box);
+    bool refuse(const QString& text, int box);
     void empty(int from, int to);
-    void checkDate(const QString& text);
-    bool lookUp(ResumingWork& work, int index, const QString& text);
+    bool checkDate(const QString& text);
+    std::optional<Refusal> lookUp(ResumingWork& work, int index, const QString& text);
     bool isRegistered();
     void tellFailure();
 

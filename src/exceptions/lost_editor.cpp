@@ -36,7 +36,9 @@ void lostMangerAddfrm::wire()
 {
     enterAsTab(allOf(Text1));
     for (int index = 0; index < LostBox::Count; ++index) {
-        onLeave(Text1[index], [this, index] { m_entry.Text1_LostFocus(index); });
+        onLeave(Text1[index], [this, index] {
+            if (!m_entry.Text1_LostFocus(index)) m_told.now();
+        });
         if (index != LostBox::Date)
             connect(&Text1[index], &QLineEdit::textChanged, this, [this] { m_entry.boxChanged(); });
     }
@@ -65,7 +67,7 @@ void lostMangerAddfrm::LoadLostEntryFromGrid(const FlexGrid& list)
 
 bool lostMangerAddfrm::save()
 {
-    if (!m_entry.ValidateLostEntry()) return false;
+    if (m_told || !m_entry.ValidateLostEntry()) return false;
     if (m_entry.EntryMode == u"A") {
         const auto line = m_entry.SaveNewLostEntry();
         if (line && Added) Added(*line);

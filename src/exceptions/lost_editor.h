@@ -2,6 +2,7 @@
 
 #include "exceptions/lost_book_ops.h"
 #include "frame/record_list.h"
+#include "platform/ui/form/just_told.h"
 #include "platform/ui/form/text_box.h"
 
 namespace quilla {
@@ -37,6 +38,7 @@ private:
 
     Session& m_session;
     LostEntry m_entry;
+    JustTold m_told;
 };
 
 } // namespace quilla

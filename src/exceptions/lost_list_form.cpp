@@ -15,6 +15,7 @@ const SortedListPlan& plan()
         .title = u"图书丢失管理"_s,
         .everything = lostBookList(),
         .format = u"^条形码|<书     名|^读者单位|^读者证号|^读者姓名|^应罚金额|^登记日期"_s,
+        .money = {LostColumn::Amount},
         .widths = lostBookWidths(),
         .triple = {u"barcode,bookname,readunit,readercode,name,yfjine,createdate"_s,
             u"条形码,书名,读者单位,读者证号,读者姓名,应罚金额,登记日期"_s,

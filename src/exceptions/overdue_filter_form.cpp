@@ -3,6 +3,7 @@
 #include "exceptions/overdue_ops.h"
 #include "exceptions/overdue_result_form.h"
 #include "platform/ui/form/form.h"
+#include "platform/ui/form/open_list.h"
 #include "platform/ui/look/theme.h"
 
 namespace quilla {
@@ -10,15 +11,6 @@ namespace quilla {
 namespace {
 
 enum Part { Reader, Unit, Type };
-
-/// Free text may be entered, which may begin like an entry of the list.
-void openToText(QComboBox& list, const QString& name)
-{
-    list.setEditable(true);
-    list.setCompleter(nullptr);
-    list.setAccessibleName(name);
-    keepPlain(*list.lineEdit());
-}
 
 /// The entries are there while the box is ticked, and no text stays when it is not.
 void fillWhileTicked(QCheckBox& box, QComboBox& list, std::function<QStringList()> entries)
@@ -43,8 +35,10 @@ CqTjFrm::CqTjFrm(const Workplace& place)
     setWindowTitle(u"超期统计"_s);
     QUILLA_NAMES(Check1, Text1, Combo1, Combo2, CmdOK, CmdExit);
     setCaptions(Check1, {u"单个读者超期情况"_s, u"某单位读者超期情况"_s, u"某类型读者超期情况"_s});
-    openToText(Combo1, u"读者单位"_s);
-    openToText(Combo2, u"读者类型"_s);
+    takeAnyText(Combo1);
+    takeAnyText(Combo2);
+    Combo1.setAccessibleName(u"读者单位"_s);
+    Combo2.setAccessibleName(u"读者类型"_s);
     layOut();
     wire();
 }

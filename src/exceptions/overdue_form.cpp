@@ -15,6 +15,7 @@ const SortedListPlan& plan()
         .title = u"超期书刊管理"_s,
         .everything = overdueList(),
         .format = u"^条形码|<书     名|^读者单位|^读者证号|^读者姓名|^借书日期|^应还日期|>超期天数"_s,
+        .money = {},
         .widths = overdueWidths(),
         .triple = {u"barcode,bookname,readunit,readercode,name,orderdate,yhdate,cqday"_s,
             u"条形码,书名,读者单位,读者证号,读者姓名,借书日期,应还日期,超期天数"_s,

@@ -40,7 +40,7 @@ void SortedList::loadData(const QString& condition, const QString& order)
     m_search.order = order;
     auto found = rowsFound(m_session, m_search);
     if (!found) return;
-    fillGrid(Grid1, *found, {.format = m_plan.format});
+    fillGrid(Grid1, *found, {.format = m_plan.format, .money = m_plan.money});
     showCount(anyShown() ? lines() : 0);
 }
 

@@ -16,6 +16,7 @@ struct SortedListPlan {
     QString title;
     ListSearch everything;
     QString format;
+    std::vector<int> money; ///< columns
     const WidthRule& widths;
     QueryTriple triple;
     std::vector<SortChoice> sorting;

@@ -115,6 +115,19 @@ private Q_SLOTS:
         QCOMPARE(alive.join(u' '), u"JHBook Reader Tj Fkcl BookOut Jycs Password Quit"_s);
     }
 
+    /// Alt+X opens a menu of the main window, unless the screen in front has a button with that key.
+    void sharedAccessKeyBelongsToTheScreen()
+    {
+        applyInputRules(*qApp);
+        LtMainFrm window(m_work->place, m->session, allScreens());
+        appear(window);
+        QWidget* list = window.openScreen(u"JycsFrm"_s);
+        QTest::keyClick(list, Qt::Key_X, Qt::AltModifier);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(window.Client.subWindowList().size(), 0);
+        QVERIFY(!QApplication::activePopupWidget());
+    }
+
     void screensAreReused()
     {
         LtMainFrm window(m_work->place, m->session, allScreens());

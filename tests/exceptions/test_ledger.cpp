@@ -19,6 +19,7 @@ public:
         for (; !rows.eof(); rows.next())
             shown += u' ' + rows.field(u"barcode").text();
     }
+    void showChart(const Chart&) override { }
     QString shown;
 };
 
@@ -30,10 +31,11 @@ QString barcodes(const BookOutFrm& list)
     return codes.join(u' ') + u" | "_s + list.iRec.text();
 }
 
-/// Types a text and Enter into a box, and lets the step of leaving it be done.
-void enter(QLineEdit& box, const QString& text)
+/// Types into a box and leaves it by Enter; the step of leaving it is done then.
+void typeInto(QLineEdit& box, const QString& text)
 {
     box.setFocus();
+    QCoreApplication::processEvents();
     type(box, text);
     QCoreApplication::processEvents();
 }
@@ -86,7 +88,7 @@ private Q_SLOTS:
             QCOMPARE(editor.windowTitle(), u"藏书注销帐-[登记注销]"_s);
             if (barcode.startsWith(u'X')) editor.Text1[1].setText(u"手"_s);
             if (!told.isEmpty()) m->prompt.expect(told).titled(OperationTitle);
-            enter(editor.Text1[3], barcode);
+            typeInto(editor.Text1[3], barcode);
             editor.Text1[4].setFocus();
             QCoreApplication::processEvents();
             if (!told.isEmpty()) m->prompt.expect(told);
@@ -118,7 +120,7 @@ private Q_SLOTS:
         appear(editor);
         editor.Text1[4].setFocus();
         QTest::keyClicks(&editor.Text1[4], u"viel"_s);
-        enter(editor.Text1[3], u"B1"_s);
+        typeInto(editor.Text1[3], u"B1"_s);
         QCOMPARE(editor.Text1[4].text(), u"12.50"_s);
         editor.Text1[1].setText(u"别名"_s);
         editor.Text1[7].setEnabled(true);

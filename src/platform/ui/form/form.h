@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/core/text.h"
+#include "platform/ui/form/close_screen.h"
 #include "platform/ui/form/control_keys.h"
 
 #include <QAbstractButton>

@@ -13,6 +13,7 @@ namespace quilla {
 struct GridFill {
     QString format {}; ///< put back after the data is bound, so it replaces the field names
     std::vector<int> yesNo {}; ///< columns shown as 是 and 否
+    std::vector<int> money {}; ///< columns shown with two decimals, whatever the engine gave
     std::vector<int> widths {}; ///< in twips, empty where captions or `gridFix` decide
     QLabel* count = nullptr; ///< the count label
     bool countHasCaption = false; ///< the label shows the number alone, its caption stands beside it
