@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/core/text.h"
-#include "platform/ui/form/close_screen.h"
 #include "platform/ui/form/control_keys.h"
 
 #include <QAbstractButton>
