@@ -3,7 +3,6 @@
 #include "frame/look_form.h"
 #include "frame/main_ops.h"
 #include "frame/platform_panels.h"
-#include "frame/screen_keys.h"
 #include "platform/ui/form/form.h"
 #include "platform/ui/grid/list_screen.h"
 #include "platform/ui/look/icons.h"
@@ -24,33 +23,6 @@ namespace {
 
 const QString ProgramTitle = u"Quilla青简总馆V4.1-----------------------青简台"_s;
 
-/// The frame of a screen in the client area. A screen that closes itself takes its frame along: an empty one
-/// would come up again, with what was typed still in the hidden boxes.
-class ScreenFrame final : public QMdiSubWindow {
-public:
-    using QMdiSubWindow::QMdiSubWindow;
-
-    bool eventFilter(QObject* watched, QEvent* event) override
-    {
-        if (watched != widget() || event->type() != QEvent::Close || m_closing)
-            return QMdiSubWindow::eventFilter(watched, event);
-        event->ignore();
-        close();
-        return true;
-    }
-
-protected:
-    void closeEvent(QCloseEvent* event) override
-    {
-        m_closing = true;
-        QMdiSubWindow::closeEvent(event);
-        m_closing = false;
-    }
-
-private:
-    bool m_closing = false; ///< the close of the screen comes from here
-};
-
 } // namespace
 
 LtMainFrm::LtMainFrm(
@@ -68,7 +40,6 @@ LtMainFrm::LtMainFrm(
     setObjectName(u"LtMainFrm"_s);
     setWindowTitle(ProgramTitle);
     setCentralWidget(&Client);
-    new ScreenKeys(Client);
     Client.setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     Client.setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     Client.setBackground(palette().window());
@@ -197,9 +168,7 @@ QMdiSubWindow* LtMainFrm::frameOf(QWidget* screen)
 {
     if (!screen->testAttribute(Qt::WA_Resized)) screen->adjustSize();
     const QSize wanted = screen->size();
-    auto* window = new ScreenFrame(Client.viewport()); // taken in later it would lose the focus inside
-    window->setWidget(screen);
-    Client.addSubWindow(window);
+    QMdiSubWindow* window = Client.addSubWindow(screen);
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setWindowIcon(windowIcon());
     const QMargins border = window->contentsMargins();

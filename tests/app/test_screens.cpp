@@ -123,8 +123,7 @@ private Q_SLOTS:
         appear(window);
         QWidget* list = window.openScreen(u"JycsFrm"_s);
         QTest::keyClick(list, Qt::Key_X, Qt::AltModifier);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QCOMPARE(window.Client.subWindowList().size(), 0);
+        QTRY_COMPARE(window.Client.subWindowList().size(), 0);
         QVERIFY(!QApplication::activePopupWidget());
     }
 
@@ -185,8 +184,7 @@ private Q_SLOTS:
         window.openScreen(u"DzglFrm"_s);
         QPointer<QWidget> list = window.Client.activeSubWindow()->widget();
         QTest::keyClick(list, Qt::Key_Q, Qt::AltModifier);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QVERIFY(!list);
+        QTRY_VERIFY(!list);
     }
 
     /// Beside the others it comes to the front in its first box, which no message box brings about; left, it
