@@ -164,11 +164,7 @@ void FKmangerFrm::showLoans(Recordset& loans)
 
 void FKmangerFrm::showFines(Recordset& fines)
 {
-    fillGrid(Grid1[1], fines, {.format = FineFormat, .widths = FineWidths});
-    const GridModel::Filling filling(Grid1[1].cells());
-    for (int row = 1; row < Grid1[1].Rows(); ++row)
-        if (const auto amount = Decimal::read(Grid1[1].TextMatrix(row, AmountColumn)))
-            Grid1[1].setTextMatrix(row, AmountColumn, amount->fixed(2));
+    fillGrid(Grid1[1], fines, {.format = FineFormat, .money = {AmountColumn}, .widths = FineWidths});
 }
 
 void FKmangerFrm::closeScreen()

@@ -176,6 +176,18 @@ void cTooltip::waitForRest(QWidget& control)
     m_wait.start(shownJustNow ? m_delays[Reshow] : m_delays[Initial]);
 }
 
+/// Below the pointer; where the screen ends before the tip, beside the pointer at the foot of the screen, so
+/// that what stands above the control stays in sight.
+QPoint cTooltip::tipPlace(const QPoint& pointer, const QSize& tip, const QRect& screen)
+{
+    QPoint at = pointer + BesideCursor;
+    const int right = std::max(screen.left(), screen.right() - tip.width());
+    if (at.y() + tip.height() <= screen.bottom()) return {std::clamp(at.x(), screen.left(), right), at.y()};
+    at.setY(std::max(screen.top(), screen.bottom() - tip.height()));
+    if (at.x() > right) at.setX(std::max(screen.left(), pointer.x() - tip.width() - BesideCursor.x()));
+    return at;
+}
+
 void cTooltip::showTip()
 {
     m_wait.stop();
@@ -183,11 +195,7 @@ void cTooltip::showTip()
     if (!tool || upToZero(tool->text).isEmpty()) return hideTip();
     m_tip->setText(upToZero(tool->text));
     m_tip->adjustSize();
-    const QRect screen = tool->control->screen()->availableGeometry();
-    QPoint at = QCursor::pos() + BesideCursor;
-    at.setX(std::clamp(at.x(), screen.left(), std::max(screen.left(), screen.right() - m_tip->width())));
-    if (at.y() + m_tip->height() > screen.bottom()) at.setY(QCursor::pos().y() - m_tip->height() - 4);
-    m_tip->move(at);
+    m_tip->move(tipPlace(QCursor::pos(), m_tip->size(), tool->control->screen()->availableGeometry()));
     m_tip->show();
     m_tip->raise();
     m_pop.start(m_delays[Autopop]);

@@ -60,6 +60,7 @@ private:
 
     const Tool* find(const QObject* control) const;
     static QWidget* mouseTarget(QWidget& control);
+    static QPoint tipPlace(const QPoint& pointer, const QSize& tip, const QRect& screen);
     void waitForRest(QWidget& control);
     void showTip();
     void hideTip();
