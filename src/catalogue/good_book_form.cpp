@@ -72,7 +72,7 @@ void frmGoodBook::titlesShown(qsizetype count)
 void frmGoodBook::add(int which)
 {
     if (Grid1.current(TitleId).isEmpty()) return;
-    const auto [first, last] = std::minmax(Grid1.Row(), Grid1.RowSel());
+    const auto [first, last] = std::minmax({Grid1.Row(), Grid1.RowSel()});
     const LineRange lines = which == AddAll ? LineRange {1, Grid1.Rows() - 1} : LineRange {first, last};
     if (addRecommended(m_session.prompt, Grid1.cells(), lines, Grid2.cells()) > 0) showCount();
 }
