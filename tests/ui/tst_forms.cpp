@@ -4,6 +4,7 @@
 #include "platform/ui/form/editor.h"
 #include "platform/ui/form/form.h"
 #include "platform/ui/form/input_rules.h"
+#include "platform/ui/form/open_list.h"
 #include "platform/ui/form/text_box.h"
 #include "platform/ui/look/theme.h"
 
@@ -148,6 +149,20 @@ private Q_SLOTS:
         QCOMPARE(form.diary, QStringList({u"leave "_s, u"go"_s}));
         QTest::keyClick(&form.go, Qt::Key_Return);
         QCOMPARE(form.diary.count(u"go"_s), 2);
+    }
+
+    /// A unit whose name begins like a longer one is taken as it was typed.
+    void typedTextIsNotCompleted()
+    {
+        QComboBox list;
+        takeAnyText(list);
+        list.addItems({u"abcd"_s, u"abc"_s});
+        list.setCurrentIndex(-1);
+        appear(list);
+        QTest::keyClicks(&list, u"ab"_s);
+        QTest::keyClick(&list, Qt::Key_Return);
+        QTest::keyClick(&list, Qt::Key_Tab);
+        QCOMPARE(chosenOrTyped(list), u"ab"_s);
     }
 
     void servesAccessKeysAndNames()
