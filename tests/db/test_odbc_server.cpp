@@ -131,4 +131,4 @@ private:
 };
 
 QTEST_GUILESS_MAIN(TestOdbcServer)
-#include "tst_odbc_server.moc"
+#include "test_odbc_server.moc"

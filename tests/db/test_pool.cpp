@@ -206,4 +206,4 @@ private:
 };
 
 QTEST_GUILESS_MAIN(TestPool)
-#include "tst_pool.moc"
+#include "test_pool.moc"

@@ -257,4 +257,4 @@ private Q_SLOTS:
 };
 
 QTEST_GUILESS_MAIN(TestValues)
-#include "tst_values.moc"
+#include "test_values.moc"

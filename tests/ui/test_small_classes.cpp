@@ -286,4 +286,4 @@ private Q_SLOTS:
 };
 
 QTEST_MAIN(TestSmallClasses)
-#include "tst_small_classes.moc"
+#include "test_small_classes.moc"

@@ -256,4 +256,4 @@ private Q_SLOTS:
 };
 
 QTEST_MAIN(TestFlexGrid)
-#include "tst_flex_grid.moc"
+#include "test_flex_grid.moc"

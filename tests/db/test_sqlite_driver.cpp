@@ -282,4 +282,4 @@ private:
 };
 
 QTEST_GUILESS_MAIN(TestSqliteDriver)
-#include "tst_sqlite_driver.moc"
+#include "test_sqlite_driver.moc"

@@ -177,4 +177,4 @@ private Q_SLOTS:
 };
 
 QTEST_MAIN(TestDialogPrompt)
-#include "tst_dialog_prompt.moc"
+#include "test_dialog_prompt.moc"

@@ -189,4 +189,4 @@ private:
 };
 
 QTEST_GUILESS_MAIN(TestOdbc)
-#include "tst_odbc.moc"
+#include "test_odbc.moc"

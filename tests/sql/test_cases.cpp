@@ -251,4 +251,4 @@ private Q_SLOTS:
 };
 
 QTEST_GUILESS_MAIN(TestCases)
-#include "tst_cases.moc"
+#include "test_cases.moc"

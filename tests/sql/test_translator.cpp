@@ -237,4 +237,4 @@ private Q_SLOTS:
 };
 
 QTEST_GUILESS_MAIN(TestTranslator)
-#include "tst_translator.moc"
+#include "test_translator.moc"

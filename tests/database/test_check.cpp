@@ -134,4 +134,4 @@ private Q_SLOTS:
 };
 
 QTEST_GUILESS_MAIN(TestCheck)
-#include "tst_check.moc"
+#include "test_check.moc"

@@ -199,4 +199,4 @@ private:
 };
 
 QTEST_GUILESS_MAIN(TestServers)
-#include "tst_servers.moc"
+#include "test_servers.moc"

@@ -106,4 +106,4 @@ private Q_SLOTS:
 };
 
 QTEST_GUILESS_MAIN(TestSchema)
-#include "tst_schema.moc"
+#include "test_schema.moc"

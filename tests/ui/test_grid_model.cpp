@@ -207,4 +207,4 @@ private Q_SLOTS:
 };
 
 QTEST_GUILESS_MAIN(TestGridModel)
-#include "tst_grid_model.moc"
+#include "test_grid_model.moc"

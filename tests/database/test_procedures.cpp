@@ -302,4 +302,4 @@ private Q_SLOTS:
 };
 
 QTEST_GUILESS_MAIN(TestProcedures)
-#include "tst_procedures.moc"
+#include "test_procedures.moc"

@@ -126,4 +126,4 @@ private Q_SLOTS:
 };
 
 QTEST_GUILESS_MAIN(TestDemo)
-#include "tst_demo.moc"
+#include "test_demo.moc"

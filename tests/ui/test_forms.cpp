@@ -287,4 +287,4 @@ private Q_SLOTS:
 };
 
 QTEST_MAIN(TestForms)
-#include "tst_forms.moc"
+#include "test_forms.moc"

@@ -123,4 +123,4 @@ private Q_SLOTS:
 };
 
 QTEST_GUILESS_MAIN(TestFigures)
-#include "tst_figures.moc"
+#include "test_figures.moc"

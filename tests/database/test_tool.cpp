@@ -243,4 +243,4 @@ void TestTool::printsTheScript()
 }
 
 QTEST_GUILESS_MAIN(TestTool)
-#include "tst_tool.moc"
+#include "test_tool.moc"

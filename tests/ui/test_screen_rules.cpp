@@ -83,4 +83,4 @@ private Q_SLOTS:
 };
 
 QTEST_GUILESS_MAIN(TestScreenRules)
-#include "tst_screen_rules.moc"
+#include "test_screen_rules.moc"
