@@ -1,15 +1,11 @@
 #include "readers/reader_register_form.h"
 
-#include "output/export_desk.h"
-#include "platform/ui/form/form.h"
+#include "output/export_ops.h"
 #include "platform/ui/form/wait_cursor.h"
 #include "platform/ui/form/working_progress.h"
-#include "platform/ui/look/theme.h"
 #include "readers/batch_unit_form.h"
 #include "readers/reader_card_form.h"
-#include "statistics/query_form.h"
 
-#include <QLayout>
 #include <QPointer>
 
 namespace quilla {
@@ -25,35 +21,31 @@ const QString EmptyFormat
 const std::vector<int> Widths {1400, 1000, 600, 1300, 1800, 850, 850, 1150, 1150, 850}; // twips
 constexpr int BlankRows = 20;
 
-constexpr int ScreenWidth = 11530; // twips, as the other lists
-constexpr int ScreenHeight = 6570;
+const QueryTriple Triple {
+    u"readercode,name,sex,readerclass,readunit,bookcount,orderbook,readstatus,paperdate,term"_s,
+    u"读者号,姓名,性别,读者类型,读者单位,可借册数,已借册数,有效状态,办证日期,有效期限"_s,
+    u"字符,字符,字符,字符,字符,数字,数字,字符,日期,日期"_s};
 
 const QString ChangeUnits = u"批量修改读者单位"_s;
 
 } // namespace
 
 DzglFrm::DzglFrm(const Workplace& place)
-    : Label1(u"读 者 管 理"_s)
+    : SearchedList(place, u"DzglFrm"_s, u"读者管理"_s)
+    , Label1(u"读 者 管 理"_s)
     , iRowCount(u"0"_s)
     , cmdPrint(u"打印报表(&P)"_s)
     , cmdToExcel(u"输出到excel(&E)"_s)
-    , m_session(place.session)
-    , m_reports(place.reports)
-    , m_spreadsheets(place.spreadsheets)
 {
-    setObjectName(u"DzglFrm"_s);
-    setWindowTitle(u"读者管理"_s);
-    QUILLA_NAMES(Label1, iRowCount, Grid1, CmdDzgl, cmdPrint, cmdToExcel);
+    QUILLA_NAMES(Label1, iRowCount, CmdDzgl, cmdPrint, cmdToExcel);
     setCaptions(CmdDzgl,
         {u"增 加(A)"_s, u"修 改(&E)"_s, u"删 除(&D)"_s, u"查 找(&F)"_s, u"挂 失(&L)"_s, u"成批删除"_s,
             u"关 闭(&Q)"_s});
-    Grid1.setAccessibleName(windowTitle());
     Grid1.setHint(u"按“查 找(F)”或 Ctrl+F 查找读者，不设条件即列出全部读者"_s);
     layOut();
     wire();
     Grid1Fresh();
     Grid1.rememberWidths(m_session.settings, u"DzglFrm.Grid1"_s);
-    Grid1.setFocus();
 }
 
 void DzglFrm::layOut()
@@ -62,35 +54,29 @@ void DzglFrm::layOut()
     font.setPointSizeF(font.pointSizeF() * 1.4);
     Label1.setFont(font);
     Label1.setAlignment(Qt::AlignCenter);
-    build(*this,
-        column(Label1, Piece(Grid1).grow(), row(u"记录数："_s, iRowCount, stretch()),
-            row(stretch(), CmdDzgl[Search], CmdDzgl[Add], CmdDzgl[Edit], CmdDzgl[Delete], CmdDzgl[Lost],
-                CmdDzgl[DeleteAll], cmdPrint, cmdToExcel, CmdDzgl[Close])));
-    layout()->setContentsMargins(8, 8, 8, 8);
-    resize(sizeHint());
+    arrange(column(Label1, Piece(Grid1).grow(), row(u"记录数："_s, iRowCount, stretch()),
+        row(stretch(), CmdDzgl[Search], CmdDzgl[Add], CmdDzgl[Edit], CmdDzgl[Delete], CmdDzgl[Lost],
+            CmdDzgl[DeleteAll], cmdPrint, cmdToExcel, CmdDzgl[Close])));
 }
 
 void DzglFrm::wire()
 {
     void (DzglFrm::*const steps[])() {&DzglFrm::addCard, &DzglFrm::editCard, &DzglFrm::deleteCurrent,
-        &DzglFrm::search, &DzglFrm::reportLost, &DzglFrm::deleteFound};
+        &DzglFrm::query, &DzglFrm::reportLost, &DzglFrm::deleteFound};
     for (int command = Add; command < Close; ++command)
         onClick(CmdDzgl[command], [this, step = steps[command]] { (this->*step)(); });
     onClick(CmdDzgl[Close], [this] { closeScreen(*this); });
     onClick(cmdPrint, [this] { print(); });
-    onClick(cmdToExcel, [this] { toExcel(); });
+    onClick(cmdToExcel, [this] {
+        toExcel(listLayout(ListExport::Readers), anyShown() ? readersForOutput(m_search) : QString(),
+            NothingToPrint);
+    });
     onOpen(Grid1, [this](int) { editCard(); });
     connect(&Grid1, &FlexGrid::insertPressed, this, [this] { addCard(); });
     connect(&Grid1, &FlexGrid::deletePressed, this, [this] { deleteCurrent(); });
-    connect(&Grid1, &FlexGrid::findPressed, this, [this] { search(); });
+    connect(&Grid1, &FlexGrid::findPressed, this, [this] { query(); });
     connect(&Grid1, &FlexGrid::rightReleased, this, [this] { offerBatch(); });
     Grid1.setSortsByCaption(true);
-}
-
-QSize DzglFrm::sizeHint() const
-{
-    const QSize wanted(pixelsOf(ScreenWidth, *this), pixelsOf(ScreenHeight, *this));
-    return wanted.expandedTo(layout()->totalMinimumSize()); // the row of buttons is wide
 }
 
 void DzglFrm::Grid1Fresh()
@@ -101,7 +87,8 @@ void DzglFrm::Grid1Fresh()
 
 void DzglFrm::loadData(const QString& condition, const QString& order)
 {
-    m_search = {condition, order};
+    m_search.condition = condition;
+    m_search.order = order;
     if (list()) Grid1.selectKey({});
 }
 
@@ -168,14 +155,9 @@ void DzglFrm::deleteCurrent()
     if (!sameText(currentCode(), code)) Grid1.selectKey(next);
 }
 
-void DzglFrm::search()
+void DzglFrm::query()
 {
-    QueryFrm query(m_session.prompt, *this, this);
-    query.LoadCombo(
-        u"readercode,name,sex,readerclass,readunit,bookcount,orderbook,readstatus,paperdate,term"_s,
-        u"读者号,姓名,性别,读者类型,读者单位,可借册数,已借册数,有效状态,办证日期,有效期限"_s,
-        u"字符,字符,字符,字符,字符,数字,数字,字符,日期,日期"_s);
-    if (query.exec() == QDialog::Accepted) Grid1.setFocus();
+    find(Triple);
 }
 
 void DzglFrm::reportLost()
@@ -222,18 +204,6 @@ void DzglFrm::print()
 {
     const bool any = anyShown() || !Grid1.TextMatrix(1, ReaderName).isEmpty();
     printReaders(m_session, m_reports, m_search, any);
-}
-
-void DzglFrm::toExcel()
-{
-    WorkingProgress progress(this);
-    exportList({m_session, progress, m_spreadsheets}, listLayout(ListExport::Readers),
-        anyShown() ? readersForOutput(m_search) : QString(), NothingToPrint);
-}
-
-bool DzglFrm::anyShown() const
-{
-    return !Grid1.TextMatrix(1, ReaderCode).isEmpty();
 }
 
 QStringList DzglFrm::codesFound() const

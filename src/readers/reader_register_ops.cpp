@@ -2,6 +2,7 @@
 
 #include "frame/sublib.h"
 #include "frame/work.h"
+#include "output/export_ops.h"
 #include "output/print_ops.h"
 
 namespace quilla {
@@ -14,13 +15,9 @@ const QString Expired = u"超期"_s;
 /// Other desks wait for no more than so many readers while one walks over thousands.
 constexpr qsizetype ReadersAtATime = 500;
 
-QString searchSelect(QStringView columns, const ReaderSearch& search)
-{
-    QString select = u"select %1 from dzk"_s.arg(columns);
-    if (!search.condition.isEmpty()) select += u" where "_s + search.condition;
-    if (!search.order.isEmpty()) select += u" order by "_s + search.order;
-    return select;
-}
+const QString ListSelect
+    = u"select readercode,name,sex,readerclass,readunit,bookcount,orderbook,paperdate,term,readstatus from dzk"_s;
+const QString OutputSelect = u"select readercode,name,sex,readerclass,readunit,paperdate,term from dzk"_s;
 
 /// Shows how far a long walk is, and nothing of a short one or of one without a progress.
 class ShownWalk {
@@ -185,15 +182,13 @@ void deleteCard(Session& session, const QString& code)
 
 } // namespace
 
-std::optional<ListedReaders> listReaders(Session& session, const ReaderSearch& search, GridModel& grid)
+std::optional<ListedReaders> listReaders(Session& session, const ListSearch& search, GridModel& grid)
 {
     ResumingWork work(session);
     if (!work) return {};
-    const QStringView columns
-        = u"readercode,name,sex,readerclass,readunit,bookcount,orderbook,paperdate,term,readstatus";
     qsizetype found = 0;
     session.error.attempt([&] {
-        Recordset readers = work.connection().open(searchSelect(columns, search), CursorType::Forward);
+        Recordset readers = work.connection().open(search.of(ListSelect).statement(), CursorType::Forward);
         if (readers.eof()) return;
         const GridModel::Filling filling(grid);
         found = grid.bind(readers);
@@ -278,7 +273,7 @@ bool changeUnits(Session& session, Progress& progress, const QStringList& codes,
     return true;
 }
 
-void printReaders(Session& session, ReportViewer& viewer, const ReaderSearch& search, bool anyShown)
+void printReaders(Session& session, ReportViewer& viewer, const ListSearch& search, bool anyShown)
 {
     printList(session, viewer,
         {.design = u"readerPrint"_s,
@@ -287,9 +282,9 @@ void printReaders(Session& session, ReportViewer& viewer, const ReaderSearch& se
             .hint = u"请将打印机设置为【A4--纵向(窄行)打印】\n设置正确后再进行打印！"_s});
 }
 
-QString readersForOutput(const ReaderSearch& search)
+QString readersForOutput(const ListSearch& search)
 {
-    return searchSelect(u"readercode,name,sex,readerclass,readunit,paperdate,term", search);
+    return search.of(OutputSelect).statement();
 }
 
 } // namespace quilla

@@ -1,16 +1,11 @@
 #pragma once
 
-#include "output/export_ops.h"
+#include "frame/search.h"
+#include "platform/core/progress.h"
 #include "platform/grid/grid_model.h"
 #include "platform/report/report_viewer.h"
 
 namespace quilla {
-
-/// The last search of the reader list, as the query dialog writes it; both empty for the whole register.
-struct ReaderSearch {
-    QString condition;
-    QString order;
-};
 
 /// The columns of the reader list, in the order of its select.
 enum ReaderColumn {
@@ -35,11 +30,11 @@ struct ListedReaders {
     QString toTell {}; ///< once the list stands before the operator; mostly empty
 };
 
-/// Fills the grid with the readers found, if there are any, and gives their number. Every line reads "有效"
-/// then: a card stored as "超期" is put back to it, other states stay in the database. Nullopt when no
-/// connection can be had; the grid is not touched then. Here as in every walk over readers another desk's
-/// writing is waited for once; what was not done is told.
-std::optional<ListedReaders> listReaders(Session& session, const ReaderSearch& search, GridModel& grid);
+/// Fills the grid with the readers who meet the condition, if there are any, and gives their number. Every
+/// line reads "有效" then: a card stored as "超期" is put back to it, other states stay in the database.
+/// Nullopt when no connection can be had; the grid is not touched then. Here as in every walk over readers
+/// another desk's writing is waited for once; what was not done is told.
+std::optional<ListedReaders> listReaders(Session& session, const ListSearch& search, GridModel& grid);
 
 /// Deletes the reader, unless books are out or can't be counted, which is told; asks before. False when the
 /// list stays as it is.
@@ -59,8 +54,8 @@ void deleteReaders(
 bool changeUnits(Session& session, Progress& progress, const QStringList& codes, const QString& unit);
 
 /// `anyShown`: whether the list has a first line.
-void printReaders(Session& session, ReportViewer& viewer, const ReaderSearch& search, bool anyShown);
+void printReaders(Session& session, ReportViewer& viewer, const ListSearch& search, bool anyShown);
 /// What an export of the list sends.
-QString readersForOutput(const ReaderSearch& search);
+QString readersForOutput(const ListSearch& search);
 
 } // namespace quilla
