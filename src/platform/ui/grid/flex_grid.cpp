@@ -1,9 +1,12 @@
 #include "platform/ui/grid/flex_grid.h"
 
+#include "platform/ui/form/wait_cursor.h"
 #include "platform/ui/grid/grid_delegate.h"
 #include "platform/ui/look/theme.h"
 
 #include <QHeaderView>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -27,8 +30,8 @@ FlexGrid::FlexGrid(QWidget* parent)
     measureLines();
     keepPlaceOverResets();
     connect(&m_model, &GridModel::captionsChanged, this, [this] {
-        takeRememberedWidths();
-        layOutColumns();
+        m_columns.takeRemembered();
+        m_columns.layOut();
     });
 }
 
@@ -38,15 +41,6 @@ void FlexGrid::setUpHeader()
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsClickable(false);
-    horizontalHeader()->setMinimumSectionSize(0);
-    horizontalHeader()->viewport()->installEventFilter(this);
-    horizontalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(horizontalHeader(), &QHeaderView::customContextMenuRequested, this, [this](const QPoint& at) {
-        QMenu menu(this);
-        menu.addAction(u"恢复默认列宽"_s, this, &FlexGrid::forgetWidths)->setEnabled(!m_dragged.empty());
-        menu.exec(horizontalHeader()->viewport()->mapToGlobal(at));
-    });
-    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] { m_dragging |= !m_layingOut; });
 }
 
 /// A reset of the model takes the current line away from Qt's view; the line number outlives it here.
@@ -124,6 +118,68 @@ void FlexGrid::setUp(int rows, const QString& format, const std::vector<int>& tw
     scrollToTop();
 }
 
+int FlexGrid::contentTwips(int col) const
+{
+    return twipsOf(sizeHintForColumn(col) + 1, *this);
+}
+
+void FlexGrid::setCaptionHeight(int twips)
+{
+    m_captionHeight = twips;
+    measureLines();
+}
+
+void FlexGrid::measureLines()
+{
+    verticalHeader()->setMinimumSectionSize(0);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+    horizontalHeader()->setFixedHeight(
+        std::max(pixelsOf(m_captionHeight, *this), fontMetrics().height() + 6));
+}
+
+void FlexGrid::sortRows(int firstCol, int lastCol)
+{
+    const int row = Row();
+    m_model.sortRows(firstCol, lastCol);
+    showOrder({});
+    setRow(row);
+}
+
+void FlexGrid::setSortsByCaption(bool sorts)
+{
+    horizontalHeader()->setSectionsClickable(sorts);
+    if (sorts)
+        connect(horizontalHeader(), &QHeaderView::sectionClicked, this, &FlexGrid::sortByCaption,
+            Qt::UniqueConnection);
+}
+
+void FlexGrid::sortByCaption(int col)
+{
+    const bool again = m_order.col == col && m_order.direction == Qt::AscendingOrder;
+    sortBy({col, again ? Qt::DescendingOrder : Qt::AscendingOrder});
+}
+
+void FlexGrid::sortBy(const GridOrder& order)
+{
+    if (order.col < m_model.FixedCols() || order.col >= Cols() || m_model.isEmptyList()) return;
+    const WaitCursor hourglass;
+    const QString key = current(m_model.FixedCols());
+    const int col = Col();
+    m_model.sortRows(order.col, order.col, order.direction);
+    showOrder(order);
+    selectKey(key);
+    setCol(col);
+}
+
+/// The arrow points up where the lines ascend; Qt's own one points down then.
+void FlexGrid::showOrder(const GridOrder& order)
+{
+    m_order = order;
+    const bool ascends = order.direction == Qt::AscendingOrder;
+    horizontalHeader()->setSortIndicatorShown(order.col >= 0);
+    horizontalHeader()->setSortIndicator(order.col, ascends ? Qt::DescendingOrder : Qt::AscendingOrder);
+}
+
 int FlexGrid::markOf(int row) const
 {
     const auto mark = m_marks.find(row);
@@ -141,6 +197,69 @@ void FlexGrid::currentChanged(const QModelIndex& current, const QModelIndex& pre
     QTableView::currentChanged(current, previous);
     if (m_model.FixedCols() > 0) viewport()->update(); // the row marker moves
     if (current.isValid() && current.row() != previous.row()) Q_EMIT rowChanged(current.row() + 1);
+}
+
+bool FlexGrid::handlesKey(const QKeyEvent& event)
+{
+    switch (event.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (Row()) Q_EMIT rowOpened(Row());
+        return true;
+    case Qt::Key_Delete:
+        Q_EMIT deletePressed();
+        return true;
+    case Qt::Key_Insert:
+        Q_EMIT insertPressed();
+        return true;
+    case Qt::Key_Space:
+        Q_EMIT blankPressed();
+        return true;
+    case Qt::Key_F:
+        if (event.modifiers() != Qt::ControlModifier) return false;
+        Q_EMIT findPressed();
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// Qt's table moves nowhere from a cell that is hidden, such as the record's number in the first column.
+QModelIndex FlexGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    if (Row() > 0 && isColumnHidden(Col())) {
+        int visible = 0;
+        while (visible < Cols() && isColumnHidden(visible))
+            ++visible;
+        setCol(visible);
+    }
+    return QTableView::moveCursor(action, modifiers);
+}
+
+void FlexGrid::keyPressEvent(QKeyEvent* event)
+{
+    if (handlesKey(*event)) return event->accept();
+    if (event->key() == Qt::Key_Escape) Q_EMIT escapePressed();
+    QTableView::keyPressEvent(event);
+}
+
+void FlexGrid::inputMethodEvent(QInputMethodEvent* event)
+{
+    if (!event->commitString().isEmpty()) keyboardSearch(event->commitString());
+    event->accept();
+}
+
+void FlexGrid::keyboardSearch(const QString& text)
+{
+    setRow(m_search.type(text, m_model, columnsOfSearch(), Row()));
+}
+
+/// The column that the lines are sorted by, then the two that name a record.
+std::vector<int> FlexGrid::columnsOfSearch() const
+{
+    std::vector<int> columns {m_model.FixedCols(), m_model.FixedCols() + 1};
+    if (m_order.col >= 0) columns.insert(columns.begin(), m_order.col);
+    return columns;
 }
 
 void FlexGrid::mousePressEvent(QMouseEvent* event)
@@ -202,7 +321,7 @@ QItemSelectionModel::SelectionFlags FlexGrid::selectionCommand(
 void FlexGrid::resizeEvent(QResizeEvent* event)
 {
     QTableView::resizeEvent(event);
-    layOutColumns();
+    m_columns.layOut();
 }
 
 void FlexGrid::changeEvent(QEvent* event)
@@ -210,7 +329,7 @@ void FlexGrid::changeEvent(QEvent* event)
     QTableView::changeEvent(event);
     if (event->type() != QEvent::FontChange && event->type() != QEvent::StyleChange) return;
     measureLines();
-    layOutColumns();
+    m_columns.layOut();
 }
 
 } // namespace quilla

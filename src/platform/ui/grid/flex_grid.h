@@ -1,16 +1,14 @@
 #pragma once
 
 #include "platform/grid/grid_model.h"
+#include "platform/ui/grid/grid_columns.h"
+#include "platform/ui/grid/typed_search.h"
 
-#include <QElapsedTimer>
 #include <QTableView>
 
 #include <map>
 
 namespace quilla {
-
-class SettingsStore;
-class Recordset;
 
 /// By which column the operator sorts a grid, and which way; no column for none.
 struct GridOrder {
@@ -21,8 +19,7 @@ struct GridOrder {
 /// A result grid: lines of text under captions, a whole line selected at a time.
 ///
 /// Rows count from the captions, which are row 0; the current line is `Row`. Only what is visible is
-/// painted. Every column is at least as wide as its caption; the columns share what the grid has left,
-/// until the operator drags one, whose width is then kept (see `rememberWidths`).
+/// painted.
 class FlexGrid : public QTableView {
     Q_OBJECT
 
@@ -61,16 +58,16 @@ public:
     void selectKey(const QString& key, int fallback = 1);
 
     /// Width in twips: as set, else what the caption with its blanks asks for. 0 hides a column.
-    int ColWidth(int col) const;
-    void setColWidth(int col, int twips);
-    void setColWidths(const std::vector<int>& twips);
+    int ColWidth(int col) const { return m_columns.width(col); }
+    void setColWidth(int col, int twips) { m_columns.setWidth(col, twips); }
+    void setColWidths(const std::vector<int>& twips) { m_columns.setWidths(twips); }
     /// The width in twips that the texts of a column ask for, as far as a look at a thousand lines tells.
     int contentTwips(int col) const;
     /// Height of the caption row in twips, 350 until set.
     void setCaptionHeight(int twips);
     /// Takes the operator's widths from the settings and keeps them there from now on; `name` tells the
-    /// grids of all screens apart ("DzglFrm.Grid1"). Each set of captions has its own widths.
-    void rememberWidths(SettingsStore& settings, const QString& name);
+    /// grids of all screens apart ("DzglFrm.Grid1").
+    void rememberWidths(SettingsStore& settings, const QString& name) { m_columns.remember(settings, name); }
 
     /// Sets the grid up anew: empty, with `rows` rows (captions included), its captions and widths, the
     /// first line current.
@@ -127,7 +124,6 @@ protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     QItemSelectionModel::SelectionFlags selectionCommand(
         const QModelIndex& index, const QEvent* event) const override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void setUpHeader();
@@ -135,32 +131,17 @@ private:
     void showOrder(const GridOrder& order);
     void keepPlaceOverResets();
     bool handlesKey(const QKeyEvent& event);
-    bool jumpTo(const QString& prefix, int from);
     std::vector<int> columnsOfSearch() const;
-    bool jumpIn(int col, const QString& prefix, int from);
     void measureLines();
-    void layOutColumns();
-    int captionPixels(int col) const;
-    std::vector<int> wantedPixels() const;
-    QString widthsKey() const;
-    void takeRememberedWidths();
-    void storeDraggedWidths();
-    void forgetWidths();
 
     GridModel m_model;
-    std::vector<int> m_colWidths; ///< twips; -1 where the caption decides
-    std::vector<int> m_dragged; ///< twips of all columns, once the operator has dragged one
-    SettingsStore* m_settings = nullptr;
-    QString m_name;
+    GridColumns m_columns {*this, m_model};
+    TypedSearch m_search;
     QString m_hint;
     GridOrder m_order;
-    QString m_typed; ///< of the search by typing
-    QElapsedTimer m_sinceTyped;
     std::map<int, int> m_marks; ///< columns of the signs, by line
     int m_captionHeight = 350;
     int m_rowOverReset = 1;
-    bool m_layingOut = false;
-    bool m_dragging = false;
     bool m_rightButtonChooses = true;
 };
 
