@@ -40,9 +40,7 @@ void makeTables(Connection& connection)
 
 sql::Schema librarySchema()
 {
-    sql::Schema schema = sql::readSchema(definitions());
-    schema.setEntryOrder(u"dzk", {u"paperdate"_s, u"readercode"_s}); // as the cards were issued
-    return schema;
+    return sql::readSchema(definitions());
 }
 
 void createLibrary(Connection& connection)

@@ -80,6 +80,13 @@ QString decimalOf(const sql::Literal& literal, int scale)
     return scale < 0 ? text.toString() : roundedTo(text, scale);
 }
 
+void refuseOutside(
+    const sql::NumberRange& range, const sql::Literal& literal, std::optional<qint64> whole, double number)
+{
+    if (whole ? range.holds(*whole) : range.holds(number)) return;
+    throw Error(ErrorNumber::CannotConvert, u"Connection"_s, range.refusal(literal.text.toString()));
+}
+
 Moment momentOf(const sql::Literal& literal)
 {
     const auto moment = readMoment(literal.text);

@@ -48,10 +48,18 @@ const Column& unionColumn(const Expr& term, const std::vector<Column>& columns)
     refuse(term.place, u"union 的结果没有这一列"_s);
 }
 
+void refuseTwice(const QString& column, std::vector<QString>& before, qsizetype place)
+{
+    const bool twice = std::ranges::any_of(before, [&](const QString& each) { return same(each, column); });
+    if (twice) refuse(place, u"同一字段写了两次"_s);
+    before.push_back(column);
+}
+
 } // namespace
 
-Analyser::Analyser(const Schema& schema)
+Analyser::Analyser(const Schema& schema, Engine engine)
     : m_schema(schema)
+    , m_engine(engine)
 {
 }
 
@@ -88,7 +96,8 @@ std::vector<Column> Analyser::select(Select& select, Scope& scope, Stars stars)
 {
     for (SourcePtr& source : select.from)
         sourceOf(*source, scope);
-    if (stars == Stars::Named) nameColumns(select, scope);
+    const bool hides = std::ranges::any_of(scope.relations, &Relation::hides);
+    if (hides || stars == Stars::Named) nameColumns(select, scope);
     std::vector<Column> columns;
     for (SelectItem& item : select.items) {
         if (item.value->op != Op::Star) expression(item.value, scope);
@@ -107,7 +116,8 @@ void Analyser::sourceOf(Source& source, Scope& scope)
     case Source::Form::Table: {
         const Table* table = m_schema.table(source.name);
         const QString name = source.alias.isEmpty() ? source.name : source.alias;
-        scope.relations.push_back({name, table ? table->columns : std::vector<Column>()});
+        const bool hides = m_engine == Engine::Postgres && table && !table->view && !table->identity();
+        scope.relations.push_back({name, table ? table->columns : std::vector<Column>(), hides});
         if (!table) scope.complete = false;
         break;
     }
@@ -137,8 +147,16 @@ void Analyser::nameColumns(Select& select, const Scope& scope)
         return !relation.columns.empty()
             && std::ranges::none_of(relation.columns, &QString::isEmpty, &Column::name);
     };
-    if (!scope.complete || !std::ranges::all_of(scope.relations, isKnown)) return;
     std::vector<SelectItem> items;
+    const auto nameRelation = [&](const Relation& relation, qsizetype place) {
+        if (!isKnown(relation)) {
+            items.push_back({makeColumn(relation.name, {}, place), {}});
+            items.back().value->op = Op::Star;
+            return;
+        }
+        for (const Column& column : relation.columns)
+            items.push_back({makeColumn(relation.name, column.name, place), {}});
+    };
     for (SelectItem& item : select.items) {
         const Expr& star = *item.value;
         if (star.op != Op::Star) {
@@ -147,8 +165,7 @@ void Analyser::nameColumns(Select& select, const Scope& scope)
         }
         for (const Relation& relation : scope.relations)
             if (star.qualifier.isEmpty() || same(star.qualifier, relation.name))
-                for (const Column& column : relation.columns)
-                    items.push_back({makeColumn(relation.name, column.name, star.place), {}});
+                nameRelation(relation, star.place);
     }
     select.items = std::move(items);
 }
@@ -220,7 +237,9 @@ void Analyser::insert(Insert& insert)
         for (const Column& column : table->columns)
             if (!column.identity) insert.columns.push_back(column.name);
     std::vector<Type> targets;
+    std::vector<QString> names;
     for (const QString& name : insert.columns) {
+        refuseTwice(name, names, insert.place);
         const Column* column = table ? table->column(name) : nullptr;
         targets.push_back(column ? typeOf(*column) : Type());
     }
@@ -253,9 +272,12 @@ void Analyser::update(Update& update)
 {
     const Table* table = m_schema.table(update.table);
     const Scope scope = scopeOf(update.table);
+    std::vector<QString> names;
     for (Assignment& assignment : update.assignments) {
+        refuseTwice(assignment.column, names, assignment.place);
         expression(assignment.value, scope);
         const Column* column = table ? table->column(assignment.column) : nullptr;
+        if (column && column->identity) refuse(assignment.place, u"编号由数据库给出，不能修改"_s);
         if (column) assign(assignment.value, typeOf(*column));
     }
     if (update.where) expression(update.where, scope);

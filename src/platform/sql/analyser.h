@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/sql/ast.h"
+#include "platform/sql/translator.h"
 
 namespace quilla::sql {
 
@@ -11,7 +12,7 @@ namespace quilla::sql {
 /// there. Throws `Refusal` where kinds do not go together.
 class Analyser {
 public:
-    explicit Analyser(const Schema& schema);
+    explicit Analyser(const Schema& schema, Engine engine = Engine::SqlServer);
 
     /// The columns of the statement's rows, or of the view or table it creates.
     std::vector<Column> run(Statement& statement);
@@ -20,6 +21,7 @@ private:
     struct Relation {
         QString name; ///< alias, or the table's own name
         std::vector<Column> columns;
+        bool hides = false; ///< a table with an `EntryColumn`, which "*" must not show
     };
     /// The tables that names may mean, and those of the select around.
     struct Scope {
@@ -62,6 +64,7 @@ private:
     Type lookUp(const Expr& column, const Scope& scope) const;
 
     const Schema& m_schema;
+    Engine m_engine;
 };
 
 } // namespace quilla::sql

@@ -24,7 +24,8 @@ Type literalType(const Expr& literal)
     if (literal.quoted) return {Kind::Text, int(literal.text.size())};
     if (literal.whole) return {Kind::Integer};
     const qsizetype point = literal.text.indexOf(u'.');
-    return {Kind::Decimal, 0, point < 0 ? QuotientScale : int(literal.text.size() - point - 1)};
+    if (point >= 0) return {Kind::Decimal, 0, int(literal.text.size() - point - 1)};
+    return {Kind::Decimal, 0, literal.text.contains(u'e', Qt::CaseInsensitive) ? QuotientScale : 0};
 }
 
 Kind kindOf(char16_t letter)

@@ -79,10 +79,15 @@ bool fits(const Expr& expr, const Type& target)
         && from.width - from.scale <= target.width - target.scale;
 }
 
+bool hasFraction(QStringView number)
+{
+    return number.contains(u'.') || number.contains(u'e', Qt::CaseInsensitive);
+}
+
 void assignLiteral(ExprPtr& expr, const Type& target)
 {
-    const bool cut = !expr->quoted && !expr->whole && target.kind == Kind::Integer;
-    if (cut) return store(expr, target);
+    const bool fraction = !expr->quoted && hasFraction(expr->text);
+    if (fraction && target.kind == Kind::Integer) return store(expr, target);
     if (expr->quoted || target.kind != Kind::Date)
         expr->type.kind = target.kind == Kind::Unknown ? expr->type.kind : target.kind;
     else

@@ -119,11 +119,17 @@ void EnginePrinter::createTable(const CreateTable& table)
         const QString check = columnCheck(column);
         if (!check.isEmpty()) write(u" CHECK ("_s + check + u")"_s);
     });
+    write(hiddenColumn(table));
     for (const TableConstraint& each : table.constraints) {
         write(u", ");
         constraint(each);
     }
     write(u")");
+}
+
+QString EnginePrinter::hiddenColumn(const CreateTable&) const
+{
+    return {};
 }
 
 void EnginePrinter::drop(const Drop& drop)

@@ -42,6 +42,8 @@ protected:
     bool isPlainName(const QString& name) const;
     static QString quotedName(QString name);
 
+    /// A column of the engine's own, after a comma; empty for none.
+    virtual QString hiddenColumn(const CreateTable& table) const;
     /// The check that keeps out what the column's type would not hold; empty for none.
     virtual QString columnCheck(const ColumnDefinition& column) const = 0;
 

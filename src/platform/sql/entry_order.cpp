@@ -9,8 +9,6 @@ namespace quilla::sql {
 
 namespace {
 
-const QString EntryOfView = u"qj_entry"_s; ///< no column of a library has this name
-
 QString nameOf(const Source& source)
 {
     return source.alias.isEmpty() ? source.name : source.alias;
@@ -42,8 +40,9 @@ bool counts(const Expr& expr)
 bool isPlain(const Query& query)
 {
     const Select& select = query.arms.front();
-    return query.arms.size() == 1 && query.orderBy.empty() && !select.from.empty() && !select.top
-        && !select.distinct && select.groupBy.empty() && !select.having
+    const bool cut = select.top && query.orderBy.empty();
+    return query.arms.size() == 1 && !select.from.empty() && !cut && !select.distinct
+        && select.groupBy.empty() && !select.having
         && std::ranges::none_of(select.items, [](const SelectItem& item) { return counts(*item.value); });
 }
 
@@ -90,25 +89,14 @@ public:
         Select& select = query.arms.front();
         const std::vector<Source*> sources = sourcesOf(select);
         if (!isPlain(query) || !areKnown(sources)) return;
-        for (Source* source : sources) {
-            const bool first = source == sources.front();
-            std::vector<QString> keys = keysOf(*source);
-            if (first && isView(*source) && writeOut(select, *source)) keys = {EntryOfView};
-            if (first && keys.empty()) return;
-            for (const QString& key : keys)
-                query.orderBy.push_back({makeColumn(nameOf(*source), key, source->place), false});
-        }
+        for (const Key& key : keysOf(select))
+            query.orderBy.push_back({makeColumn(key.source, key.column, key.place), false});
     }
 
 private:
     const Table* tableOf(const Source& source) const
     {
         return source.form == Source::Form::Table ? m_schema.table(source.name) : nullptr;
-    }
-    bool isView(const Source& source) const
-    {
-        const Table* table = tableOf(source);
-        return table && table->view;
     }
 
     /// Known tables, each by a name of its own.
@@ -122,42 +110,62 @@ private:
         return true;
     }
 
-    /// The columns that tell the order of a table's rows; none for a view.
-    std::vector<QString> keysOf(const Source& source) const
+    /// A column that numbers the rows of one of a select's tables.
+    struct Key {
+        QString source;
+        QString column;
+        qsizetype place;
+    };
+
+    /// Of all its tables, the leftmost first; none when that is a view that can't be written out.
+    std::vector<Key> keysOf(Select& select) const
     {
-        const Table* table = tableOf(source);
-        if (!table || table->view) return {};
-        const auto identity = std::ranges::find_if(table->columns, &Column::identity);
-        if (identity != table->columns.end()) return {identity->name};
-        if (m_engine == Engine::Sqlite) return {u"rowid"_s};
-        return table->entryOrder.empty() ? std::vector {u"ctid"_s} : table->entryOrder;
+        std::vector<Key> keys;
+        const std::vector<Source*> sources = sourcesOf(select);
+        for (Source* source : sources) {
+            const bool first = source == sources.front();
+            for (const QString& column : columnsOf(select, *source, first))
+                keys.push_back({nameOf(*source), column, source->place});
+            if (first && keys.empty()) return {};
+        }
+        return keys;
     }
 
-    /// The select of a view takes the view's place and brings the number of its leftmost table along. False
-    /// where it can't.
-    bool writeOut(Select& select, Source& source) const
+    std::vector<QString> columnsOf(Select& select, Source& source, bool first) const
+    {
+        const Table* table = tableOf(source);
+        if (!table) return {};
+        if (table->view) return first ? writeOut(select, source) : std::vector<QString>();
+        if (const Column* identity = table->identity()) return {identity->name};
+        return {m_engine == Engine::Sqlite ? u"rowid"_s : EntryColumn.toString()};
+    }
+
+    /// The select of a view takes the view's place and brings the numbers of its tables along. The columns
+    /// that they stand in; none where it can't.
+    std::vector<QString> writeOut(Select& select, Source& source) const
     {
         Statement definition = parse(tableOf(source)->definition).statement;
         auto* view = std::get_if<CreateView>(&definition);
-        if (!view || !isPlain(view->query)) return false;
+        if (!view || !isPlain(view->query)) return {};
         auto inner = std::make_unique<Query>(std::move(view->query));
         fixLiterals(*inner);
-        if (!bringEntry(inner->arms.front())) return false;
+        const std::vector<QString> columns = bringEntries(inner->arms.front());
+        if (columns.empty()) return {};
         nameStars(select);
         source.alias = nameOf(source);
         source.form = Source::Form::Derived;
         source.query = std::move(inner);
-        return true;
+        return columns;
     }
 
-    bool bringEntry(Select& select) const
+    std::vector<QString> bringEntries(Select& select) const
     {
-        Source& first = *sourcesOf(select).front();
-        std::vector<QString> keys = keysOf(first);
-        if (isView(first) && writeOut(select, first)) keys = {EntryOfView};
-        if (keys.size() != 1) return false;
-        select.items.push_back({makeColumn(nameOf(first), keys.front(), first.place), EntryOfView});
-        return true;
+        std::vector<QString> columns;
+        for (const Key& key : keysOf(select)) {
+            columns.push_back(EntryColumn.toString() + QString::number(columns.size() + 1));
+            select.items.push_back({makeColumn(key.source, key.column, key.place), columns.back()});
+        }
+        return columns;
     }
 
     /// Without the number that a view is going to bring.

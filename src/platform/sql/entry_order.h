@@ -5,15 +5,18 @@
 
 namespace quilla::sql {
 
-/// Gives a select that tells no order the order in which its rows were entered, so that a list stands alike
-/// on every engine and after every change: by the number that each of its tables gives to a row, the leftmost
-/// table first. A view on the left stands for its own leftmost table and is written out as a select that
-/// brings that number along.
+/// On PostgreSQL the column of a table without an identity column that numbers its rows. Only the program
+/// knows of it: "*" does not name it.
+inline constexpr QStringView EntryColumn = u"qj_entry";
+
+/// Gives the rows of a select the order in which they were entered, as far as the select tells no order, so
+/// that a list stands alike on every engine and after every change: by the number that each of its tables
+/// gives to a row, the leftmost table first. A view on the left stands for its own tables and is written out
+/// as a select that brings their numbers along.
 ///
-/// SQLite numbers the rows of every table. PostgreSQL has the identity column; where a table has none, the
-/// columns that the schema tells for it, else the place of the row, which changes when the row does.
+/// SQLite numbers the rows of every table. PostgreSQL has the identity column or `EntryColumn`.
 ///
-/// A select that groups, counts, limits or combines is left as it is.
+/// A select that groups, counts, combines, or limits its rows without an order is left as it is.
 void orderByEntry(Query& query, const Schema& schema, Engine engine);
 
 } // namespace quilla::sql

@@ -40,8 +40,12 @@ constexpr QStringView DateFunctions[] = {
     u"WHEN 'millisecond' THEN floor(extract(epoch FROM until) * 1000) "
     u"- floor(extract(epoch FROM since) * 1000) END",
 
+    // The calendar ends with the year 9999.
+    u"CREATE FUNCTION qj_day(at timestamp) RETURNS timestamp LANGUAGE sql IMMUTABLE RETURN CASE "
+    u"WHEN at < '0001-01-01' OR at >= '10000-01-01' THEN ('日期超出范围：' || at::text)::timestamp ELSE at END",
+
     u"CREATE FUNCTION qj_dateadd(part text, number numeric, at timestamp) RETURNS timestamp "
-    u"LANGUAGE sql IMMUTABLE RETURN at + CASE part "
+    u"LANGUAGE sql IMMUTABLE RETURN qj_day(at + CASE part "
     u"WHEN 'day' THEN make_interval(days => trunc(number)::integer) "
     u"WHEN 'month' THEN make_interval(months => trunc(number)::integer) "
     u"WHEN 'year' THEN make_interval(years => trunc(number)::integer) "
@@ -50,7 +54,7 @@ constexpr QStringView DateFunctions[] = {
     u"WHEN 'hour' THEN make_interval(hours => trunc(number)::integer) "
     u"WHEN 'minute' THEN make_interval(mins => trunc(number)::integer) "
     u"WHEN 'second' THEN make_interval(secs => trunc(number)::double precision) "
-    u"WHEN 'millisecond' THEN make_interval(secs => trunc(number)::double precision / 1000) END",
+    u"WHEN 'millisecond' THEN make_interval(secs => trunc(number)::double precision / 1000) END)",
 
     u"CREATE FUNCTION qj_part(part text, at timestamp) RETURNS integer "
     u"LANGUAGE sql IMMUTABLE RETURN CASE part "
@@ -111,8 +115,9 @@ constexpr QStringView TextFunctions[] = {
 
     u"CREATE FUNCTION qj_str(number numeric, width bigint, scale bigint) RETURNS text "
     u"LANGUAGE sql IMMUTABLE RETURN CASE "
-    u"WHEN length(round(number, scale::integer)::text) > width THEN repeat('*', width::integer) "
-    u"ELSE lpad(round(number, scale::integer)::text, width::integer) END",
+    u"WHEN length(round(number, least(greatest(scale, 0), 16)::integer)::text) > width "
+    u"THEN repeat('*', greatest(width, 0)::integer) "
+    u"ELSE lpad(round(number, least(greatest(scale, 0), 16)::integer)::text, width::integer) END",
 };
 
 /// The sizes other than 0 that columns of the tables have.

@@ -1,7 +1,9 @@
 #include "platform/sql/postgres_printer.h"
 
 #include "platform/core/text.h"
+#include "platform/sql/entry_order.h"
 
+#include <algorithm>
 #include <array>
 
 namespace quilla::sql {
@@ -49,6 +51,26 @@ bool isLooseText(const Expr& expr)
     return expr.type.kind == Kind::Text && expr.op != Op::Column && expr.op != Op::Null;
 }
 
+/// Whether its texts are of the type of text columns already.
+bool isStoredText(const Expr& expr)
+{
+    const bool nullif = expr.op == Op::Function && expr.name == u"nullif";
+    return expr.type.kind == Kind::Text
+        && (expr.op == Op::Column || expr.op == Op::Subquery || expr.op == Op::Aggregate || nullif);
+}
+
+/// Whether it may be a whole number of 32 bits on the server.
+bool isNarrow(const Expr& expr)
+{
+    return expr.type.kind == Kind::Integer && expr.op != Op::Literal;
+}
+
+/// Whether the server gives it the name of a column inside it, which then hides that column in "order by".
+bool takesName(const Expr& expr)
+{
+    return expr.op == Op::Convert || expr.op == Op::Case || expr.op == Op::Subquery;
+}
+
 /// Groups by spelling are hashed as bytes, twenty times as fast as under the collation of the columns.
 bool isGroupedBySpelling(const Expr& expr)
 {
@@ -80,24 +102,53 @@ void PostgresPrinter::query(const Query& query, bool inner)
     m_sorted = around;
 }
 
+/// As an ordinary text: the server's own conversion would take off the blanks at the end.
+void PostgresPrinter::bare(const Expr& expr)
+{
+    if (expr.op == Op::Negative && isNarrow(*expr.parts[0])) return negative(expr);
+    if (!isStoredText(expr)) return Printer::bare(expr);
+    write(u"textin(bpcharout(");
+    Printer::bare(expr);
+    write(u"))");
+}
+
+void PostgresPrinter::negative(const Expr& expr)
+{
+    write(u"-");
+    expression(*expr.parts[0], Highest);
+    write(u"::bigint");
+}
+
+/// As it stands, where a text of the columns' type may stand.
+void PostgresPrinter::stored(const Expr& expr, Level around)
+{
+    if (isStoredText(expr))
+        Printer::bare(expr);
+    else
+        expression(expr, around);
+}
+
 void PostgresPrinter::item(const SelectItem& item, const Select& select, bool inner)
 {
     if (isGroupedBySpelling(*item.value)) {
         write(u"(");
         collated(*item.value, Lowest);
         write(u") COLLATE quilla"); // a cast would slip under the first collation
-    } else if (inner || select.distinct || m_sorted)
+    } else if (inner || select.distinct || m_sorted || !select.groupBy.empty())
         collated(*item.value, Lowest);
     else
-        expression(*item.value);
-    if (!item.alias.isEmpty()) write(u" AS "_s + name(item.alias));
+        stored(*item.value, Lowest);
+    if (!item.alias.isEmpty())
+        write(u" AS "_s + name(item.alias));
+    else if (m_sorted && takesName(*item.value))
+        write(u" AS qj_value");
 }
 
 /// The name of a result column may stand there alone, but in no expression.
 void PostgresPrinter::orderItem(const OrderItem& item)
 {
     if (item.value->op == Op::Column)
-        bare(*item.value);
+        Printer::bare(*item.value);
     else if (item.value->position)
         write(item.value->text);
     else
@@ -134,13 +185,13 @@ void PostgresPrinter::inlineLiteral(const Expr& literal)
 void PostgresPrinter::collated(const Expr& expr, Level around)
 {
     if (!isLooseText(expr)) {
-        expression(expr, around);
+        stored(expr, around);
         if (isGroupedBySpelling(expr)) write(u" COLLATE \"C\"");
         return;
     }
     const bool parameter = expr.op == Op::Literal && !isPinned(expr);
     if (parameter) m_textType = TextType;
-    expression(expr, Highest);
+    stored(expr, Highest);
     m_textType = PlainType;
     if (!parameter) write(u"::"_s.append(TextType));
 }
@@ -160,7 +211,7 @@ void PostgresPrinter::like(const Expr& expr)
     write(parameter ? u"qj_like((SELECT qj_pattern(" : u"qj_like(qj_pattern(");
     expression(pattern);
     write(parameter ? u")), " : u"), ");
-    expression(*expr.parts[0]);
+    stored(*expr.parts[0], Lowest);
     write(u")");
 }
 
@@ -172,6 +223,16 @@ void PostgresPrinter::aggregate(const Expr& expr)
     write(whole ? u"trunc(" : u"round(");
     Printer::aggregate(expr);
     write(whole ? u")::bigint"_s : u", "_s + QString::number(QuotientScale) + u")"_s);
+}
+
+/// Whole numbers are reckoned in 64 bits, as in the embedded database; a parameter has them anyway.
+void PostgresPrinter::binary(const Expr& expr)
+{
+    if (!isNarrow(*expr.parts[0]) || !isNarrow(*expr.parts[1])) return EnginePrinter::binary(expr);
+    expression(*expr.parts[0], Highest);
+    write(u"::bigint");
+    write(signOf(expr.op));
+    expression(*expr.parts[1], Level(levelOf(expr) + 1));
 }
 
 void PostgresPrinter::divide(const Expr& expr)
@@ -209,6 +270,12 @@ QString PostgresPrinter::typeName(const TypeName& type) const
         break;
     }
     return u"numeric("_s + QString::number(filled.width) + u","_s + QString::number(filled.scale) + u")"_s;
+}
+
+QString PostgresPrinter::hiddenColumn(const CreateTable& table) const
+{
+    const bool numbered = std::ranges::any_of(table.columns, &ColumnDefinition::identity);
+    return numbered ? QString() : u", %1 bigint GENERATED ALWAYS AS IDENTITY"_s.arg(EntryColumn);
 }
 
 /// The types keep out what does not belong there.

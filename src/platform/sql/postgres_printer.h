@@ -23,6 +23,7 @@ public:
 
 protected:
     void query(const Query& query, bool inner) override;
+    void bare(const Expr& expr) override;
     void item(const SelectItem& item, const Select& select, bool inner) override;
     void orderItem(const OrderItem& item) override;
     void indexColumn(const IndexColumn& column) override;
@@ -32,16 +33,21 @@ protected:
     void like(const Expr& expr) override;
     void aggregate(const Expr& expr) override;
     void convert(const Expr& expr) override;
+    void binary(const Expr& expr) override;
     void divide(const Expr& expr) override;
     void collated(const Expr& expr, Level around) override;
     void comparand(const Expr& expr, Level around) override;
     QString typeName(const TypeName& type) const override;
     QString name(const QString& name) const override;
+    QString hiddenColumn(const CreateTable& table) const override;
     QString columnCheck(const ColumnDefinition& column) const override;
     void dateToText(const Expr& expr) override;
     void numberToText(const Expr& expr) override;
 
 private:
+    void negative(const Expr& expr);
+    void stored(const Expr& expr, Level around);
+
     bool m_sorted = false; ///< the query being written has an order
     QStringView m_textType; ///< of a text parameter that is written now
 };

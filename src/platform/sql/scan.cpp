@@ -12,6 +12,9 @@ constexpr char16_t QuotedSign = 1;
 constexpr char16_t WholeSign = 2;
 constexpr char16_t FractionSign = 3;
 
+/// A number of more digits may be beyond 64 bits and is reckoned as a decimal.
+constexpr qsizetype MostWholeDigits = 18;
+
 enum Class : quint8 { Plain, Word, Digit, Point, Quote, Name, Dash, Slash, Control };
 
 constexpr std::array<Class, 128> makeClasses()
@@ -63,7 +66,7 @@ qsizetype endOfNumber(QStringView text, qsizetype from, bool& whole)
         return at;
     };
     qsizetype end = passDigits(from);
-    whole = true;
+    whole = end - from <= MostWholeDigits;
     if (end < text.size() && text[end] == u'.') {
         whole = false;
         end = passDigits(end + 1);

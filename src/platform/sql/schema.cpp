@@ -1,5 +1,7 @@
 #include "platform/sql/schema.h"
 
+#include <algorithm>
+
 namespace quilla::sql {
 
 const Column* Table::column(QStringView wanted) const
@@ -7,6 +9,12 @@ const Column* Table::column(QStringView wanted) const
     for (const Column& each : columns)
         if (wanted.compare(each.name, Qt::CaseInsensitive) == 0) return &each;
     return nullptr;
+}
+
+const Column* Table::identity() const
+{
+    const auto found = std::ranges::find_if(columns, &Column::identity);
+    return found == columns.end() ? nullptr : &*found;
 }
 
 void Schema::add(Table table)
@@ -19,11 +27,6 @@ void Schema::add(Table table)
     }
     m_byName.insert(key, m_tables.size());
     m_tables.push_back(std::move(table));
-}
-
-void Schema::setEntryOrder(QStringView table, std::vector<QString> columns)
-{
-    m_tables[m_byName.value(table.toString().toLower())].entryOrder = std::move(columns);
 }
 
 const Table* Schema::table(QStringView name) const

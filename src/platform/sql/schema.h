@@ -35,9 +35,10 @@ struct Table {
     bool view = false;
     std::vector<UnionArm> unionOf; ///< of a view that is whole tables put together; else empty
     QString definition; ///< of a view, as T-SQL
-    std::vector<QString> entryOrder; ///< what comes nearest to the order of entry where no number tells it
 
     const Column* column(QStringView name) const;
+    /// The column that the database numbers; null for none.
+    const Column* identity() const;
 };
 
 /// The kinds of all columns, read from the T-SQL that creates the tables. The translator asks it.
@@ -46,7 +47,6 @@ public:
     /// A table of the same name takes the place of the earlier one.
     void add(Table table);
     const Table* table(QStringView name) const;
-    void setEntryOrder(QStringView table, std::vector<QString> columns);
     const std::vector<Table>& tables() const { return m_tables; }
 
 private:

@@ -103,10 +103,14 @@ void SqlitePrinter::like(const Expr& expr)
 /// Reckoned in binary, money would show the error of its fractions, and equal amounts would not be equal.
 void SqlitePrinter::binary(const Expr& expr)
 {
-    if (expr.type.kind != Kind::Decimal || expr.op == Op::Divide) return EnginePrinter::binary(expr);
-    write(u"round(");
-    EnginePrinter::binary(expr);
-    endRounding(expr.type.scale);
+    const bool modulo = expr.op == Op::Modulo;
+    const bool rounds = expr.type.kind == Kind::Decimal && expr.op != Op::Divide;
+    if (rounds) write(u"round(");
+    if (modulo)
+        remainder(expr);
+    else
+        EnginePrinter::binary(expr);
+    if (rounds) endRounding(expr.type.scale);
 }
 
 void SqlitePrinter::endRounding(int scale)
@@ -128,12 +132,23 @@ void SqlitePrinter::aggregate(const Expr& expr)
 
 void SqlitePrinter::divide(const Expr& expr)
 {
-    if (expr.type.kind != Kind::Decimal) return Printer::binary(expr);
-    write(u"round(CAST(");
+    const bool fraction = expr.type.kind == Kind::Decimal;
+    if (fraction) write(u"round(");
+    write(Function::Quotient);
+    write(fraction ? u"(CAST(" : u"(");
     expression(*expr.parts[0]);
-    write(u" AS REAL) / ");
-    expression(*expr.parts[1], SignLevel);
-    write(u", "_s + QString::number(expr.type.scale) + u")"_s);
+    write(fraction ? u" AS REAL), " : u", ");
+    expression(*expr.parts[1]);
+    write(u")");
+    if (fraction) write(u", "_s + QString::number(expr.type.scale) + u")"_s);
+}
+
+void SqlitePrinter::remainder(const Expr& expr)
+{
+    write(Function::Remainder);
+    write(u"(");
+    expressions(expr.parts);
+    write(u")");
 }
 
 void SqlitePrinter::call(QStringView function, const QString& first, const Expr& second)
@@ -191,9 +206,8 @@ void SqlitePrinter::numberToText(const Expr& expr)
     const Expr& from = *expr.parts[0];
     const int width = expr.type.width;
     const bool wide = width == 0 || width >= WidestInteger;
-    if (wide && from.type.kind == Kind::Decimal)
-        return fill(
-            u"iif($1 IS NULL, NULL, printf('%."_s + QString::number(from.type.scale) + u"f', $1))"_s, expr);
+    if (from.type.kind == Kind::Decimal)
+        return call(Function::ConvertDecimal, u"%1, %2"_s.arg(wide ? 0 : width).arg(from.type.scale), from);
     if (wide) return fill(u"CAST($1 AS TEXT)", expr);
     call(Function::ConvertText, QString::number(width), from);
 }

@@ -24,6 +24,7 @@ protected:
     void aggregate(const Expr& expr) override;
     void convert(const Expr& expr) override;
     void divide(const Expr& expr) override;
+    void remainder(const Expr& expr);
     void collated(const Expr& expr, Level around) override;
     QString typeName(const TypeName& type) const override;
     QString name(const QString& name) const override;

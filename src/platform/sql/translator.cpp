@@ -74,9 +74,8 @@ std::vector<QString> namesOf(const std::vector<Column>& columns)
 
 QString identityOf(const Table& table)
 {
-    for (const Column& column : table.columns)
-        if (column.identity) return column.name;
-    return {};
+    const Column* column = table.identity();
+    return column ? column->name : QString();
 }
 
 } // namespace
@@ -230,7 +229,9 @@ Translation Translator::Private::translated(Parsed& parsed) const
         countEarly(*query, schema, engine == Engine::Postgres);
         orderByEntry(*query, schema, engine);
     }
-    const std::vector<Column> columns = Analyser(schema).run(parsed.statement);
+    if (auto* insert = std::get_if<Insert>(&parsed.statement))
+        if (insert->query) orderByEntry(*insert->query, schema, engine);
+    const std::vector<Column> columns = Analyser(schema, engine).run(parsed.statement);
     if (result.returnsRows) {
         result.columns = kindsOf(columns);
         result.names = namesOf(columns);

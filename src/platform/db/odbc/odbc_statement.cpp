@@ -53,10 +53,8 @@ void OdbcStatement::bindOne(SQLUSMALLINT place, const sql::Literal& literal, con
     case sql::Kind::Bit:
         return bindWhole(place, bitOf(literal), SQL_SMALLINT);
     case sql::Kind::Integer:
-        if (const auto whole = wholeNumberOf(literal)) return bindWhole(place, *whole, SQL_BIGINT);
-        return bindDigits(place, decimalOf(literal));
     case sql::Kind::Decimal:
-        return bindDigits(place, decimalOf(literal, parameter.scale));
+        return bindNumber(place, literal, parameter);
     case sql::Kind::Date: {
         const CanonicalMoment moment(momentOf(literal));
         return bindText(place, QString::fromLatin1(moment.text, qsizetype(moment.length)));
@@ -68,6 +66,18 @@ void OdbcStatement::bindOne(SQLUSMALLINT place, const sql::Literal& literal, con
     if (literal.text.contains(QChar(u'\0'))) throw cannotKeep();
     if (!literal.hasDoubledQuote) return bindText(place, literal.text);
     bindText(place, literal.text.toString().replace(u"''"_s, u"'"_s));
+}
+
+void OdbcStatement::bindNumber(
+    SQLUSMALLINT place, const sql::Literal& literal, const sql::Parameter& parameter)
+{
+    const bool integer = parameter.kind == sql::Kind::Integer;
+    const auto whole = integer ? wholeNumberOf(literal) : std::nullopt;
+    const bool limited = parameter.range.kind != sql::Kind::Unknown;
+    if (limited)
+        refuseOutside(parameter.range, literal, whole, whole ? 0 : numberOf(literal, parameter.scale));
+    if (whole) return bindWhole(place, *whole, SQL_BIGINT);
+    bindDigits(place, decimalOf(literal, integer ? -1 : parameter.scale));
 }
 
 void OdbcStatement::bindWhole(SQLUSMALLINT place, qint64 number, SQLSMALLINT type)

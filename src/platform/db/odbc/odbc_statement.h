@@ -52,6 +52,7 @@ private:
     };
 
     void bindOne(SQLUSMALLINT place, const sql::Literal& literal, const sql::Parameter& parameter);
+    void bindNumber(SQLUSMALLINT place, const sql::Literal& literal, const sql::Parameter& parameter);
     void bindWhole(SQLUSMALLINT place, qint64 number, SQLSMALLINT type);
     void bindText(SQLUSMALLINT place, QStringView text);
     void bindDigits(SQLUSMALLINT place, const QString& digits);

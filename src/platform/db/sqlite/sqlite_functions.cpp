@@ -28,6 +28,10 @@ public:
         const auto* bytes = reinterpret_cast<const char*>(sqlite3_value_text(m_arguments[index]));
         return {bytes, std::size_t(sqlite3_value_bytes(m_arguments[index]))};
     }
+    QString string(int index) const
+    {
+        return QString::fromUtf8(text(index).data(), qsizetype(text(index).size()));
+    }
     qint64 number(int index) const { return sqlite3_value_int64(m_arguments[index]); }
     double real(int index) const { return sqlite3_value_double(m_arguments[index]); }
     int type(int index) const { return sqlite3_value_type(m_arguments[index]); }
@@ -38,9 +42,7 @@ public:
     std::optional<Moment> moment(int index) const
     {
         const auto moment = readMoment(text(index));
-        if (!moment)
-            fail(u"“%1”不是日期。"_s.arg(
-                QString::fromUtf8(text(index).data(), qsizetype(text(index).size()))));
+        if (!moment) fail(u"“%1”不是日期。"_s.arg(string(index)));
         return moment;
     }
 
@@ -62,11 +64,7 @@ public:
         sqlite3_result_error(m_context, utf8.constData(), int(utf8.size()));
         sqlite3_result_error_code(m_context, SQLITE_MISMATCH);
     }
-    void failUnknown(int index) const
-    {
-        fail(u"不支持的日期单位或格式，或日期超出范围："_s
-            + QString::fromUtf8(text(index).data(), qsizetype(text(index).size())));
-    }
+    void failUnknown(int index) const { fail(u"不支持的日期单位或格式，或日期超出范围："_s + string(index)); }
 
     /// The pattern of an argument, kept for the later rows of the statement while it is a constant there.
     const LikePattern& pattern(int index) const
@@ -143,14 +141,22 @@ std::string_view cut(std::string_view text, qint64 width)
 void convertToText(const Call& call)
 {
     const qint64 width = call.number(0);
-    const int type = call.type(1);
-    if (type != SQLITE_INTEGER && type != SQLITE_FLOAT) {
-        call.answer(cut(call.text(1), width));
-        return;
-    }
-    const DecimalDigits decimal(type == SQLITE_FLOAT ? call.real(1) : 0);
-    const std::string_view digits = type == SQLITE_FLOAT ? decimal.view() : call.text(1);
-    call.answer(qint64(digits.size()) > width ? std::string_view("*") : digits);
+    const std::string_view text = call.text(1);
+    const bool overflows = call.type(1) == SQLITE_INTEGER && qint64(text.size()) > width;
+    call.answer(overflows ? std::string_view("*") : cut(text, width));
+}
+
+Decimal decimalOf(double number)
+{
+    const DecimalDigits digits(number);
+    return Decimal::read(QString::fromLatin1(digits.text, qsizetype(digits.length))).value_or(Decimal());
+}
+
+void convertDecimal(const Call& call)
+{
+    const QString digits = decimalOf(call.real(2)).fixed(int(call.number(1)));
+    const qint64 width = call.number(0);
+    call.answer((width > 0 && digits.size() > width ? u"*"_s : digits).toUtf8());
 }
 
 template <typename Number> void answerInRange(const Call& call, Number number, const sql::NumberRange& range)
@@ -189,6 +195,68 @@ void storeDecimal(const Call& call)
     answerInRange(call, roundedTo(call.real(2), scale), range);
 }
 
+void toString(const Call& call)
+{
+    const QString text = decimalOf(call.real(0)).fixed(int(std::clamp<qint64>(call.number(2), 0, 16)));
+    const qint64 width = call.number(1);
+    call.answer((text.size() > width ? QString(std::max<qint64>(width, 0), u'*') : text.rightJustified(width))
+                    .toUtf8());
+}
+
+void round(const Call& call)
+{
+    const qint64 places = std::clamp<qint64>(call.number(1), -18, 18);
+    const double unit = std::pow(10.0, double(std::max<qint64>(-places, 0)));
+    const int scale = int(std::max<qint64>(places, 0));
+    call.answer(decimalOf(call.real(0) / unit).fixed(scale).toDouble() * unit);
+}
+
+bool refuseZero(const Call& call)
+{
+    const bool zero = call.real(1) == 0;
+    if (zero) call.fail(u"除数不能为零。"_s);
+    return zero;
+}
+
+bool areWhole(const Call& call)
+{
+    return call.type(0) == SQLITE_INTEGER && call.type(1) == SQLITE_INTEGER;
+}
+
+void quotient(const Call& call)
+{
+    if (refuseZero(call)) return;
+    if (areWhole(call)) return call.answer(call.number(0) / call.number(1));
+    call.answer(call.real(0) / call.real(1));
+}
+
+void remainder(const Call& call)
+{
+    if (refuseZero(call)) return;
+    if (areWhole(call)) return call.answer(call.number(0) % call.number(1));
+    call.answer(std::fmod(call.real(0), call.real(1)));
+}
+
+/// Counted from the first character, places before it included.
+void substring(const Call& call)
+{
+    const qint64 start = call.number(1);
+    const qint64 length = std::max<qint64>(call.number(2), 0);
+    const std::string_view upTo = cut(call.text(0), std::max<qint64>(start + length - 1, 0));
+    const std::string_view before = cut(upTo, std::max<qint64>(start - 1, 0));
+    call.answer(upTo.substr(before.size()));
+}
+
+void upper(const Call& call)
+{
+    call.answer(call.string(0).toUpper().toUtf8());
+}
+
+void lower(const Call& call)
+{
+    call.answer(call.string(0).toLower().toUtf8());
+}
+
 void toDate(const Call& call)
 {
     if (const auto moment = call.moment(0)) call.answer(*moment);
@@ -223,6 +291,14 @@ constexpr Function functions[] {
     {sql::Function::Date, 1, Pure, answerNullForNull<toDate>},
     {sql::Function::Integer, 2, Pure, answerNullForNull<storeInteger>},
     {sql::Function::Decimal, 3, Pure, answerNullForNull<storeDecimal>},
+    {sql::Function::ConvertDecimal, 3, Pure, answerNullForNull<convertDecimal>},
+    {sql::Function::Round, 2, Pure, answerNullForNull<round>},
+    {sql::Function::Str, 3, Pure, answerNullForNull<toString>},
+    {sql::Function::Quotient, 2, Pure, answerNullForNull<quotient>},
+    {sql::Function::Remainder, 2, Pure, answerNullForNull<remainder>},
+    {sql::Function::Substring, 3, Pure, answerNullForNull<substring>},
+    {sql::Function::Upper, 1, Pure, answerNullForNull<upper>},
+    {sql::Function::Lower, 1, Pure, answerNullForNull<lower>},
     {sql::Function::Part, 2, Pure, answerNullForNull<part>},
 };
 

@@ -91,9 +91,7 @@ void SqliteStatement::bindNumber(int place, const sql::Literal& literal, const s
 {
     const auto whole = parameter.kind == sql::Kind::Integer ? wholeNumberOf(literal) : exactWholeOf(literal);
     const double number = whole ? 0 : numberOf(literal, parameter.scale);
-    if (!(whole ? parameter.range.holds(*whole) : parameter.range.holds(number)))
-        throw Error(
-            ErrorNumber::CannotConvert, u"SQLite"_s, parameter.range.refusal(literal.text.toString()));
+    refuseOutside(parameter.range, literal, whole, number);
     m_handle.check(whole ? sqlite3_bind_int64(m_statement, place, *whole)
                          : sqlite3_bind_double(m_statement, place, number));
 }

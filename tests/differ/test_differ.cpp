@@ -1,0 +1,158 @@
+// Sends the same statements to a library on SQLite and to one on PostgreSQL and compares what they do.
+//   test_differ [SEED [COUNT [FINDINGS]]]
+// makes COUNT statements from grammar.txt; SEED decides which. A statement that the engines answer
+// differently is made as short as it stays different and shown with both answers; the run ends after so many
+// FINDINGS. It needs the server of tests/postgres/start.sh.
+#include "database/library_schema.h"
+#include "differ/grammar.h"
+#include "differ/side.h"
+#include "platform/core/text.h"
+#include "platform/db/embedded.h"
+#include "source_dir.h"
+#include "support/postgres_database.h"
+
+#include <QCoreApplication>
+#include <QTemporaryDir>
+#include <QTextStream>
+
+using namespace quilla;
+using namespace quilla::test;
+
+namespace {
+
+class DifferClock final : public Clock {
+public:
+    Moment now() const override { return {QDate(2004, 3, 9), QTime(8, 5, 3)}; }
+};
+
+const QString Numbers
+    = u"create table numbers (whole int, small smallint, tiny tinyint, amount decimal(10,2), flag bit, t varchar(50), code varchar(20), d datetime)"_s;
+
+sql::Schema differSchema()
+{
+    return sql::readSchema(Numbers, librarySchema());
+}
+
+/// The two libraries, filled with the same rows.
+class Differ {
+public:
+    explicit Differ(quint64 seed)
+        : m_grammar(QStringLiteral(QUILLA_SOURCE_DIR "/tests/differ/grammar.txt"))
+        , m_chance(seed)
+        , m_schema(differSchema())
+    {
+        const auto create = [](Connection& connection) {
+            createLibrary(connection);
+            connection.execute(Numbers);
+            connection.execute(u"create unique index ix_readers on dzk (readercode)");
+        };
+        const QString file = m_folder.filePath(u"differ.db"_s);
+        createEmbedded(file, m_schema, m_clock, create);
+        m_sqlite
+            = std::make_unique<Side>(m_schema, m_clock, u"DSN=%1;Database=%2"_s.arg(BuiltInDataSource, file));
+        m_postgres = std::make_unique<Side>(m_schema, m_clock, m_database.connectionText());
+        create(m_postgres->connection);
+        m_database.run("CREATE OR REPLACE FUNCTION getdate() RETURNS timestamp LANGUAGE sql STABLE "
+                       "RETURN timestamp '2004-03-09 08:05:03'");
+        fill();
+    }
+
+    /// A statement that the engines answer differently, made short; null when this one is answered alike.
+    std::unique_ptr<Growth> next()
+    {
+        auto growth = m_grammar.grow(u"statement"_s, m_chance);
+        if (!differs(*growth)) return {};
+        while (auto shorter = simplerDifferent(*growth))
+            growth = std::move(shorter);
+        return growth;
+    }
+
+    void tell(const Growth& growth, QTextStream& out)
+    {
+        const QString statement = m_grammar.text(growth);
+        const Outcome left = m_sqlite->send(statement);
+        const Outcome right = m_postgres->send(statement);
+        out << statement << "\n--- SQLite\n"
+            << shownBeside(left, right) << "\n--- PostgreSQL\n"
+            << shownBeside(right, left) << "\n\n"
+            << Qt::flush;
+    }
+
+    int failures() const { return m_failures; }
+
+private:
+    void fill()
+    {
+        constexpr int rows = 12;
+        for (const QStringView table :
+            {u"dzk", u"zsk", u"sck", u"jhsk", u"jhslsk", u"yyk", u"fkk", u"BookOut", u"numbers"})
+            for (int row = 0; row < rows; ++row) {
+                const QString statement
+                    = m_grammar.text(*m_grammar.grow(u"row."_s + table.toString(), m_chance));
+                for (Side* side : {m_sqlite.get(), m_postgres.get()})
+                    insert(*side, statement);
+            }
+    }
+
+    /// A row that has no place in the table is left out on both sides.
+    static void insert(Side& side, const QString& statement)
+    {
+        try {
+            side.connection.execute(statement);
+        } catch (const Error&) { // a null where none may be
+        }
+    }
+
+    bool differs(const Growth& growth)
+    {
+        const QString statement = m_grammar.text(growth);
+        const Outcome left = m_sqlite->send(statement);
+        const Outcome right = m_postgres->send(statement);
+        if (!left.failure.isEmpty()) ++m_failures;
+        return !isSame(statement, left, right);
+    }
+
+    std::unique_ptr<Growth> simplerDifferent(const Growth& growth)
+    {
+        for (auto& each : m_grammar.simpler(growth))
+            if (m_grammar.text(*each).size() < m_grammar.text(growth).size() && differs(*each))
+                return std::move(each);
+        return {};
+    }
+
+    Grammar m_grammar;
+    std::mt19937_64 m_chance;
+    sql::Schema m_schema;
+    DifferClock m_clock;
+    QTemporaryDir m_folder;
+    PostgresDatabase m_database;
+    std::unique_ptr<Side> m_sqlite;
+    std::unique_ptr<Side> m_postgres;
+    int m_failures = 0;
+};
+
+} // namespace
+
+int main(int count, char** arguments)
+{
+    QCoreApplication application(count, arguments);
+    const QStringList given = application.arguments();
+    const auto number = [&](int at, int usual) { return at < given.size() ? given[at].toInt() : usual; };
+    const int seed = number(1, 1);
+    const int statements = number(2, 3000);
+    const int most = number(3, 1);
+    QTextStream out(stdout);
+    Differ differ(seed);
+    int findings = 0;
+    int sent = 0;
+    for (; sent < statements && findings < most; ++sent) {
+        const auto finding = differ.next();
+        if (!finding) continue;
+        out << "Seed " << seed << ", statement " << sent + 1 << ":\n";
+        differ.tell(*finding, out);
+        ++findings;
+    }
+    out << sent << " statements, " << differ.failures() << " of them refused or failing, " << findings
+        << " findings\n";
+    return findings ? 1 : 0;
+}
