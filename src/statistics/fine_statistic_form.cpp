@@ -1,7 +1,6 @@
 #include "statistics/fine_statistic_form.h"
 
 #include "platform/ui/form/form.h"
-#include "platform/ui/form/form.h"
 #include "statistics/fine_statistic_ops.h"
 
 namespace quilla {

@@ -1,7 +1,6 @@
 #include "statistics/loan_count_form.h"
 
 #include "platform/ui/form/form.h"
-#include "platform/ui/form/form.h"
 
 namespace quilla {
 

@@ -3,6 +3,7 @@
 #include "platform/ui/form/form.h"
 #include "platform/ui/form/wait_cursor.h"
 #include "platform/ui/look/theme.h"
+#include "statistics/no_rows.h"
 
 #include <QApplication>
 
@@ -108,7 +109,7 @@ void JylsQueryFrm::search(Started started)
     std::optional<Recordset> rows = loanHistory(m_session, m_query);
     if (!rows) return;
     m_rows = std::move(*rows);
-    if (m_rows.eof()) return setWindowTitle(Title + u"------没有符合条件的数据。。。。。。"_s);
+    if (m_rows.eof()) return setWindowTitle(Title + NoRowsNote);
     showLoans(started);
 }
 

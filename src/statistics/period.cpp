@@ -1,6 +1,7 @@
 #include "statistics/period.h"
 
 #include "platform/core/date_box.h"
+#include "platform/db/decimal.h"
 
 namespace quilla {
 
@@ -11,10 +12,9 @@ constexpr int LastYear = 2048;
 
 std::optional<Period> readYear(const QString& typed)
 {
-    bool isNumber = false;
-    const int year = typed.toInt(&isNumber);
-    if (!isNumber || year < FirstYear || year > LastYear) return {};
-    return Period {year};
+    const std::optional<qint64> year = readWhole(typed);
+    if (!year || *year < FirstYear || *year > LastYear) return {};
+    return Period {int(*year)};
 }
 
 std::optional<Period> readMonth(const QString& typed)

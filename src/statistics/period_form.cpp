@@ -110,6 +110,7 @@ void PeriodStatisticFrm::showRun(const PeriodRun& run)
 {
     showFigures(run.figures);
     m_lines = run.lines;
+    setWindowTitle(m_statistic.title + (run.lines == 0 ? m_statistic.emptyNote : QString()));
     if (run.lines == 0) return emptyGrid();
     for (QPushButton* button :
         {&cmdClick[AsTable], &cmdClick[AsPie], &cmdClick[OnPaper], &cmdChart, &cmdToExcel})

@@ -1,5 +1,7 @@
 #include "statistics/period_statistic.h"
 
+#include "statistics/no_rows.h"
+
 namespace quilla {
 
 namespace {
@@ -72,6 +74,7 @@ const std::vector<PeriodStatistic>& periodStatistics()
             .procedure = u"procydztj"_s,
             .format = ReaderTypes,
             .emptyFormat = ReaderTypes,
+            .emptyNote = NoRowsNote,
             .paperHint = WideReportHint,
             .chart = readerTypesChart,
             .sheet = [](const Period& period) { return monthlyReadersLayout(period.year, period.month); },

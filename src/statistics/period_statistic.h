@@ -18,6 +18,7 @@ struct PeriodStatistic {
     QString format; ///< of the grid that holds a result
     QString emptyFormat;
     QString paperFormat {};
+    QString emptyNote {}; ///< follows the title after a run without lines
     std::vector<int> widths {}; ///< of the columns, in twips; empty: the captions decide
     int moneyColumn = -1; ///< -1: there is none
     bool countsReaders = false; ///< whether head counts and rates stand beside the grid

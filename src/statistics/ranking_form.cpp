@@ -3,6 +3,7 @@
 #include "platform/ui/form/form.h"
 #include "platform/ui/form/wait_cursor.h"
 #include "platform/ui/look/theme.h"
+#include "statistics/no_rows.h"
 
 #include <QLineEdit>
 
@@ -59,7 +60,7 @@ std::optional<Recordset> RankingForm::rank()
     setWindowTitle(m_ranking.title);
     std::optional<Recordset> rows = m_work.run(query());
     if (!rows || !rows->eof()) return rows;
-    setWindowTitle(m_ranking.title + u"------没有符合条件的数据。。。。。。"_s);
+    setWindowTitle(m_ranking.title + NoRowsNote);
     return {};
 }
 

@@ -2,6 +2,7 @@
 
 #include "frame/sublib.h"
 #include "platform/core/date_box.h"
+#include "platform/db/decimal.h"
 
 namespace quilla {
 
@@ -17,10 +18,10 @@ QString quoted(const QString& text)
 /// The number of titles is one of 16 bits, written anew.
 QString wholeNumber(const QString& text)
 {
-    bool isNumber = false;
-    const qint16 number = trimBlanks(text).toShort(&isNumber);
-    if (!isNumber) throw Error(ErrorNumber::CannotConvert, u"Ranking"_s, u"数量不是整数，或者太大"_s);
-    return QString::number(number);
+    const std::optional<qint64> number = readWhole(text);
+    if (!number || *number != qint16(*number))
+        throw Error(ErrorNumber::CannotConvert, u"Ranking"_s, u"数量不是整数，或者太大"_s);
+    return QString::number(*number);
 }
 
 QString titleStatement(const RankingQuery& query)

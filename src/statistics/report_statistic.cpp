@@ -2,7 +2,6 @@
 
 #include "frame/sublib.h"
 #include "platform/ui/form/form.h"
-#include "platform/ui/form/form.h"
 #include "statistics/query_form.h"
 
 namespace quilla {

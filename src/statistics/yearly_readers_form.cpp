@@ -4,6 +4,7 @@
 #include "output/export_ops.h"
 #include "platform/ui/form/form.h"
 #include "platform/ui/form/working_progress.h"
+#include "statistics/no_rows.h"
 #include "statistics/period.h"
 
 namespace quilla {
@@ -16,6 +17,7 @@ enum Box { Unit, Type };
 constexpr int BlankRows = 2;
 constexpr int ScreenWidth = 13500; // twips
 constexpr int ScreenHeight = 7500;
+const QString Title = u"年读者借阅统计"_s;
 const QString Everybody = u"全部"_s;
 
 /// Under the captions of the spreadsheet.
@@ -25,7 +27,7 @@ const QString Format
 } // namespace
 
 frmndzjytj::frmndzjytj(const Workplace& place)
-    : ListScreen(u"frmndzjytj"_s, u"年读者借阅统计"_s)
+    : ListScreen(u"frmndzjytj"_s, Title)
     , cmdToExcel(u"输出到excel &E"_s)
     , Label4(u"A4纸，纵向打印（窄行）"_s)
     , MSHFlexGrid2(Grid1)
@@ -95,6 +97,7 @@ void frmndzjytj::search()
         MSHFlexGrid2.setFormatString(Format);
     }
     cmdToExcel.setEnabled(m_lines > 0);
+    setWindowTitle(Title + (m_lines > 0 ? QString() : NoRowsNote));
     MSHFlexGrid2.setRow(1);
     MSHFlexGrid2.scrollToTop();
 }

@@ -2,6 +2,7 @@
 
 #include "frame/work.h"
 #include "output/report_designs.h"
+#include "platform/db/decimal.h"
 #include "platform/report/report_viewer.h"
 
 namespace quilla {
@@ -30,10 +31,8 @@ QStringList firstColumn(Session& session, const QString& select)
 
 std::optional<Refusal> yearRefusal(const QString& year)
 {
-    bool isNumber = false;
-    trimBlanks(year).toLongLong(&isNumber);
-    return isNumber ? std::nullopt
-                    : std::optional(Refusal {u"请输入4位数字的年"_s, OperationTitle.toString()});
+    if (readWhole(year)) return {};
+    return Refusal {u"请输入4位数字的年"_s, OperationTitle.toString()};
 }
 
 std::optional<Recordset> yearlyReaders(Session& session, const YearlyReadersQuery& query)

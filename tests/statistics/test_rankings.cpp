@@ -2,6 +2,7 @@
 #include "statistics/ranking_form.h"
 #include "statistics/yearly_readers_form.h"
 #include "support/cases.h"
+#include "support/sheet_reader.h"
 #include "support/test_library.h"
 #include "support/window_steps.h"
 #include "support/workplace_double.h"
@@ -192,12 +193,19 @@ private Q_SLOTS:
         QCOMPARE(gridLine(form.MSHFlexGrid2, 1), u"一班|读者R2|教师|R2|2|2|0|0|0|0|0|0|0|0|0|0|0"_s);
         form.cmdToExcel.click();
         QVERIFY(m_work->sheets.shown.value(0).endsWith(u"2026年读者借阅统计报表.xlsx"));
+        const QStringList sheet = readBack(m_work->sheets.shown.value(0));
+        QVERIFY2(sheet[0].endsWith(u" A1:Q2") && sheet[2].contains(u"\"2026年读者借阅统计报表\" 宋体 14"),
+            qPrintable(sheet.mid(0, 3).join(u'\n')));
+        QCOMPARE(sheetLine(sheet, 3).replace(u" s"_s, u"|"_s),
+            u"s读者单位|读者姓名|读者类型|借书证号|小计|一月|二月|三月|四月|五月|六月|七月|八月|九月|十月|十一月|十二月"_s);
+        QCOMPARE(sheetLine(sheet, 4), exportedLine(form.MSHFlexGrid2.cells(), 1, 4));
         m->failAt({});
         form.Text2[0].setText(QString(19, u'x') + u"''"_s);
         form.Text2[1].clear();
         form.Command1[0].click();
         QCOMPARE(calls().last(), u"exec procndztj '2026','%1',''"_s.arg(QString(19, u'x') + u"''"_s));
         QVERIFY(!form.cmdToExcel.isEnabled());
+        QCOMPARE(form.windowTitle(), u"年读者借阅统计------没有符合条件的数据。。。。。。"_s);
         form.Command1[2].click();
         QCOMPARE(m_work->reports.last.captions.value(u"labNian"_s), u"2026"_s);
         form.Command1[1].click();
