@@ -40,14 +40,15 @@ std::vector<QStringList> rowsOf(Recordset row)
 QString writtenTable(const QString& statement)
 {
     static const QRegularExpression writes(
-        u"^(?:update|insert into|delete from|delete) (\\w+)"_s, QRegularExpression::CaseInsensitiveOption);
+        u"^\\s*(?:update|insert\\s+into|insert|delete\\s+from|delete)\\s+(?:dbo\\.)?\\[?(\\w+)"_s,
+        QRegularExpression::CaseInsensitiveOption);
     return writes.match(statement).captured(1);
 }
 
 /// The number of a new row depends on the rows that were there before, those that were rolled back included.
 void forgetNumbers(const QString& statement, const sql::Table& table, std::vector<QStringList>& rows)
 {
-    if (!statement.startsWith(u"insert", Qt::CaseInsensitive) || !table.columns[0].identity) return;
+    if (!statement.trimmed().startsWith(u"insert", Qt::CaseInsensitive) || !table.columns[0].identity) return;
     for (QStringList& row : rows)
         row.removeFirst();
 }
@@ -65,6 +66,14 @@ void fold(QStringList& row)
         while (field.endsWith(u' '))
             field.chop(1);
     }
+}
+
+/// Whether one engine came upon a value that fails before it found out that there is no row for it.
+bool failsEarly(const Outcome& failed, const Outcome& other)
+{
+    static const QRegularExpression value(u"超出|不是日期|不能为零"_s);
+    const bool without = other.rows.empty() || other.rows.back() == QStringList {u"0"_s};
+    return without && failed.failure.contains(value);
 }
 
 } // namespace
@@ -100,8 +109,11 @@ Outcome Side::send(const QString& statement)
 
 bool isSame(const QString& statement, const Outcome& left, const Outcome& right)
 {
-    if (!left.failure.isEmpty() || !right.failure.isEmpty())
-        return left.failure.isEmpty() == right.failure.isEmpty();
+    if (left.failure.isEmpty() != right.failure.isEmpty())
+        return left.failure.isEmpty() ? failsEarly(right, left) : failsEarly(left, right);
+    if (!left.failure.isEmpty()) return true;
+    const bool anyRows = has(statement, u"top"_s) && !has(statement, u"order by"_s);
+    if (anyRows) return left.rows.size() == right.rows.size();
     std::vector<QStringList> sides[] = {left.rows, right.rows};
     const bool grouped = has(statement, u"group by|distinct|union|min|max"_s);
     for (std::vector<QStringList>& rows : sides) {

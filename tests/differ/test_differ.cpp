@@ -9,9 +9,12 @@
 #include "platform/core/text.h"
 #include "platform/db/embedded.h"
 #include "source_dir.h"
+#include "sql/case_file.h"
 #include "support/postgres_database.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTextStream>
 
@@ -57,19 +60,23 @@ public:
         fill();
     }
 
-    /// A statement that the engines answer differently, made short; null when this one is answered alike.
-    std::unique_ptr<Growth> next()
+    /// A statement that the engines answer differently, made short; empty when this one is answered alike.
+    QString next()
     {
+        constexpr int casesOfTen = 2;
+        if (m_chance() % 10 < casesOfTen) {
+            const QString statement = withOtherLiterals(m_cases[m_chance() % m_cases.size()]);
+            return differs(statement) ? statement : QString();
+        }
         auto growth = m_grammar.grow(u"statement"_s, m_chance);
-        if (!differs(*growth)) return {};
+        if (!differs(m_grammar.text(*growth))) return {};
         while (auto shorter = simplerDifferent(*growth))
             growth = std::move(shorter);
-        return growth;
+        return m_grammar.text(*growth);
     }
 
-    void tell(const Growth& growth, QTextStream& out)
+    void tell(const QString& statement, QTextStream& out)
     {
-        const QString statement = m_grammar.text(growth);
         const Outcome left = m_sqlite->send(statement);
         const Outcome right = m_postgres->send(statement);
         out << statement << "\n--- SQLite\n"
@@ -103,9 +110,44 @@ private:
         }
     }
 
-    bool differs(const Growth& growth)
+    static QStringList caseStatements()
     {
-        const QString statement = m_grammar.text(growth);
+        static const QRegularExpression sent(
+            u"^\\s*(select|insert|update|delete)(?!.*(right join|order by))"_s,
+            QRegularExpression::CaseInsensitiveOption);
+        const QString folder = QStringLiteral(QUILLA_SOURCE_DIR "/tests/sql/cases/");
+        QStringList statements;
+        for (const QString& file : QDir(folder).entryList({u"*.txt"_s}))
+            for (const Case& each : readCases(folder + file))
+                if (sent.match(each.statement).hasMatch()) statements += each.statement;
+        return statements;
+    }
+
+    static QString ruleLike(QStringView literal)
+    {
+        if (literal.startsWith(u'\'')) return u"literal"_s;
+        return literal.contains(u'.') ? u"plainnumber"_s : u"wholenumber"_s;
+    }
+
+    /// Not in a select that groups by what it shows: both must stay alike.
+    QString withOtherLiterals(const QString& statement)
+    {
+        static const QRegularExpression literal(u"'(?:[^']|'')*'|\\b\\d+(?:\\.\\d+)?\\b"_s);
+        if (statement.contains(u"group by"_s, Qt::CaseInsensitive)) return statement;
+        QString result;
+        qsizetype end = 0;
+        for (const QRegularExpressionMatch& match : literal.globalMatch(statement)) {
+            const bool other = m_chance() % 2;
+            result += statement.sliced(end, match.capturedStart() - end)
+                + (other ? m_grammar.text(*m_grammar.grow(ruleLike(match.captured()), m_chance))
+                         : match.captured());
+            end = match.capturedEnd();
+        }
+        return result + statement.sliced(end);
+    }
+
+    bool differs(const QString& statement)
+    {
         const Outcome left = m_sqlite->send(statement);
         const Outcome right = m_postgres->send(statement);
         if (!left.failure.isEmpty()) ++m_failures;
@@ -115,12 +157,14 @@ private:
     std::unique_ptr<Growth> simplerDifferent(const Growth& growth)
     {
         for (auto& each : m_grammar.simpler(growth))
-            if (m_grammar.text(*each).size() < m_grammar.text(growth).size() && differs(*each))
+            if (m_grammar.text(*each).size() < m_grammar.text(growth).size()
+                && differs(m_grammar.text(*each)))
                 return std::move(each);
         return {};
     }
 
     Grammar m_grammar;
+    QStringList m_cases = caseStatements();
     std::mt19937_64 m_chance;
     sql::Schema m_schema;
     DifferClock m_clock;
@@ -146,10 +190,10 @@ int main(int count, char** arguments)
     int findings = 0;
     int sent = 0;
     for (; sent < statements && findings < most; ++sent) {
-        const auto finding = differ.next();
-        if (!finding) continue;
+        const QString finding = differ.next();
+        if (finding.isEmpty()) continue;
         out << "Seed " << seed << ", statement " << sent + 1 << ":\n";
-        differ.tell(*finding, out);
+        differ.tell(finding, out);
         ++findings;
     }
     out << sent << " statements, " << differ.failures() << " of them refused or failing, " << findings

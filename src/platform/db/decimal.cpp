@@ -113,8 +113,9 @@ QString roundedTo(QStringView text, int scale)
     QStringView whole;
     QStringView fraction;
     if (!splitDecimal(text, negative, whole, fraction)) {
-        const auto number = Decimal::read(text);
-        return number ? number->fixed(scale) : text.toString();
+        if (const auto number = Decimal::read(text)) return number->fixed(scale);
+        const auto number = readNumber(text); // of a far exponent, 1e-200
+        return number ? QString::number(*number, 'f', scale) : text.toString();
     }
     if (fraction.size() <= scale) return text.toString();
     QString digits = whole.toString() + fraction.first(scale).toString();

@@ -2,6 +2,7 @@
 
 #include "platform/sql/parser.h"
 #include "platform/sql/refusal.h"
+#include "platform/sql/scan.h"
 
 #include <algorithm>
 
@@ -77,11 +78,6 @@ bool fits(const Expr& expr, const Type& target)
     if (target.kind == Kind::Integer) return from.bytes > 0 && from.bytes <= target.bytes;
     return from.width > 0 && from.scale <= target.scale
         && from.width - from.scale <= target.width - target.scale;
-}
-
-bool hasFraction(QStringView number)
-{
-    return number.contains(u'.') || number.contains(u'e', Qt::CaseInsensitive);
 }
 
 void assignLiteral(ExprPtr& expr, const Type& target)

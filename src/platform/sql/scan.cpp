@@ -11,6 +11,7 @@ namespace {
 constexpr char16_t QuotedSign = 1;
 constexpr char16_t WholeSign = 2;
 constexpr char16_t FractionSign = 3;
+constexpr char16_t LargeSign = 4;
 
 /// A number of more digits may be beyond 64 bits and is reckoned as a decimal.
 constexpr qsizetype MostWholeDigits = 18;
@@ -55,6 +56,11 @@ bool continuesWord(char16_t c)
 {
     if (c < 128) return Classes[c] == Word || Classes[c] == Digit;
     return QChar::isLetterOrNumber(c);
+}
+
+bool hasFraction(QStringView number)
+{
+    return number.contains(u'.') || number.contains(u'e', Qt::CaseInsensitive);
 }
 
 qsizetype endOfNumber(QStringView text, qsizetype from, bool& whole)
@@ -146,7 +152,8 @@ void Shape::read(QStringView tsql, std::vector<Literal>& literals)
             [[fallthrough]];
         case Digit: {
             const qsizetype end = endOfNumber(tsql, at, flag);
-            takeLiteral(flag ? WholeSign : FractionSign, at, end, false, false);
+            const bool large = !flag && !hasFraction(tsql.sliced(at, end - at));
+            takeLiteral(flag ? WholeSign : large ? LargeSign : FractionSign, at, end, false, false);
             at = end;
             break;
         }

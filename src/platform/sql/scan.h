@@ -14,7 +14,11 @@ inline bool isDigit(char16_t c)
     return c >= u'0' && c <= u'9';
 }
 
-/// The end of a number that begins at `from`, after its fraction and exponent.
+/// Whether a number is written with a point or an exponent.
+bool hasFraction(QStringView number);
+
+/// The end of a number that begins at `from`, after its fraction and exponent. `whole`: of few enough digits
+/// for 64 bits and without a fraction.
 qsizetype endOfNumber(QStringView text, qsizetype from, bool& whole);
 
 /// The end of what begins at `from` with a quote, "[" or a double quote, after its closing sign.
@@ -30,8 +34,8 @@ public:
     /// Reads `tsql` in one pass. Throws `Refusal` for a quote without end and for control characters.
     void read(QStringView tsql, std::vector<Literal>& literals);
 
-    /// The text with one sign for each literal, which also tells a quoted one, a whole number and a
-    /// number with a fraction apart.
+    /// The text with one sign for each literal, which also tells a quoted one, a whole number, one that may
+    /// be beyond 64 bits, and a number with a fraction apart.
     QStringView key() const { return QStringView(m_key.data(), m_length); }
 
 private:
