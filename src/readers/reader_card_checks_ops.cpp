@@ -1,6 +1,7 @@
+#include "readers/reader_card_checks_ops.h"
+
 #include "platform/core/date_box.h"
 #include "platform/db/decimal.h"
-#include "readers/reader_card_ops.h"
 #include "readers/rule_numbers.h"
 
 namespace quilla {

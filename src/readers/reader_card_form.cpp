@@ -6,8 +6,8 @@
 #include "platform/ui/form/on_screen.h"
 #include "platform/ui/form/open_list.h"
 #include "platform/ui/look/theme.h"
+#include "readers/reader_card_checks_ops.h"
 
-#include <QFileDialog>
 #include <QKeyEvent>
 #include <QLayout>
 #include <QLineEdit>
@@ -19,29 +19,6 @@ namespace {
 constexpr int ScreenWidth = 10200; // twips, as the heights
 constexpr int HeightWithParameters = 6960;
 constexpr int HeightWithout = 4425;
-
-const QString PhotoFilter
-    = u"Bitmaps|*.BMP|GIF Images|*.GIF|JPEG Images|*.JPG|All Pictures|*.BMP;*.GIF;*.JPG"_s;
-const QStringList PhotoEntries {u"选择照片"_s, u"取消照片"_s};
-
-/// A file filter as Qt's dialog takes it.
-QString dialogFilter(const QString& filter)
-{
-    const QStringList parts = filter.split(u'|');
-    QStringList kinds;
-    for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
-        kinds.append(u"%1 (%2)"_s.arg(parts[i], QString(parts[i + 1]).replace(u';', u' ')));
-    return kinds.join(u";;"_s);
-}
-
-/// The names of the files alone: the system's own words for kinds and days need not be Chinese.
-QString askForPhoto(QWidget* parent, const QString& filter)
-{
-    QFileDialog dialog(parent, PhotoEntries[0], {}, dialogFilter(filter));
-    dialog.setFileMode(QFileDialog::ExistingFile);
-    dialog.setViewMode(QFileDialog::List);
-    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().constFirst() : QString();
-}
 
 /// Where the boxes of a card stand in its record; the remarks have a box of another kind.
 constexpr struct {
@@ -114,7 +91,6 @@ DzaddFrm::DzaddFrm(Session& session, std::function<void()> refreshList, QWidget*
     , m_memo(u"备注"_s)
     , m_session(session)
     , m_refreshList(std::move(refreshList))
-    , m_choosePhoto(askForPhoto)
 {
     setObjectName(u"DzaddFrm"_s);
     QUILLA_NAMES(
@@ -160,7 +136,6 @@ void DzaddFrm::layOut()
     Memo.setMaxLength(CardLimit::Memo);
     setTone(m_whyNotSaved, Tone::Warning);
     m_whyNotSaved.hide();
-    ManPic.setHint(PhotoEntries[0]);
     m_memo.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_memo.setMinimumWidth(fontMetrics().horizontalAdvance(u"单位名称"_s)); // in line with the labels above
     const Piece card = fields(2,
@@ -206,9 +181,6 @@ void DzaddFrm::wire()
     for (const int list : {CardList::Type, CardList::Unit})
         onFocus(Combo1[list], [this, list] { fillEmptyList(list); });
     connect(&Combo1[CardList::Type], &QComboBox::activated, this, &DzaddFrm::takeType);
-    connect(&ManPic, &PhotoBox::doubleClicked, this, &DzaddFrm::choosePhoto);
-    ManPic.setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(&ManPic, &QWidget::customContextMenuRequested, this, &DzaddFrm::offerPhotoMenu);
     onClick(cmdUpdateZheng, [this] { startCodeChange(); });
     onClick(cmdXianShi, [this] { toggleParameters(); });
     onClick(CmdSave, [this] { save(); });
@@ -264,7 +236,7 @@ void DzaddFrm::showCard(const ReaderCard& card)
     for (const auto& list : Lists)
         setList(list.list, card.*list.text);
     showRules(card.rules);
-    showPhoto(card.photo);
+    ManPic.setFile(card.photo);
 }
 
 void DzaddFrm::showRules(const RuleTexts& rules)
@@ -296,7 +268,7 @@ ReaderCard DzaddFrm::shownCard() const
         card.rules.*numbers[i].number = Text1[RuleBoxes[i]].text();
     card.rules.mayHoldOverdue = Check1[0].isChecked();
     card.rules.needsNoCard = Check1[1].isChecked();
-    card.photo = ManPic.toolTip();
+    card.photo = ManPic.file();
     card.papers.kind = Combo2.currentText();
     for (const auto& [box, text, limit] : Details)
         card.papers.*text = Text2[box].text();
@@ -409,25 +381,6 @@ void DzaddFrm::setParametersShown(bool shown)
     resize(
         std::max({width(), pixelsOf(ScreenWidth, *this), least.width()}), std::max(height, least.height()));
     if (isVisible()) keepOnScreen(*this);
-}
-
-void DzaddFrm::offerPhotoMenu()
-{
-    const int entry = PhotoMenu.Popup(PhotoEntries);
-    if (entry == 1) choosePhoto();
-    if (entry == 2) showPhoto({});
-}
-
-void DzaddFrm::choosePhoto()
-{
-    const QString file = m_choosePhoto(this, PhotoFilter);
-    if (!file.isEmpty()) showPhoto(file);
-}
-
-void DzaddFrm::showPhoto(const QString& file)
-{
-    ManPic.setToolTip(file);
-    ManPic.showFile(file);
 }
 
 void DzaddFrm::save()

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "platform/ui/form/photo_box.h"
-#include "platform/ui/form/popup_menu.h"
 #include "platform/ui/form/text_box.h"
 #include "readers/memo_box.h"
-#include "readers/reader_card_ops.h"
+#include "readers/reader_card_saving_ops.h"
+#include "readers/reader_photo.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -66,24 +65,18 @@ public:
     /// Puts the card before the operator, or an empty one for an empty code. After `SetEditMode`.
     void LoadReader(const QString& readercode);
 
-    /// Lets the operator choose a picture file: gets the dialog's filter, returns the path or nothing.
-    using PhotoChooser = std::function<QString(QWidget* parent, const QString& filter)>;
-    /// Takes the place of the file dialog.
-    void setPhotoChooser(PhotoChooser chooser) { m_choosePhoto = std::move(chooser); }
-
     TextBox Text1[CardBox::Count]; ///< but for the remarks, which are `Memo`
     MemoBox Memo; ///< `Text1(6)`
     QComboBox Combo1[CardList::Count];
     QComboBox Combo2; ///< kind of the reader's papers
     TextBox Text2[CardDetail::Count];
-    PhotoBox ManPic; ///< its tool tip is the path that is saved
+    ReaderPhoto ManPic;
     QGroupBox Frame2; ///< the parameters
     QCheckBox Check1[2];
     QPushButton cmdUpdateZheng;
     QPushButton cmdXianShi;
     QPushButton CmdSave;
     QPushButton CmdQuit;
-    CreateMenu PhotoMenu;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -102,9 +95,6 @@ private:
     void writeToday(TextBox& box);
     void toggleParameters();
     void setParametersShown(bool shown);
-    void offerPhotoMenu();
-    void choosePhoto();
-    void showPhoto(const QString& file);
     void save();
 
     ReaderCard shownCard() const override;
@@ -122,7 +112,6 @@ private:
     QLabel m_whyNotSaved; ///< a sentence, where what is stored is not known
     Session& m_session;
     std::function<void()> m_refreshList;
-    PhotoChooser m_choosePhoto;
     CardEdit m_edit;
 };
 

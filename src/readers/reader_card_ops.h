@@ -1,8 +1,6 @@
 #pragma once
 
-#include "frame/refusal.h"
 #include "frame/session.h"
-#include "platform/core/editor_mode.h"
 #include "readers/rule_texts.h"
 
 #include <QStringList>
@@ -53,41 +51,6 @@ struct ReaderCard {
     bool operator==(const ReaderCard&) const = default;
 };
 
-/// What is being done to a card.
-struct CardEdit {
-    EditorMode mode;
-    /// The code as the database has it, blanks in front included; empty for a new card.
-    QString storedCode {};
-    bool takesNewCode = false; ///< the change of its code was asked for
-};
-
-/// Where the focus goes after a refusal. A rule is `FirstRule` and its place in `numberRules`.
-namespace CardField {
-enum { Code, Name, Unit, Issued, Term, FirstRule };
-}
-
-/// What keeps a card from being saved, in the order in which an operator meets it.
-std::optional<Refusal> missingReader(const ReaderCard& card);
-std::optional<Refusal> missingTypeOrUnit(const ReaderCard& card, bool hasUnits);
-std::optional<Refusal> wrongDates(const ReaderCard& card);
-/// All rules but the quota.
-std::optional<Refusal> wrongNumbers(const RuleTexts& rules);
-/// A card without a quota and a loan period would borrow nothing. Throws `Error` when the quota is no number.
-std::optional<Refusal> missingLimits(const RuleTexts& rules);
-
-/// The screen of a card, as far as saving needs it.
-class ReaderCardView {
-public:
-    virtual ~ReaderCardView() = default;
-    virtual ReaderCard shownCard() const = 0;
-    virtual bool hasUnits() const = 0; ///< to choose from
-    virtual void showQuota(const QString& text) = 0;
-    virtual void showStatus(const QString& text) = 0;
-    virtual void focusField(int field) = 0; ///< enables it
-    virtual void showParameters() = 0; ///< at the screen's full height
-    virtual void tellFailure(const QString& headline, const QString& detail) = 0;
-};
-
 /// A card that is found, and what is known of its papers.
 struct LoadedCard {
     ReaderCard card; ///< its texts without blanks around them
@@ -112,14 +75,5 @@ std::optional<RuleTexts> rulesOfType(Session& session, const QString& readerclas
 /// The term that is meant by a number of up to 5 years after the day of issue, or after today where that is
 /// no date. Nullopt for any other text.
 std::optional<QString> termOfYears(Session& session, const QString& years, const QString& issued);
-
-/// Checks the card on the screen and writes it. False when it was refused or not wholly written, which is
-/// told.
-///
-/// A new card, and a change under the same code, is written without a transaction: what worked beside a
-/// failing statement stays. A new code is carried into all tables of the reader in one transaction; an open
-/// entry in the register of lost books keeps the old one. The number of loans goes back as it is shown.
-/// Throws `Error` when the quota is no number.
-bool saveCard(Session& session, const CardEdit& edit, ReaderCardView& view);
 
 } // namespace quilla

@@ -1,5 +1,7 @@
+#include "readers/reader_card_saving_ops.h"
+
 #include "frame/work.h"
-#include "readers/reader_card_ops.h"
+#include "readers/reader_card_checks_ops.h"
 
 namespace quilla {
 

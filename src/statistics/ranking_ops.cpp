@@ -107,8 +107,8 @@ RankingWork::RankingWork(Session& session, const Ranking& ranking)
     , m_ranking(ranking)
 {
     if (!ranking.keepsConnection) return;
+    const ResumeScope resume(session.error);
     session.error.attempt([&] { m_kept = session.connections.open(session.ConnectionText); });
-    session.error.clear();
 }
 
 /// Gives the steps the connection that is kept, or one for them alone.
@@ -122,7 +122,7 @@ template <typename Steps> auto RankingWork::onConnection(Steps&& steps)
 
 std::optional<Recordset> RankingWork::run(const RankingQuery& query)
 {
-    m_session.error.clear();
+    const ResumeScope resume(m_session.error);
     auto rows = onConnection([&](Connection& conn) {
         return m_session.error.attempt([&] {
             const QString statement = m_ranking.statement(query);
@@ -133,7 +133,6 @@ std::optional<Recordset> RankingWork::run(const RankingQuery& query)
     if (!rows)
         m_session.prompt.inform(
             u"[%1]\n请检查输入、存储过程或数据库？"_s.arg(m_session.error.text()), OperationTitle);
-    m_session.error.clear();
     return rows;
 }
 

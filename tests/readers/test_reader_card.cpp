@@ -1,4 +1,5 @@
-#include "readers/reader_card_ops.h"
+#include "readers/reader_card_checks_ops.h"
+#include "readers/reader_card_saving_ops.h"
 #include "support/test_library.h"
 
 #include <QTest>

@@ -190,7 +190,7 @@ private Q_SLOTS:
         const QString pipe = m->folder.filePath(u"pipe.jpg"_s);
         QCOMPARE(QProcess::execute(u"mkfifo"_s, {pipe}), 0);
         DzaddFrm& form = opened(u"A"_s, {});
-        form.setPhotoChooser([&](QWidget*, const QString&) { return pipe; });
+        form.ManPic.setChooser([&](QWidget*, const QString&) { return pipe; });
         offerPhotoMenu(u"选择照片"_s);
         QVERIFY(!form.ManPic.hasPicture());
         QCOMPARE(form.ManPic.toolTip(), pipe);
@@ -203,7 +203,7 @@ private Q_SLOTS:
         DzaddFrm& form = opened(u"A"_s, {});
         fill(form, u"R1"_s);
         QString chosen = file;
-        form.setPhotoChooser([&](QWidget*, const QString&) { return chosen; });
+        form.ManPic.setChooser([&](QWidget*, const QString&) { return chosen; });
         QTest::mouseDClick(&form.ManPic, Qt::LeftButton);
         QVERIFY(form.ManPic.hasPicture());
         chosen.clear(); // the dialog is left by cancel
@@ -265,7 +265,8 @@ private:
 
     void offerPhotoMenu(const QString& entry)
     {
-        m_form->PhotoMenu.setChooser([&](const QStringList& items) { return int(items.indexOf(entry)) + 1; });
+        m_form->ManPic.PhotoMenu.setChooser(
+            [&](const QStringList& items) { return int(items.indexOf(entry)) + 1; });
         Q_EMIT m_form->ManPic.customContextMenuRequested({});
     }
 

@@ -53,7 +53,7 @@ void readerCard(Album& album, const Workplace& place)
     applicationIcon().pixmap(200, 200).save(photo);
     for (const QString& mode : {u"A"_s, u"E"_s}) {
         DzaddFrm form(place.session, {});
-        form.setPhotoChooser([&](QWidget*, const QString&) { return photo; });
+        form.ManPic.setChooser([&](QWidget*, const QString&) { return photo; });
         form.SetEditMode(mode);
         form.LoadReader(mode == u"E" ? readerForPictures(place.session) : QString());
         if (mode == u"E") Q_EMIT form.ManPic.doubleClicked();

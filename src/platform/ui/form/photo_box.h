@@ -5,7 +5,7 @@
 namespace quilla {
 
 /// A framed picture of a reader. What cannot be read as a picture shows as none.
-class PhotoBox final : public QLabel {
+class PhotoBox : public QLabel {
     Q_OBJECT
 
 public:
