@@ -59,6 +59,22 @@ bool has(const QString& statement, const QString& words)
         QRegularExpression(u"\\b(%1)\\b"_s.arg(words), QRegularExpression::CaseInsensitiveOption));
 }
 
+const QString Grouping = u"group by|distinct|union|min|max"_s;
+
+/// Whether only selects in its brackets group, beside or behind a table whose rows it shows.
+bool isPlain(QString statement)
+{
+    static const QRegularExpression text(u"'[^']*'"_s);
+    static const QRegularExpression bracket(u"\\([^()]*\\)"_s);
+    static const QRegularExpression first(
+        u"\\bfrom\\s*\\(+\\s*select\\b"_s, QRegularExpression::CaseInsensitiveOption);
+    if (statement.contains(first)) return false;
+    statement.remove(text);
+    while (statement.contains(bracket))
+        statement.remove(bracket);
+    return !has(statement, Grouping);
+}
+
 void fold(QStringList& row)
 {
     for (QString& field : row) {
@@ -115,11 +131,11 @@ bool isSame(const QString& statement, const Outcome& left, const Outcome& right)
     const bool anyRows = has(statement, u"top"_s) && !has(statement, u"order by"_s);
     if (anyRows) return left.rows.size() == right.rows.size();
     std::vector<QStringList> sides[] = {left.rows, right.rows};
-    const bool grouped = has(statement, u"group by|distinct|union|min|max"_s);
+    const bool grouped = has(statement, Grouping);
+    const bool ordered = !grouped || isPlain(statement);
     for (std::vector<QStringList>& rows : sides) {
-        if (!grouped) continue;
-        std::ranges::for_each(rows, fold);
-        std::ranges::sort(rows);
+        if (grouped) std::ranges::for_each(rows, fold);
+        if (!ordered) std::ranges::sort(rows);
     }
     return sides[0] == sides[1];
 }

@@ -150,8 +150,7 @@ void Analyser::nameColumns(Select& select, const Scope& scope)
     std::vector<SelectItem> items;
     const auto nameRelation = [&](const Relation& relation, qsizetype place) {
         if (!isKnown(relation)) {
-            items.push_back({makeColumn(relation.name, {}, place), {}});
-            items.back().value->op = Op::Star;
+            items.push_back({makeStar(relation.name, place), {}});
             return;
         }
         for (const Column& column : relation.columns)

@@ -99,12 +99,13 @@ private:
         return source.form == Source::Form::Table ? m_schema.table(source.name) : nullptr;
     }
 
-    /// Known tables, each by a name of its own.
+    /// Selects in brackets and known tables, each by a name of its own.
     bool areKnown(const std::vector<Source*>& sources) const
     {
         QStringList names;
         for (const Source* source : sources) {
-            if (!tableOf(*source) || names.contains(nameOf(*source), Qt::CaseInsensitive)) return false;
+            const bool known = source->form == Source::Form::Derived || tableOf(*source);
+            if (!known || names.contains(nameOf(*source), Qt::CaseInsensitive)) return false;
             names.append(nameOf(*source));
         }
         return true;
@@ -180,10 +181,17 @@ private:
             }
             for (const Source* source : sourcesOf(select))
                 if (star.qualifier.isEmpty() || sameText(star.qualifier, nameOf(*source)))
-                    for (const Column& column : tableOf(*source)->columns)
-                        items.push_back({makeColumn(nameOf(*source), column.name, star.place), {}});
+                    nameColumns(*source, star.place, items);
         }
         select.items = std::move(items);
+    }
+
+    void nameColumns(const Source& source, qsizetype place, std::vector<SelectItem>& items) const
+    {
+        const Table* table = tableOf(source);
+        if (!table) return items.push_back({makeStar(nameOf(source), place), {}});
+        for (const Column& column : table->columns)
+            items.push_back({makeColumn(nameOf(source), column.name, place), {}});
     }
 
     const Schema& m_schema;

@@ -16,6 +16,7 @@ inline constexpr QStringView EntryColumn = u"qj_entry";
 ///
 /// SQLite numbers the rows of every table. PostgreSQL has the identity column or `EntryColumn`.
 ///
+/// A select in brackets has no numbers: beside tables it follows them, on the left it ends the matter.
 /// A select that groups, counts, combines, or limits its rows without an order is left as it is.
 void orderByEntry(Query& query, const Schema& schema, Engine engine);
 

@@ -49,6 +49,13 @@ ExprPtr makeColumn(const QString& qualifier, const QString& name, qsizetype plac
     return column;
 }
 
+ExprPtr makeStar(const QString& qualifier, qsizetype place)
+{
+    ExprPtr star = makeExpr(Op::Star, place);
+    star->qualifier = qualifier;
+    return star;
+}
+
 bool isCondition(const Expr& expr)
 {
     switch (expr.op) {

@@ -112,6 +112,7 @@ private:
 
 ExprPtr makeExpr(Op op, qsizetype place);
 ExprPtr makeColumn(const QString& qualifier, const QString& name, qsizetype place);
+ExprPtr makeStar(const QString& qualifier, qsizetype place);
 /// Whether the expression is true or false, and so may not stand where a value must.
 bool isCondition(const Expr& expr);
 
