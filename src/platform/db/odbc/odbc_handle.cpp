@@ -17,7 +17,11 @@ constexpr Sentence Sentences[] {
     {u"08", u"与数据库服务器的连接已断开。"},
     {u"22001", u"文字超出了字段的宽度。"},
     {u"22003", u"数字超出了字段的范围。"},
+    {u"22007", u"文字不是日期。"},
+    {u"22008", u"日期超出了范围。"},
     {u"22012", u"除数不能为零。"},
+    {u"22018", u"文字不是字段要的数字或日期。"},
+    {u"22P02", u"文字不是字段要的数字或日期。"},
     {u"23", u"数据违反了数据库的约束。"},
     {u"28", u"数据库服务器拒绝了该用户。"},
     {u"40", u"数据库服务器撤销了当前事务，请再试一次。"},
@@ -45,6 +49,7 @@ bool isConversion(const OdbcDiagnosis& diagnosis)
 
 int numberOf(const OdbcDiagnosis& diagnosis)
 {
+    if (isConversion(diagnosis)) return ErrorNumber::CannotConvert;
     if (diagnosis.isState(u"55P03")) return ErrorNumber::InUse;
     return diagnosis.number ? diagnosis.number : 1;
 }
@@ -97,7 +102,6 @@ OdbcDiagnosis diagnose(SQLSMALLINT type, SQLHANDLE handle)
 
 Error odbcError(const OdbcDiagnosis& diagnosis)
 {
-    if (isConversion(diagnosis)) return Error(ErrorNumber::CannotConvert, u"ODBC"_s, diagnosis.words);
     return Error(numberOf(diagnosis), u"ODBC"_s, sentenceFor(diagnosis.state) + u'\n' + diagnosis.words);
 }
 
