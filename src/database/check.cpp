@@ -11,7 +11,43 @@ struct Rule {
     QStringView name;
     QStringView what;
     QStringView select;
+    std::optional<Mend> (*mend)(const Recordset& row) = nullptr; ///< null where a person has to decide
 };
+
+QString sqlText(const Recordset& row, QStringView field)
+{
+    return doubled(row.field(field).text());
+}
+
+std::optional<Mend> countLoans(const Recordset& row)
+{
+    const QString loans = row.field(u"借书记录"_s).text();
+    return Mend {u"已借册数="_s + loans,
+        u"update dzk set orderbook=%1 where readercode='%2'"_s.arg(loans, sqlText(row, u"读者证号"))};
+}
+
+std::optional<Mend> countReservations(const Recordset& row)
+{
+    const QString rows = row.field(u"预约记录"_s).text();
+    return Mend {u"预借册数="_s + rows,
+        u"update dzk set yordercshu=%1 where readercode='%2'"_s.arg(rows, sqlText(row, u"读者证号"))};
+}
+
+/// A copy that is missing, or that was lost or withdrawn in spite of its loan, is for a person to decide.
+std::optional<Mend> lend(const Recordset& row)
+{
+    const QString status = row.field(u"图书状态"_s).text();
+    if (status.isEmpty() || sameText(status, u"丢失") || sameText(status, u"注销")) return {};
+    return Mend {u"图书状态=借出  可借=False"_s,
+        u"update sck set borrowstatus=0,bookstatus='借出' where barcode='%1'"_s.arg(sqlText(row, u"条形码"))};
+}
+
+std::optional<Mend> takeBack(const Recordset& row)
+{
+    return Mend {u"图书状态=库本  可借=True"_s,
+        u"update sck set borrowstatus=1,bookstatus='库本' where bookstatus='借出' and barcode='%1'"_s.arg(
+            sqlText(row, u"条形码"))};
+}
 
 constexpr Rule Rules[] = {
     {u"reader-code-once", u"同一读者证号有多张读者证",
@@ -24,7 +60,8 @@ constexpr Rule Rules[] = {
         u"select d.readercode as [读者证号],d.name as [姓名],d.orderbook as [已借册数],isnull(l.loans,0) as "
         "[借书记录] from dzk d left join (select readercode,count(*) as loans from jhsk group by readercode) "
         "l "
-        "on d.readercode=l.readercode where isnull(d.orderbook,0)<>isnull(l.loans,0)"},
+        "on d.readercode=l.readercode where isnull(d.orderbook,0)<>isnull(l.loans,0)",
+        countLoans},
     {u"loan-reader", u"借书记录的读者证不存在",
         u"select j.jhskid as [借书控制号],j.readercode as [读者证号],j.barcode as [条形码] from jhsk j "
         "left join dzk d on j.readercode=d.readercode where d.readercode is null"},
@@ -35,10 +72,12 @@ constexpr Rule Rules[] = {
         u"select j.jhskid as [借书控制号],j.readercode as [读者证号],j.barcode as [条形码],s.bookstatus as "
         "[图书状态],s.borrowstatus as [可借] from jhsk j left join sck s on j.barcode=s.barcode "
         "where s.barcode is null or s.bookstatus is null or s.bookstatus<>'借出' or s.borrowstatus is null "
-        "or s.borrowstatus<>0"},
+        "or s.borrowstatus<>0",
+        lend},
     {u"copy-out", u"书册是借出状态，却没有借书记录",
         u"select s.barcode as [条形码] from sck s left join jhsk j on s.barcode=j.barcode "
-        "where s.bookstatus='借出' and j.barcode is null"},
+        "where s.bookstatus='借出' and j.barcode is null",
+        takeBack},
     {u"held-copy", u"已到书的预约没有本种书的书册",
         u"select y.readercode as [读者证号],y.zskid as [控制ID],y.barcode as [条形码] from yyk y left join "
         u"sck s "
@@ -49,7 +88,8 @@ constexpr Rule Rules[] = {
         u"select d.readercode as [读者证号],d.name as [姓名],d.yordercshu as [预借册数],y.reservations as "
         "[预约记录] from dzk d join (select readercode,count(*) as reservations from yyk group by "
         "readercode) y "
-        "on d.readercode=y.readercode where isnull(d.yordercshu,0)<y.reservations"},
+        "on d.readercode=y.readercode where isnull(d.yordercshu,0)<y.reservations",
+        countReservations},
     {u"ledger", u"丢失或注销的书册不在藏书注销帐中",
         u"select s.barcode as [条形码],s.bookstatus as [图书状态] from sck s left join BookOut b "
         "on s.barcode=b.barcode where (s.bookstatus='丢失' or s.bookstatus='注销') and b.barcode is null"},
@@ -63,18 +103,61 @@ QString rowText(const Recordset& row)
     return pieces.join(u"  "_s);
 }
 
+FoundRow foundRow(const Rule& rule, const Recordset& row)
+{
+    return {rowText(row), rule.mend ? rule.mend(row) : std::nullopt};
+}
+
+constexpr struct {
+    QStringView table;
+    QStringView column;
+} Guarded[] {{u"jhsk", u"barcode"}, {u"dzk", u"readercode"}, {u"sck", u"barcode"}};
+
 } // namespace
+
+QStringList Finding::texts() const
+{
+    QStringList texts;
+    for (const FoundRow& row : rows)
+        texts += row.text;
+    return texts;
+}
 
 std::vector<Finding> checkLibrary(Connection& connection)
 {
     std::vector<Finding> findings;
     for (const Rule& rule : Rules) {
-        QStringList rows;
+        std::vector<FoundRow> rows;
         for (Recordset row = connection.open(rule.select); !row.eof(); row.next())
-            rows += rowText(row);
-        if (!rows.isEmpty()) findings.push_back({rule.name.toString(), rule.what.toString(), rows});
+            rows.push_back(foundRow(rule, row));
+        if (!rows.empty()) findings.push_back({rule.name.toString(), rule.what.toString(), rows});
     }
     return findings;
+}
+
+void repairLibrary(Connection& connection, const std::vector<Finding>& findings)
+{
+    connection.begin(OnFailure::EndTransaction);
+    for (const Finding& finding : findings)
+        for (const FoundRow& row : finding.rows)
+            if (row.mend) connection.execute(row.mend->statement);
+    connection.commit();
+}
+
+void guardLibrary(Connection& connection)
+{
+    unguardLibrary(connection);
+    for (const auto& [table, column] : Guarded)
+        connection.execute(u"create unique index guard_%1_%2 on %1 (%2)"_s.arg(table, column));
+}
+
+void unguardLibrary(Connection& connection)
+{
+    LastError missing; // of an index that is not there
+    for (const auto& [table, column] : Guarded)
+        missing.attempt([&, &table = table, &column = column] {
+            connection.execute(u"drop index %1.guard_%1_%2"_s.arg(table, column));
+        });
 }
 
 } // namespace quilla

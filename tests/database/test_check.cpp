@@ -101,8 +101,53 @@ private Q_SLOTS:
         base.connection.execute(change);
         QStringList found;
         for (const Finding& finding : checkLibrary(base.connection))
-            found += finding.rule + u": "_s + finding.rows.join(u'\n');
+            found += finding.rule + u": "_s + finding.texts().join(u'\n');
         QCOMPARE(found, expected);
+    }
+
+    /// What can't be derived stays: the loan of a withdrawn copy, the card without an owner for its loan.
+    void repairsWhatCanBeDerived()
+    {
+        TestBase base(fillSound);
+        for (const char16_t* damage : {u"update dzk set orderbook=9,yordercshu=0",
+                 u"update sck set borrowstatus=1,bookstatus='典藏' where barcode='a1'",
+                 u"update sck set bookstatus='注销' where barcode='A2'",
+                 u"update sck set bookstatus='借出' where barcode='B4'"})
+            base.connection.execute(damage);
+        const auto states = [&] { return base.rows(u"select barcode,borrowstatus,bookstatus from sck"); };
+        const QString before = states();
+        const std::vector<Finding> findings = checkLibrary(base.connection);
+        QCOMPARE(states(), before);
+        repairLibrary(base.connection, findings);
+        QStringList left;
+        for (const Finding& finding : checkLibrary(base.connection))
+            left += finding.rule + u": "_s + finding.texts().join(u'\n');
+        QCOMPARE(left.size(), 2);
+        QVERIFY2(left[0].startsWith(u"loaned-copy: 借书控制号=2"), qPrintable(left[0]));
+        QCOMPARE(left[1], u"ledger: 条形码=A2  图书状态=注销"_s);
+        QCOMPARE(base.rows(u"select orderbook,yordercshu from dzk order by readercode"), u"2|0\n0|2"_s);
+        QVERIFY(states().contains(u"库本"));
+    }
+
+    void guardsRefuseWhatDesksNeverWrite()
+    {
+        TestBase base(fillSound);
+        const QStringList doubles {u"insert into jhsk(readercode,barcode) values('R2','a1 ')"_s,
+            u"insert into dzk(readercode) values('r1')"_s, u"insert into sck(zskid,barcode) values(2,'b1')"_s};
+        const auto refused = [&] {
+            int count = 0;
+            for (const QString& statement : doubles) {
+                LastError error;
+                error.attempt([&] { base.connection.execute(statement); });
+                count += error.isSet();
+            }
+            return count;
+        };
+        for (int time = 0; time < 2; ++time)
+            guardLibrary(base.connection);
+        QCOMPARE(refused(), 3);
+        unguardLibrary(base.connection);
+        QCOMPARE(refused(), 0);
     }
 
     void scaleDataIsSound_data()

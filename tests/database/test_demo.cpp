@@ -61,7 +61,7 @@ private Q_SLOTS:
         QFETCH(QDate, today);
         TestBase base(demoOf(3, today));
         for (const Finding& finding : checkLibrary(base.connection))
-            QFAIL(qPrintable(finding.rule + u": "_s + finding.rows.join(u'\n')));
+            QFAIL(qPrintable(finding.rule + u": "_s + finding.texts().join(u'\n')));
         const QString day = isoDate(today);
         for (const QString& later : {u"jhsk where orderdate>'%1'"_s, u"jhslsk where backdate>'%1'"_s,
                  u"fkk where opratedate>'%1'"_s, u"yyk where ordertime>'%1'"_s, u"zsk where catatime>'%1'"_s,

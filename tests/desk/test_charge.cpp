@@ -1,3 +1,4 @@
+#include "database/check.h"
 #include "desk/charge_ops.h"
 #include "frame/sublib.h"
 #include "support/cases.h"
@@ -230,6 +231,24 @@ private Q_SLOTS:
         m->factory.setHook({});
         storeConnectionText(m->session, m->connectionText);
         QCOMPARE(m->everything(), before);
+    }
+
+    /// Another desk charges the copy after this one has looked at it and before it writes.
+    void guardedCopyIsLentOnce()
+    {
+        Connection administrator = m->factory.open(m->connectionText);
+        guardLibrary(administrator);
+        administrator.close();
+        int others = -2;
+        m->factory.setHook([&](QStringView statement) {
+            if (statement != u"begin" || others != -2) return;
+            others = -1;
+            others = charge(u"B1"_s, u"R2"_s);
+        });
+        QCOMPARE(charge(), -1);
+        m->factory.setHook({});
+        QCOMPARE(others, 0);
+        QCOMPARE(m->value(u"select readercode from jhsk"_s), u"R2"_s);
     }
 
     void eachStatement_data()

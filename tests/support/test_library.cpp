@@ -155,7 +155,7 @@ QString TestLibrary::broken()
     Connection conn = factory.open(connectionText);
     QStringList lines;
     for (const Finding& finding : checkLibrary(conn))
-        lines.append(finding.rule + u": "_s + finding.rows.join(u"; "_s));
+        lines.append(finding.rule + u": "_s + finding.texts().join(u"; "_s));
     return lines.join(u'\n');
 }
 

@@ -18,6 +18,8 @@ constexpr QStringView Help = uR"(青简文库的数据库工具。
   demo          建立演示数据库，或装入空的数据库
   scale         建立测速用的大数据库，或装入空的数据库
   check         核对数据，不作修改
+  repair        列出 check 发现的问题中可以自动改正的：读者的册数、书册的状态；加 --yes 才修改
+  guard         数据核对无误后加保护索引：一册书只能有一条借书记录，读者证号和条形码不能重复
   copy          把内置数据库的全部数据复制到 --connection 的空数据库，或还没有的内置数据库
   backup 文件   备份内置数据库，使用中也可以；损坏的数据库不备份
   restore 文件  从备份恢复内置数据库；损坏的备份不恢复，已有的数据库不覆盖
@@ -39,6 +41,8 @@ constexpr QStringView Help = uR"(青简文库的数据库工具。
   --copies 数        scale：书册数，默认 200000
   --history 数       scale：借还历史的行数，默认 100000
   --loans 数         scale：在借的册数，默认 20000
+  --yes              repair：修改数据；所有工作台须先退出
+  --remove           guard：取消保护索引
   --dry-run          import-readers：只试运行，不写入
   --skip-refused     import-readers：跳过被拒绝的行，导入其余的；不指定时有一行被拒绝就都不写入
   --add-units        import-readers：建立还没有的读者单位
@@ -126,6 +130,8 @@ void addOptions(QCommandLineParser& parser)
         {u"copies"_s, {}, u"数"_s, QString::number(scale.copies)},
         {u"history"_s, {}, u"数"_s, QString::number(scale.history)},
         {u"loans"_s, {}, u"数"_s, QString::number(scale.loans)},
+        {u"yes"_s, {}},
+        {u"remove"_s, {}},
         {u"dry-run"_s, {}},
         {u"skip-refused"_s, {}},
         {u"add-units"_s, {}},
@@ -180,6 +186,8 @@ Arguments readArguments(const QStringList& line)
     if (arguments.command == u"copy"_s) arguments.copyTarget = copyTargetOf(parser);
     arguments.target.group = arguments.copyTarget.group = groupOf(parser, arguments.command);
     arguments.script = wantsScript(parser);
+    arguments.reallyDoes = parser.isSet(u"yes"_s);
+    arguments.removes = parser.isSet(u"remove"_s);
     arguments.operatorName = parser.value(u"operator"_s);
     if (arguments.operatorName.trimmed().isEmpty()) throw fault(u"--operator 不能为空。"_s);
     arguments.demo.today = dayOf(parser);

@@ -16,6 +16,8 @@ struct Arguments {
     Target target;
     Target copyTarget; ///< of `copy`: where to
     bool script = false; ///< `create` only prints what it would send
+    bool reallyDoes = false; ///< `repair` changes what it otherwise only shows
+    bool removes = false; ///< `guard` takes the guards away
     QString operatorName;
     DemoOptions demo;
     ScaleOptions scale;

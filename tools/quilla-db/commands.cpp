@@ -15,6 +15,22 @@ namespace {
 
 using Fill = std::function<void(Connection&)>;
 
+/// A connection to a library that is there already.
+class OpenedLibrary {
+public:
+    explicit OpenedLibrary(const Target& target)
+        : m_connection(m_factory.open(target.connectionText))
+    {
+    }
+    Connection& connection() { return m_connection; }
+
+private:
+    const SystemClock m_clock;
+    const sql::Schema m_schema = librarySchema();
+    PooledFactory m_factory {m_schema, m_clock};
+    Connection m_connection;
+};
+
 Error fault(const QString& text)
 {
     return Error(5, u"quilla-db"_s, text);
@@ -99,24 +115,82 @@ void tell(QTextStream& out, const QString& what, const QStringList& rows)
         out << u"    "_s << row << u"\n"_s;
 }
 
+void tell(QTextStream& out, const std::vector<Finding>& findings)
+{
+    for (const Finding& finding : findings)
+        tell(out, finding.what, finding.texts());
+}
+
+/// Tells the damage of an embedded file. False when there is any.
+bool isWhole(const Arguments& arguments, QTextStream& out)
+{
+    if (!arguments.target.file) return true;
+    const QStringList faults = checkEmbedded(*arguments.target.file);
+    if (!faults.isEmpty()) tell(out, u"数据库文件已损坏"_s, faults);
+    return faults.isEmpty();
+}
+
 Outcome check(const Arguments& arguments, QTextStream& out)
 {
-    bool sound = true;
-    if (arguments.target.file) {
-        const QStringList faults = checkEmbedded(*arguments.target.file);
-        if (!faults.isEmpty()) tell(out, u"数据库文件已损坏"_s, faults);
-        sound = faults.isEmpty();
+    const bool whole = isWhole(arguments, out);
+    OpenedLibrary library(arguments.target);
+    const std::vector<Finding> findings = checkLibrary(library.connection());
+    tell(out, findings);
+    if (!whole || !findings.empty()) return Outcome::Findings;
+    out << u"没有发现问题："_s << arguments.target.name() << u"\n"_s;
+    return Outcome::Done;
+}
+
+/// What a repair would change, and what it leaves to a person. The number of changes.
+qsizetype tellRepairs(QTextStream& out, const std::vector<Finding>& findings)
+{
+    qsizetype mends = 0;
+    for (const Finding& finding : findings) {
+        out << finding.what << u"（"_s << finding.rows.size() << u"）\n"_s;
+        for (const FoundRow& row : finding.rows) {
+            out << u"    "_s << row.text << u" → "_s << (row.mend ? row.mend->becomes : u"需要人工处理"_s)
+                << u"\n"_s;
+            mends += row.mend ? 1 : 0;
+        }
     }
-    const SystemClock clock;
-    const sql::Schema schema = librarySchema();
-    PooledFactory factory(schema, clock);
-    Connection connection = factory.open(arguments.target.connectionText);
-    const std::vector<Finding> findings = checkLibrary(connection);
-    for (const Finding& finding : findings)
-        tell(out, finding.what, finding.rows);
-    sound = sound && findings.empty();
-    if (sound) out << u"没有发现问题："_s << arguments.target.name() << u"\n"_s;
-    return sound ? Outcome::Done : Outcome::Findings;
+    return mends;
+}
+
+Outcome repair(const Arguments& arguments, QTextStream& out)
+{
+    if (!isWhole(arguments, out)) return Outcome::Findings;
+    OpenedLibrary library(arguments.target);
+    const std::vector<Finding> findings = checkLibrary(library.connection());
+    const qsizetype mends = tellRepairs(out, findings);
+    if (findings.empty()) out << u"没有发现问题，不需要修复。\n"_s;
+    if (mends == 0) return findings.empty() ? Outcome::Done : Outcome::Findings;
+    if (!arguments.reallyDoes) {
+        out << u"以上 %1 处可以自动修复，还没有修改任何数据。请让所有工作台退出，再加 --yes 运行一次。\n"_s
+                   .arg(mends);
+        return Outcome::Findings;
+    }
+    repairLibrary(library.connection(), findings);
+    out << u"已修复 %1 处。\n"_s.arg(mends);
+    return checkLibrary(library.connection()).empty() ? Outcome::Done : Outcome::Findings;
+}
+
+Outcome guard(const Arguments& arguments, QTextStream& out)
+{
+    OpenedLibrary library(arguments.target);
+    if (arguments.removes) {
+        unguardLibrary(library.connection());
+        out << u"已取消保护索引。\n"_s;
+        return Outcome::Done;
+    }
+    const std::vector<Finding> findings = checkLibrary(library.connection());
+    if (!findings.empty()) {
+        tell(out, findings);
+        out << u"数据有以上问题，没有加保护索引。请先用 repair 或人工改正。\n"_s;
+        return Outcome::Findings;
+    }
+    guardLibrary(library.connection());
+    out << u"已加保护索引：一册书只能有一条借书记录，读者证号和条形码不能重复。\n"_s;
+    return Outcome::Done;
 }
 
 /// All of it or nothing; the source stands still meanwhile.
@@ -175,8 +249,8 @@ Outcome runCommand(const Arguments& arguments, QTextStream& out)
         QStringView name;
         Outcome (*run)(const Arguments&, QTextStream&);
     } Commands[] = {{u"help", help}, {u"create", create}, {u"demo", loadDemo}, {u"scale", loadScale},
-        {u"check", check}, {u"copy", copy}, {u"backup", backup}, {u"restore", restore},
-        {u"import-readers", importReadersOf}, {u"first-start", firstStart}};
+        {u"check", check}, {u"repair", repair}, {u"guard", guard}, {u"copy", copy}, {u"backup", backup},
+        {u"restore", restore}, {u"import-readers", importReadersOf}, {u"first-start", firstStart}};
     for (const auto& command : Commands)
         if (command.name == arguments.command) return command.run(arguments, out);
     throw fault(u"没有这个命令：%1。用 --help 查看用法。"_s.arg(arguments.command));
