@@ -1,6 +1,7 @@
 #include "platform/sql/early_counts.h"
 
 #include "platform/core/text.h"
+#include "platform/sql/count_selects.h"
 
 #include <algorithm>
 
@@ -8,68 +9,14 @@ namespace quilla::sql {
 
 namespace {
 
-const QString RowsOfKey = u"qj_rows"_s; ///< no column of a library has this name
-
 bool same(const QString& left, const QString& right)
 {
     return left.compare(right, Qt::CaseInsensitive) == 0;
 }
 
-ExprPtr makeColumn(const QString& qualifier, const QString& name)
-{
-    auto column = std::make_unique<Expr>();
-    column->op = Op::Column;
-    column->qualifier = qualifier;
-    column->name = name;
-    return column;
-}
-
-ExprPtr makeKey(const QString& name)
-{
-    ExprPtr key = makeColumn({}, name);
-    key->perSpelling = true;
-    return key;
-}
-
-ExprPtr makeCount()
-{
-    auto star = std::make_unique<Expr>();
-    star->op = Op::Star;
-    auto count = std::make_unique<Expr>();
-    count->op = Op::Aggregate;
-    count->name = u"count"_s;
-    count->parts.push_back(std::move(star));
-    return count;
-}
-
 bool isCountOfRows(const Expr& expr)
 {
     return expr.op == Op::Aggregate && expr.name == u"count" && expr.parts[0]->op == Op::Star;
-}
-
-/// A copy of an expression without a select in it, as conditions on one table are.
-ExprPtr copyOf(const Expr& expr)
-{
-    auto copy = std::make_unique<Expr>();
-    copy->op = expr.op;
-    copy->place = expr.place;
-    for (const ExprPtr& part : expr.parts)
-        copy->parts.push_back(copyOf(*part));
-    copy->name = expr.name;
-    copy->qualifier = expr.qualifier;
-    copy->datePart = expr.datePart;
-    copy->text = expr.text;
-    copy->literal = expr.literal;
-    copy->quoted = expr.quoted;
-    copy->whole = expr.whole;
-    copy->negated = expr.negated;
-    copy->distinct = expr.distinct;
-    copy->simple = expr.simple;
-    copy->hasElse = expr.hasElse;
-    copy->target = expr.target;
-    copy->style = expr.style;
-    copy->cast = expr.cast;
-    return copy;
 }
 
 template <typename AnyExpr, typename Step> void forEachColumn(AnyExpr& expr, const Step& step)
@@ -89,10 +36,11 @@ bool holdsSelect(const Expr& expr)
 /// One select that counts rows by a single column.
 class EarlyCount {
 public:
-    EarlyCount(Select& select, const Schema& schema, bool alsoOneTable)
-        : m_select(select)
+    EarlyCount(Query& query, Select& select, const Schema& schema, Engine engine)
+        : m_query(query)
+        , m_select(select)
         , m_schema(schema)
-        , m_alsoOneTable(alsoOneTable)
+        , m_isPostgres(engine == Engine::Postgres)
     {
     }
 
@@ -108,11 +56,16 @@ private:
     void splitCondition();
     void noteKeysOfJoins(Source& source);
     Select countOf(const QString& table, const QString& key, const QHash<QString, QString>& names) const;
+    Select countBySpelling(
+        const QString& table, const QString& key, const QHash<QString, QString>& names) const;
+    bool canCountInOrder(const QString& table, const QString& key) const;
+    void countOneTableInOrder();
     std::unique_ptr<Query> countsByKey() const;
 
+    Query& m_query;
     Select& m_select;
     const Schema& m_schema;
-    const bool m_alsoOneTable;
+    const bool m_isPostgres;
     SourcePtr* m_counted = nullptr; ///< the table whose rows are counted
     const Table* m_table = nullptr;
     QString m_name; ///< by which the select knows it
@@ -215,8 +168,22 @@ ExprPtr joined(const std::vector<const Expr*>& conditions)
     return all;
 }
 
+bool EarlyCount::canCountInOrder(const QString& table, const QString& key) const
+{
+    const Table* const counted = m_schema.table(table);
+    return m_isPostgres && m_before.empty() && counted && counted->isIndexedBy(key);
+}
+
 /// The rows of each key in one table; `names` tells by which names it knows the columns.
 Select EarlyCount::countOf(
+    const QString& table, const QString& key, const QHash<QString, QString>& names) const
+{
+    const QString keyHere = names.value(key.toLower(), key);
+    return canCountInOrder(table, keyHere) ? countInOrder(table, keyHere, key)
+                                           : countBySpelling(table, key, names);
+}
+
+Select EarlyCount::countBySpelling(
     const QString& table, const QString& key, const QHash<QString, QString>& names) const
 {
     Select count;
@@ -255,7 +222,7 @@ std::unique_ptr<Query> EarlyCount::countsByKey() const
 bool EarlyCount::applies()
 {
     if (!countsByOneColumn() || !findTables(m_select.from[0])) return false;
-    if (m_others.empty() && m_table->unionOf.empty() && !m_alsoOneTable) return false;
+    if (m_others.empty() && m_table->unionOf.empty() && !m_isPostgres) return false;
     noteKeysOfJoins(*m_select.from[0]);
     noteKeys(*m_select.groupBy[0]);
     splitCondition();
@@ -266,15 +233,27 @@ bool EarlyCount::applies()
     return m_clear && m_keys.size() == 1 && m_table->column(m_keys.first());
 }
 
+/// The groups of the select are those of the index, in its order.
+void EarlyCount::countOneTableInOrder()
+{
+    const QString key = m_keys.first();
+    SourcePtr keys = keysInOrder(m_table->name, key);
+    keys->alias = m_name;
+    *m_counted = std::move(keys);
+    if (m_query.orderBy.empty()) m_query.orderBy.push_back({makeColumn({}, key), false});
+}
+
 void EarlyCount::run()
 {
     if (!applies()) return;
-    auto source = std::make_unique<Source>();
-    source->form = Source::Form::Derived;
-    source->place = (*m_counted)->place;
-    source->alias = m_name;
-    source->query = countsByKey();
-    *m_counted = std::move(source);
+    const bool isWhole = m_others.empty() && m_behind.empty() && m_query.arms.size() == 1;
+    if (isWhole && m_table->unionOf.empty() && canCountInOrder(m_table->name, m_keys.first()))
+        return countOneTableInOrder();
+    const qsizetype place = (*m_counted)->place;
+    *m_counted = makeDerived(m_name, countsByKey());
+    (*m_counted)->place = place;
+    if (isWhole && m_isPostgres && m_before.empty() && m_query.orderBy.empty())
+        m_query.orderBy.push_back({makeColumn({}, m_keys.first()), false});
     m_select.where = joined(m_behind);
     for (SelectItem& item : m_select.items) {
         if (!isCountOfRows(*item.value)) continue;
@@ -283,21 +262,21 @@ void EarlyCount::run()
     }
 }
 
-void walk(Source& source, const Schema& schema, bool alsoOneTable)
+void walk(Source& source, const Schema& schema, Engine engine)
 {
-    if (source.query) countEarly(*source.query, schema, alsoOneTable);
-    if (source.left) walk(*source.left, schema, alsoOneTable);
-    if (source.right) walk(*source.right, schema, alsoOneTable);
+    if (source.query) countEarly(*source.query, schema, engine);
+    if (source.left) walk(*source.left, schema, engine);
+    if (source.right) walk(*source.right, schema, engine);
 }
 
 } // namespace
 
-void countEarly(Query& query, const Schema& schema, bool alsoOneTable)
+void countEarly(Query& query, const Schema& schema, Engine engine)
 {
     for (Select& arm : query.arms) {
         for (const SourcePtr& source : arm.from)
-            walk(*source, schema, alsoOneTable);
-        EarlyCount(arm, schema, alsoOneTable).run();
+            walk(*source, schema, engine);
+        EarlyCount(query, arm, schema, engine).run();
     }
 }
 

@@ -17,6 +17,12 @@ const Column* Table::identity() const
     return found == columns.end() ? nullptr : &*found;
 }
 
+bool Table::isIndexedBy(QStringView column) const
+{
+    return std::ranges::any_of(
+        indexed, [&](const QString& first) { return column.compare(first, Qt::CaseInsensitive) == 0; });
+}
+
 void Schema::add(Table table)
 {
     const QString key = table.name.toLower();
@@ -27,6 +33,12 @@ void Schema::add(Table table)
     }
     m_byName.insert(key, m_tables.size());
     m_tables.push_back(std::move(table));
+}
+
+void Schema::addIndex(QStringView table, const QString& firstColumn)
+{
+    const auto found = m_byName.constFind(table.toString().toLower());
+    if (found != m_byName.constEnd()) m_tables[*found].indexed.push_back(firstColumn);
 }
 
 const Table* Schema::table(QStringView name) const

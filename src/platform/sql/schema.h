@@ -35,10 +35,12 @@ struct Table {
     bool view = false;
     std::vector<UnionArm> unionOf; ///< of a view that is whole tables put together; else empty
     QString definition; ///< of a view, as T-SQL
+    std::vector<QString> indexed {}; ///< the first column of each index
 
     const Column* column(QStringView name) const;
     /// The column that the database numbers; null for none.
     const Column* identity() const;
+    bool isIndexedBy(QStringView column) const;
 };
 
 /// The kinds of all columns, read from the T-SQL that creates the tables. The translator asks it.
@@ -46,6 +48,8 @@ class Schema {
 public:
     /// A table of the same name takes the place of the earlier one.
     void add(Table table);
+    /// Takes note of an index. A table that isn't there stays unknown.
+    void addIndex(QStringView table, const QString& firstColumn);
     const Table* table(QStringView name) const;
     const std::vector<Table>& tables() const { return m_tables; }
 

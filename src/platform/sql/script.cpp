@@ -81,7 +81,9 @@ void readPart(const ScriptPart& part, Schema& schema)
         schema.add(tableOf(std::move(*table), schema));
     else if (auto* view = std::get_if<CreateView>(&statement))
         schema.add(viewOf(std::move(*view), part.text, schema));
-    else if (!std::holds_alternative<CreateIndex>(statement))
+    else if (auto* index = std::get_if<CreateIndex>(&statement))
+        schema.addIndex(index->table, index->columns.front().name);
+    else
         refuse(0, u"此处只能创建表、视图和索引"_s);
 }
 

@@ -226,7 +226,7 @@ Translation Translator::Private::translated(Parsed& parsed) const
     result.returnsRows = returnsRows(parsed.statement);
     result.writes = !result.returnsRows;
     if (auto* query = std::get_if<Query>(&parsed.statement)) {
-        countEarly(*query, schema, engine == Engine::Postgres);
+        countEarly(*query, schema, engine);
         orderByEntry(*query, schema, engine);
     }
     if (auto* insert = std::get_if<Insert>(&parsed.statement))
