@@ -3,6 +3,7 @@
 #include "app/screen_register.h"
 #include "database/library_schema.h"
 #include "database/procedures.h"
+#include "desk/scan_log.h"
 #include "frame/login_form.h"
 #include "frame/main_form.h"
 #include "frame/platform_panels.h"
@@ -10,6 +11,7 @@
 #include "output/report_designs.h"
 #include "platform/db/connection_text.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QScreen>
 
@@ -22,6 +24,7 @@ DeskApplication::DeskApplication(Prompt& prompt)
     , m_reports(reportDesigns(), prompt, m_clock, [this] { return chosenPrinter(m_settings); })
     , m_formPrinter(
           [this] { return chosenPrinter(m_settings); }, [this] { return isChosenUpright(m_settings); })
+    , m_sounds([this] { return soundsAreOn(m_settings); })
 {
     m_editor.serve(m_session);
     installProcedures(m_connections);
@@ -44,6 +47,8 @@ int DeskApplication::run()
 {
     LockFileGuard guard(QFileInfo(embeddedDatabaseFile()).path());
     if (!prepareStart(m_session, guard)) return 0;
+    m_session.scans
+        = std::make_shared<ScanLog>(QFileInfo(embeddedDatabaseFile()).dir().filePath(u"desk-failures.log"_s));
 
     LtLoginFrm login(m_session);
     if (login.exec() != QDialog::Accepted) return 0;

@@ -3,6 +3,7 @@
 #include "frame/odbc_form.h"
 #include "frame/workplace.h"
 #include "output/export_desk.h"
+#include "platform/core/desktop_sounds.h"
 #include "platform/core/settings.h"
 #include "platform/db/pooled_factory.h"
 #include "platform/report/form_print.h"
@@ -35,7 +36,8 @@ private:
     ReportPreviews m_reports;
     DesktopSpreadsheets m_spreadsheets;
     DefaultPrinter m_formPrinter;
-    Outputs m_outputs {m_reports, m_spreadsheets, m_formPrinter};
+    DesktopSounds m_sounds;
+    Outputs m_outputs {m_reports, m_spreadsheets, m_formPrinter, m_sounds};
 };
 
 } // namespace quilla

@@ -8,6 +8,7 @@
 #include "frame/main_form.h"
 #include "frame/sublib.h"
 #include "platform/report/report_preview.h"
+#include "platform/report/slip_pages.h"
 #include "platform/ui/form/dialog_prompt.h"
 #include "platform/ui/look/gallery.h"
 
@@ -60,6 +61,11 @@ public:
         for (int page = 0; page < pages.pageCount(); ++page)
             savePagePng(
                 pages, m_fonts, page, m_folder.filePath(u"%1-%2.png"_s.arg(form.objectName()).arg(page + 1)));
+    }
+    void printSlip(const Slip& slip, const QString&) override
+    {
+        const SlipPages pages(slip, m_fonts);
+        savePagePng(pages, m_fonts, 0, m_folder.filePath(u"slip-%1.png"_s.arg(int(slip.paper))));
     }
     bool isUpright() const override { return true; }
 

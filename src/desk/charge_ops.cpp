@@ -194,12 +194,15 @@ std::optional<Hold> findLiveHold(ResumingWork& reads, const QString& barcode)
         row.field(u"readercode").text(), row.field(u"name").text(), row.field(u"readerclass").text()};
 }
 
-bool lendInSpiteOf(Session& session, const Hold& hold)
+bool lendInSpiteOf(Session& session, DeskView& desk, const Hold& hold)
 {
+    desk.asking();
     const QString question
         = u"这本书已经有人预约了！预约读者资料如下：\n读者证号：%1\n读者姓名：%2\n读者类型：%3\n仍然要借出本书吗？(y/n)"_s
               .arg(hold.readercode, hold.name, hold.readerclass);
-    return session.prompt.ask(question, {}, Icon::Information, Answer::No);
+    if (session.prompt.ask(question, {}, Icon::Information, Answer::No)) return true;
+    desk.refusing(u"已为读者 %1 保留，没有借出"_s.arg(hold.readercode));
+    return false;
 }
 
 QString loanInsert(const Session& session, const Loan& loan, const QString& today, const QString& due)
@@ -254,6 +257,7 @@ Verdict examine(ResumingWork& reads, const Manner& manner, Loan& loan)
 ChargeResult refuse(Session& session, DeskView& desk, const Objection& objection)
 {
     constexpr int dischargePage = 1;
+    desk.refusing(objection.refusal.text);
     tell(session.prompt, objection.refusal, [&](int place) {
         if (place == ReaderBox)
             desk.focusReaderCode();
@@ -277,7 +281,7 @@ ChargeResult charge(
 
     if (const auto hold = findLiveHold(reads, loan.barcode)) {
         const bool own = sameText(hold->readercode, readercode);
-        if (!own && !lendInSpiteOf(session, *hold)) return NotCharged;
+        if (!own && !lendInSpiteOf(session, desk, *hold)) return NotCharged;
         loan.reservation = own ? Reservation::Fulfilled : Reservation::Postponed;
     }
     return writeLoan(session, loan);

@@ -1,58 +1,24 @@
 #include "desk/desk_form.h"
 
-#include "desk/charge_ops.h"
-#include "desk/discharge_ops.h"
+#include "desk/desk_pages.h"
 #include "desk/reader_panel_ops.h"
-#include "desk/reader_picker_form.h"
-#include "desk/renewal_ops.h"
 #include "platform/ui/form/form.h"
-#include "platform/ui/form/wait_cursor.h"
 #include "platform/ui/look/theme.h"
+#include "platform/ui/scan/scan_backlog.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QShortcut>
 #include <QTabBar>
 
 namespace quilla {
-
-namespace {
-
-enum DeskPage { ChargePage, DischargePage };
-constexpr int BarcodeColumn = 1; ///< of the loans and of the returns
-constexpr int DueColumn = 5; ///< of the loans
-
-struct GridDesign {
-    int rows; ///< when empty, captions included
-    QString format;
-    std::vector<int> widths; ///< twips
-};
-
-const GridDesign LoanGrid {8,
-    u"^借书控制号|^图书条形码     |<书名                  |<著者    |<借书日期  |<应还日期  |^操作员"_s,
-    {850, 1100, 2000, 1100, 1000, 1000, 900}};
-
-const GridDesign ReturnGrid {15,
-    u"^还书控制号|<图书条形码  |<书名                   |<借书日期  |<应还日期  |<还书日期  |<操作员"_s,
-    {850, 1100, 2000, 1100, 1000, 1000, 900}};
-
-void setUp(FlexGrid& grid, const GridDesign& design)
-{
-    grid.setUp(design.rows, design.format, design.widths);
-}
-
-void bind(FlexGrid& grid, const GridDesign& design, Recordset& rows)
-{
-    grid.bind(rows);
-    grid.setFormatString(design.format);
-    grid.setColWidths(design.widths);
-}
-
-} // namespace
 
 TsjhFrm::TsjhFrm(const Workplace& place, FineDialog& fines)
     : cmdTuShuYuYue(u"&Y 图书预约"_s)
     , cmdWuZhengJieShu(u"&W 无证借书"_s)
     , CmdQuit(u"&E 安全退出"_s)
+    , cmdSlip(place)
+    , cmdCause(u"F8 失败原因"_s)
     , Frame1(u"读者信息"_s)
     , Label1(u"输入读者证号："_s)
     , Label2(u"输入图书条码号："_s)
@@ -61,12 +27,15 @@ TsjhFrm::TsjhFrm(const Workplace& place, FineDialog& fines)
     , Check1(u"续 借(&A)"_s)
     , Frame3(u"还书信息"_s)
     , Query(place.session, place.reports)
+    , Scans(place)
     , m_session(place.session)
     , m_host(place.host)
     , m_fines(fines)
+    , m_sounds(place.sounds)
 {
-    QUILLA_NAMES(SSTab1, cmdTuShuYuYue, cmdWuZhengJieShu, CmdQuit, tMsg, Frame1, Label3, Label5, Label1,
-        TxtReaderCode, Label2, TxtBarCode, Frame2, Grid1, Label8, TxtRetBook, Check1, Frame3, Grid2);
+    QUILLA_NAMES(Split, SSTab1, cmdTuShuYuYue, cmdWuZhengJieShu, CmdQuit, cmdSlip, cmdCause, tMsg, Frame1,
+        Label3, Label5, Label1, TxtReaderCode, Label2, TxtBarCode, Frame2, Grid1, Label8, TxtRetBook, Check1,
+        Frame3, Grid2);
     setCaptions(Label3,
         {u"读者证号："_s, u"读者姓名："_s, u"性    别："_s, u"读者类型："_s, u"读者单位："_s, u"可借总数："_s,
             u"已借册数："_s, u"可借册数："_s, u"读者状态："_s, u"有效期限："_s});
@@ -74,6 +43,7 @@ TsjhFrm::TsjhFrm(const Workplace& place, FineDialog& fines)
     setWindowTitle(u"图书借还"_s + u"-操作员："_s + m_session.OperatorName);
     layOut();
     wire();
+    makeKeys();
     makeTips();
     setUpLoans();
     setUpReturns();
@@ -98,11 +68,17 @@ void TsjhFrm::layOut()
     const Piece discharging
         = column(row(Label8, Piece(TxtRetBook).grow(2), room(24), Check1, stretch().grow(2)),
             group(Frame3, Piece(Grid2).grow()).grow());
+    Split.addWidget(
+        tabs(SSTab1, {{u"借  书"_s, charging}, {u"还书、续借"_s, discharging}, {u"查  询"_s, Query}})
+            .control);
+    Split.addWidget(Piece(Scans).control);
+    Split.setChildrenCollapsible(false);
+    Split.setStretchFactor(0, 3);
+    Split.setStretchFactor(1, 2);
     build(*this,
-        column(row(tMsg, stretch(), cmdTuShuYuYue, cmdWuZhengJieShu, CmdQuit),
-            tabs(SSTab1, {{u"借  书"_s, charging}, {u"还书、续借"_s, discharging}, {u"查  询"_s, Query}})
-                .grow()));
-    resize(pixelsOf(13500, *this), pixelsOf(8400, *this));
+        column(row(tMsg, cmdCause, stretch(), cmdSlip, cmdTuShuYuYue, cmdWuZhengJieShu, CmdQuit),
+            Piece(Split).grow()));
+    resize(pixelsOf(19500, *this), pixelsOf(9000, *this));
 }
 
 void TsjhFrm::wire()
@@ -126,6 +102,69 @@ void TsjhFrm::wire()
     }
     connect(&Query.Grid3, &FlexGrid::rowClicked, this,
         [this] { showDetails(Query.Grid3, LoanQueryPage::BarcodeColumn); });
+}
+
+/// F2, F3 and F4 turn to a page, Ctrl+Tab goes through them; F6 goes to the session list, F8 tells why a scan
+/// failed, F9 prints the reader's slip.
+void TsjhFrm::makeKeys()
+{
+    const auto on = [this](const QKeySequence& keys, auto step) {
+        auto* shortcut = new QShortcut(keys, this);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(shortcut, &QShortcut::activated, this, step);
+    };
+    const auto turn
+        = [this](int by) { showPage((SSTab1.currentIndex() + by + SSTab1.count()) % SSTab1.count()); };
+    on(Qt::Key_F2, [this] { showPage(ChargePage); });
+    on(Qt::Key_F3, [this] { openReturns(); });
+    on(Qt::Key_F4, [this] { showPage(QueryPage); });
+    on(Qt::Key_F8, [this] { showCause(); });
+    on(Qt::Key_F9, [this] { cmdSlip.print(TxtReaderCode.text()); });
+    on(Qt::Key_F6, [this] { Scans.enterList(); });
+    on(Qt::CTRL | Qt::Key_Tab, [turn] { turn(1); });
+    on(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, [turn] { turn(-1); });
+    SSTab1.setTabToolTip(ChargePage, u"借书（F2）"_s);
+    SSTab1.setTabToolTip(DischargePage, u"还书、续借（F3）"_s);
+    SSTab1.setTabToolTip(QueryPage, u"查询（F4）"_s);
+    for (QLineEdit* box : {&TxtReaderCode, &TxtBarCode, &TxtRetBook})
+        connect(box, &QLineEdit::textEdited, this, &TsjhFrm::fadeResult);
+    cmdCause.hide();
+    onClick(cmdCause, [this] { showCause(); });
+    connect(&cmdSlip, &SlipButton::asked, this, [this] { cmdSlip.print(TxtReaderCode.text()); });
+    connect(&Scans, &ScanListPane::readerWanted, this, &TsjhFrm::openReader);
+}
+
+/// From the session list with the barcode of its line, ready for Enter.
+void TsjhFrm::openReturns()
+{
+    const ScanEntry* chosen = Scans.List.hasFocus() ? Scans.current() : nullptr;
+    const QString barcode = chosen ? chosen->barcode : QString();
+    showPage(DischargePage);
+    TxtRetBook.setFocus();
+    if (barcode.isEmpty()) return;
+    TxtRetBook.setText(barcode);
+    TxtRetBook.selectAll();
+}
+
+void TsjhFrm::openReader(const QString& readercode)
+{
+    const QString card = u"DzaddFrm"_s;
+    if (!readercode.isEmpty() && m_host.hasScreen(card)) m_host.openScreen(card, readercode);
+}
+
+/// The session list stands beside the pages where both have room, else below them.
+void TsjhFrm::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    const bool wide = width() >= pixelsOf(17000, *this);
+    Split.setOrientation(wide ? Qt::Horizontal : Qt::Vertical);
+}
+
+void TsjhFrm::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    connect(&ScanBacklog::of(*window()), &ScanBacklog::unserved, this, &TsjhFrm::enlistUnserved,
+        Qt::UniqueConnection);
 }
 
 void TsjhFrm::makeTips()
@@ -167,6 +206,7 @@ void TsjhFrm::keyPressEvent(QKeyEvent* event)
 void TsjhFrm::enterPage(int page)
 {
     tMsg.clear();
+    cmdCause.hide();
     if (page == ChargePage) {
         setUpLoans();
         clearReaderPanel();
@@ -179,206 +219,10 @@ void TsjhFrm::enterPage(int page)
     }
 }
 
-void TsjhFrm::readReaderCard()
-{
-    const WaitCursor wait;
-    ShowReader(m_session, *this, TxtReaderCode.text());
-    ShowLoans(m_session, *this, TxtReaderCode.text());
-}
-
-/// The reader that was picked takes the place of a scanned card; from here on nothing is different.
-void TsjhFrm::lendWithoutCard()
-{
-    ReaderPickerFrm picker(m_session, noCardPicker(), this);
-    picker.exec();
-    showPage(ChargePage);
-    if (!picker.PickedCode.isEmpty()) {
-        TxtReaderCode.setText(picker.PickedCode);
-        return readReaderCard();
-    }
-    setUpLoans();
-    clearReaderPanel();
-    emptyReaderCode();
-    focusReaderCode();
-}
-
-/// The barcode stays in its box until the operation has ended: a message below is about it. The next scan
-/// finds the box empty whatever happened to this one.
-void TsjhFrm::scanForCharge()
-{
-    const QString reader = TxtReaderCode.text();
-    if (reader.isEmpty()) return;
-    const WaitCursor wait;
-    const QString barcode = TxtBarCode.text();
-    const ChargeResult result = ChargeBook(m_session, *this, barcode, reader);
-    TxtBarCode.clear();
-    if (result > Charged) return tMsg.clear();
-    if (result < Charged) return tell(u"借书失败"_s, false);
-    tell(u"借书成功"_s, true);
-    ShowReader(m_session, *this, reader);
-    ShowLoans(m_session, *this, reader);
-    showLoan(barcode);
-}
-
-/// The new loan may be the last of a long list.
-void TsjhFrm::showLoan(const QString& barcode)
-{
-    const int row = Grid1.cells().findRow(barcode, BarcodeColumn);
-    if (row < 1) return;
-    Grid1.setRow(row);
-    Grid1.scrollTo(Grid1.model()->index(row - 1, BarcodeColumn));
-}
-
-/// A refusal leaves the barcode in the box, selected, so that the next scan takes its place.
-void TsjhFrm::scanForReturn()
-{
-    const QString barcode = TxtRetBook.text();
-    if (barcode.isEmpty()) return;
-    const WaitCursor wait;
-    TxtRetBook.selectAll();
-    qint16 count = 0;
-    if (Check1.isChecked()) {
-        count = CheckRenewal(m_session, *this, barcode);
-        if (count == RenewalRefused) return;
-    }
-    if (!takeBack(barcode)) return;
-    if (Check1.isChecked() && !renew(count, barcode)) return;
-    ShowReturns(m_session, *this, TxtReaderCode.text(), Returns::Today);
-    TxtRetBook.clear();
-    Check1.setChecked(false);
-    TxtRetBook.setFocus();
-}
-
-bool TsjhFrm::takeBack(const QString& barcode)
-{
-    const DischargeResult result = DischargeBook(m_session, *this, m_fines, barcode);
-    if (result == Discharged)
-        tell(u"还书成功"_s, true);
-    else if (result < Discharged)
-        tell(u"还书失败"_s, false);
-    else if (result == FineDeclined)
-        tell(u"取消还书"_s, false);
-    else
-        tMsg.clear();
-    return result == Discharged;
-}
-
-/// False when a check refused the new charge; the copy stays returned.
-bool TsjhFrm::renew(qint16 count, const QString& barcode)
-{
-    const ChargeResult result = RechargeBook(m_session, *this, count, barcode, TxtReaderCode.text());
-    if (result > Charged)
-        tMsg.clear();
-    else
-        tell(result == Charged ? u"续借成功"_s : u"续借失败"_s, result == Charged);
-    return result <= Charged;
-}
-
-void TsjhFrm::tell(const QString& text, bool good)
-{
-    tMsg.setText(text);
-    setTone(tMsg, good ? Tone::Ok : Tone::Error);
-}
-
 void TsjhFrm::showDetails(FlexGrid& grid, int barcodeColumn)
 {
     const QString barcode = grid.current(barcodeColumn);
     if (!isBlank(barcode)) m_tip.setToolText(&grid, bookDetails(m_session, barcode));
-}
-
-/// A box on another page would take the next scan unseen: the focus then stays where it is.
-void TsjhFrm::enterBox(QWidget& box)
-{
-    if (box.isVisibleTo(this)) box.setFocus();
-}
-
-void TsjhFrm::focusReaderCode()
-{
-    enterBox(TxtReaderCode);
-}
-
-void TsjhFrm::emptyReaderCode()
-{
-    TxtReaderCode.clear();
-}
-
-void TsjhFrm::setReaderCode(const QString& readercode)
-{
-    TxtReaderCode.setText(readercode);
-}
-
-void TsjhFrm::untickRenewal()
-{
-    Check1.setChecked(false);
-}
-
-void TsjhFrm::selectBarCode()
-{
-    enterBox(TxtBarCode);
-    TxtBarCode.selectAll();
-}
-
-void TsjhFrm::emptyAndFocusBarCode()
-{
-    TxtBarCode.clear();
-    enterBox(TxtBarCode);
-}
-
-void TsjhFrm::showPage(int page)
-{
-    SSTab1.setCurrentIndex(page);
-}
-
-void TsjhFrm::clearReaderPanel()
-{
-    for (QLabel& label : Label5)
-        label.clear();
-}
-
-void TsjhFrm::fillReaderPanel(const ReaderPanel& values)
-{
-    for (std::size_t index = 0; index < values.size(); ++index)
-        Label5[index].setText(values[index]);
-    showReaderStatus(values[PanelLabel::Status]);
-}
-
-void TsjhFrm::showReaderStatus(const QString& status)
-{
-    QLabel& label = Label5[PanelLabel::Status];
-    label.setText(status);
-    setTone(label, sameText(status, u"有效") ? Tone::Ok : Tone::Error);
-}
-
-void TsjhFrm::setUpLoans()
-{
-    setUp(Grid1, LoanGrid);
-}
-
-void TsjhFrm::bindLoans(Recordset& loans)
-{
-    bind(Grid1, LoanGrid, loans);
-    markOverdue();
-}
-
-/// By the clock of this machine: only a mark, the check of a charge asks the server. As for that check, a
-/// loan that is due today is overdue.
-void TsjhFrm::markOverdue()
-{
-    const QDate today = m_session.clock.now().date;
-    for (int row = 1; row < Grid1.Rows(); ++row) {
-        const QDate due = QDate::fromString(Grid1.TextMatrix(row, DueColumn), Qt::ISODate);
-        if (due.isValid() && due <= today) Grid1.markLine(row, DueColumn);
-    }
-}
-
-void TsjhFrm::setUpReturns()
-{
-    setUp(Grid2, ReturnGrid);
-}
-
-void TsjhFrm::bindReturns(Recordset& returns)
-{
-    bind(Grid2, ReturnGrid, returns);
 }
 
 } // namespace quilla

@@ -1,9 +1,13 @@
 #pragma once
 
+#include "desk/charge_ops.h"
 #include "desk/desk_view.h"
 #include "desk/fine_dialog.h"
 #include "desk/loan_query_page.h"
+#include "desk/scan_list_pane.h"
+#include "desk/slip_menu.h"
 #include "frame/workplace.h"
+#include "platform/ui/form/result_label.h"
 #include "platform/ui/form/text_box.h"
 #include "platform/ui/form/tooltip.h"
 #include "platform/ui/grid/flex_grid.h"
@@ -12,6 +16,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QSplitter>
 #include <QTabWidget>
 
 namespace quilla {
@@ -27,11 +32,14 @@ public:
     /// The blank turns to the discharge page and back to the charge page; any other key does nothing.
     void ToggleDeskPage(int key);
 
+    QSplitter Split; ///< the pages and the session list
     QTabWidget SSTab1;
     QPushButton cmdTuShuYuYue;
     QPushButton cmdWuZhengJieShu;
     QPushButton CmdQuit;
-    QLabel tMsg; ///< the outcome of the last operation on the first two pages
+    SlipButton cmdSlip;
+    QPushButton cmdCause; ///< why the last scan failed; shows only then
+    ResultLabel tMsg; ///< the outcome of the last operation on the first two pages
 
     QGroupBox Frame1; ///< the reader panel
     QLabel Label3[10];
@@ -51,13 +59,19 @@ public:
 
     LoanQueryPage Query;
 
+    ScanListPane Scans;
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     // What the operations do to this screen.
+    void refusing(const QString& reason) override;
+    void asking() override;
     void focusReaderCode() override;
     void emptyReaderCode() override;
     void setReaderCode(const QString& readercode) override;
@@ -80,18 +94,33 @@ private:
     void readReaderCard();
     void lendWithoutCard();
     void scanForCharge();
+    void showCharge(ChargeResult result, const QString& barcode, const QString& reader);
     void showLoan(const QString& barcode);
     void markOverdue();
     void enterBox(QWidget& box);
     void scanForReturn();
-    bool takeBack(const QString& barcode);
-    bool renew(qint16 count, const QString& barcode);
+    void showReturn();
+    ScanOutcome takeBack(const QString& barcode);
+    ScanOutcome renew(qint16 count, const QString& barcode);
+    void fadeResult();
+    void beginScan(ScanKind kind, const QString& code, const QString& reader = {});
+    void endScan(ScanOutcome outcome);
+    void explain(ScanEntry& scan, const Failure& failure);
+    void showCause();
+    void enlist(const ScanEntry& scan);
+    void enlistUnserved(const QStringList& codes);
+    void makeKeys();
+    void openReturns();
+    void openReader(const QString& readercode);
     void tell(const QString& text, bool good);
     void showDetails(FlexGrid& grid, int barcodeColumn);
 
     Session& m_session;
     ScreenHost& m_host;
     FineDialog& m_fines;
+    Sounds& m_sounds;
+    std::optional<ScanEntry> m_scan; ///< the one that is under way
+    bool m_resultIsFresh = false; ///< the line of the result is about the last scan, and none has begun since
     cTooltip m_tip;
 };
 

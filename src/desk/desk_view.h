@@ -19,6 +19,9 @@ class DeskView {
 public:
     virtual ~DeskView() = default;
 
+    virtual void refusing(const QString&) { } ///< a scan is refused for this reason, which is told next
+    virtual void asking() { } ///< the operator is going to be asked
+
     virtual void focusReaderCode() = 0;
     virtual void emptyReaderCode() = 0;
     virtual void setReaderCode(const QString& readercode) = 0;

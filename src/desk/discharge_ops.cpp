@@ -67,7 +67,7 @@ qint64 holdDays(ResumingWork& reads, const QString& readercode)
 }
 
 /// Outside the transaction: the return stands whatever becomes of the offer.
-void offerToReservation(ResumingWork& work, const QString& barcode)
+void offerToReservation(ResumingWork& work, DeskView& desk, const QString& barcode)
 {
     Session& session = work.session();
     const auto claim = earliestClaim(work, barcode);
@@ -75,6 +75,7 @@ void offerToReservation(ResumingWork& work, const QString& barcode)
     const qint64 days = holdDays(work, claim->readercode);
     const QString question
         = u"读者证号为【"_s + claim->readercode + u"】的读者最先预约了这本书。是否将这本书预约给这位读者？"_s;
+    desk.asking();
     if (!session.prompt.ask(question, OperationTitle)) return;
     const QString holdEnd = isoDate(GetServerDate(session).addDays(days));
     work.send(
@@ -84,12 +85,12 @@ void offerToReservation(ResumingWork& work, const QString& barcode)
         session.prompt.inform(u"预约失败！原因如下：\n"_s + session.error.text(), OperationTitle);
 }
 
-DischargeResult dischargeInTime(ResumingWork& reads, const Loan& loan, const QString& barcode)
+DischargeResult dischargeInTime(ResumingWork& reads, DeskView& desk, const Loan& loan, const QString& barcode)
 {
     ResumingWork writes(reads.session());
     if (!writes) return Discharged;
     if (!writes.transact([&] { return closeLoan(writes, loan, barcode); })) return NotDischarged;
-    offerToReservation(reads, barcode);
+    offerToReservation(reads, desk, barcode);
     return Discharged;
 }
 
@@ -108,12 +109,14 @@ DischargeResult DischargeBook(Session& session, DeskView& desk, FineDialog& fine
     if (!reads) return Discharged;
     const auto loan = findLoan(reads, barcode);
     if (!loan) {
+        desk.refusing(u"查找不到此书的借书记录"_s);
         session.prompt.inform(u"查找不到此书的借书记录"_s);
         return NoLoan;
     }
     desk.setReaderCode(loan->readercode);
-    if (!isOverdue(session, *loan)) return dischargeInTime(reads, *loan, barcode);
+    if (!isOverdue(session, *loan)) return dischargeInTime(reads, desk, *loan, barcode);
     desk.untickRenewal();
+    desk.asking();
     return fines.settle(barcode) ? Discharged : FineDeclined;
 }
 

@@ -60,6 +60,7 @@ void ShowReader(Session& session, DeskView& desk, const QString& readercode)
         u"select ReaderCode,Name,Sex,ReaderClass,readunit,bookcount,orderbook,readstatus,term from DZK where readercode='%1'"_s
             .arg(code));
     if (row.eof()) {
+        desk.refusing(u"无效读者号"_s);
         session.prompt.warn(u"无效读者号，取消该操作。"_s, OperationTitle);
         desk.emptyReaderCode();
         desk.focusReaderCode();

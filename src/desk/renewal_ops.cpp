@@ -40,14 +40,15 @@ qint16 CheckRenewal(Session& session, DeskView& desk, const QString& barcode)
     const Recordset row = work.open(
         u"Select recount,reday,res  From jhsk Left Join dzk On dzk.readercode=jhsk.readercode Where barcode='%1'"_s
             .arg(doubled(barcode)));
-    if (row.eof()) {
-        tell(session.prompt, refusal(u"此书刊没有借阅，或该读者类型不符。"_s));
+    const auto refuse = [&](const Refusal& objection) {
+        desk.refusing(objection.text);
+        tell(session.prompt, objection);
         return RenewalRefused;
-    }
+    };
+    if (row.eof()) return refuse(refusal(u"此书刊没有借阅，或该读者类型不符。"_s));
     if (const auto objection = checkCounts(row)) {
         desk.untickRenewal();
-        tell(session.prompt, *objection);
-        return RenewalRefused;
+        return refuse(*objection);
     }
     return static_cast<qint16>(known(row, u"res") + 1);
 }

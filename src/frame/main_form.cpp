@@ -8,6 +8,7 @@
 #include "platform/ui/look/icons.h"
 #include "platform/ui/look/theme.h"
 
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDialog>
@@ -101,6 +102,22 @@ void LtMainFrm::makeStatusBar()
         panel->setObjectName(u"Panel%1"_s.arg(&panel - m_panels.data() + 1));
         panel->setTextFormat(Qt::PlainText);
         StatusBar1->addWidget(panel, panel == m_panels.back() ? 1 : 0);
+    }
+    auto* sounds = new QCheckBox(u"提示音"_s);
+    sounds->setObjectName(u"chkSounds"_s);
+    sounds->setToolTip(u"借还成功、拒绝和提问时播放声音"_s);
+    sounds->setFocusPolicy(Qt::TabFocus); // a click leaves the focus in the box that is scanned into
+    sounds->setChecked(soundsAreOn(m_session.settings));
+    connect(sounds, &QCheckBox::toggled, this, &LtMainFrm::turnSoundsTo);
+    StatusBar1->addPermanentWidget(sounds);
+}
+
+void LtMainFrm::turnSoundsTo(bool on)
+{
+    try {
+        turnSounds(m_session.settings, on);
+    } catch (const Error& error) {
+        m_session.prompt.warn(error.text, OperationTitle);
     }
 }
 

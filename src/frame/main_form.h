@@ -50,6 +50,7 @@ private:
     void makeMenu();
     void makeToolbar();
     void makeStatusBar();
+    void turnSoundsTo(bool on);
     void makeEditMenu();
     QAction* makeAction(const MenuEntry& entry);
     void perform(const MenuEntry& entry);

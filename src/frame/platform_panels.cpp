@@ -41,6 +41,8 @@ namespace {
 
 const QString PrinterKey = u"Printer"_s;
 const QString PaperKey = u"PrinterPaper"_s;
+const QString SoundsKey = u"Sounds"_s;
+const QString SoundsOff = u"off"_s;
 const QString WidePaper = u"wide"_s;
 
 QString kept(const SettingsStore& settings, const QString& key)
@@ -63,6 +65,16 @@ QString chosenPrinter(const SettingsStore& settings)
 bool isChosenUpright(const SettingsStore& settings)
 {
     return kept(settings, PaperKey) != WidePaper;
+}
+
+bool soundsAreOn(const SettingsStore& settings)
+{
+    return kept(settings, SoundsKey) != SoundsOff;
+}
+
+void turnSounds(SettingsStore& settings, bool on)
+{
+    keep(settings, SoundsKey, on ? QString() : SoundsOff);
 }
 
 void showPrinterSetup(SettingsStore& settings, QWidget* owner)

@@ -20,6 +20,11 @@ QString chosenPrinter(const SettingsStore& settings);
 /// Whether its paper was left upright there.
 bool isChosenUpright(const SettingsStore& settings);
 
+/// Whether the desk plays its sounds; on until somebody turns them off.
+bool soundsAreOn(const SettingsStore& settings);
+/// Throws `Error` when it could not be stored.
+void turnSounds(SettingsStore& settings, bool on);
+
 /// The system's printer dialog; the printer chosen there and its paper are kept for the reports.
 void showPrinterSetup(SettingsStore& settings, QWidget* owner);
 

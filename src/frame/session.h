@@ -8,7 +8,11 @@
 
 #include <QHash>
 
+#include <memory>
+
 namespace quilla {
+
+class ScanLog;
 
 /// Lets the operator enter the connection settings; modal, saves them itself.
 class ConnectionEditor {
@@ -32,6 +36,9 @@ struct Session {
     QString OperatorName {}; ///< user name as typed at login
 
     QHash<QString, Moment> NoticesShown {}; ///< when dunning notices were last shown, by what groups them
+
+    /// What was scanned at this desk today; made when the desk first opens, and kept when it closes.
+    std::shared_ptr<ScanLog> scans {};
 
     LastError error {}; ///< the error that resume mode leaves behind
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "frame/session.h"
+#include "platform/core/sounds.h"
 #include "platform/report/form_printer.h"
 #include "platform/report/report_viewer.h"
 #include "platform/sheet/spreadsheet_program.h"
@@ -36,6 +37,7 @@ struct Outputs {
     ReportViewer& reports;
     SpreadsheetProgram& spreadsheets;
     FormPrinter& formPrinter;
+    Sounds& sounds = silence();
 };
 
 /// All that a screen is given. Its parts outlive every screen; the struct itself need not, so a screen keeps

@@ -93,11 +93,28 @@ ReportDesign loanHistory()
     };
 }
 
+/// The session list of the desk.
+ReportDesign scans()
+{
+    return {
+        .name = u"ScanReport"_s,
+        .title = u"本台今日借还"_s,
+        .paper = Paper::Wide,
+        .Section4 = {heading(u"本台今日借还"_s)},
+        .Section1 = {{u"时间"_s, u"scantime"_s, Date, 0.8}, {u"事项"_s, u"kind"_s, Word},
+            {u"条形码"_s, u"barcode"_s, Code}, {u"书      名"_s, u"bookname"_s, Text, 1.5},
+            {u"借阅证号"_s, u"readercode"_s, Code}, {u"姓  名"_s, u"name"_s, Name},
+            {u"结果"_s, u"result"_s, Text, 1.5}},
+        .Section3 = dateAndPages(),
+    };
+}
+
 } // namespace
 
 ReportCatalog loanReports()
 {
-    return {openLoans(), loanStatistics(), finishedLoans(), overdueLoans(), dunningNotices(), loanHistory()};
+    return {openLoans(), loanStatistics(), finishedLoans(), overdueLoans(), dunningNotices(), loanHistory(),
+        scans()};
 }
 
 } // namespace quilla

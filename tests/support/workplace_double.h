@@ -29,7 +29,13 @@ public:
         shown.append(form.windowTitle());
         if (look) look(form);
     }
+    void printSlip(const Slip& slip, const QString& pdfFile) override
+    {
+        slips.push_back(slip);
+        shown.append(pdfFile);
+    }
     bool isUpright() const override { return upright; }
+    std::vector<Slip> slips;
     QStringList shown;
     std::function<void(QWidget& form)> look; ///< at the form while it prints
     bool upright = true;

@@ -20,6 +20,7 @@ void LastError::keep(const Error& error)
 {
     m_number = error.number;
     m_text = error.text;
+    if (m_first.number == 0) m_first = {error.number, error.text};
 }
 
 void LastError::clear()

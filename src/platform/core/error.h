@@ -34,6 +34,12 @@ constexpr int CannotOpen = 4060; ///< the database could not be opened
 constexpr int InUse = 3218; ///< another desk writes, and waiting for it did not help
 } // namespace ErrorNumber
 
+/// An error as it is remembered; number 0 for none.
+struct Failure {
+    int number = 0;
+    QString text {};
+};
+
 /// The last error of a run of steps that goes on after a failing one.
 ///
 /// An operation in resume mode wraps each step in `attempt`; the error stays readable until `clear`,
@@ -71,9 +77,15 @@ public:
     int number() const { return m_number; }
     const QString& text() const { return m_text; }
 
+    /// The first error kept since `forgetFirst`, also after `clear`: what fails first is the cause of what
+    /// fails behind it.
+    const Failure& first() const { return m_first; }
+    void forgetFirst() { m_first = {}; }
+
 private:
     int m_number = 0;
     QString m_text;
+    Failure m_first;
 };
 
 /// Resume mode in a scope: it begins and ends without an error. The end of an inner scope forgets what an

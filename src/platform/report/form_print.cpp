@@ -2,6 +2,7 @@
 
 #include "platform/db/decimal.h"
 #include "platform/report/page_output.h"
+#include "platform/report/slip_pages.h"
 #include "platform/ui/grid/flex_grid.h"
 #include "platform/ui/look/gallery.h"
 
@@ -243,7 +244,18 @@ DefaultPrinter::DefaultPrinter(std::function<QString()> printerName, std::functi
 void DefaultPrinter::printForm(QWidget& form, Paper paper)
 {
     const FontBook fonts;
-    const FormPages pages(form, paper, fonts);
+    print(FormPages(form, paper, fonts), fonts);
+}
+
+void DefaultPrinter::printSlip(const Slip& slip, const QString& pdfFile)
+{
+    const FontBook fonts;
+    const SlipPages pages(slip, fonts);
+    pdfFile.isEmpty() ? print(pages, fonts) : savePdf(pages, fonts, pdfFile);
+}
+
+void DefaultPrinter::print(const PrintedPages& pages, const FontBook& fonts) const
+{
     QPrinter printer(QPrinter::HighResolution);
     const QString chosen = m_printerName();
     if (!chosen.isEmpty()) printer.setPrinterName(chosen);

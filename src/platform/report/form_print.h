@@ -36,9 +36,12 @@ public:
     /// `printerName` tells the chosen printer, empty for none; `isUpright` how its paper was set.
     DefaultPrinter(std::function<QString()> printerName, std::function<bool()> isUpright);
     void printForm(QWidget& form, Paper paper) override;
+    void printSlip(const Slip& slip, const QString& pdfFile) override;
     bool isUpright() const override { return m_isUpright(); }
 
 private:
+    void print(const PrintedPages& pages, const FontBook& fonts) const;
+
     std::function<QString()> m_printerName;
     std::function<bool()> m_isUpright;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/report/report_page.h"
+#include "platform/report/slip.h"
 
 class QWidget;
 
@@ -12,6 +13,9 @@ public:
     virtual ~FormPrinter() = default;
     /// Throws `Error` when the printer does not take it.
     virtual void printForm(QWidget& form, Paper paper) = 0;
+    /// Prints the slip, or saves it as a PDF file where one is named. Throws `Error` when the printer or the
+    /// folder does not take it.
+    virtual void printSlip(const Slip& slip, const QString& pdfFile) = 0;
     /// Whether the operator has set the printer to upright paper.
     virtual bool isUpright() const = 0;
 };

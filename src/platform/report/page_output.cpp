@@ -60,10 +60,13 @@ void paintText(QPainter& painter, const PlacedText& text, const FontBook& fonts)
     painter.restore();
 }
 
-QPageLayout pageLayout(Paper paper)
+QPageLayout pageLayout(const PrintedPages& pages)
 {
-    return QPageLayout(QPageSize(QPageSize::A4),
-        paper == Paper::Upright ? QPageLayout::Portrait : QPageLayout::Landscape, QMarginsF());
+    if (pages.size() == paperSize(pages.paper()))
+        return QPageLayout(QPageSize(QPageSize::A4),
+            pages.paper() == Paper::Upright ? QPageLayout::Portrait : QPageLayout::Landscape, QMarginsF());
+    const QPageSize own(pages.size() / TwipsPerPoint, QPageSize::Point, {}, QPageSize::ExactMatch);
+    return QPageLayout(own, QPageLayout::Portrait, QMarginsF());
 }
 
 /// The last code of a line "<from> <to> <first character>", or all after "[" of "<from> <to> [<one> <one>
@@ -140,7 +143,7 @@ void paintPage(QPainter& painter, const ReportPage& page, const FontBook& fonts)
 void savePagePng(const PrintedPages& pages, const FontBook& fonts, int page, const QString& file)
 {
     constexpr double scale = 1.5 * 96 / TwipsPerInch;
-    QImage picture((paperSize(pages.paper()) * scale).toSize(), QImage::Format_RGB32);
+    QImage picture((pages.size() * scale).toSize(), QImage::Format_RGB32);
     picture.fill(Qt::white);
     {
         QPainter painter(&picture);
@@ -159,7 +162,7 @@ void savePdf(const PrintedPages& pages, const FontBook& fonts, const QString& fi
         writer.setTitle(pages.title());
         writer.setCreator(u"quilla"_s);
         writer.setResolution(int(TwipsPerInch));
-        writer.setPageLayout(pageLayout(pages.paper()));
+        writer.setPageLayout(pageLayout(pages));
         QPainter painter(&writer);
         for (int page = 0; page < pages.pageCount(); ++page) {
             if (page > 0) writer.newPage();
@@ -176,7 +179,7 @@ void savePdf(const PrintedPages& pages, const FontBook& fonts, const QString& fi
 void setUpPrinter(QPrinter& printer, const PrintedPages& pages)
 {
     printer.setFullPage(true);
-    printer.setPageLayout(pageLayout(pages.paper()));
+    printer.setPageLayout(pageLayout(pages));
     printer.setDocName(pages.title());
 }
 

@@ -60,6 +60,8 @@ public:
     virtual ~PrintedPages() = default;
     virtual QString title() const = 0;
     virtual Paper paper() const = 0;
+    /// The size of every page, in twips.
+    virtual QSizeF size() const { return paperSize(paper()); }
     virtual int pageCount() const = 0;
     /// `index` from 0.
     virtual ReportPage page(int index) const = 0;

@@ -90,11 +90,12 @@ void setTone(QLabel& label, Tone tone)
     const QColor colour = tone == Tone::Ok ? theme.ok
         : tone == Tone::Warning            ? theme.warning
         : tone == Tone::Error              ? theme.error
+        : tone == Tone::Faded              ? theme.mutedText
                                            : theme.text;
     palette.setColor(QPalette::WindowText, colour);
     label.setPalette(palette);
     QFont font = label.font();
-    font.setBold(tone != Tone::Plain);
+    font.setBold(tone != Tone::Plain && tone != Tone::Faded);
     label.setFont(font);
 }
 

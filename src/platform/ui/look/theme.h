@@ -37,7 +37,7 @@ struct Theme {
 /// installed.
 void applyTheme(QApplication& application);
 
-enum class Tone { Plain, Ok, Warning, Error };
+enum class Tone { Plain, Faded, Ok, Warning, Error };
 /// Colours a label that already says in words what happened.
 void setTone(QLabel& label, Tone tone);
 

@@ -105,7 +105,10 @@ bool ScanBacklog::serveNext()
 
 void ScanBacklog::tellRest()
 {
-    if (!m_unserved.isEmpty() && m_tellUnserved) m_tellUnserved(std::exchange(m_unserved, {}));
+    const QStringList scans = std::exchange(m_unserved, {});
+    if (scans.isEmpty()) return;
+    Q_EMIT unserved(scans);
+    if (m_tellUnserved) m_tellUnserved(scans);
 }
 
 std::vector<ScanBacklog::Waiting> ScanBacklog::takeScan()

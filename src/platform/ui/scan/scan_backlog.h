@@ -44,6 +44,10 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+Q_SIGNALS:
+    /// These scans went to no control; they are told next.
+    void unserved(const QStringList& scans);
+
 private:
     struct Waiting {
         ScanKey key;
