@@ -73,12 +73,10 @@ void TsjhFrm::layOut()
             .control);
     Split.addWidget(Piece(Scans).control);
     Split.setChildrenCollapsible(false);
-    Split.setStretchFactor(0, 3);
-    Split.setStretchFactor(1, 2);
     build(*this,
         column(row(tMsg, cmdCause, stretch(), cmdSlip, cmdTuShuYuYue, cmdWuZhengJieShu, CmdQuit),
             Piece(Split).grow()));
-    resize(pixelsOf(19500, *this), pixelsOf(9000, *this));
+    resize(pixelsOf(13500, *this), pixelsOf(9000, *this));
 }
 
 void TsjhFrm::wire()
@@ -156,8 +154,12 @@ void TsjhFrm::openReader(const QString& readercode)
 void TsjhFrm::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
-    const bool wide = width() >= pixelsOf(17000, *this);
-    Split.setOrientation(wide ? Qt::Horizontal : Qt::Vertical);
+    const auto way = width() >= pixelsOf(16700, *this) ? Qt::Horizontal : Qt::Vertical;
+    if (m_isShared && way == Split.orientation()) return;
+    m_isShared = true;
+    Split.setOrientation(way);
+    const bool beside = way == Qt::Horizontal;
+    Split.setSizes(beside ? QList {58, 42} : QList {66, 34});
 }
 
 void TsjhFrm::showEvent(QShowEvent* event)

@@ -120,6 +120,7 @@ private:
     FineDialog& m_fines;
     Sounds& m_sounds;
     std::optional<ScanEntry> m_scan; ///< the one that is under way
+    bool m_isShared = false; ///< pages and session list have got their parts of the room
     bool m_resultIsFresh = false; ///< the line of the result is about the last scan, and none has begun since
     cTooltip m_tip;
 };

@@ -8,6 +8,7 @@
 #include <QClipboard>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QStyledItemDelegate>
 
 #include <set>
@@ -67,6 +68,7 @@ ScanListView::ScanListView(QWidget* parent)
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsClickable(false);
+    horizontalHeader()->setFixedHeight(std::max(pixelsOf(350, *this), fontMetrics().height() + 6));
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     connect(this, &QTableView::doubleClicked, this,
         [this](const QModelIndex& index) { Q_EMIT opened(index.row()); });
@@ -102,6 +104,16 @@ void ScanListView::keyPressEvent(QKeyEvent* event)
         Q_EMIT typed(event->text());
     else
         QTableView::keyPressEvent(event);
+}
+
+void ScanListView::paintEvent(QPaintEvent* event)
+{
+    QTableView::paintEvent(event);
+    if (model()->rowCount() > 0) return;
+    QPainter painter(viewport());
+    painter.setPen(Theme().mutedText);
+    painter.drawText(viewport()->rect().adjusted(12, 12, -12, -12), Qt::AlignCenter | Qt::TextWordWrap,
+        u"扫描过的每一册都记在这里，最新的在最上面"_s);
 }
 
 void ScanListView::resizeEvent(QResizeEvent* event)
