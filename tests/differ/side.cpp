@@ -25,9 +25,17 @@ QString shown(const Value& value)
     return text;
 }
 
+QStringList namesOf(const Recordset& rows)
+{
+    QStringList names;
+    for (int field = 0; field < rows.fieldCount(); ++field)
+        names += rows.fieldName(field);
+    return names;
+}
+
 std::vector<QStringList> rowsOf(Recordset row)
 {
-    std::vector<QStringList> rows;
+    std::vector<QStringList> rows {namesOf(row)};
     for (; !row.eof(); row.next()) {
         QStringList& fields = rows.emplace_back();
         for (int field = 0; field < row.fieldCount(); ++field)
@@ -88,7 +96,7 @@ void fold(QStringList& row)
 bool failsEarly(const Outcome& failed, const Outcome& other)
 {
     static const QRegularExpression value(u"超出|不是日期|不能为零"_s);
-    const bool without = other.rows.empty() || other.rows.back() == QStringList {u"0"_s};
+    const bool without = other.rows.size() == 1 || other.rows.back() == QStringList {u"0"_s};
     return without && failed.failure.contains(value);
 }
 
@@ -135,7 +143,7 @@ bool isSame(const QString& statement, const Outcome& left, const Outcome& right)
     const bool ordered = !grouped || isPlain(statement);
     for (std::vector<QStringList>& rows : sides) {
         if (grouped) std::ranges::for_each(rows, fold);
-        if (!ordered) std::ranges::sort(rows);
+        if (!ordered) std::sort(rows.begin() + 1, rows.end()); // behind the names
     }
     return sides[0] == sides[1];
 }

@@ -1,5 +1,7 @@
 #include "platform/db/cursor.h"
 
+#include "platform/sql/translator.h"
+
 #include <charconv>
 #include <cmath>
 
@@ -15,6 +17,12 @@ Cell digitsCell(const DecimalDigits& digits, Kind kind)
 }
 
 } // namespace
+
+void describeAsTold(Field& field, const sql::Translation& statement, std::size_t column)
+{
+    if (statement.columns[column] != Kind::Unknown) field.kind = statement.columns[column];
+    if (column < statement.names.size()) field.name = statement.names[column];
+}
 
 Cell wholeNumberCell(qint64 number, Kind kind, DecimalDigits& room)
 {

@@ -10,11 +10,19 @@
 
 namespace quilla {
 
+namespace sql {
+struct Translation;
+}
+
 /// A column of a result.
 struct Field {
-    QString name;
+    QString name; ///< as the statement spells it; empty for what is worked out and has no alias
     sql::Kind kind = sql::Kind::Unknown;
 };
+
+/// Gives a field of a result, which the engine has described, the kind and the name that the statement means,
+/// as far as they are known. Each engine names in its own way.
+void describeAsTold(Field& field, const sql::Translation& statement, std::size_t column);
 
 /// The columns of a result; shared by all results of one prepared statement.
 using Fields = std::shared_ptr<const std::vector<Field>>;

@@ -115,7 +115,7 @@ const Fields& OdbcStatement::fields(const sql::Translation& statement)
     std::vector<Field> fields;
     for (std::size_t i = 0; i < count; ++i) {
         fields.push_back(describe(int(i)));
-        if (statement.columns.size() == count) takeFromTranslation(fields.back(), statement, i);
+        if (statement.columns.size() == count) describeAsTold(fields.back(), statement, i);
     }
     m_fields = std::make_shared<const std::vector<Field>>(std::move(fields));
     return m_fields;
@@ -135,16 +135,6 @@ Field OdbcStatement::describe(int column)
     makeRoom(column, size);
     return {textOf(name, std::min<qsizetype>(length, std::size(name) - 1)),
         kindOf(type, m_connection.dialect().smallIntegerIsBit)};
-}
-
-/// The translation knows what the statement means; PostgreSQL spells every name in small letters.
-void OdbcStatement::takeFromTranslation(
-    Field& field, const sql::Translation& statement, std::size_t column) const
-{
-    if (statement.columns[column] != Kind::Unknown) field.kind = statement.columns[column];
-    if (column >= statement.names.size()) return;
-    const QString& name = statement.names[column];
-    if (name.compare(field.name, Qt::CaseInsensitive) == 0) field.name = name;
 }
 
 /// Bound columns are filled without a further call a field. A text of unknown or great width has room for

@@ -60,7 +60,6 @@ private:
 
     int skipToRows();
     Field describe(int column);
-    void takeFromTranslation(Field& field, const sql::Translation& statement, std::size_t column) const;
     void makeRoom(int column, SQLULEN size);
     QStringView text(int column);
     QStringView longText(int column);
