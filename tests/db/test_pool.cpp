@@ -153,9 +153,10 @@ private Q_SLOTS:
             m_base->factory.drain();
             auto connection = m_base->factory.open(m_base->text().replace(m_base->path(), base));
             connection.execute(u"insert into book(code) values('a')");
-            return QList<unsigned> {modeOf(base), modeOf(base + u"-wal"_s), modeOf(base + u"-shm"_s)};
+            return QList<unsigned> {
+                modeOf(base), modeOf(base + u"-wal"_s), modeOf(base + u"-shm"_s), modeOf(base + u"-queue"_s)};
         };
-        QCOMPARE(opened(), QList<unsigned>(3, 0600));
+        QCOMPARE(opened(), QList<unsigned>(4, 0600));
         ::umask(before);
         QCOMPARE(modeOf(base + u".bak"_s), 0600u);
         QCOMPARE(modeOf(folder), 0700u);

@@ -4,7 +4,6 @@
 #include "platform/db/embedded.h"
 
 #include <QDir>
-#include <QRandomGenerator>
 
 #include <thread>
 
@@ -32,15 +31,15 @@ SqliteDriver::SqliteDriver(const QString& path, const Clock& clock, As as, int b
     setUp(as);
 }
 
-/// Another desk writes. Asks again after a blink: the engine's own waiting grows to a tenth of a second,
-/// and a desk that sleeps that long finds the turn taken again and again by one that does not.
+/// Another desk writes. Asks again after a blink: the engine's own waiting grows to a tenth of a second, in
+/// which a desk that does not sleep takes the turn again and again.
 int SqliteDriver::waitForTurn(void* driver, int timesAsked)
 {
     using namespace std::chrono;
     auto& self = *static_cast<SqliteDriver*>(driver);
     if (timesAsked == 0) self.m_waitingSince = steady_clock::now();
     if (steady_clock::now() - self.m_waitingSince >= self.m_patience) return 0;
-    std::this_thread::sleep_for(microseconds(300 + QRandomGenerator::global()->bounded(500)));
+    std::this_thread::sleep_for(microseconds(std::min(50 + 25 * timesAsked, 500)));
     return 1;
 }
 
@@ -55,7 +54,10 @@ void SqliteDriver::setUp(As as)
     if (as == As::Library) refuseForeignFile();
     m_handle.run("pragma foreign_keys=off; pragma synchronous=full; pragma temp_store=memory");
     if (as == As::NewFile) m_handle.run("pragma journal_mode=memory");
-    if (as == As::Library && !sqlite3_db_readonly(database, "main")) m_handle.run("pragma journal_mode=wal");
+    if (as == As::Library && !sqlite3_db_readonly(database, "main")) {
+        m_handle.run("pragma journal_mode=wal");
+        m_queue.emplace(QFile::decodeName(sqlite3_db_filename(database, "main")));
+    }
     const auto kept = StatementLife::Kept;
     m_begin = std::make_unique<SqliteStatement>(m_handle, "begin immediate", kept);
     m_commit = std::make_unique<SqliteStatement>(m_handle, "commit", kept);
@@ -112,6 +114,7 @@ SqliteStatementLoan SqliteDriver::start(
 int SqliteDriver::execute(const sql::Translation& statement, const std::vector<sql::Literal>& literals)
 {
     const auto prepared = start(statement, literals);
+    const WriteQueue::Head head(queue(), m_patience);
     // Unlike the count of the last statement this one does not move at a statement that changes no rows.
     const int before = sqlite3_total_changes(m_handle.get());
     while (prepared->step()) { }
@@ -135,8 +138,15 @@ void SqliteDriver::run(SqliteStatement& statement)
     statement.step();
 }
 
+/// What a statement that may write waits behind.
+const WriteQueue* SqliteDriver::queue() const
+{
+    return m_queue && !m_inTransaction ? &*m_queue : nullptr;
+}
+
 void SqliteDriver::begin(OnFailure)
 {
+    const WriteQueue::Head head(queue(), m_patience);
     run(*m_begin);
     m_inTransaction = true;
 }

@@ -4,6 +4,7 @@
 #include "platform/db/sqlite/sqlite_functions.h"
 #include "platform/db/sqlite/sqlite_handle.h"
 #include "platform/db/sqlite/sqlite_statement.h"
+#include "platform/db/sqlite/write_queue.h"
 
 #include <chrono>
 
@@ -44,6 +45,7 @@ public:
 private:
     void setUp(As as);
     static int waitForTurn(void* driver, int timesAsked);
+    const WriteQueue* queue() const;
     SqliteStatementLoan start(const sql::Translation& statement, const std::vector<sql::Literal>& literals);
     void refuseAfterLostTransaction() const;
     void run(SqliteStatement& statement);
@@ -53,6 +55,7 @@ private:
     std::chrono::milliseconds m_patience;
     std::chrono::steady_clock::time_point m_waitingSince;
     SqliteHandle m_handle;
+    std::optional<WriteQueue> m_queue; ///< of a library that several desks share
     SqliteStatementCache m_statements {m_handle};
     std::unique_ptr<SqliteStatement> m_begin;
     std::unique_ptr<SqliteStatement> m_commit;
