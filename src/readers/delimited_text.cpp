@@ -42,73 +42,6 @@ QChar delimiterOf(QStringView text)
     return Candidates[std::max_element(counts, counts + 3) - counts];
 }
 
-/// Walks over a text field by field.
-class FieldReader {
-public:
-    FieldReader(QStringView text, QChar delimiter)
-        : m_text(text)
-        , m_delimiter(delimiter)
-    {
-    }
-
-    bool atEnd() const { return m_at >= m_text.size(); }
-    int line() const { return m_line; }
-
-    TextRecord record()
-    {
-        TextRecord read {m_line, {field()}};
-        while (!atEnd() && m_text[m_at] == m_delimiter) {
-            ++m_at;
-            read.fields.append(field());
-        }
-        lineBreak();
-        return read;
-    }
-
-private:
-    /// Text after a closing quote belongs to the field.
-    QString field()
-    {
-        QString text;
-        if (!atEnd() && m_text[m_at] == Quote) text = quotedPart();
-        const qsizetype from = m_at;
-        while (!atEnd() && m_text[m_at] != m_delimiter && !isLineBreak(m_text[m_at]))
-            ++m_at;
-        return text.append(m_text.sliced(from, m_at - from));
-    }
-
-    QString quotedPart()
-    {
-        const int begun = m_line;
-        QString text;
-        while (++m_at < m_text.size()) {
-            const QChar c = m_text[m_at];
-            const bool doubledQuote = c == Quote && m_text.sliced(m_at).startsWith(u"\"\"");
-            if (c == Quote && !doubledQuote) {
-                ++m_at;
-                return text;
-            }
-            if (doubledQuote) ++m_at;
-            text += isLineBreak(c) ? u'\n' : c;
-            if (isLineBreak(c)) ++m_line;
-            if (m_text.sliced(m_at).startsWith(u"\r\n")) ++m_at;
-        }
-        throw fault(u"第 %1 行的引号没有结束。"_s.arg(begun));
-    }
-
-    void lineBreak()
-    {
-        if (atEnd()) return;
-        m_at += m_text.sliced(m_at).startsWith(u"\r\n") ? 2 : 1;
-        ++m_line;
-    }
-
-    QStringView m_text;
-    QChar m_delimiter;
-    qsizetype m_at = 0;
-    int m_line = 1;
-};
-
 bool isBlank(const TextRecord& record)
 {
     return std::all_of(record.fields.begin(), record.fields.end(),
@@ -139,14 +72,75 @@ QString decodedText(const QByteArray& bytes)
     throw fault(u"文件的编码不是 UTF-8、UTF-16 或 GB18030。"_s);
 }
 
+DelimitedReader::DelimitedReader(QStringView text)
+    : m_text(text)
+    , m_delimiter(delimiterOf(text))
+{
+}
+
+bool DelimitedReader::next(TextRecord& read)
+{
+    while (!atEnd()) {
+        read = record();
+        if (!isBlank(read)) return true;
+    }
+    return false;
+}
+
+TextRecord DelimitedReader::record()
+{
+    TextRecord read {m_line, {field()}};
+    while (!atEnd() && m_text[m_at] == m_delimiter) {
+        ++m_at;
+        read.fields.append(field());
+    }
+    lineBreak();
+    return read;
+}
+
+/// Text after a closing quote belongs to the field.
+QString DelimitedReader::field()
+{
+    QString text;
+    if (!atEnd() && m_text[m_at] == Quote) text = quotedPart();
+    const qsizetype from = m_at;
+    while (!atEnd() && m_text[m_at] != m_delimiter && !isLineBreak(m_text[m_at]))
+        ++m_at;
+    return text.append(m_text.sliced(from, m_at - from));
+}
+
+QString DelimitedReader::quotedPart()
+{
+    const int begun = m_line;
+    QString text;
+    while (++m_at < m_text.size()) {
+        const QChar c = m_text[m_at];
+        const bool doubledQuote = c == Quote && m_text.sliced(m_at).startsWith(u"\"\"");
+        if (c == Quote && !doubledQuote) {
+            ++m_at;
+            return text;
+        }
+        if (doubledQuote) ++m_at;
+        text += isLineBreak(c) ? u'\n' : c;
+        if (isLineBreak(c)) ++m_line;
+        if (m_text.sliced(m_at).startsWith(u"\r\n")) ++m_at;
+    }
+    throw fault(u"第 %1 行的引号没有结束。"_s.arg(begun));
+}
+
+void DelimitedReader::lineBreak()
+{
+    if (atEnd()) return;
+    m_at += m_text.sliced(m_at).startsWith(u"\r\n") ? 2 : 1;
+    ++m_line;
+}
+
 DelimitedText readDelimited(QStringView text)
 {
-    DelimitedText read {delimiterOf(text), {}};
-    FieldReader reader(text, read.delimiter);
-    while (!reader.atEnd()) {
-        TextRecord record = reader.record();
-        if (!isBlank(record)) read.records.push_back(std::move(record));
-    }
+    DelimitedReader reader(text);
+    DelimitedText read {reader.delimiter(), {}};
+    for (TextRecord record; reader.next(record);)
+        read.records.push_back(record);
     return read;
 }
 

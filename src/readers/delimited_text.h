@@ -26,6 +26,30 @@ QString decodedText(const QByteArray& bytes);
 /// that is never closed.
 DelimitedText readDelimited(QStringView text);
 
+/// The same, record by record: of a large file nobody needs them all at once. The text must outlive it.
+class DelimitedReader {
+public:
+    explicit DelimitedReader(QStringView text);
+
+    QChar delimiter() const { return m_delimiter; }
+    /// The next record that is not blank. False at the end. Throws as `readDelimited` does.
+    bool next(TextRecord& record);
+    /// How many characters have been read.
+    qsizetype position() const { return m_at; }
+
+private:
+    bool atEnd() const { return m_at >= m_text.size(); }
+    TextRecord record();
+    QString field();
+    QString quotedPart();
+    void lineBreak();
+
+    QStringView m_text;
+    QChar m_delimiter;
+    qsizetype m_at = 0;
+    int m_line = 1;
+};
+
 /// The fields as one line that `readDelimited` reads back, with its line break.
 QString delimitedLine(const QStringList& fields, QChar delimiter);
 

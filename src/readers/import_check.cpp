@@ -4,8 +4,7 @@
 #include "platform/core/dates.h"
 #include "platform/db/decimal.h"
 #include "readers/rule_numbers.h"
-
-#include <QRegularExpression>
+#include "readers/text_forms.h"
 
 namespace quilla {
 
@@ -25,24 +24,11 @@ QString captionOf(int field)
 /// code that has any of the others is never found again.
 bool hasUnseen(int field, const QString& text)
 {
+    if (hasUnseenCharacters(text)) return true;
     const QList<uint> characters = text.toUcs4();
-    return !text.isValidUtf16() || std::any_of(characters.begin(), characters.end(), [field](uint c) {
-        if (field == ImportField::Code) return c != u'\n' && !QChar::isPrint(c);
-        return c != u'\n' && c != u'\t' && QChar::category(c) == QChar::Other_Control;
+    return field == ImportField::Code && std::any_of(characters.begin(), characters.end(), [](uint c) {
+        return c != u'\n' && !QChar::isPrint(c);
     });
-}
-
-/// "1.10101E+17": a spreadsheet took a long code for a number, and most of its digits are gone.
-bool isRoundedCode(const QString& text)
-{
-    static const QRegularExpression rounded(u"^\\d([.,]\\d+)?[eE]\\+\\d+$"_s);
-    return rounded.match(text).hasMatch();
-}
-
-/// "Ａ００１": no scanner sends it, and where widths compare alike it is "A001" once more.
-bool hasWideForms(const QString& text)
-{
-    return std::any_of(text.begin(), text.end(), [](QChar c) { return c >= u'\uff01' && c <= u'\uff5e'; });
 }
 
 /// "2026-1-5", "2026/01/05", "2026年1月5日", "20260105": a day that begins with its whole year.
@@ -72,12 +58,13 @@ QString storedBit(const QString& text)
 
 } // namespace
 
-LineCheck::LineCheck(
-    const sql::Schema& schema, const ImportLists& lists, const std::vector<int>& fields, bool anyUnit)
+LineCheck::LineCheck(const sql::Schema& schema, const ImportLists& lists, const std::vector<int>& fields,
+    bool anyUnit, CurrentReader current)
     : m_schema(schema)
     , m_lists(lists)
     , m_fields(fields)
     , m_anyUnit(anyUnit)
+    , m_current(std::move(current))
 {
 }
 
@@ -85,6 +72,7 @@ bool LineCheck::check(const TextRecord& record)
 {
     m_reasons.clear();
     take(record);
+    keepCurrent();
     needNoMore(record);
     checkCode(record.line);
     if (isEmpty(ImportField::Name)) refuse(u"姓名是空的"_s);
@@ -118,7 +106,7 @@ void LineCheck::checkCode(int line)
 {
     if (isEmpty(ImportField::Code)) return refuse(u"读者证号是空的"_s);
     const QString code = comparable(value(ImportField::Code));
-    if (m_lists.codes.contains(code)) refuse(u"读者证号已经存在"_s);
+    if (!m_known && m_lists.codes.contains(code)) refuse(u"读者证号已经存在"_s);
     const int earlier = m_lineOfCode.value(code);
     if (earlier) return refuse(u"读者证号与第 %1 行重复"_s.arg(earlier));
     m_lineOfCode.insert(code, line);
@@ -128,6 +116,7 @@ void LineCheck::checkCode(int line)
 void LineCheck::checkType()
 {
     QString& type = value(ImportField::Type);
+    if (m_known && !isGiven(ImportField::Type)) return;
     if (type.isEmpty()) return refuse(u"读者类型是空的"_s);
     const auto known = m_lists.types.constFind(comparable(type));
     if (known == m_lists.types.constEnd()) return refuse(u"没有这个读者类型：%1"_s.arg(type));
@@ -137,7 +126,7 @@ void LineCheck::checkType()
 void LineCheck::checkUnit()
 {
     QString& unit = value(ImportField::Unit);
-    if (unit.isEmpty()) return;
+    if (!isGiven(ImportField::Unit)) return;
     const auto known = m_lists.units.constFind(comparable(unit));
     if (known != m_lists.units.constEnd())
         unit = *known;
@@ -145,13 +134,35 @@ void LineCheck::checkUnit()
         refuse(u"没有这个读者单位：%1（可用 --add-units 建立）"_s.arg(unit));
 }
 
-/// What the file leaves open.
-void LineCheck::fillIn()
+/// A reader of another type gets its parameters, as in the editor.
+void LineCheck::keepCurrent()
+{
+    m_given = m_values;
+    m_known = m_current && m_lists.codes.contains(comparable(value(ImportField::Code)));
+    if (!m_known) return;
+    m_values = m_current(value(ImportField::Code));
+    const bool sameType
+        = !isGiven(ImportField::Type) || sameText(value(ImportField::Type), m_given[ImportField::Type]);
+    for (int field = 0; field < ImportField::Count; ++field)
+        if (isGiven(field))
+            value(field) = m_given[std::size_t(field)];
+        else if (!sameType && field >= FirstParameter && field < FirstDetail)
+            value(field).clear();
+}
+
+void LineCheck::takeParameters()
 {
     const ImportValues rules = m_lists.parameters.value(comparable(value(ImportField::Type)));
     for (int field = FirstParameter; field < FirstDetail; ++field)
         if (isEmpty(field))
             value(field) = rules[std::size_t(field)].isEmpty() ? u"0"_s : rules[std::size_t(field)];
+}
+
+/// What the file leaves open. A known reader may well have no term.
+void LineCheck::fillIn()
+{
+    takeParameters();
+    if (m_known) return;
     if (isEmpty(ImportField::Issued)) value(ImportField::Issued) = isoDate(m_lists.today);
     if (isEmpty(ImportField::Term)) value(ImportField::Term) = isoDate(m_lists.today.addYears(1));
     if (isEmpty(ImportField::State)) value(ImportField::State) = Valid;
@@ -193,7 +204,7 @@ void LineCheck::checkForm(int field)
 /// The editor offers these two; statistics count by them.
 void LineCheck::checkSex()
 {
-    if (isEmpty(ImportField::Sex) || Sexes.contains(value(ImportField::Sex))) return;
+    if (!isGiven(ImportField::Sex) || Sexes.contains(value(ImportField::Sex))) return;
     refuse(u"性别应该是男或女，或者不填：%1"_s.arg(value(ImportField::Sex)));
 }
 
@@ -212,6 +223,7 @@ void LineCheck::checkDigits()
 void LineCheck::checkState()
 {
     QString& state = value(ImportField::State);
+    if (m_known && state.isEmpty()) return;
     const auto known = std::find_if(
         States.begin(), States.end(), [&](const QString& listed) { return sameText(listed, state); });
     if (known == States.end()) return refuse(u"有效状态应该是%1之一：%2"_s.arg(States.join(u"、"_s), state));
@@ -222,7 +234,7 @@ void LineCheck::checkState()
 
 void LineCheck::checkQuota()
 {
-    if (!m_lists.types.contains(comparable(value(ImportField::Type)))) return;
+    if (m_known || !m_lists.types.contains(comparable(value(ImportField::Type)))) return;
     for (const int field : {ImportField::LoanCopies, ImportField::LoanDays})
         if (value(field) == u"0")
             refuse(u"%1不能是 0；请填写，或先设置该读者类型的流通参数"_s.arg(captionOf(field)));

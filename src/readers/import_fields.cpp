@@ -43,9 +43,11 @@ QString knownHeadings()
     return known.join(u"、"_s);
 }
 
-void needAll(const std::vector<int>& fields)
+void needAll(const std::vector<int>& fields, bool codeIsEnough)
 {
-    for (const int needed : {ImportField::Code, ImportField::Name, ImportField::Type})
+    std::vector<int> all {ImportField::Code, ImportField::Name, ImportField::Type};
+    if (codeIsEnough) all.resize(1);
+    for (const int needed : all)
         if (std::count(fields.begin(), fields.end(), needed) == 0)
             throw fault(u"缺少列标题“%1”。\n可用的列标题：%2。"_s.arg(
                 importField(needed).captions.first(), knownHeadings()));
@@ -99,7 +101,7 @@ QString shortened(const QString& text)
     return text.size() <= longest ? text : text.first(longest) + u'…';
 }
 
-std::vector<int> fieldsOfHeadings(const QStringList& headings)
+std::vector<int> fieldsOfHeadings(const QStringList& headings, bool codeIsEnough)
 {
     std::vector<int> fields;
     for (const QString& heading : headings) {
@@ -108,7 +110,7 @@ std::vector<int> fieldsOfHeadings(const QStringList& headings)
             throw fault(u"列标题“%1”出现了两次。"_s.arg(heading));
         fields.push_back(field);
     }
-    needAll(fields);
+    needAll(fields, codeIsEnough);
     return fields;
 }
 

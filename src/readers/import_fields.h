@@ -71,8 +71,8 @@ QString shortened(const QString& text);
 inline constexpr int NoField = -1;
 
 /// What the columns of a file hold: a field each, `NoField` for the reasons and for what is unknown. Throws
-/// `Error` that names a heading that comes twice or is missing.
-std::vector<int> fieldsOfHeadings(const QStringList& headings);
+/// `Error` that names a heading that comes twice or is missing. Where readers are changed the code is enough.
+std::vector<int> fieldsOfHeadings(const QStringList& headings, bool codeIsEnough = false);
 /// The headings that mean nothing to us, as they stand in the file.
 QStringList unknownHeadings(const QStringList& headings);
 

@@ -2,6 +2,7 @@
 
 #include "database/row_text.h"
 #include "platform/core/dates.h"
+#include "readers/export_readers_ops.h"
 #include "readers/import_check.h"
 
 namespace quilla {
@@ -43,16 +44,40 @@ public:
             put(m_card, m_kinds[std::size_t(field)], reader[std::size_t(field)]);
         m_card.number(0).send();
         if (hasDetails) m_connection.execute(u"delete from dzkx where readercode='%1'"_s.arg(doubled(code)));
+        writeDetails(reader);
+    }
+
+    /// All that a file can hold, and nothing else of the card.
+    void change(const ImportValues& reader)
+    {
+        const QString code = doubled(reader[ImportField::Code]);
+        QStringList settings;
+        for (int field = ImportField::Code + 1; field < FirstDetail; ++field)
+            settings.append(importField(field).column + u'=' + literal(field, reader[std::size_t(field)]));
+        m_connection.execute(u"update dzk set %1 where readercode='%2'"_s.arg(settings.join(u','), code));
+        m_connection.execute(u"delete from dzkx where readercode='%1'"_s.arg(code));
+        writeDetails(reader);
+    }
+
+private:
+    QString literal(int field, const QString& value) const
+    {
+        const Kind kind = m_kinds[std::size_t(field)];
+        if (kind != Kind::Text && value.isEmpty()) return u"null"_s;
+        return kind == Kind::Text || kind == Kind::Date ? u'\'' + doubled(value) + u'\'' : value;
+    }
+
+    void writeDetails(const ImportValues& reader)
+    {
         const bool brings = std::any_of(
             reader.begin() + FirstDetail, reader.end(), [](const QString& text) { return !text.isEmpty(); });
         if (!brings) return;
-        m_details.text(code);
+        m_details.text(reader[ImportField::Code]);
         for (int field = FirstDetail; field < ImportField::Count; ++field)
             put(m_details, m_kinds[std::size_t(field)], reader[std::size_t(field)]);
         m_details.send();
     }
 
-private:
     static QString columns(int first, int end)
     {
         QStringList names;
@@ -77,26 +102,36 @@ TextRecord headingsOf(const DelimitedText& text)
     return headings;
 }
 
-std::vector<ImportValues> checked(const DelimitedText& text, LineCheck& check, ImportReport& report)
+struct CheckedReader {
+    ImportValues values;
+    bool known = false; ///< one to change
+};
+
+std::vector<CheckedReader> checked(const DelimitedText& text, LineCheck& check, ImportReport& report)
 {
-    std::vector<ImportValues> readers;
+    std::vector<CheckedReader> readers;
     for (std::size_t line = 1; line < text.records.size(); ++line) {
         ++report.lines;
         if (check.check(text.records[line]))
-            readers.push_back(check.reader());
+            readers.push_back({check.reader(), check.isKnown()});
         else
             report.refused.push_back({text.records[line], check.reason()});
     }
     return readers;
 }
 
+ImportValues readReader(Connection& connection, const QString& code)
+{
+    return readerValues(connection.open(readerSelect() + u" where d.readercode='%1'"_s.arg(doubled(code))));
+}
+
 /// Enters the units that are not listed yet, each once; all cards take its first spelling.
-void enterUnits(Connection& connection, QHash<QString, QString> units, std::vector<ImportValues>& readers,
+void enterUnits(Connection& connection, QHash<QString, QString> units, std::vector<CheckedReader>& readers,
     ImportReport& report)
 {
     RowText row(connection, u"dzdw", u"readunit");
-    for (ImportValues& reader : readers) {
-        QString& unit = reader[ImportField::Unit];
+    for (CheckedReader& reader : readers) {
+        QString& unit = reader.values[ImportField::Unit];
         if (unit.isEmpty()) continue;
         QString& listed = units[comparable(unit)];
         if (listed.isEmpty()) {
@@ -109,18 +144,21 @@ void enterUnits(Connection& connection, QHash<QString, QString> units, std::vect
 }
 
 void writeReaders(Connection& connection, const sql::Schema& schema, const ImportLists& lists,
-    std::vector<ImportValues>& readers, ImportReport& report)
+    std::vector<CheckedReader>& readers, ImportReport& report)
 {
     enterUnits(connection, lists.units, readers, report);
     ReaderWriter writer(connection, schema);
-    for (const ImportValues& reader : readers) {
+    for (const auto& [reader, known] : readers) {
         const QString& code = reader[ImportField::Code];
         try {
-            writer.write(reader, lists.details.contains(comparable(code)));
+            if (known)
+                writer.change(reader);
+            else
+                writer.write(reader, lists.details.contains(comparable(code)));
         } catch (const Error& error) {
             throw Error(error.number, error.source, u"读者证号 %1：%2"_s.arg(code, error.text));
         }
-        ++report.readers;
+        ++(known ? report.changed : report.readers);
     }
 }
 
@@ -135,12 +173,13 @@ ImportReport importReaders(
     report.headings = headingsOf(text);
     report.delimiter = text.delimiter;
     report.unknownHeadings = unknownHeadings(report.headings.fields);
-    const std::vector<int> fields = fieldsOfHeadings(report.headings.fields);
+    const std::vector<int> fields = fieldsOfHeadings(report.headings.fields, options.update);
 
     connection.begin(OnFailure::EndTransaction);
     const ImportLists lists = readImportLists(connection);
-    LineCheck check(schema, lists, fields, options.addUnits);
-    std::vector<ImportValues> readers = checked(text, check, report);
+    const CurrentReader current = [&](const QString& code) { return readReader(connection, code); };
+    LineCheck check(schema, lists, fields, options.addUnits, options.update ? current : CurrentReader());
+    std::vector<CheckedReader> readers = checked(text, check, report);
     if (report.refused.empty() || options.skipRefused)
         writeReaders(connection, schema, lists, readers, report);
     options.dryRun ? connection.rollback() : connection.commit();

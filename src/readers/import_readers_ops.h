@@ -10,6 +10,7 @@ struct ImportOptions {
     bool dryRun = false; ///< everything is done and taken back
     bool skipRefused = false; ///< what is refused does not keep the other lines out
     bool addUnits = false; ///< units that are not listed yet are entered
+    bool update = false; ///< known codes are changed, not refused
 };
 
 /// A line that did not become a reader.
@@ -21,6 +22,7 @@ struct RefusedLine {
 struct ImportReport {
     int lines = 0; ///< read, headings not counted
     int readers = 0; ///< new ones; 0 when nothing was to be written because of a refused line
+    int changed = 0; ///< readers who were there
     QStringList newUnits;
     QStringList unknownHeadings; ///< of columns that were left out
     std::vector<RefusedLine> refused;
@@ -29,7 +31,8 @@ struct ImportReport {
 };
 
 /// Enters the readers of a delimited file, whose first line has the headings, with what a new card in the
-/// editor has where the file says nothing: the parameters of its type, today, one year, "有效". All in one
+/// editor has where the file says nothing: the parameters of its type, today, one year, "有效". With `update`
+/// readers who are there are changed instead of refused; what their line leaves empty stays. All in one
 /// transaction of this connection; nothing is written when a line is refused, unless that is asked for.
 /// Throws `Error` for a file that can't be read and for a failing statement; nothing is written then either.
 ImportReport importReaders(

@@ -5,6 +5,7 @@
 #include "platform/core/text.h"
 
 #include <QCommandLineParser>
+#include <QHash>
 
 namespace quilla {
 
@@ -23,8 +24,27 @@ constexpr QStringView Help = uR"(青简文库的数据库工具。
   copy          把内置数据库的全部数据复制到 --connection 的空数据库，或还没有的内置数据库
   backup 文件   备份内置数据库，使用中也可以；损坏的数据库不备份
   restore 文件  从备份恢复内置数据库；损坏的备份不恢复，已有的数据库不覆盖
+  import-books 文件
+                导入图书：ISO 2709（CNMARC、MARC21；UTF-8、GB18030、MARC-8）或 CSV
+  export-books 文件
+                导出图书，格式与导入的相同
   import-readers 文件
                 从 CSV 文件导入读者；第一行是列标题
+  export-readers 文件
+                把读者导出为 CSV 文件，可以再导入
+  book-fields 文件
+                写出图书导入的字段对应表，可以修改后用于 --fields
+  list-operators
+                列出操作员
+  add-operator 用户名、set-password 用户名
+                增加操作员、设置密码；密码在终端上输入两次，不显示，不写在命令行上；
+                不在终端上时从标准输入读一行
+  remove-operator 用户名
+                删除操作员；可以使用流通台的最后一个不能删除
+  load-starter [文件夹]
+                装入读者类型和流通参数、读者单位、节假日；不指定文件夹时装入自带的
+  write-starter 文件夹
+                写出自带的这些文件，可以修改后装入
   first-start   还没有连接设置时：建立演示数据库并设为连接
 
 选项：
@@ -43,11 +63,16 @@ constexpr QStringView Help = uR"(青简文库的数据库工具。
   --loans 数         scale：在借的册数，默认 20000
   --yes              repair：修改数据；所有工作台须先退出
   --remove           guard：取消保护索引
-  --dry-run          import-readers：只试运行，不写入
-  --skip-refused     import-readers：跳过被拒绝的行，导入其余的；不指定时有一行被拒绝就都不写入
+  --dry-run          导入：只试运行，不写入
+  --skip-refused     导入：跳过被拒绝的行，导入其余的；不指定时有一行被拒绝就都不写入
+  --refused 文件     导入：把被拒绝的行和原因写入新文件，改正后可以再导入；已有的文件不覆盖
   --add-units        import-readers：建立还没有的读者单位
-  --refused 文件     import-readers：把被拒绝的行和原因写入新文件，改正后可以再导入；
-                     已有的文件不覆盖
+  --update           import-readers：已有的读者证号按文件修改，文件没有的列不变；其余的新增
+  --format 格式      import-books：cnmarc、marc21 或 csv，不指定时自动识别；
+                     export-books：cnmarc、marc21、csv（默认）或 tsv
+  --encoding 编码    import-books：utf-8、gb18030 或 marc-8，不指定时自动识别；
+                     export-books：utf-8（默认）或 gb18030
+  --fields 文件      import-books：字段对应表，见 book-fields
 
 返回值：0 成功，1 核对时发现问题或导入时有被拒绝的行，2 失败。
 )";
@@ -136,7 +161,22 @@ void addOptions(QCommandLineParser& parser)
         {u"skip-refused"_s, {}},
         {u"add-units"_s, {}},
         {u"refused"_s, {}, u"文件"_s},
+        {u"update"_s, {}},
+        {u"format"_s, {}, u"格式"_s},
+        {u"encoding"_s, {}, u"编码"_s},
+        {u"fields"_s, {}, u"文件"_s},
     });
+}
+
+const QStringList TakesName {u"add-operator"_s, u"set-password"_s, u"remove-operator"_s};
+const QStringList TakesFile = TakesName
+    + QStringList {u"backup"_s, u"restore"_s, u"import-readers"_s, u"export-readers"_s, u"import-books"_s,
+        u"export-books"_s, u"book-fields"_s, u"write-starter"_s};
+
+QString argumentOf(const QString& command)
+{
+    if (TakesName.contains(command)) return u"用户名"_s;
+    return command == u"write-starter" ? u"文件夹"_s : u"文件名"_s;
 }
 
 void readPositions(const QCommandLineParser& parser, Arguments& arguments)
@@ -144,12 +184,38 @@ void readPositions(const QCommandLineParser& parser, Arguments& arguments)
     const QStringList positions = parser.positionalArguments();
     if (positions.isEmpty()) throw fault(u"缺少命令。用 --help 查看用法。"_s);
     arguments.command = positions[0];
-    const bool takesFile
-        = QStringList {u"backup"_s, u"restore"_s, u"import-readers"_s}.contains(arguments.command);
-    if (positions.size() != (takesFile ? 2 : 1))
-        throw fault(takesFile ? u"%1 需要一个文件名。"_s.arg(arguments.command)
-                              : u"%1 之后的参数太多。"_s.arg(arguments.command));
-    if (takesFile) arguments.file = positions[1];
+    const bool takesFile = TakesFile.contains(arguments.command);
+    const bool mayTakeFile = takesFile || arguments.command == u"load-starter";
+    if (takesFile && positions.size() < 2)
+        throw fault(u"%1 需要一个%2。"_s.arg(arguments.command, argumentOf(arguments.command)));
+    if (positions.size() > (mayTakeFile ? 2 : 1))
+        throw fault(u"%1 之后的参数太多。"_s.arg(arguments.command));
+    if (positions.size() == 2) arguments.file = positions[1];
+}
+
+template <typename Choice>
+Choice chosen(const QCommandLineParser& parser, const QString& option, const QHash<QString, Choice>& choices)
+{
+    const QString name = parser.value(option).toLower();
+    if (!choices.contains(name))
+        throw fault(u"--%1 没有这个取值：%2。用 --help 查看用法。"_s.arg(option, name));
+    return choices[name];
+}
+
+/// A format or a code page that is not named is told from the file.
+void readBookOptions(const QCommandLineParser& parser, Arguments& arguments)
+{
+    static const QHash<QString, BookFormat> formats {{QString(), BookFormat::Unknown},
+        {u"cnmarc"_s, BookFormat::Cnmarc}, {u"marc21"_s, BookFormat::Marc21}, {u"csv"_s, BookFormat::Csv},
+        {u"tsv"_s, BookFormat::Tsv}};
+    static const QHash<QString, CodePage> codePages {{QString(), CodePage::Unknown},
+        {u"utf-8"_s, CodePage::Utf8}, {u"gb18030"_s, CodePage::Gb18030}, {u"marc-8"_s, CodePage::Marc8}};
+    const BookFormat format = chosen(parser, u"format"_s, formats);
+    const CodePage codePage = chosen(parser, u"encoding"_s, codePages);
+    arguments.books
+        = {parser.isSet(u"dry-run"_s), parser.isSet(u"skip-refused"_s), format, codePage, BookFields()};
+    arguments.bookExport = {format, codePage};
+    arguments.fieldsFile = parser.value(u"fields"_s);
 }
 
 ScaleOptions scaleOf(const QCommandLineParser& parser, const QDate& today)
@@ -193,8 +259,9 @@ Arguments readArguments(const QStringList& line)
     arguments.demo.today = dayOf(parser);
     arguments.demo.seed = quint64(numberOf(parser, u"seed"_s));
     arguments.scale = scaleOf(parser, arguments.demo.today);
-    arguments.readers
-        = {parser.isSet(u"dry-run"_s), parser.isSet(u"skip-refused"_s), parser.isSet(u"add-units"_s)};
+    arguments.readers = {parser.isSet(u"dry-run"_s), parser.isSet(u"skip-refused"_s),
+        parser.isSet(u"add-units"_s), parser.isSet(u"update"_s)};
+    readBookOptions(parser, arguments);
     arguments.refusedFile = parser.value(u"refused"_s);
     return arguments;
 }

@@ -2,6 +2,8 @@
 
 #include "database/demo_library.h"
 #include "database/scale.h"
+#include "holdings/export_books_ops.h"
+#include "holdings/import_books_ops.h"
 #include "quilla-db/target.h"
 #include "readers/import_readers_ops.h"
 
@@ -12,7 +14,7 @@ namespace quilla {
 /// The command line of quilla-db, read.
 struct Arguments {
     QString command;
-    QString file; ///< the second file of `backup` and `restore`, the one that is imported
+    QString file; ///< what stands after the command: a file, a folder or an operator's name
     Target target;
     Target copyTarget; ///< of `copy`: where to
     bool script = false; ///< `create` only prints what it would send
@@ -22,6 +24,9 @@ struct Arguments {
     DemoOptions demo;
     ScaleOptions scale;
     ImportOptions readers;
+    BookImportOptions books;
+    BookExportOptions bookExport;
+    QString fieldsFile; ///< the mapping of an import of books; empty for the built-in one
     QString refusedFile; ///< where the refused lines of an import go; empty for nowhere
 };
 

@@ -6,8 +6,11 @@
 #include "platform/core/text.h"
 #include "platform/db/embedded.h"
 #include "platform/db/pooled_factory.h"
+#include "quilla-db/book_commands.h"
 #include "quilla-db/first_start.h"
 #include "quilla-db/import_command.h"
+#include "quilla-db/operator_commands.h"
+#include "quilla-db/starter_commands.h"
 
 namespace quilla {
 
@@ -250,7 +253,11 @@ Outcome runCommand(const Arguments& arguments, QTextStream& out)
         Outcome (*run)(const Arguments&, QTextStream&);
     } Commands[] = {{u"help", help}, {u"create", create}, {u"demo", loadDemo}, {u"scale", loadScale},
         {u"check", check}, {u"repair", repair}, {u"guard", guard}, {u"copy", copy}, {u"backup", backup},
-        {u"restore", restore}, {u"import-readers", importReadersOf}, {u"first-start", firstStart}};
+        {u"restore", restore}, {u"import-readers", importReadersOf}, {u"export-readers", exportReadersOf},
+        {u"import-books", importBooksOf}, {u"export-books", exportBooksOf}, {u"book-fields", writeBookFields},
+        {u"list-operators", listOperatorsOf}, {u"add-operator", addOperatorOf},
+        {u"set-password", setPasswordOf}, {u"remove-operator", removeOperatorOf},
+        {u"load-starter", loadStarterOf}, {u"write-starter", writeStarterOf}, {u"first-start", firstStart}};
     for (const auto& command : Commands)
         if (command.name == arguments.command) return command.run(arguments, out);
     throw fault(u"没有这个命令：%1。用 --help 查看用法。"_s.arg(arguments.command));

@@ -1,9 +1,9 @@
 #include "quilla-db/import_command.h"
 
-#include "database/library_schema.h"
 #include "platform/core/new_file.h"
 #include "platform/core/text.h"
-#include "platform/db/pooled_factory.h"
+#include "quilla-db/work_place.h"
+#include "readers/export_readers_ops.h"
 #include "readers/import_readers_ops.h"
 
 #include <QFile>
@@ -72,6 +72,11 @@ void tellRefused(const Arguments& arguments, const ImportReport& report, QTextSt
         out << u"被拒绝的行在："_s << arguments.refusedFile << u'\n';
 }
 
+QString changed(const ImportReport& report)
+{
+    return report.changed ? u"，修改 %1 位"_s.arg(report.changed) : QString();
+}
+
 void tellOutcome(const Arguments& arguments, const ImportReport& report, QTextStream& out)
 {
     if (!report.unknownHeadings.isEmpty())
@@ -82,9 +87,10 @@ void tellOutcome(const Arguments& arguments, const ImportReport& report, QTextSt
     if (stopped)
         out << u"没有写入任何读者。请改正后再导入，或用 --skip-refused 导入其余的行。\n"_s;
     else if (arguments.readers.dryRun)
-        out << u"可以导入 "_s << report.readers << u" 位读者（试运行，没有写入）。\n"_s;
+        out << u"可以导入 "_s << report.readers << u" 位读者"_s << changed(report)
+            << u"（试运行，没有写入）。\n"_s;
     else
-        out << u"已导入 "_s << report.readers << u" 位读者。\n"_s;
+        out << u"已导入 "_s << report.readers << u" 位读者"_s << changed(report) << u"。\n"_s;
 }
 
 } // namespace
@@ -93,15 +99,27 @@ Outcome importReadersOf(const Arguments& arguments, QTextStream& out)
 {
     const QByteArray content = contentOf(arguments.file);
     RefusedFile refused(arguments.refusedFile);
-    const SystemClock clock;
-    const sql::Schema schema = librarySchema();
-    PooledFactory factory(schema, clock);
-    Connection connection = factory.open(arguments.target.connectionText);
-    const ImportReport report = importReaders(connection, schema, content, arguments.readers);
+    WorkPlace place(arguments.target);
+    const ImportReport report = importReaders(place.connection, place.schema, content, arguments.readers);
     tellRefused(arguments, report, out);
     tellOutcome(arguments, report, out);
     refused.write(report);
     return report.refused.empty() ? Outcome::Done : Outcome::Findings;
+}
+
+Outcome exportReadersOf(const Arguments& arguments, QTextStream& out)
+{
+    WorkPlace place(arguments.target);
+    NewFile whole(arguments.file);
+    QFile file(whole.part());
+    if (!file.open(QIODevice::WriteOnly))
+        throw fault(u"无法写入文件 %1：%2"_s.arg(arguments.file, file.errorString()));
+    const int readers = exportReaders(place.connection, file);
+    if (!file.flush()) throw fault(u"无法写入文件 %1：%2"_s.arg(arguments.file, file.errorString()));
+    file.close();
+    whole.finish();
+    out << u"已导出 "_s << readers << u" 位读者："_s << arguments.file << u'\n';
+    return Outcome::Done;
 }
 
 } // namespace quilla

@@ -1,0 +1,141 @@
+#include "holdings/book_source.h"
+#include "platform/core/error.h"
+#include "platform/core/text.h"
+#include "readers/delimited_text.h"
+#include "readers/import_fields.h"
+
+#include <QFile>
+#include <QRegularExpression>
+
+namespace quilla {
+
+namespace {
+
+Error fault(const QString& text)
+{
+    return Error(5, u"ImportBooks"_s, text);
+}
+
+QString textOf(const QString& name)
+{
+    QFile file(name);
+    if (!file.open(QIODevice::ReadOnly)) throw fault(u"无法读取文件 %1：%2"_s.arg(name, file.errorString()));
+    return decodedText(file.readAll());
+}
+
+/// Where a column of the file goes.
+struct Column {
+    int title = -1;
+    int copy = -1;
+};
+
+/// "A1;A2" is two barcodes. A field of one copy alone may hold any of the marks.
+QStringList listOf(const QString& text)
+{
+    static const QRegularExpression between(u"[;；、,，|\\n]"_s);
+    QStringList items;
+    for (const QString& item : text.split(between))
+        items.append(item.trimmed());
+    items.removeAll(QString());
+    return items;
+}
+
+class DelimitedSource final : public BookSource {
+public:
+    explicit DelimitedSource(const QString& file)
+        : m_text(textOf(file))
+        , m_reader(m_text)
+    {
+        TextRecord headings;
+        if (!m_reader.next(headings)) throw fault(u"文件是空的。"_s);
+        for (const QString& heading : headings.fields)
+            m_columns.push_back(columnOf(heading));
+        needName();
+    }
+
+    bool next(BookRecord& book) override
+    {
+        TextRecord line;
+        if (!m_reader.next(line)) return false;
+        book = {};
+        book.number = line.line;
+        CopyValues copy;
+        for (qsizetype at = 0; at < line.fields.size(); ++at)
+            take(book, copy, at, line.fields[at].trimmed());
+        addCopies(book, copy);
+        return true;
+    }
+
+    qint64 done() const override { return m_reader.position(); }
+    qint64 total() const override { return m_text.size(); }
+    QStringList unknownHeadings() const override { return m_unknown; }
+    bool hasLines() const override { return true; }
+
+private:
+    Column columnOf(const QString& heading)
+    {
+        const QString plain = heading.trimmed().section(u'(', 0, 0).section(u'（', 0, 0).trimmed();
+        Column column;
+        column.title = findTitleField(plain).value_or(-1);
+        column.copy = findCopyField(plain).value_or(-1);
+        const bool twice = std::any_of(m_columns.begin(), m_columns.end(), [&](const Column& other) {
+            return (column.title >= 0 && other.title == column.title)
+                || (column.copy >= 0 && other.copy == column.copy);
+        });
+        if (twice) throw fault(u"列标题“%1”出现了两次。"_s.arg(heading));
+        if (column.title < 0 && column.copy < 0 && plain != ReasonCaption && !plain.isEmpty())
+            m_unknown.append(shortened(heading));
+        return column;
+    }
+
+    void needName() const
+    {
+        const bool named = std::any_of(m_columns.begin(), m_columns.end(),
+            [](const Column& column) { return column.title == TitleField::Name; });
+        if (!named)
+            throw fault(
+                u"缺少列标题“%1”。可用的列标题有：%2。"_s.arg(titleField(TitleField::Name).captions.first(),
+                    u"正题名、责任者、ISBN、分类号、种次号、出版者、条形码、卷次、藏址、价格等"_s));
+    }
+
+    void take(BookRecord& book, CopyValues& copy, qsizetype at, const QString& text) const
+    {
+        if (at >= qsizetype(m_columns.size())) {
+            if (!text.isEmpty()) book.fault = u"比列标题多出的内容：%1"_s.arg(shortened(text));
+            return;
+        }
+        const Column column = m_columns[std::size_t(at)];
+        // empty, but mentioned
+        const QString value = text.isNull() ? u""_s : text;
+        if (column.title >= 0) book.title[std::size_t(column.title)] = value;
+        if (column.copy >= 0) copy[std::size_t(column.copy)] = value;
+    }
+
+    /// Several barcodes are several copies; as many volumes, places or prices belong to them one by one.
+    static void addCopies(BookRecord& book, const CopyValues& line)
+    {
+        const QStringList barcodes = listOf(line[CopyField::Barcode]);
+        book.copies.resize(std::size_t(barcodes.size()));
+        for (int field = 0; field < CopyField::Count; ++field) {
+            const QString& all = line[std::size_t(field)];
+            const QStringList values = barcodes.size() > 1 ? listOf(all) : QStringList {all};
+            for (qsizetype at = 0; at < barcodes.size(); ++at)
+                book.copies[std::size_t(at)][std::size_t(field)]
+                    = values.size() == barcodes.size() ? values[at] : all;
+        }
+    }
+
+    QString m_text;
+    DelimitedReader m_reader;
+    std::vector<Column> m_columns;
+    QStringList m_unknown;
+};
+
+} // namespace
+
+std::unique_ptr<BookSource> openDelimitedBooks(const QString& file)
+{
+    return std::make_unique<DelimitedSource>(file);
+}
+
+} // namespace quilla

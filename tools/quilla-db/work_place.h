@@ -1,0 +1,23 @@
+#pragma once
+
+#include "database/library_schema.h"
+#include "platform/db/pooled_factory.h"
+#include "quilla-db/target.h"
+
+namespace quilla {
+
+/// The library that a command works on, opened.
+struct WorkPlace {
+    explicit WorkPlace(const Target& target)
+        : factory(schema, clock)
+        , connection(factory.open(target.connectionText))
+    {
+    }
+
+    const SystemClock clock;
+    const sql::Schema schema = librarySchema();
+    PooledFactory factory;
+    Connection connection;
+};
+
+} // namespace quilla
