@@ -113,7 +113,10 @@ void TsjhFrm::makeKeys()
     };
     const auto turn
         = [this](int by) { showPage((SSTab1.currentIndex() + by + SSTab1.count()) % SSTab1.count()); };
-    on(Qt::Key_F2, [this] { showPage(ChargePage); });
+    on(Qt::Key_F2, [this] {
+        showPage(ChargePage);
+        TxtReaderCode.setFocus(); // there already, the next reader's card is scanned
+    });
     on(Qt::Key_F3, [this] { openReturns(); });
     on(Qt::Key_F4, [this] { showPage(QueryPage); });
     on(Qt::Key_F8, [this] { showCause(); });
@@ -159,7 +162,7 @@ void TsjhFrm::resizeEvent(QResizeEvent* event)
     m_isShared = true;
     Split.setOrientation(way);
     const bool beside = way == Qt::Horizontal;
-    Split.setSizes(beside ? QList {58, 42} : QList {66, 34});
+    Split.setSizes(beside ? QList {58, 42} : QList {60, 40});
 }
 
 void TsjhFrm::showEvent(QShowEvent* event)

@@ -133,11 +133,9 @@ void ScanListView::shareWidth()
         setColumnWidth(col, fixed[col]);
         rest -= fixed[col];
     }
-    const int result = std::max(widthOf(u"成功 应还 2026-00-00"_s), rest * 42 / 100);
-    const int reader = std::max(widthOf(u"读者姓名"_s), rest * 25 / 100);
-    setColumnWidth(ScanLog::Result, result);
-    setColumnWidth(ScanLog::Reader, reader);
-    setColumnWidth(ScanLog::Title, std::max(widthOf(u"书名书名"_s), rest - result - reader));
+    setColumnWidth(ScanLog::Result, std::max(widthOf(u"成功 应还 2026-00-00"_s), rest * 42 / 100));
+    setColumnWidth(ScanLog::Reader, std::max(widthOf(u"读者姓名"_s), rest * 25 / 100));
+    horizontalHeader()->setSectionResizeMode(ScanLog::Title, QHeaderView::Stretch);
 }
 
 } // namespace quilla

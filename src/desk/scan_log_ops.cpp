@@ -43,8 +43,8 @@ QString finesNote(ResumingWork& work, const ScanEntry& entry)
     const Recordset sum = work.select(
         u"select sum(sfmoney) from fkk where barcode='%1' and readercode='%2' and opratedate='%3'"_s.arg(
             doubled(entry.barcode), doubled(entry.readercode), isoDate(entry.time.date)));
-    const QString amount = sum.eof() ? QString() : sum.field(0).text();
-    return amount.isEmpty() ? u"已还"_s : u"罚款 %1 元"_s.arg(amount);
+    const auto amount = Decimal::read(sum.eof() ? QString() : sum.field(0).text());
+    return amount ? u"罚款 %1 元"_s.arg(amount->fixed(2)) : u"已还"_s;
 }
 
 void fail(ScanEntry& entry)

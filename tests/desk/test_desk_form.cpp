@@ -86,6 +86,41 @@ private Q_SLOTS:
         QCOMPARE(m_desk->Grid1.Rows(), 8);
     }
 
+    /// Each scan leaves one line, what failed with its cause; the list outlives the desk.
+    void scansStandInTheList()
+    {
+        m->copy(u"B2"_s);
+        type(m_desk->TxtReaderCode, u"R1"_s);
+        type(m_desk->TxtBarCode, u"B1"_s);
+        QVERIFY(m_desk->tMsg.font().bold());
+        m->prompt.expectStart(u"书库没有此书的记录"_s);
+        type(m_desk->TxtBarCode, u"B9"_s);
+        type(m_desk->TxtBarCode, u"B2"_s);
+        QTest::keyClick(&m_desk->TxtBarCode, Qt::Key_B);
+        QVERIFY(!m_desk->tMsg.font().bold()); // 借书成功 is about a scan that is over
+        QCOMPARE(m_desk->tMsg.text(), u"借书成功"_s);
+        QTest::keyClick(&m_desk->TxtBarCode, Qt::Key_F3);
+        QCOMPARE(focusName(), u"TxtRetBook"_s);
+        m->failAt(u"insert into JHSLSK"_s);
+        type(m_desk->TxtRetBook, u"B1"_s);
+        m->failAt({});
+        QVERIFY(m_desk->cmdCause.isVisible());
+        m->prompt.expectStart(u"09:30:15 还 B1 失败"_s);
+        QTest::keyClick(&m_desk->TxtRetBook, Qt::Key_F8);
+        m_desk = std::make_unique<TsjhFrm>(m_work->place, m_fines);
+        appear(*m_desk);
+        QStringList lines;
+        for (int row = 0; row < m_desk->Scans.log().rowCount(); ++row)
+            lines.append(lineOf(m_desk->Scans.log().entry(row)).sliced(9, 7));
+        QCOMPARE(lines.join(u','), u"还 B1 失败,借 B2 成功,借 B9 拒绝,借 B1 成功"_s);
+        QTest::keyClick(m_desk.get(), Qt::Key_F6);
+        QTest::keyClick(&m_desk->Scans.List, Qt::Key_9);
+        QCOMPARE(m_desk->Scans.List.model()->rowCount(), 1);
+        QTest::keyClick(&m_desk->Scans.TxtFilter, Qt::Key_Return);
+        QTest::keyClick(&m_desk->Scans.List, Qt::Key_F3);
+        QCOMPARE(m_desk->TxtRetBook.selectedText(), u"B9"_s);
+    }
+
     /// The box under a message still holds the barcode that it is about; after a charge the loan is in sight.
     void barcodeStaysUntilItsScanHasEnded()
     {
