@@ -78,9 +78,8 @@ const QString Hint = HintTitle.toString();
 qint16 readDays(const Value& value)
 {
     const qint64 days = value.integer().value_or(0);
-    const bool fits
-        = days >= std::numeric_limits<qint16>::min() && days <= std::numeric_limits<qint16>::max();
-    return fits ? static_cast<qint16>(days) : 0;
+    using Limits = std::numeric_limits<qint16>;
+    return days >= Limits::min() && days <= Limits::max() ? static_cast<qint16>(days) : 0;
 }
 
 std::optional<Reader> readReader(ResumingWork& reads, const QString& readercode)
@@ -173,8 +172,7 @@ Verdict checkCopy(const std::optional<Copy>& copy)
     if (copy->lendable)
         return reference ? refuseCopy(ReferenceCopy, u"此书是典藏书，不能外借"_s) : std::nullopt;
     if (sameText(copy->status, u"借出")) return refuseCopy(NotAvailable, u"此书当前已借出"_s, OwnTitle);
-    // The select brings no lost or withdrawn copy; the two answers stay, as the list of states is whole with
-    // them.
+    // The select brings no lost or withdrawn copy; the list of states is whole with the two answers.
     if (sameText(copy->status, u"丢失")) return refuseCopy(NotAvailable, u"此书已标记为丢失"_s, OwnTitle);
     if (sameText(copy->status, u"注销")) return refuseCopy(NotAvailable, u"此书已标记为注销"_s, OwnTitle);
     return refuseCopy(NotAvailable, u"此书当前不可借"_s);
@@ -275,10 +273,8 @@ ChargeResult charge(
     if (readercode.isEmpty() || barcode.isEmpty()) return Incomplete;
     ResumingWork reads(session);
     if (!reads) return Charged;
-
     Loan loan {.barcode = doubled(barcode), .readercode = doubled(readercode), .renewals = manner.renewals};
     if (const auto objection = examine(reads, manner, loan)) return refuse(session, desk, *objection);
-
     if (const auto hold = findLiveHold(reads, loan.barcode)) {
         const bool own = sameText(hold->readercode, readercode);
         if (!own && !lendInSpiteOf(session, desk, *hold)) return NotCharged;

@@ -114,7 +114,8 @@ private Q_SLOTS:
             lines.append(lineOf(m_desk->Scans.log().entry(row)).sliced(9, 7));
         QCOMPARE(lines.join(u','), u"还 B1 失败,借 B2 成功,借 B9 拒绝,借 B1 成功"_s);
         QTest::keyClick(m_desk.get(), Qt::Key_F6);
-        QTest::keyClick(&m_desk->Scans.List, Qt::Key_9);
+        QTest::keyClick(&m_desk->Scans.List, Qt::Key_B);
+        QTest::keyClick(&m_desk->Scans.TxtFilter, Qt::Key_9);
         QCOMPARE(m_desk->Scans.List.model()->rowCount(), 1);
         QTest::keyClick(&m_desk->Scans.TxtFilter, Qt::Key_Return);
         QTest::keyClick(&m_desk->Scans.List, Qt::Key_F3);

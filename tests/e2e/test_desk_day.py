@@ -109,6 +109,7 @@ class Day:
 
     def expect(self, kind, barcode, outcome):
         self.expected.append((kind, barcode, outcome))
+        print(len(self.expected), kind, barcode, outcome, flush=True)
 
     def card(self, reader):
         self.screen.key("F2")
@@ -164,6 +165,7 @@ class Day:
         self.expect("续", barcode, "成功" if allowed else "拒绝")
         self.screen.key("F3")
         self.screen.key("alt+a")
+        time.sleep(0.3)  # the box shows as pressed for a tenth of a second before it is ticked
         self.screen.type(barcode)
         if not allowed:
             return self.answer("Return")
