@@ -47,6 +47,7 @@ void fillOpened(const Target& target, const sql::Schema& schema, const Fill& fil
     connection.begin(OnFailure::EndTransaction);
     fill(connection);
     connection.commit();
+    connection.settleRows();
 }
 
 /// A file that is not there yet, or an empty base of a server, with all that `fill` makes or nothing.

@@ -86,4 +86,9 @@ void Connection::rollback()
     opened(m_lease).rollback();
 }
 
+void Connection::settleRows()
+{
+    opened(m_lease).settleRows();
+}
+
 } // namespace quilla

@@ -60,6 +60,10 @@ public:
     void commit();
     void rollback();
 
+    /// Call it after very many rows were written and committed: a server that has not looked at them yet plans
+    /// as if the tables were empty. Takes seconds on a large base.
+    void settleRows();
+
 private:
     std::unique_ptr<Lease> m_lease;
 };

@@ -44,6 +44,9 @@ public:
     virtual void commit() = 0;
     /// Nothing happens when no transaction is open.
     virtual void rollback() = 0;
+
+    /// Lets the engine look at its tables, so that its plans fit them. Outside of a transaction.
+    virtual void settleRows() { }
 };
 
 } // namespace quilla

@@ -131,6 +131,11 @@ void OdbcDriver::commit()
 }
 
 /// A server that has gone has rolled back by itself.
+void OdbcDriver::settleRows()
+{
+    if (m_connection.dialect().settle) m_connection.run(m_connection.dialect().settle);
+}
+
 void OdbcDriver::rollback()
 {
     if (std::exchange(m_transaction, Transaction::None) == Transaction::None) return;

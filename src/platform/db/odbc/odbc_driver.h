@@ -29,6 +29,7 @@ public:
     void endTransactionOnFailure() override { m_onFailure = OnFailure::EndTransaction; }
     void commit() override;
     void rollback() override;
+    void settleRows() override;
 
 private:
     enum class Transaction { None, Open, GivenUp };

@@ -21,6 +21,7 @@ struct ServerDialect {
     const char16_t* saveAgain;
     const char16_t* undo;
     const char16_t* beginAgain;
+    const char16_t* settle; ///< for tables that were filled, where the server looks at them only later
     const char16_t*
         openTransactions; ///< a select of how many are open, for a server that ends them by itself
     bool smallIntegerIsBit; ///< bits are kept as small integers, which nothing else is
