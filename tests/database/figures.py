@@ -6,7 +6,6 @@ Prints a JSON list of [call, isOrdered, rows]; fields are joined by "|", null is
 """
 import calendar
 import collections
-import datetime
 import decimal
 import json
 import sqlite3
@@ -68,6 +67,10 @@ def table(period, cells, columns):
 def number(value):
     text = format(decimal.Decimal(value), "f")
     return text.rstrip("0").rstrip(".") if "." in text else text
+
+
+def quoted(text):
+    return text.replace("'", "''")
 
 
 def workload(lib, period):
@@ -138,10 +141,6 @@ def readers(lib, year, unit, kind):
     return out
 
 
-def next_day(day):
-    return (datetime.date.fromisoformat(day) + datetime.timedelta(1)).isoformat()
-
-
 def ranked(counts, key, most):
     """Rank and item, the highest count first; equal counts share a rank."""
     order = sorted(counts, key=lambda item: (-counts[item], key(item)))
@@ -152,15 +151,15 @@ def books(lib, unit, most, first, last, beginning):
     counts = collections.Counter()
     for reader, copy, day, _ in lib.lent():
         title = lib.titles.get(lib.copies.get(copy))
-        if title is None or not first <= day < next_day(last):
+        if title is None or not first <= day[:10] <= last:
             continue
         if unit not in ("全部", "") and (reader not in lib.readers or fold(lib.readers[reader][3]) != fold(unit)):
             continue
-        if beginning == "全部" or (title[3] or "").upper().startswith(beginning):
+        if beginning == "全部" or (title[3] or "").upper().startswith(beginning.upper()):
             counts[title] += 1
     out = []
-    for rank, title in ranked(counts, lambda t: (fold(t[3]), t[4], t[0]), most):
-        call = f"{title[3].rstrip(' ')}/{title[4]}{title[5]}"
+    for rank, title in ranked(counts, lambda t: (fold(t[3]) or "", t[4], t[0]), most):
+        call = "null" if title[3] is None else f"{title[3].rstrip(' ')}/{title[4]}{title[5]}"
         out.append("|".join([str(rank), unit or "全部", call, title[1], title[2], str(counts[title])]))
     return out
 
@@ -169,7 +168,7 @@ def active(lib, kind, most, first, last):
     counts = collections.Counter()
     for reader, _, day, _ in lib.lent():
         card = lib.readers.get(reader)
-        if card and first <= day < next_day(last) and (kind in ("全部", "") or fold(card[2]) == fold(kind)):
+        if card and first <= day[:10] <= last and (kind in ("全部", "") or fold(card[2]) == fold(kind)):
             counts[card] += 1
     return ["|".join([str(rank), card[1], card[2], card[3], str(counts[card])])
             for rank, card in ranked(counts, lambda c: fold(c[0]), most)]
@@ -207,6 +206,20 @@ def main():
         for kind in ("全部", "教师", ""):
             out.append([f"exec procdzjyphb  '{kind}','25','{begin}','{end}'", True,
                         active(lib, kind, 25, begin, end)])
+    for unit, kind in (("一班 ", "全部"), ("二'班", "guest"), ("没有", "全部")):
+        call = f"exec procndztj '2026','{quoted(unit)}','{kind}'"
+        out.append([call, False, readers(lib, "2026", unit, kind)])
+    for most, begin, end, beginning in ((10, "2026-01-01", "2026-01-31", "全部"), (10, "2026-03-01", "9999-12-31", ""),
+                                        (9, "2025-01-01", "2026-12-31", "tp"), (9, "2025-01-01", "2026-12-31", "%"),
+                                        (9, "2026-02-01", "2026-01-31", "全部")):
+        call = f"exec procjhphb '全部','{most}','{begin}','{end}','{beginning}' "
+        out.append([call, True, books(lib, "全部", most, begin, end, beginning)])
+    for kind, most, begin, end in (("学生 ", 1, "2026-02-28", "2026-02-28"), ("全部", 2, "2026-02-01", "9999-12-31"),
+                                   ("全部", 9, "2026-02-01", "2026-01-31")):
+        call = f"exec procdzjyphb '{kind}','{most}','{begin}','{end}'"
+        out.append([call, True, active(lib, kind, most, begin, end)])
+    out.append(["exec procjylstj 17,'B1','r1'", True, history(lib, 1, "r1")])
+    out.append(["exec procjylstj 0,'b1b ','R1'", True, history(lib, 2, "b1b ")])
     for code in sorted({r[1] for r in lib.open + lib.done})[::7]:
         out.append([f"exec procjylstj 17,'','{code}'", True, history(lib, 1, code)])
     for code in sorted({r[2] for r in lib.open + lib.done})[::50]:
