@@ -7,8 +7,8 @@
 #include "frame/password_form.h"
 #include "platform/db/connection_text.h"
 #include "platform/report/report_preview.h"
-#include "platform/ui/form/input_rules.h"
 #include "platform/ui/form/dialog_prompt.h"
+#include "platform/ui/form/input_rules.h"
 #include "readers/reader_list_form.h"
 #include "reservations/reservation_form.h"
 #include "support/test_library.h"
@@ -113,6 +113,22 @@ private Q_SLOTS:
             if (tool->isEnabled()) alive.append(tool->objectName());
         }
         QCOMPARE(alive.join(u' '), u"JHBook Reader Tj Fkcl BookOut Jycs Password Quit"_s);
+    }
+
+    void menuOpensItsScreens()
+    {
+        LtMainFrm window(m_work->place, m->session, allScreens(), allActions());
+        QStringList opened;
+        for (const QAction* menu : window.menuBar()->actions())
+            for (QAction* item : menu->menu() ? menu->menu()->actions() : QList<QAction*>()) {
+                if (!QStringList({u"读者单位定义"_s, u"流通参数设置"_s, u"假期设定"_s, u"读者管理"_s})
+                         .contains(item->text()))
+                    continue;
+                item->trigger();
+                opened.append(window.Client.activeSubWindow()->widget()->objectName());
+            }
+        QCOMPARE(opened.join(u' '), u"MadddzlxFrm holidayfrm JycsFrm DzglFrm"_s);
+        QVERIFY(window.findChild<MadddzlxFrm*>()->Option1[1].isChecked()); // the units
     }
 
     /// Alt+X opens a menu of the main window, unless the screen in front has a button with that key.

@@ -170,6 +170,22 @@ private Q_SLOTS:
         QCOMPARE(focusName(), u"TxtRetBook"_s);
     }
 
+    /// The tick is for one scan; a refused one leaves the barcode selected.
+    void renewalsRunOut()
+    {
+        m->send(u"update dzk set recount=1,reday=10"_s);
+        m->loan(u"B1"_s, u"R1"_s, u"2026-03-20"_s);
+        m_desk->SSTab1.setCurrentIndex(1);
+        m->prompt.expect(u"此书刊已经续借1次，不能再续借。"_s);
+        for (const QString& selected : {QString(), u"B1"_s}) {
+            m_desk->Check1.click();
+            type(m_desk->TxtRetBook, u"B1"_s);
+            QCOMPARE(m_desk->tMsg.text(), u"续借成功"_s);
+            QCOMPARE(m_desk->TxtRetBook.selectedText(), selected);
+            QVERIFY(!m_desk->Check1.isChecked());
+        }
+    }
+
     void blankTurnsThePage_data()
     {
         cases<QString, int>({
