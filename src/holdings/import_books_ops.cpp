@@ -100,6 +100,7 @@ BookImportReport importBooks(Connection& connection, const sql::Schema& schema, 
     BookImportReport report = import.report();
     report.written = !options.dryRun && !report.stopped && (report.refused == 0 || options.skipRefused);
     report.written ? connection.commit() : connection.rollback();
+    if (report.written) connection.settleRows();
     return report;
 }
 

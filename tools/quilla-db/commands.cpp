@@ -11,28 +11,13 @@
 #include "quilla-db/import_command.h"
 #include "quilla-db/operator_commands.h"
 #include "quilla-db/starter_commands.h"
+#include "quilla-db/work_place.h"
 
 namespace quilla {
 
 namespace {
 
 using Fill = std::function<void(Connection&)>;
-
-/// A connection to a library that is there already.
-class OpenedLibrary {
-public:
-    explicit OpenedLibrary(const Target& target)
-        : m_connection(m_factory.open(target.connectionText))
-    {
-    }
-    Connection& connection() { return m_connection; }
-
-private:
-    const SystemClock m_clock;
-    const sql::Schema m_schema = librarySchema();
-    PooledFactory m_factory {m_schema, m_clock};
-    Connection m_connection;
-};
 
 Error fault(const QString& text)
 {
@@ -137,8 +122,8 @@ bool isWhole(const Arguments& arguments, QTextStream& out)
 Outcome check(const Arguments& arguments, QTextStream& out)
 {
     const bool whole = isWhole(arguments, out);
-    OpenedLibrary library(arguments.target);
-    const std::vector<Finding> findings = checkLibrary(library.connection());
+    WorkPlace place(arguments.target);
+    const std::vector<Finding> findings = checkLibrary(place.connection);
     tell(out, findings);
     if (!whole || !findings.empty()) return Outcome::Findings;
     out << u"没有发现问题："_s << arguments.target.name() << u"\n"_s;
@@ -163,8 +148,8 @@ qsizetype tellRepairs(QTextStream& out, const std::vector<Finding>& findings)
 Outcome repair(const Arguments& arguments, QTextStream& out)
 {
     if (!isWhole(arguments, out)) return Outcome::Findings;
-    OpenedLibrary library(arguments.target);
-    const std::vector<Finding> findings = checkLibrary(library.connection());
+    WorkPlace place(arguments.target);
+    const std::vector<Finding> findings = checkLibrary(place.connection);
     const qsizetype mends = tellRepairs(out, findings);
     if (findings.empty()) out << u"没有发现问题，不需要修复。\n"_s;
     if (mends == 0) return findings.empty() ? Outcome::Done : Outcome::Findings;
@@ -173,26 +158,26 @@ Outcome repair(const Arguments& arguments, QTextStream& out)
                    .arg(mends);
         return Outcome::Findings;
     }
-    repairLibrary(library.connection(), findings);
+    repairLibrary(place.connection, findings);
     out << u"已修复 %1 处。\n"_s.arg(mends);
-    return checkLibrary(library.connection()).empty() ? Outcome::Done : Outcome::Findings;
+    return checkLibrary(place.connection).empty() ? Outcome::Done : Outcome::Findings;
 }
 
 Outcome guard(const Arguments& arguments, QTextStream& out)
 {
-    OpenedLibrary library(arguments.target);
+    WorkPlace place(arguments.target);
     if (arguments.removes) {
-        unguardLibrary(library.connection());
+        unguardLibrary(place.connection);
         out << u"已取消保护索引。\n"_s;
         return Outcome::Done;
     }
-    const std::vector<Finding> findings = checkLibrary(library.connection());
+    const std::vector<Finding> findings = checkLibrary(place.connection);
     if (!findings.empty()) {
         tell(out, findings);
         out << u"数据有以上问题，没有加保护索引。请先用 repair 或人工改正。\n"_s;
         return Outcome::Findings;
     }
-    guardLibrary(library.connection());
+    guardLibrary(place.connection);
     out << u"已加保护索引：一册书只能有一条借书记录，读者证号和条形码不能重复。\n"_s;
     return Outcome::Done;
 }
@@ -200,16 +185,14 @@ Outcome guard(const Arguments& arguments, QTextStream& out)
 /// All of it or nothing; the source stands still meanwhile.
 Outcome copy(const Arguments& arguments, QTextStream& out)
 {
-    const SystemClock clock;
-    const sql::Schema schema = librarySchema();
-    PooledFactory factory(schema, clock);
-    Connection from = factory.open(arguments.target.connectionText);
+    WorkPlace place(arguments.target);
+    Connection& from = place.connection;
     from.begin();
     const auto told = [&](const QString& table, qint64 rows) {
         out << table << u": "_s << rows << u"\n"_s;
         out.flush();
     };
-    makeNew(arguments.copyTarget, schema, [&](Connection& to) { copyLibrary(from, to, told); });
+    makeNew(arguments.copyTarget, place.schema, [&](Connection& to) { copyLibrary(from, to, told); });
     out << u"已全部复制到："_s << arguments.copyTarget.name() << u"\n"_s;
     return Outcome::Done;
 }
