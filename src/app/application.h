@@ -5,7 +5,7 @@
 namespace quilla {
 
 /// The event loop with an edge guard: an error that no operation handles shows the run-time error box
-/// and ends the program with status 1. Nothing half written survives it, since a connection that is
+/// and ends the program with status 1. No half written work survives it, since a connection that is
 /// dropped rolls back.
 class GuardedApplication final : public QApplication {
     Q_OBJECT

@@ -52,7 +52,7 @@ template <typename Form> QWidget* make(const Workplace& place, const QString&, Q
         return new Form;
 }
 
-/// The desk with the fine screen behind its discharge.
+/// The desk, whose discharge opens the fine screen.
 QWidget* makeDesk(const Workplace& place, const QString&, QWidget*)
 {
     auto* fines = new DeskFineDialog(place.session);

@@ -17,7 +17,7 @@ constexpr int DefaultDays = 30;
 struct Manner {
     QString unknownReader;
     QString copySelect; ///< "%1" is the barcode
-    std::optional<qint16> renewals; ///< the count on the loan; nothing for a first charge
+    std::optional<qint16> renewals; ///< the count on the loan; nullopt for a first charge
 };
 
 const Manner FirstCharge {u"没有找到该读者的信息！请确定该读者是否办理了读者证！"_s,
@@ -34,7 +34,7 @@ Manner renewalManner(qint16 count)
 struct Reader {
     QString status;
     std::optional<Moment> term;
-    std::optional<qint64> quota; ///< nothing: no limit
+    std::optional<qint64> quota; ///< nullopt: no limit
     qint16 days = 0;
     bool mayHoldOverdue = false;
 };
@@ -58,7 +58,7 @@ struct Loan {
     QString readercode; ///< quotes doubled
     qint16 days = DefaultDays;
     Reservation reservation = Reservation::None;
-    std::optional<qint16> renewals; ///< nothing: the column's default
+    std::optional<qint16> renewals; ///< nullopt: the column's default
 };
 
 /// Where the operator goes on after a refusal.

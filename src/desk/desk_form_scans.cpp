@@ -1,4 +1,4 @@
-// What the desk does with a scan, from the Enter behind it to its line in the session list.
+// What the desk does with a scan, from its Enter to its line in the session list.
 
 #include "desk/desk_form.h"
 

@@ -12,7 +12,7 @@ struct Holiday {
     QDate to;
 };
 
-/// Reads a calendar row: "yyyy-mm-dd", one blank, "yyyy-mm-dd". Nothing when it is not of that form.
+/// Reads a calendar row: "yyyy-mm-dd", one blank, "yyyy-mm-dd". nullopt when it is not of that form.
 std::optional<Holiday> readHoliday(const QString& code);
 
 /// Walks the holidays once, in the order given, and moves the due date of a loan of `days` from `start`.

@@ -30,7 +30,7 @@ QString loanStatement(const LoanQuery& query);
 /// read stays empty.
 std::vector<LoanLine> findLoans(Session& session, const QString& statement);
 
-/// Sends the statement anew and hands its rows to the report. Nothing without a statement or rows.
+/// Sends the statement anew and hands its rows to the report. Does nothing without a statement or rows.
 void printLoans(Session& session, ReportViewer& viewer, const QString& statement);
 
 /// The units, or the types, that the register of readers knows.

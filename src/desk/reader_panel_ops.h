@@ -18,7 +18,7 @@ enum class Returns { All, Today };
 /// Fills the grid of what the reader returned, newest first. Today is the server's calendar day.
 void ShowReturns(Session& session, DeskView& desk, const QString& readercode, Returns which);
 
-/// The title behind a copy, one line a field, for the tool tip of a grid. Empty for an unknown barcode.
+/// The title of a copy, one line a field, for the tool tip of a grid. Empty for an unknown barcode.
 QString bookDetails(Session& session, const QString& barcode);
 
 } // namespace quilla

@@ -20,7 +20,7 @@ public:
     void loadData(const QString& condition, const QString& order) override;
     /// Reads the list anew; the current entry stays current.
     void ReloadLedger();
-    /// Of the current line. Nothing is asked.
+    /// Of the current line, without a question.
     void RestoreWithdrawnCopy();
     /// Part of a text in the field chosen.
     void FindInLedger();

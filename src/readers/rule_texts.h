@@ -22,7 +22,7 @@ RuleTexts noRules();
 /// Columns with their values, as a statement takes them.
 using ColumnValues = std::vector<std::pair<QString, QString>>;
 
-/// A number as it stands without quotes in a statement; nothing else of a box reaches it.
+/// A number as it stands without quotes in a statement; the rest of what a box holds does not reach it.
 QString bareNumber(const QString& text);
 /// All rules with their values, in the order of the table.
 ColumnValues ruleValues(const RuleTexts& rules);

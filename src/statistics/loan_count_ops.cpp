@@ -14,7 +14,7 @@ struct Variant {
     QString middle;
     QString returns;
     QString tail;
-    QString group; ///< behind each of the two inner selects
+    QString group; ///< at the end of each of the two inner selects
     QString reportTitle;
     bool limitsInside; ///< whether the condition names tables of the inner selects
 };

@@ -47,7 +47,7 @@ QStringList queryOperators(FieldType type);
 inline constexpr QStringView BlankDate = u"____-__-__";
 
 /// The condition for one field, every quote in `value` doubled. A date may be filled in as far as the year
-/// or the month: "_" is what is missing. Nothing when a number field gets no number.
+/// or the month: "_" is what is missing. nullopt when a number field gets no number.
 std::optional<QString> queryCondition(const QueryField& field, QStringView word, const QString& value);
 
 enum class SortDirection { Ascending, Descending };

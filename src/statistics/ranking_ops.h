@@ -22,7 +22,7 @@ struct Ranking {
     QString title;
     QString report;
     QString format; ///< of the grid
-    std::vector<int> widths {}; ///< of the columns behind the marker, in fifteenths of the grid
+    std::vector<int> widths {}; ///< of the columns after the marker, in fifteenths of the grid
     bool emptyDateIsSilent = false;
     bool keepsConnection = false; ///< from the opening of the screen on
     /// Throws `Error` for a count that is no number, where it must be one.

@@ -107,7 +107,7 @@ void TitleMaker::addFromBlocks(int count)
         addFrom(m_blocks.pick(m_random));
 }
 
-/// Nothing when the block has nothing left to give.
+/// Adds no title when the block is used up.
 void TitleMaker::addFrom(std::size_t at)
 {
     const Block& block = m_words.blocks[at];

@@ -4,7 +4,7 @@
 
 namespace quilla {
 
-/// The bare name behind a caption, as a screen reader should say it: without access key, closing colon
+/// The bare name in a caption, as a screen reader should say it: without access key, closing colon
 /// and the blanks that only space the characters out. "用户名(&U):" is "用户名", "&Q 关闭" is "关闭",
 /// "性    别：" is "性别".
 QString captionName(QStringView caption);

@@ -6,7 +6,8 @@
 namespace quilla {
 
 // Dates written digit by digit into room that the caller has: several stand in each operation of a desk,
-// and the way through calendar and locale costs more than a statement of it. Each gives the place behind.
+// and the way through calendar and locale costs more than a statement of it. Each returns the place after the
+// last digit.
 
 template <typename Char> Char* putDigits(Char* at, int value, int count)
 {

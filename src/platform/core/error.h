@@ -77,8 +77,8 @@ public:
     int number() const { return m_number; }
     const QString& text() const { return m_text; }
 
-    /// The first error kept since `forgetFirst`, also after `clear`: what fails first is the cause of what
-    /// fails behind it.
+    /// The first error kept since `forgetFirst`, also after `clear`: what fails first is the cause of
+    /// what fails after it.
     const Failure& first() const { return m_first; }
     void forgetFirst() { m_first = {}; }
 

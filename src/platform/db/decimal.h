@@ -11,7 +11,7 @@ namespace quilla {
 /// text that is none, also for an empty one.
 std::optional<double> readNumber(QStringView text);
 
-/// The whole number that a text holds, blanks around it ignored: sign and digits. Nothing for a text that is
+/// The whole number that a text holds, blanks around it ignored: sign and digits. nullopt for a text that is
 /// none, also for an empty one.
 std::optional<qint64> readWhole(QStringView text);
 

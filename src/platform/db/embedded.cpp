@@ -78,7 +78,7 @@ void refuseFaults(const QStringList& faults, const QString& what)
         throw Error(SQLITE_CORRUPT, u"SQLite"_s, what + u"\n    "_s + faults.join(u"\n    "_s));
 }
 
-/// Reads nothing: the engine looks the names up when it prepares the statement.
+/// Reads no row: the engine looks the names up when it prepares the statement.
 void lookUpColumns(const SqliteHandle& handle, const sql::Table& table)
 {
     QStringList columns;

@@ -33,7 +33,7 @@ template <typename Key> Ranks ranked(std::vector<Key> keys)
     return ranks;
 }
 
-/// Nothing when one of the texts is neither empty nor a number. An empty cell comes before all numbers.
+/// nullopt when one of the texts is neither empty nor a number. An empty cell comes before all numbers.
 std::optional<std::vector<double>> asNumbers(const std::vector<QString>& texts)
 {
     std::vector<double> numbers;

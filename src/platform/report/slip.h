@@ -6,7 +6,7 @@
 
 namespace quilla {
 
-/// The paper of a slip: a roll, cut behind the last line, or a small sheet.
+/// The paper of a slip: a roll, cut after the last line, or a small sheet.
 enum class SlipPaper { Roll58, Roll80, A6 };
 
 /// What a reader takes home: a heading, lines about him, and his items with a line of their own each below.

@@ -9,7 +9,7 @@ namespace quilla::sql {
 struct NumberRange {
     Kind kind = Kind::Unknown; ///< Integer or Decimal; Unknown for no limit
     int size = 0; ///< bytes of a whole number, digits before the point of a decimal; 0 for not known
-    int scale = 0; ///< digits behind the point
+    int scale = 0; ///< digits after the point
 
     bool holds(qint64 number) const;
     bool holds(double number) const;

@@ -138,7 +138,7 @@ void SqliteDriver::run(SqliteStatement& statement)
     statement.step();
 }
 
-/// What a statement that may write waits behind.
+/// Where a statement that may write waits; null inside of a transaction, which has its turn.
 const WriteQueue* SqliteDriver::queue() const
 {
     return m_queue && !m_inTransaction ? &*m_queue : nullptr;

@@ -38,7 +38,7 @@ public:
     /// Of a text that is a number the type of that number.
     int numericType(int index) const { return sqlite3_value_numeric_type(m_arguments[index]); }
 
-    /// Nothing after it has answered with an error.
+    /// nullopt after it has answered with an error.
     std::optional<Moment> moment(int index) const
     {
         const auto moment = readMoment(text(index));
