@@ -157,12 +157,12 @@ void TsjhFrm::openReader(const QString& readercode)
 void TsjhFrm::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
-    const auto way = width() >= pixelsOf(16700, *this) ? Qt::Horizontal : Qt::Vertical;
+    const auto way = width() >= pixelsOf(20000, *this) ? Qt::Horizontal : Qt::Vertical;
     if (m_isShared && way == Split.orientation()) return;
     m_isShared = true;
     Split.setOrientation(way);
-    const bool beside = way == Qt::Horizontal;
-    Split.setSizes(beside ? QList {58, 42} : QList {60, 40});
+    const int room = way == Qt::Horizontal ? width() : height();
+    Split.setSizes({room * 3 / 5, room * 2 / 5});
 }
 
 void TsjhFrm::showEvent(QShowEvent* event)

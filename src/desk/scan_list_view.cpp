@@ -133,7 +133,7 @@ void ScanListView::shareWidth()
         setColumnWidth(col, fixed[col]);
         rest -= fixed[col];
     }
-    setColumnWidth(ScanLog::Result, std::max(widthOf(u"成功 应还 2026-00-00"_s), rest * 42 / 100));
+    setColumnWidth(ScanLog::Result, std::max(widthOf(u"成功 应还 2026-00-00"_s), rest * 44 / 100));
     setColumnWidth(ScanLog::Reader, std::max(widthOf(u"读者姓名"_s), rest * 25 / 100));
     horizontalHeader()->setSectionResizeMode(ScanLog::Title, QHeaderView::Stretch);
 }

@@ -26,6 +26,26 @@ FINES = "罚款管理"
 HELD_READER = "H0001"
 
 
+class ManagedScreen(first_charge.Screen):
+    """A screen with a window manager, which decides who gets the keys."""
+
+    def __init__(self, home, pictures):
+        super().__init__(home, pictures)
+        self.manager = subprocess.Popen(["openbox"], env=self.env, stderr=subprocess.DEVNULL)
+
+    def focus(self, window):
+        end = time.time() + 10
+        while time.time() < end and self.do("getactivewindow").stdout.strip() != window:
+            self.do("windowactivate", window)
+            time.sleep(0.03)
+        time.sleep(0.1)
+
+    def close(self):
+        self.manager.kill()
+        self.manager.wait()
+        super().close()
+
+
 class Embedded:
     def __init__(self, home):
         self.con = first_charge.base(home)
@@ -74,8 +94,8 @@ class Day:
             "select readercode from dzk where readstatus='有效' and bookcount-orderbook>1 and term>'2100-01-01' "
             "order by readercode")]
         self.late = [row[0] for row in base.rows(
-            "select a.barcode from jhsk a join sck b on a.barcode=b.barcode where a.yhdate<'2100-01-01' and "
-            "b.bookstatus='借出' order by a.barcode")]
+            f"select a.barcode from jhsk a join sck b on a.barcode=b.barcode where a.yhdate<'{time.strftime('%Y-%m-%d')}' "
+            "and b.bookstatus='借出' order by a.barcode")]
         self.lent = []
 
     def box(self, seconds):
@@ -91,8 +111,7 @@ class Day:
     def answer(self, key, title=None):
         window, shown = self.box(8)
         assert window and (title is None or shown == title), (shown, self.expected[-1])
-        self.screen.do("windowfocus", "--sync", window)
-        time.sleep(0.05)
+        self.screen.focus(window)
         self.screen.key(key)
         end = time.time() + 8
         while time.time() < end and window in self.screen.do("search", "--onlyvisible", "--name", BOXES).stdout.split():
@@ -247,12 +266,11 @@ def main():
         raise SystemExit(77)
     random.seed(1)
     home = pathlib.Path(tempfile.mkdtemp(prefix="desk-day-"))
-    screen = first_charge.Screen(home, given.pictures)
+    screen = ManagedScreen(home, given.pictures)
     subprocess.run([given.tool, "first-start"], env=screen.env, check=True, stdout=subprocess.DEVNULL)
     base = move_to_postgres(home, screen.env, given.tool, given.postgres) if given.postgres else Embedded(home)
     prepare(base)
-    started = [subprocess.Popen(command, env=screen.env, start_new_session=True, stderr=subprocess.DEVNULL)
-               for command in (["openbox"], [given.quilla])]
+    desk = subprocess.Popen([given.quilla], env=screen.env, start_new_session=True, stderr=subprocess.DEVNULL)
     try:
         sign_in(screen)
         day = Day(screen, base)
@@ -263,9 +281,8 @@ def main():
         if not given.postgres:
             subprocess.run([given.tool, "check"], env=screen.env, check=True)
     finally:
-        for program in started:
-            os.killpg(program.pid, signal.SIGKILL)
-            program.wait()
+        os.killpg(desk.pid, signal.SIGKILL)
+        desk.wait()
         screen.close()
         shutil.rmtree(home, ignore_errors=True)
     print(f"{len(day.expected)} scans stand in the list as the database has them")

@@ -3,7 +3,7 @@
 
     test_spoken_results.py QUILLA QUILLA_DB
 
-Needs xvfb, xdotool, dbus-run-session, at-spi2-core and pyatspi of the system's Python; exits with 77 when one is
+Needs xvfb, openbox, xdotool, dbus-run-session, at-spi2-core and pyatspi of the system's Python; exits with 77 when one is
 missing.
 """
 import os
@@ -55,7 +55,7 @@ def main():
     if not os.path.exists("/usr/libexec/at-spi-bus-launcher"):
         skip("at-spi2-core is not installed")
     home = pathlib.Path(tempfile.mkdtemp(prefix="desk-spoken-"))
-    screen = first_charge.Screen(home, None)
+    screen = desk_day.ManagedScreen(home, None)
     screen.env.update(QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", GSETTINGS_BACKEND="memory")
     subprocess.run([sys.argv[2], "first-start"], env=screen.env, check=True, stdout=subprocess.DEVNULL)
     heard = home / "heard"
