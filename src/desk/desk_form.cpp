@@ -73,6 +73,10 @@ void TsjhFrm::layOut()
             .control);
     Split.addWidget(Piece(Scans).control);
     Split.setChildrenCollapsible(false);
+    SSTab1.setMinimumHeight(pixelsOf(3600, *this)); // the query page has the room of the session list as well
+    // captions and a line: all else of the room on a small screen goes where the operator drags it
+    for (QTableView* list : std::initializer_list<QTableView*> {&Grid1, &Grid2, &Query.Grid3, &Scans.List})
+        list->setMinimumHeight(2 * (fontMetrics().height() + 8));
     build(*this,
         column(row(tMsg, cmdCause, stretch(), cmdSlip, cmdTuShuYuYue, cmdWuZhengJieShu, CmdQuit),
             Piece(Split).grow()));
@@ -121,7 +125,10 @@ void TsjhFrm::makeKeys()
     on(Qt::Key_F4, [this] { showPage(QueryPage); });
     on(Qt::Key_F8, [this] { showCause(); });
     on(Qt::Key_F9, [this] { cmdSlip.print(TxtReaderCode.text()); });
-    on(Qt::Key_F6, [this] { Scans.enterList(); });
+    on(Qt::Key_F6, [this] {
+        Scans.show();
+        Scans.enterList();
+    });
     on(Qt::CTRL | Qt::Key_Tab, [turn] { turn(1); });
     on(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, [turn] { turn(-1); });
     SSTab1.setTabToolTip(ChargePage, u"借书（F2）"_s);
@@ -161,6 +168,7 @@ void TsjhFrm::resizeEvent(QResizeEvent* event)
     if (m_isShared && way == Split.orientation()) return;
     m_isShared = true;
     Split.setOrientation(way);
+    placeScans();
     const int room = way == Qt::Horizontal ? width() : height();
     Split.setSizes({room * 3 / 5, room * 2 / 5});
 }
@@ -207,11 +215,18 @@ void TsjhFrm::keyPressEvent(QKeyEvent* event)
     QWidget::keyPressEvent(event);
 }
 
+/// Below the query page there would be no room for what it finds.
+void TsjhFrm::placeScans()
+{
+    Scans.setVisible(Split.orientation() == Qt::Horizontal || SSTab1.currentIndex() != QueryPage);
+}
+
 /// Whoever turned the page, the operator or an operation.
 void TsjhFrm::enterPage(int page)
 {
     tMsg.clear();
     cmdCause.hide();
+    placeScans();
     if (page == ChargePage) {
         setUpLoans();
         clearReaderPanel();

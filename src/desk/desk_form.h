@@ -110,6 +110,7 @@ private:
     void enlist(const ScanEntry& scan);
     void enlistUnserved(const QStringList& codes);
     void makeKeys();
+    void placeScans();
     void openReturns();
     void openReader(const QString& readercode);
     void tell(const QString& text, bool good);
