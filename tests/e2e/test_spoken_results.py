@@ -37,7 +37,9 @@ def listen():
     def heard(event):
         if event.source.getRole() == pyatspi.ROLE_NOTIFICATION:
             print(event.source.name, flush=True)
-    pyatspi.Registry.registerEventListener(heard, "object:state-changed:showing")
+    # without the second one the bus answers with the name that it remembers
+    pyatspi.Registry.registerEventListener(
+        heard, "object:state-changed:showing", "object:property-change:accessible-name")
     pyatspi.Registry.start()
 
 
