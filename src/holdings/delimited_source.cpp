@@ -56,7 +56,9 @@ public:
     bool next(BookRecord& book) override
     {
         TextRecord line;
-        if (!m_reader.next(line)) return false;
+        do {
+            if (!m_reader.next(line)) return false;
+        } while (isReasonAlone(line));
         book = {};
         book.number = line.line;
         CopyValues copy;
@@ -86,6 +88,17 @@ private:
         if (column.title < 0 && column.copy < 0 && plain != ReasonCaption && !plain.isEmpty())
             m_unknown.append(shortened(heading));
         return column;
+    }
+
+    /// A record too damaged to be read leaves only its reason in a file of refused ones.
+    bool isReasonAlone(const TextRecord& line) const
+    {
+        for (qsizetype at = 0; at < line.fields.size(); ++at) {
+            const bool ours = at >= qsizetype(m_columns.size()) || m_columns[std::size_t(at)].title >= 0
+                || m_columns[std::size_t(at)].copy >= 0;
+            if (ours && !line.fields[at].trimmed().isEmpty()) return false;
+        }
+        return true;
     }
 
     void needName() const

@@ -86,6 +86,19 @@ struct Shown {
     Progress& progress;
 };
 
+/// Ends the transaction of its caller when nothing fails.
+BookImportReport importWhole(Connection& connection, const sql::Schema& schema, BookSource& source,
+    const BookImportOptions& options, const RefusedBook& refused, Progress& progress)
+{
+    const sql::Table& titles = *schema.table(u"zsk");
+    BookImport import(connection, schema, source, refused, progress);
+    connection.withOwnNumbers(titles, connection.lastNumber(titles), [&] { import.run(); });
+    BookImportReport report = import.report();
+    report.written = !options.dryRun && !report.stopped && (report.refused == 0 || options.skipRefused);
+    report.written ? connection.commit() : connection.rollback();
+    return report;
+}
+
 } // namespace
 
 BookImportReport importBooks(Connection& connection, const sql::Schema& schema, const QString& file,
@@ -94,14 +107,14 @@ BookImportReport importBooks(Connection& connection, const sql::Schema& schema, 
     const auto source = openBooks(file, options.format, options.codePage, options.fields);
     const Shown shown(progress);
     connection.begin(OnFailure::EndTransaction);
-    const sql::Table& titles = *schema.table(u"zsk");
-    BookImport import(connection, schema, *source, refused, progress);
-    connection.withOwnNumbers(titles, connection.lastNumber(titles), [&] { import.run(); });
-    BookImportReport report = import.report();
-    report.written = !options.dryRun && !report.stopped && (report.refused == 0 || options.skipRefused);
-    report.written ? connection.commit() : connection.rollback();
-    if (report.written) connection.settleRows();
-    return report;
+    try {
+        const BookImportReport report = importWhole(connection, schema, *source, options, refused, progress);
+        if (report.written) connection.settleRows();
+        return report;
+    } catch (...) {
+        connection.rollback();
+        throw;
+    }
 }
 
 } // namespace quilla

@@ -115,14 +115,13 @@ struct MarcParser::Private {
 
     std::optional<MarcRecord> decoded(bool unicode)
     {
-        const auto all = text.decoded(QByteArray(wrbuf_buf(lines), qsizetype(wrbuf_len(lines))), unicode);
-        if (!all) return refuse(u"编码无法识别，或与指定的不符"_s);
-        MarcRecord record;
         // the library ends the leader with a line break of its own
-        const qsizetype leaderEnd = all->indexOf(u'\n') + 1;
-        record.leader = all->first(leaderEnd);
-        const QStringView fields = QStringView(*all).sliced(leaderEnd);
-        for (const QStringView line : fields.split(QLatin1Char(FieldEnd), Qt::SkipEmptyParts))
+        const QByteArray written(wrbuf_buf(lines), qsizetype(wrbuf_len(lines)));
+        const auto fields = text.decoded(written.mid(LeaderLength + 1), unicode);
+        if (!fields) return refuse(u"编码无法识别，或与指定的不符"_s);
+        MarcRecord record;
+        record.leader = QString::fromLatin1(written.first(LeaderLength));
+        for (const QStringView line : QStringView(*fields).split(QLatin1Char(FieldEnd), Qt::SkipEmptyParts))
             record.fields.push_back(fieldOf(line));
         return record;
     }

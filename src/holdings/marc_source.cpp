@@ -69,6 +69,22 @@ private:
     qsizetype m_at = 0;
 };
 
+/// Behind a record that was cut the next one stands whole: it begins where a length reaches to the end.
+QByteArray takeLastRecord(QByteArray& bytes)
+{
+    constexpr qsizetype shortest = 40;
+    for (qsizetype at = bytes.size() - shortest; at > 0 && bytes.size() <= 2 * LongestMarcRecord; --at) {
+        bool isNumber = false;
+        const QByteArray length = bytes.sliced(at, 5);
+        if (length[0] < '0' || length[0] > '9') continue;
+        if (length.toInt(&isNumber) != bytes.size() - at || !isNumber) continue;
+        const QByteArray last = bytes.sliced(at);
+        bytes.truncate(at);
+        return last;
+    }
+    return {};
+}
+
 class MarcSource final : public BookSource {
 public:
     MarcSource(const QString& file, BookFormat format, CodePage codePage, const BookFields& fields)
@@ -83,11 +99,12 @@ public:
 
     bool next(BookRecord& book) override
     {
-        const QByteArray bytes = m_cutter.next();
+        QByteArray bytes = m_next.isEmpty() ? m_cutter.next() : std::exchange(m_next, {});
         if (bytes.isEmpty()) return false;
         book = {};
         book.number = ++m_number;
-        const auto record = m_parser.read(bytes);
+        auto record = m_parser.read(bytes);
+        if (!record) m_next = takeLastRecord(bytes);
         book.repaired = record && m_parser.repaired();
         if (!record)
             refuse(book, bytes, m_parser.fault());
@@ -120,6 +137,7 @@ private:
     MarcParser m_parser;
     BookFormat m_format;
     const BookFields& m_fields;
+    QByteArray m_next; ///< a whole record that was found behind one without an end
     int m_number = 0;
 };
 

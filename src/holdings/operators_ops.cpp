@@ -1,5 +1,6 @@
 #include "holdings/operators_ops.h"
 
+#include "holdings/whole.h"
 #include "platform/core/text.h"
 
 namespace quilla {
@@ -66,11 +67,12 @@ void addOperator(Connection& connection, const QString& name, const QString& pas
     if (isBlank(name)) throw fault(u"用户名不能为空。"_s);
     checkLoginText(u"用户名"_s, name);
     checkPassword(password);
-    connection.begin(OnFailure::EndTransaction);
-    if (isThere(connection, name)) throw fault(u"操作员 %1 已经存在。"_s.arg(name));
-    connection.execute(u"insert into LibUse(userid,username,password,borrow) values(%1,'%2','%3',1)"_s.arg(
-        QString::number(nextUserId(connection)), doubled(name), doubled(password)));
-    connection.commit();
+    inTransaction(connection, [&] {
+        if (isThere(connection, name)) throw fault(u"操作员 %1 已经存在。"_s.arg(name));
+        connection.execute(
+            u"insert into LibUse(userid,username,password,borrow) values(%1,'%2','%3',1)"_s.arg(
+                QString::number(nextUserId(connection)), doubled(name), doubled(password)));
+    });
 }
 
 void setPassword(Connection& connection, const QString& name, const QString& password)
@@ -83,12 +85,12 @@ void setPassword(Connection& connection, const QString& name, const QString& pas
 
 void removeOperator(Connection& connection, const QString& name)
 {
-    connection.begin(OnFailure::EndTransaction);
-    needOperator(connection, name);
-    if (!someoneElseMayBorrow(connection, name))
-        throw fault(u"%1 是最后一个可以使用流通台的操作员，不能删除。"_s.arg(name));
-    connection.execute(u"delete from LibUse where username='%1'"_s.arg(doubled(name)));
-    connection.commit();
+    inTransaction(connection, [&] {
+        needOperator(connection, name);
+        if (!someoneElseMayBorrow(connection, name))
+            throw fault(u"%1 是最后一个可以使用流通台的操作员，不能删除。"_s.arg(name));
+        connection.execute(u"delete from LibUse where username='%1'"_s.arg(doubled(name)));
+    });
 }
 
 } // namespace quilla

@@ -45,13 +45,10 @@ void RefusedBooks::write(QFile& file, const QByteArray& bytes)
 
 void RefusedBooks::add(const BookRecord& book, const QString& reason)
 {
-    if (!book.raw.isEmpty()) {
-        // one that has no end would swallow the next
-        write(m_damaged, book.raw.endsWith(RecordEnd) ? book.raw : book.raw + RecordEnd);
-        return;
-    }
+    // one that has no end would swallow the next
+    if (!book.raw.isEmpty()) write(m_damaged, book.raw.endsWith(RecordEnd) ? book.raw : book.raw + RecordEnd);
     if (m_lines.pos() == 0) write(m_lines, (u"\ufeff"_s + bookHeadings(u',', true)).toUtf8());
-    write(m_lines, bookLines(book, u',', reason).toUtf8());
+    write(m_lines, bookLines(book, u',', u"第 %1 条：%2"_s.arg(book.number).arg(reason)).toUtf8());
 }
 
 QStringList RefusedBooks::finish()

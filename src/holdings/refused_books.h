@@ -8,7 +8,8 @@
 namespace quilla {
 
 /// Keeps the records that an import refused: those that could be read as a delimited file with the reasons,
-/// to be mended and imported again; the bytes of those that could not in a second file beside it.
+/// to be mended and imported again; of those that could not the reasons there, which an import passes over,
+/// and the bytes in a second file beside it.
 class RefusedBooks {
 public:
     /// Begins both files; throws `Error` when they can't be written or are there already.

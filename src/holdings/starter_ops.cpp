@@ -3,6 +3,7 @@
 #include "database/circulation_rules.h"
 #include "database/row_text.h"
 #include "holdings/built_in.h"
+#include "holdings/whole.h"
 #include "platform/core/dates.h"
 #include "platform/core/text.h"
 #include "platform/db/decimal.h"
@@ -174,11 +175,11 @@ StarterReport loadStarter(Connection& connection, const QString& folder)
 {
     if (!folder.isEmpty() && !QDir(folder).exists()) throw fault(u"没有文件夹 %1。"_s.arg(folder));
     StarterReport report;
-    connection.begin(OnFailure::EndTransaction);
-    loadTypes(connection, StarterFile(folder, Types), report);
-    loadUnits(connection, StarterFile(folder, Units), report);
-    loadHolidays(connection, StarterFile(folder, Holidays), report);
-    connection.commit();
+    inTransaction(connection, [&] {
+        loadTypes(connection, StarterFile(folder, Types), report);
+        loadUnits(connection, StarterFile(folder, Units), report);
+        loadHolidays(connection, StarterFile(folder, Holidays), report);
+    });
     return report;
 }
 
