@@ -107,14 +107,15 @@ BookImportReport importBooks(Connection& connection, const sql::Schema& schema, 
     const auto source = openBooks(file, options.format, options.codePage, options.fields);
     const Shown shown(progress);
     connection.begin(OnFailure::EndTransaction);
+    BookImportReport report;
     try {
-        const BookImportReport report = importWhole(connection, schema, *source, options, refused, progress);
-        if (report.written) connection.settleRows();
-        return report;
+        report = importWhole(connection, schema, *source, options, refused, progress);
     } catch (...) {
         connection.rollback();
         throw;
     }
+    if (report.written) connection.settleRows();
+    return report;
 }
 
 } // namespace quilla
