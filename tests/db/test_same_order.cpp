@@ -18,9 +18,9 @@ private:
     /// In ascending order; the texts of one line are the same text.
     const std::vector<QStringList> m_lines {{u""_s, u"  "_s}, {u" a"_s, u"\u3000Ａ"_s}, {u"-1"_s, u"－１ "_s},
         {u"(老)李"_s, u"（老）李"_s}, {u"1"_s, u"１"_s, u"1  "_s}, {u"10"_s}, {u"1班"_s, u"１班 "_s},
-        {u"2"_s}, {u"阿明"_s, u"阿明 "_s}, {u"啊哈"_s}, {u"王 五"_s, u"王　五"_s}, {u"王五"_s}, {u"张三"_s},
-        {u"重庆"_s}, {u"A"_s, u"ａ"_s}, {u"a b"_s, u"Ａ　B "_s}, {u"A01"_s, u"a０1 "_s}, {u"ab"_s},
-        {u"emile"_s, u"ＥMILE"_s}, {u"émile"_s, u"E\u0301mile "_s}, {u"Tp311"_s, u"TP３11"_s},
+        {u"2"_s}, {u"阿明"_s, u"阿明 "_s}, {u"啊哈"_s}, {u"重庆"_s}, {u"王 五"_s, u"王　五"_s}, {u"王五"_s},
+        {u"张三"_s}, {u"A"_s, u"ａ"_s}, {u"a b"_s, u"Ａ　B "_s}, {u"A01"_s, u"a０1 "_s}, {u"ab"_s},
+        {u"émile"_s, u"E\u0301mile "_s}, {u"emile"_s, u"ＥMILE"_s}, {u"Tp311"_s, u"TP３11"_s},
         {u"TP311/12"_s, u"tp311／12"_s}, {u"Zoe"_s}};
 };
 

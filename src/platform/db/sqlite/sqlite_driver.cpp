@@ -73,7 +73,7 @@ void SqliteDriver::takeAlone() const
     try {
         m_handle.run("pragma locking_mode=exclusive; begin exclusive; commit");
     } catch (const Error& error) {
-        if ((error.number & 0xff) != SQLITE_BUSY) throw;
+        if (error.number != ErrorNumber::InUse) throw;
         throw Error(ErrorNumber::InUse, u"SQLite"_s,
             u"数据库正在使用，请在所有桌面退出程序后再试："_s + QDir::toNativeSeparators(m_handle.path()));
     }
