@@ -1,5 +1,7 @@
 #include "readers/import_lists_ops.h"
 
+#include "platform/core/text_order.h"
+
 namespace quilla {
 
 namespace {
@@ -40,9 +42,7 @@ QHash<QString, ImportValues> readParameters(Connection& connection)
 
 QString comparable(QStringView text)
 {
-    while (text.endsWith(u' '))
-        text.chop(1);
-    return text.toString().toCaseFolded();
+    return QString::fromLatin1(orderKey(text));
 }
 
 ImportLists readImportLists(Connection& connection)

@@ -40,7 +40,8 @@ private Q_SLOTS:
     {
         const std::tuple<QString, QString, bool> pairs[] {{u"abC1"_s, u"ABc1"_s, true},
             {u"有效"_s, u"有效  "_s, true}, {u" a"_s, u"a"_s, false}, {u"a\t"_s, u"a"_s, false},
-            {u"É"_s, u"é"_s, true}, {u"  "_s, u""_s, true}, {u"１"_s, u"1"_s, false}};
+            {u"É"_s, u"é"_s, true}, {u"  "_s, u""_s, true}, {u"１"_s, u"1"_s, true}, {u"e"_s, u"é"_s, false},
+            {u"a\u3000"_s, u"a"_s, false}};
         for (const auto& [left, right, same] : pairs)
             QVERIFY2(sameText(left, right) == same && sameText(right, left) == same, qPrintable(left));
     }

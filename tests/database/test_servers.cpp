@@ -5,6 +5,7 @@
 #include "database/resource_text.h"
 #include "database/test_base.h"
 #include "db/error_of.h"
+#include "platform/db/server_order.h"
 #include "platform/sql/translator.h"
 #include "support/postgres_database.h"
 
@@ -46,6 +47,39 @@ class TestServers : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    /// As an earlier program made it: by another collation under the same name.
+    void bringsAnEarlierLibraryIntoOrder()
+    {
+        ServerLibrary server;
+        const ConnectionItems items(server.database.connectionText());
+        QVERIFY(!renewServerOrder(items));
+        server.connection.execute(u"insert into dzk(readercode,name) values('1','张三')");
+        server.connection.execute(u"insert into dzk(readercode,name) values('2','阿明')");
+        server.connection.execute(u"insert into dzk(readercode,name) values('３','Zoe')");
+        const auto names = [&] {
+            QStringList all;
+            for (Recordset row = server.connection.open(u"select name from dzk order by name"); !row.eof();
+                 row.next())
+                all += row.field(0).text();
+            return all.join(u',');
+        };
+        const QString sorted = u"阿明,张三,Zoe"_s;
+        QCOMPARE(names(), sorted);
+        server.database.run(
+            "UPDATE pg_collation SET colliculocale='und-u-ks-level2' WHERE collname='quilla'");
+        server.connection = {};
+        server.factory.drain();
+        QVERIFY(renewServerOrder(items));
+        QVERIFY(!renewServerOrder(items));
+        server.connection = server.factory.open(server.database.connectionText());
+        QCOMPARE(names(), sorted);
+        QVERIFY(checkLibrary(server.connection).empty());
+        server.database.run("UPDATE pg_collation SET collversion='1' WHERE collname='quilla'");
+        QVERIFY(renewServerOrder(items));
+        QVERIFY(!renewServerOrder(items));
+        QVERIFY(!server.connection.open(u"select * from dzk where readercode='3'").eof());
+    }
+
     void copyBringsEverything()
     {
         TestBase base([](Connection& created) {

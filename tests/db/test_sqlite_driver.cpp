@@ -241,7 +241,8 @@ private Q_SLOTS:
     void refusesToOpen()
     {
         const std::tuple<QByteArray, QByteArray, QString> damages[] {{"", "missing", u"数据库文件不存在"_s},
-            {"pragma user_version=999", "", u"更新版本的程序"_s}, {"pragma user_version=0", "", u"旧"_s},
+            {"pragma user_version=999", "", u"更新版本的程序"_s},
+            {"pragma user_version=0", "", u"quilla-db upgrade"_s},
             {"pragma application_id=0", "", u"没有图书馆的数据表"_s}, {"", "folder", u"这不是一个文件"_s},
             {"", "empty", u"没有图书馆的数据表"_s}, {"", "text", u"文件不是数据库"_s}};
         for (const auto& [pragma, instead, words] : damages) {

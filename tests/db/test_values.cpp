@@ -1,5 +1,6 @@
 #include "db/error_of.h"
 #include "platform/core/dates.h"
+#include "platform/core/text_order.h"
 #include "platform/db/connection_text.h"
 #include "platform/db/decimal.h"
 #include "platform/db/embedded.h"
@@ -191,17 +192,20 @@ private Q_SLOTS:
 
     void ordersAsCompareText()
     {
-        // Every pair: letters of both cases, blanks, the full width forms against the second plane, letters
-        // whose fold has another length in UTF-8, texts that part inside a character.
+        // Every pair, since the engine compares UTF-8 and the grids keys: texts whose order the letters and
+        // digits at their front decide, and texts whose order they don't.
         const QStringList texts {u""_s, u" "_s, u"a"_s, u"A  "_s, u"a b"_s, u"AB"_s, u"ab\t"_s, u"b"_s,
             u"_"_s, u"有效"_s, u"有无"_s, u"有效 "_s, u"朋"_s, u"é"_s, u"É"_s, u"K"_s, u"k"_s, u"ß"_s, u"ſ"_s,
             u"s"_s, u"（"_s, u"𠀀"_s, u"𠀁"_s, u"𐐀"_s, u"𐐨"_s, u"B0001"_s, u"b0001"_s, u"B0002"_s, u"Ａ"_s,
-            u"ａ"_s};
+            u"ａ"_s, u"a1"_s, u"ab/"_s, u"ab\u0301"_s, u"A\u0301b"_s, u"Z"_s, u"重庆"_s, u"1"_s, u"１2"_s,
+            u"12 "_s};
         for (const QString& left : texts)
             for (const QString& right : texts) {
                 const QByteArray a = left.toUtf8();
                 const QByteArray b = right.toUtf8();
                 QVERIFY2((compareUtf8(view(a), view(b)) <=> 0) == (compareText(left, right) <=> 0),
+                    qPrintable(left + u" / "_s + right));
+                QVERIFY2((orderKey(left).compare(orderKey(right)) <=> 0) == (compareText(left, right) <=> 0),
                     qPrintable(left + u" / "_s + right));
             }
     }
@@ -213,7 +217,8 @@ private Q_SLOTS:
             "\xe4\xb8", "\xe4\xb9", "\xb8", "\xff", "\xfe", "a\xe4", "\xf0\x9f", "\xe4\xb8\xad"};
         for (const QByteArray& left : texts)
             for (const QByteArray& right : texts)
-                QVERIFY(compareUtf8(view(left), view(right)) == 0 || left != right);
+                for (const auto compare : {compareUtf8, compareByCodePoint})
+                    QVERIFY(compare(view(left), view(right)) == 0 || left != right);
     }
 
     void likePatterns()

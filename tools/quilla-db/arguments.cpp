@@ -23,6 +23,7 @@ constexpr QStringView Help = uR"(青简文库的数据库工具。
   guard         数据核对无误后加保护索引：一册书只能有一条借书记录，读者证号和条形码不能重复
   copy          把内置数据库的全部数据复制到 --connection 的空数据库，或还没有的内置数据库
   backup 文件   备份内置数据库，使用中也可以；损坏的数据库不备份
+  upgrade       把较早版本的数据库升级到本程序的版本；先在同一文件夹里保存核对过的副本
   restore 文件  从备份恢复内置数据库；损坏的备份不恢复，已有的数据库不覆盖
   import-books 文件
                 导入图书：ISO 2709（CNMARC、MARC21；UTF-8、GB18030、MARC-8）或 CSV

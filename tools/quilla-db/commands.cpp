@@ -11,6 +11,7 @@
 #include "quilla-db/import_command.h"
 #include "quilla-db/operator_commands.h"
 #include "quilla-db/starter_commands.h"
+#include "quilla-db/upgrade_command.h"
 #include "quilla-db/work_place.h"
 
 namespace quilla {
@@ -119,11 +120,20 @@ bool isWhole(const Arguments& arguments, QTextStream& out)
     return faults.isEmpty();
 }
 
+/// Also of a file that an earlier program made.
+std::vector<Finding> findingsIn(const Target& target)
+{
+    if (!target.file) return checkLibrary(WorkPlace(target).connection);
+    std::vector<Finding> findings;
+    readEmbedded(*target.file, librarySchema(), SystemClock(),
+        [&](Connection& connection) { findings = checkLibrary(connection); });
+    return findings;
+}
+
 Outcome check(const Arguments& arguments, QTextStream& out)
 {
     const bool whole = isWhole(arguments, out);
-    WorkPlace place(arguments.target);
-    const std::vector<Finding> findings = checkLibrary(place.connection);
+    const std::vector<Finding> findings = findingsIn(arguments.target);
     tell(out, findings);
     if (!whole || !findings.empty()) return Outcome::Findings;
     out << u"没有发现问题："_s << arguments.target.name() << u"\n"_s;
@@ -237,8 +247,9 @@ Outcome runCommand(const Arguments& arguments, QTextStream& out)
         Outcome (*run)(const Arguments&, QTextStream&);
     } Commands[] = {{u"help", help}, {u"create", create}, {u"demo", loadDemo}, {u"scale", loadScale},
         {u"check", check}, {u"repair", repair}, {u"guard", guard}, {u"copy", copy}, {u"backup", backup},
-        {u"restore", restore}, {u"import-readers", importReadersOf}, {u"export-readers", exportReadersOf},
-        {u"import-books", importBooksOf}, {u"export-books", exportBooksOf}, {u"book-fields", writeBookFields},
+        {u"restore", restore}, {u"upgrade", upgrade}, {u"import-readers", importReadersOf},
+        {u"export-readers", exportReadersOf}, {u"import-books", importBooksOf},
+        {u"export-books", exportBooksOf}, {u"book-fields", writeBookFields},
         {u"list-operators", listOperatorsOf}, {u"add-operator", addOperatorOf},
         {u"set-password", setPasswordOf}, {u"remove-operator", removeOperatorOf},
         {u"load-starter", loadStarterOf}, {u"write-starter", writeStarterOf}, {u"first-start", firstStart}};

@@ -44,9 +44,4 @@ bool sameText(QStringView left, QStringView right)
     return compareText(left, right) == 0;
 }
 
-int compareText(QStringView left, QStringView right)
-{
-    return withoutTrailingBlanks(left).compare(withoutTrailingBlanks(right), Qt::CaseInsensitive);
-}
-
 } // namespace quilla

@@ -17,11 +17,11 @@ QStringView trimBlanks(QStringView text);
 /// Whether a code, a name or a type counts as empty: it has no characters, or nothing but blanks.
 bool isBlank(QStringView text);
 
-/// Whether two codes or states are the same to the database: without regard to case and to blanks at
-/// the end. "abc" and "ABC  " are one reader.
+/// Whether two codes or states are the same to the database: without regard to case, to width and to blanks
+/// at the end. "abc1" and "ＡBC１  " are one reader.
 bool sameText(QStringView left, QStringView right);
 
-/// Orders two texts as the database does: case folded, blanks at the end left out. Below, equal or
+/// Orders two texts as the database does: by pinyin, and as above. Accents and signs count. Below, equal or
 /// above 0.
 int compareText(QStringView left, QStringView right);
 

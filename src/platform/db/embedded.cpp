@@ -3,6 +3,7 @@
 #include "platform/core/new_file.h"
 #include "platform/core/text.h"
 #include "platform/db/pool.h"
+#include "platform/db/sqlite/library_order.h"
 #include "platform/db/sqlite/sqlite_driver.h"
 
 #include <QDir>
@@ -14,6 +15,8 @@ namespace {
 
 constexpr QStringView AccessDriver = u"Microsoft Access Driver (*.mdb)";
 
+constexpr int Cancelled = 18;
+
 /// As the connection dialog stored it, quotes doubled.
 QString pathOf(QString stored)
 {
@@ -24,22 +27,31 @@ QString pathOf(QString stored)
 /// What the engine keeps beside a file. An old log beside a new file would be played into it.
 const QStringList Companions {u"-wal"_s, u"-shm"_s, u"-journal"_s};
 
+void useOnce(
+    std::unique_ptr<Driver> driver, const sql::Schema& schema, const std::function<void(Connection&)>& use)
+{
+    sql::Translator translator(sql::Engine::Sqlite, schema);
+    const PoolContext context {[&](sql::Engine) -> sql::Translator& { return translator; }, {}, {}};
+    const auto pool = std::make_shared<Pool>([&] { return std::move(driver); }, context);
+    Connection connection(pool->lend());
+    use(connection);
+}
+
 /// The version is set in the same transaction: a file that carries it is complete.
 void fillLibrary(const QString& path, const sql::Schema& schema, const Clock& clock,
     const std::function<void(Connection&)>& fill)
 {
     auto driver = std::make_unique<SqliteDriver>(path, clock, SqliteDriver::As::NewFile);
     const SqliteHandle& handle = driver->handle();
-    sql::Translator translator(sql::Engine::Sqlite, schema);
-    const PoolContext context {[&](sql::Engine) -> sql::Translator& { return translator; }, {}, {}};
-    const auto pool = std::make_shared<Pool>([&] { return std::move(driver); }, context);
-    Connection connection(pool->lend());
-    connection.begin();
-    fill(connection);
-    handle.run(QByteArray("pragma application_id=" + QByteArray::number(LibraryApplicationId)
-        + "; pragma user_version=" + QByteArray::number(EmbeddedSchemaVersion))
-                   .constData());
-    connection.commit();
+    useOnce(std::move(driver), schema, [&](Connection& connection) {
+        connection.begin();
+        fill(connection);
+        noteOrder(handle);
+        handle.run(QByteArray("pragma application_id=" + QByteArray::number(LibraryApplicationId)
+            + "; pragma user_version=" + QByteArray::number(EmbeddedSchemaVersion))
+                       .constData());
+        connection.commit();
+    });
 }
 
 /// The copy is one file that can be read where nothing can be written; its first opening as a library brings
@@ -59,6 +71,9 @@ QStringList faultsOf(const QString& path, const char* check)
 {
     const SystemClock clock;
     const SqliteDriver driver(path, clock, SqliteDriver::As::AnyFile);
+    // Indexes that another ICU made can't be compared with their rows.
+    const bool readable = driver.isOfEarlierVersion() || isInOrder(driver.handle());
+    if (!readable) check = "pragma quick_check";
     QStringList faults;
     const int code = sqlite3_exec(
         driver.handle().get(), check,
@@ -101,9 +116,43 @@ void refuseMissingColumns(const SqliteHandle& handle, const sql::Table& table)
 
 void refuseForeignLibrary(const SqliteDriver& driver, const sql::Schema& schema)
 {
-    driver.refuseForeignFile();
+    driver.refuseUnknownFile();
     for (const sql::Table& table : schema.tables())
         refuseMissingColumns(driver.handle(), table);
+}
+
+/// Copies what is in `source` to the new file `to` and checks the copy.
+void copyChecked(
+    const SqliteDriver& source, const QString& to, const sql::Schema& schema, const QString& group)
+{
+    refuseForeignLibrary(source, schema);
+    NewFile file(to, Companions, group);
+    copyDatabase(source.handle(), SqliteHandle(file.part(), SqliteHandle::Mode::Existing));
+    refuseFaults(faultsOf(file.part(), "pragma integrity_check(10)"),
+        u"数据库文件已损坏，没有复制：%1\n请改用完好的备份。损坏之处："_s.arg(
+            QDir::toNativeSeparators(source.handle().path())));
+    file.finish();
+}
+
+/// A name that no file has yet: "quilla-v1.db", "quilla-v1-2.db" …
+QString nameOfCopy(const QString& path, int version)
+{
+    const QFileInfo file(path);
+    const QString stem = u"%1/%2-v%3"_s.arg(file.path(), file.completeBaseName()).arg(version);
+    const QString ending = file.suffix().isEmpty() ? QString() : u'.' + file.suffix();
+    QString name = stem + ending;
+    for (int number = 2; QFileInfo::exists(name); ++number)
+        name = u"%1-%2%3"_s.arg(stem).arg(number).arg(ending);
+    return name;
+}
+
+void sortAnew(SqliteDriver& sole, Progress& progress)
+{
+    sortAnew(sole, [&](qsizetype done, qsizetype all) {
+        progress.setTotal(all);
+        progress.setDone(done);
+        if (!progress.goOn()) throw Error(Cancelled, u"SQLite"_s, u"已取消，数据库没有改变。"_s);
+    });
 }
 
 } // namespace
@@ -132,19 +181,40 @@ void createEmbedded(const QString& path, const sql::Schema& schema, const Clock&
 void backupEmbedded(const QString& from, const QString& to, const sql::Schema& schema, const QString& group)
 {
     const SystemClock clock;
-    const SqliteDriver source(from, clock, SqliteDriver::As::AnyFile);
-    refuseForeignLibrary(source, schema);
-    NewFile file(to, Companions, group);
-    copyDatabase(source.handle(), SqliteHandle(file.part(), SqliteHandle::Mode::Existing));
-    refuseFaults(faultsOf(file.part(), "pragma integrity_check(10)"),
-        u"数据库文件已损坏，没有复制：%1\n请改用完好的备份。损坏之处："_s.arg(
-            QDir::toNativeSeparators(from)));
-    file.finish();
+    copyChecked(SqliteDriver(from, clock, SqliteDriver::As::AnyFile), to, schema, group);
+}
+
+Upgrade upgradeEmbedded(const QString& path, const sql::Schema& schema, Progress& progress)
+{
+    const SystemClock clock;
+    SqliteDriver sole(path, clock, SqliteDriver::As::SoleUse);
+    sole.refuseUnknownFile();
+    Upgrade upgrade;
+    if (sole.isOfEarlierVersion()) {
+        upgrade.copy = nameOfCopy(path, sole.handle().number("pragma user_version"));
+        copyChecked(sole, upgrade.copy, schema, {});
+    } else if (isInOrder(sole.handle())) {
+        return upgrade;
+    }
+    progress.begin();
+    sortAnew(sole, progress);
+    progress.end();
+    upgrade.done = true;
+    return upgrade;
 }
 
 QStringList checkEmbedded(const QString& path)
 {
     return faultsOf(path, "pragma integrity_check");
+}
+
+void readEmbedded(const QString& path, const sql::Schema& schema, const Clock& clock,
+    const std::function<void(Connection&)>& read)
+{
+    auto driver = std::make_unique<SqliteDriver>(path, clock, SqliteDriver::As::AnyFile);
+    driver->refuseUnknownFile();
+    if (!driver->isOfEarlierVersion()) driver = openLibraryFile(path, clock);
+    useOnce(std::move(driver), schema, read);
 }
 
 void tightenEmbedded(const QString& path)

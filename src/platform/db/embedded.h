@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/core/dates.h"
+#include "platform/core/progress.h"
 #include "platform/db/connection.h"
 #include "platform/db/connection_text.h"
 #include "platform/sql/schema.h"
@@ -13,7 +14,9 @@
 namespace quilla {
 
 /// The version of the schema that this program reads and writes; the embedded database carries it.
-constexpr int EmbeddedSchemaVersion = 1;
+///   1  texts in the order of their code points
+///   2  texts in the order of `compareText`, whose version stands in the file
+constexpr int EmbeddedSchemaVersion = 2;
 
 /// The file that a connection text leads to, when it leads to the embedded database: the built-in data
 /// source, or the Access driver entry of the connection dialog. A relative path is meant from the folder
@@ -29,10 +32,28 @@ void createEmbedded(const QString& path, const sql::Schema& schema, const Clock&
     const std::function<void(Connection&)>& fill, const QString& group = {});
 
 /// Copies a library that may be in use to the new file `to`, as it stands at one moment. Throws `Error` when
-/// `from` is damaged or no library of this version with the tables of `schema`, when `to` exists already, or
-/// when the copy fails; no file is left then. `group` as above.
+/// `from` is damaged or no library of this or an earlier version with the tables of `schema`, when `to`
+/// exists already, or when the copy fails; no file is left then. `group` as above.
 void backupEmbedded(
     const QString& from, const QString& to, const sql::Schema& schema, const QString& group = {});
+
+/// What `upgradeEmbedded` did.
+struct Upgrade {
+    bool done = false; ///< false when the library was up to date
+    QString copy; ///< the library as it was before; empty when its version did not change
+};
+
+/// Brings a library of an earlier version, or one that another ICU sorted, to what this program needs. One of
+/// an earlier version is copied into the same folder first, and the copy is checked. The library itself
+/// changes in one transaction: a crash leaves the old one or the new one, whole. Nobody else may have it open
+/// meanwhile. Throws `Error` and leaves the library as it was when something fails, and when `progress` says
+/// that the work is to end.
+Upgrade upgradeEmbedded(const QString& path, const sql::Schema& schema, Progress& progress);
+
+/// Lets `read` look at the library as it stands, also at one of an earlier version. Throws `Error` when it is
+/// none, and passes on what `read` throws.
+void readEmbedded(const QString& path, const sql::Schema& schema, const Clock& clock,
+    const std::function<void(Connection&)>& read);
 
 /// What the engine finds wrong inside the file, a line a fault; empty when it is sound. Throws `Error`
 /// when the file can't be opened at all.

@@ -2,7 +2,7 @@
 
 #include "platform/db/embedded.h"
 #include "platform/db/odbc/odbc_driver.h"
-#include "platform/db/sqlite/sqlite_driver.h"
+#include "platform/db/sqlite/library_order.h"
 
 namespace quilla {
 
@@ -11,7 +11,7 @@ std::unique_ptr<Driver> openDriver(const ConnectionItems& items, const Clock& cl
     const auto file = embeddedFileOf(items);
     if (!file) return std::make_unique<OdbcDriver>(items);
     tightenEmbedded(*file);
-    return std::make_unique<SqliteDriver>(*file, clock);
+    return openLibraryFile(*file, clock);
 }
 
 } // namespace quilla

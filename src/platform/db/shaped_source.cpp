@@ -1,4 +1,5 @@
 #include "platform/core/error.h"
+#include "platform/core/text_order.h"
 #include "platform/db/sources.h"
 #include "platform/sql/shape_statement.h"
 
@@ -79,25 +80,21 @@ private:
     std::size_t m_row = 0;
 };
 
-/// What is the same text for keys that the database holds to be the same.
-QString foldedKey(const Value& value)
+/// The same for values that the database holds to be the same; null is not the empty text.
+QByteArray groupKey(const Value& value)
 {
-    if (value.isNull()) return {};
-    QString text = value.text().toCaseFolded();
-    while (text.endsWith(u' '))
-        text.chop(1);
-    return u'=' + text;
+    return value.isNull() ? QByteArray() : orderKey(value.text());
 }
 
 Groups groupRows(KeysetSource& all, const std::vector<int>& columns)
 {
     Groups groups;
-    QHash<QStringList, std::size_t> known;
+    QHash<QByteArrayList, std::size_t> known;
     all.first();
     for (qsizetype row = 0; !all.eof(); all.next(), ++row) {
-        QStringList key;
+        QByteArrayList key;
         for (const int column : columns)
-            key.append(foldedKey(all.field(column)));
+            key.append(groupKey(all.field(column)));
         const std::size_t group = known.value(key, groups.size());
         if (group == groups.size()) {
             known.insert(key, group);

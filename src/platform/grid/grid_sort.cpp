@@ -1,6 +1,5 @@
+#include "platform/core/text_order.h"
 #include "platform/grid/grid_model.h"
-
-#include <QCollator>
 
 #include <numeric>
 
@@ -47,19 +46,17 @@ std::optional<std::vector<double>> asNumbers(const std::vector<QString>& texts)
     return numbers;
 }
 
-std::vector<QCollatorSortKey> asSortKeys(const std::vector<QString>& texts)
+std::vector<QByteArray> asOrderKeys(const std::vector<QString>& texts)
 {
-    QCollator collator(QLocale(QLocale::Chinese, QLocale::China));
-    collator.setCaseSensitivity(Qt::CaseInsensitive);
-    std::vector<QCollatorSortKey> keys;
+    std::vector<QByteArray> keys;
     keys.reserve(texts.size());
     for (const QString& text : texts)
-        keys.push_back(collator.sortKey(text));
+        keys.push_back(orderKey(text));
     return keys;
 }
 
-/// Latin letters and digits alone, as codes are: they sort without the help of a collator, which knows no
-/// other order for them.
+/// Latin letters and digits alone, as codes are: their keys are they themselves, without case, since the
+/// order of the library is the same for them.
 std::optional<std::vector<QString>> asCodes(const std::vector<QString>& texts)
 {
     std::vector<QString> codes;
@@ -77,7 +74,7 @@ Ranks ranksOfDistinct(const std::vector<QString>& texts)
 {
     if (auto numbers = asNumbers(texts)) return ranked(std::move(*numbers));
     if (auto codes = asCodes(texts)) return ranked(std::move(*codes));
-    return ranked(asSortKeys(texts));
+    return ranked(asOrderKeys(texts));
 }
 
 /// Most columns of a long list repeat a few texts: only different ones are compared.

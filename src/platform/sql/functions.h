@@ -74,8 +74,7 @@ inline constexpr QStringView Part = u"qj_part";
 
 } // namespace Function
 
-/// The collation of every text column on SQLite: case does not count, nor do blanks at the end. Orders as
-/// `compareText` does.
+/// The collation of every text column on SQLite: orders as `compareText` does.
 inline constexpr QStringView TextCollation = u"QUILLA";
 
 } // namespace quilla::sql

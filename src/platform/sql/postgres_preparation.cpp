@@ -7,10 +7,10 @@ namespace quilla::sql {
 
 namespace {
 
-/// The collation passes over case and width, not over accents; the domain passes over blanks at the end as
-/// well. Chinese sorts by its code points, as in the embedded database.
+/// The collation sorts by pinyin and passes over case and width, not over accents; the domain passes over
+/// blanks at the end as well. It is the order of `compareText`.
 constexpr QStringView Types[] = {
-    u"CREATE COLLATION quilla (provider = icu, locale = 'und-u-ks-level2', deterministic = false)",
+    u"CREATE COLLATION quilla (provider = icu, locale = 'zh-u-ks-level2', deterministic = false)",
     u"CREATE DOMAIN qj_text AS bpchar COLLATE quilla",
     u"CREATE DOMAIN qj_bit AS smallint CHECK (VALUE IN (0, 1))",
 };

@@ -50,7 +50,10 @@ void SqliteDriver::setUp(As as)
     // A misspelt column must be an error, not a text of its own name.
     m_handle.check(sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr));
     m_handle.check(sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr));
+    if (as == As::SoleUse) takeAlone();
     registerFunctions(m_handle, m_time);
+    const bool anyVersion = as == As::AnyFile || as == As::SoleUse;
+    if (anyVersion && isOfEarlierVersion()) registerOrder(m_handle, TextOrder::CodePoint);
     if (as == As::Library) refuseForeignFile();
     m_handle.run("pragma foreign_keys=off; pragma synchronous=full; pragma temp_store=memory");
     if (as == As::NewFile) m_handle.run("pragma journal_mode=memory");
@@ -64,7 +67,25 @@ void SqliteDriver::setUp(As as)
     m_rollback = std::make_unique<SqliteStatement>(m_handle, "rollback", kept);
 }
 
-void SqliteDriver::refuseForeignFile() const
+/// The lock is taken at the first look into the file and kept to the end.
+void SqliteDriver::takeAlone() const
+{
+    try {
+        m_handle.run("pragma locking_mode=exclusive; begin exclusive; commit");
+    } catch (const Error& error) {
+        if (error.number != ErrorNumber::InUse) throw;
+        throw Error(ErrorNumber::InUse, u"SQLite"_s,
+            u"数据库正在使用，请在所有桌面退出程序后再试："_s + QDir::toNativeSeparators(m_handle.path()));
+    }
+}
+
+bool SqliteDriver::isOfEarlierVersion() const
+{
+    return m_handle.number("pragma application_id") == LibraryApplicationId
+        && m_handle.number("pragma user_version") < EmbeddedSchemaVersion;
+}
+
+void SqliteDriver::refuseUnknownFile() const
 {
     const int application = m_handle.number("pragma application_id");
     const int version = m_handle.number("pragma user_version");
@@ -75,10 +96,17 @@ void SqliteDriver::refuseForeignFile() const
             u"数据库由更新版本的程序建立（结构版本 %1，本程序认识 %2），请先升级本程序："_s.arg(version).arg(
                 EmbeddedSchemaVersion),
             m_handle.path());
-    if (version < EmbeddedSchemaVersion)
-        throw cannotOpen(u"数据库的结构版本（%1）比本程序的（%2）旧，请先升级数据库："_s.arg(version).arg(
-                             EmbeddedSchemaVersion),
-            m_handle.path());
+}
+
+void SqliteDriver::refuseForeignFile() const
+{
+    refuseUnknownFile();
+    if (!isOfEarlierVersion()) return;
+    throw cannotOpen(
+        u"数据库由较早版本的程序建立（结构版本 %1，本程序需要 %2）。请在所有桌面退出程序，然后运行 "
+        "quilla-db upgrade 升级："_s.arg(m_handle.number("pragma user_version"))
+            .arg(EmbeddedSchemaVersion),
+        m_handle.path());
 }
 
 /// Whether the file was moved away or replaced under its name: what is written now would be lost.

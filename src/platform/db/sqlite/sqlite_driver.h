@@ -16,6 +16,7 @@ public:
     enum class As {
         Library, ///< a finished library of this program's schema version, or an error says what it is
         AnyFile, ///< whatever is in the file
+        SoleUse, ///< the same, and nobody else may have it open before the connection ends
         NewFile, ///< makes the file; nothing is kept beside it, and a crash leaves it unusable
     };
 
@@ -40,10 +41,15 @@ public:
 
     /// Throws `Error` when the file holds no library of this program's schema version.
     void refuseForeignFile() const;
+    /// The same, but takes a library of an earlier version too.
+    void refuseUnknownFile() const;
+    /// Whether it is a library of an earlier version, whose texts are in the order of that version.
+    bool isOfEarlierVersion() const;
     const SqliteHandle& handle() const { return m_handle; }
 
 private:
     void setUp(As as);
+    void takeAlone() const;
     static int waitForTurn(void* driver, int timesAsked);
     const WriteQueue* queue() const;
     SqliteStatementLoan start(const sql::Translation& statement, const std::vector<sql::Literal>& literals);

@@ -1,6 +1,7 @@
 #include "platform/db/sqlite/sqlite_functions.h"
 
 #include "platform/core/text.h"
+#include "platform/core/text_order.h"
 #include "platform/db/decimal.h"
 #include "platform/db/sqlite/date_functions.h"
 #include "platform/db/sqlite/like_pattern.h"
@@ -302,9 +303,10 @@ constexpr Function functions[] {
     {sql::Function::Part, 2, Pure, answerNullForNull<part>},
 };
 
+template <int (*Compare)(std::string_view, std::string_view)>
 int collate(void*, int leftSize, const void* left, int rightSize, const void* right)
 {
-    return compareUtf8({static_cast<const char*>(left), std::size_t(leftSize)},
+    return Compare({static_cast<const char*>(left), std::size_t(leftSize)},
         {static_cast<const char*>(right), std::size_t(rightSize)});
 }
 
@@ -318,6 +320,13 @@ void avoidBloomFilters(sqlite3* database)
 
 } // namespace
 
+void registerOrder(const SqliteHandle& handle, TextOrder order)
+{
+    const auto compare = order == TextOrder::Pinyin ? collate<compareUtf8> : collate<compareByCodePoint>;
+    handle.check(sqlite3_create_collation_v2(
+        handle.get(), sql::TextCollation.toUtf8().constData(), SQLITE_UTF8, nullptr, compare, nullptr));
+}
+
 void registerFunctions(const SqliteHandle& handle, StatementTime& time)
 {
     sqlite3* const database = handle.get();
@@ -325,8 +334,7 @@ void registerFunctions(const SqliteHandle& handle, StatementTime& time)
         handle.check(
             sqlite3_create_function_v2(database, function.name.toUtf8().constData(), function.arguments,
                 SQLITE_UTF8 | function.flags, &time, function.call, nullptr, nullptr, nullptr));
-    handle.check(sqlite3_create_collation_v2(
-        database, sql::TextCollation.toUtf8().constData(), SQLITE_UTF8, nullptr, collate, nullptr));
+    registerOrder(handle, TextOrder::Pinyin);
     avoidBloomFilters(database);
 }
 

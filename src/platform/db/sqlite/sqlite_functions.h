@@ -32,4 +32,10 @@ private:
 /// SQLITE_MISMATCH and words for the operator.
 void registerFunctions(const SqliteHandle& handle, StatementTime& time);
 
+/// By which order texts compare: that of this program, or that of libraries of version 1.
+enum class TextOrder { Pinyin, CodePoint };
+
+/// Registers the collation anew. No statement may be running.
+void registerOrder(const SqliteHandle& handle, TextOrder order);
+
 } // namespace quilla

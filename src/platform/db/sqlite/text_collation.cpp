@@ -24,8 +24,8 @@ char32_t firstUnit(char32_t c)
     return c < 0x10000 ? folded(c) : QChar::highSurrogate(c);
 }
 
-/// The order of UTF-16, in which `compareText` works: a character beyond the first plane sorts by its
-/// first half, before the full width forms.
+/// The order of UTF-16: a character beyond the first plane sorts by its first half, before the full width
+/// forms.
 int compareCodePoints(char32_t left, char32_t right)
 {
     const int units = int(firstUnit(left)) - int(firstUnit(right));
@@ -55,7 +55,7 @@ char32_t nextCodePoint(const char*& at, const char* end)
     return c;
 }
 
-int compareUtf8(std::string_view left, std::string_view right)
+int compareByCodePoint(std::string_view left, std::string_view right)
 {
     left = withoutTrailingBlanks(left);
     right = withoutTrailingBlanks(right);
