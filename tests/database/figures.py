@@ -8,8 +8,12 @@ import calendar
 import collections
 import decimal
 import json
+import pathlib
 import sqlite3
 import sys
+
+sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
+import library_order
 
 LETTERS = "ABCDEFGHIJKNOPQRSTUVXZ"
 SUM = "合计"
@@ -22,7 +26,7 @@ def fold(text):
 class Library:
     def __init__(self, file):
         self.base = sqlite3.connect(file)
-        self.base.create_collation("QUILLA", lambda a, b: (fold(a) > fold(b)) - (fold(a) < fold(b)))
+        library_order.know(self.base)
         self.readers = {fold(r[0]): r for r in self.rows("readercode,name,readerclass,readunit", "dzk")}
         self.titles = {r[0]: r for r in self.rows("zskid,bookname,author,classcode,zch,fzqfh", "zsk")}
         self.copies = {fold(code): title for code, title in self.rows("barcode,zskid", "sck")}
@@ -197,11 +201,11 @@ def main():
             out.append([f"exec procydztj '{year}','{month}'", True, reader_types(lib, period)])
         unit = lib.rows("readunit", "dzk")[0][0]
         for some_unit, kind in (("全部", "全部"), (unit, "全部"), ("全部", "学生"), ("", "教师")):
-            out.append([f"exec procndztj '{year}','{some_unit}','{kind}'", False,
+            out.append([f"exec procndztj '{year}','{quoted(some_unit)}','{kind}'", False,
                         readers(lib, year, some_unit, kind)])
         begin, end = f"{year}-01-01", f"{year}-12-31"
         for some_unit, beginning in (("全部", "全部"), (unit, "I"), ("", "TP"), ("全部", "")):
-            call = f"exec procjhphb '{some_unit}','30','{begin}','{end}','{beginning}' "
+            call = f"exec procjhphb '{quoted(some_unit)}','30','{begin}','{end}','{beginning}' "
             out.append([call, True, books(lib, some_unit, 30, begin, end, beginning)])
         for kind in ("全部", "教师", ""):
             out.append([f"exec procdzjyphb  '{kind}','25','{begin}','{end}'", True,

@@ -18,6 +18,9 @@ import time
 
 import x_screen
 
+sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
+import library_order
+
 LOGIN = "Quilla 登录流通子系统"
 MAIN = "青简台"
 QUESTION = "操作提示"
@@ -26,8 +29,7 @@ QUESTION = "操作提示"
 def base(home):
     """The database, opened as any program would that knows its collation."""
     con = sqlite3.connect(home / "data" / "青简文库" / "quilla.db", timeout=10)
-    fold = lambda text: text.rstrip(" ").casefold()
-    con.create_collation("QUILLA", lambda a, b: (fold(a) > fold(b)) - (fold(a) < fold(b)))
+    library_order.know(con)
     return con
 
 

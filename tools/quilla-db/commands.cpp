@@ -123,7 +123,10 @@ bool isWhole(const Arguments& arguments, QTextStream& out)
 /// Also of a file that an earlier program made.
 std::vector<Finding> findingsIn(const Target& target)
 {
-    if (!target.file) return checkLibrary(WorkPlace(target).connection);
+    if (!target.file) {
+        WorkPlace place(target);
+        return checkLibrary(place.connection);
+    }
     std::vector<Finding> findings;
     readEmbedded(*target.file, librarySchema(), SystemClock(),
         [&](Connection& connection) { findings = checkLibrary(connection); });
