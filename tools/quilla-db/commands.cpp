@@ -230,9 +230,12 @@ Outcome restore(const Arguments& arguments, QTextStream& out)
     return Outcome::Done;
 }
 
-/// For whoever starts the program without having set anything up. Touches nothing that is there already.
+/// For whoever starts the program without having set anything up. Of what is there already only the user's
+/// own library of an earlier program is touched.
 Outcome firstStart(const Arguments& arguments, QTextStream& out)
 {
+    const Target& own = arguments.target;
+    if (own.exists() && isEarlierLibrary(*own.file)) upgrade(arguments, out);
     FileSettings settings;
     if (hasStoredText(settings)) return Outcome::Done;
     if (!arguments.target.exists()) loadDemo(arguments, out);

@@ -184,6 +184,12 @@ void backupEmbedded(const QString& from, const QString& to, const sql::Schema& s
     copyChecked(SqliteDriver(from, clock, SqliteDriver::As::AnyFile), to, schema, group);
 }
 
+bool isEarlierLibrary(const QString& path)
+{
+    const SystemClock clock;
+    return SqliteDriver(path, clock, SqliteDriver::As::AnyFile).isOfEarlierVersion();
+}
+
 Upgrade upgradeEmbedded(const QString& path, const sql::Schema& schema, Progress& progress)
 {
     const SystemClock clock;

@@ -37,6 +37,9 @@ void createEmbedded(const QString& path, const sql::Schema& schema, const Clock&
 void backupEmbedded(
     const QString& from, const QString& to, const sql::Schema& schema, const QString& group = {});
 
+/// Whether the file is a library of an earlier version of this program. Throws `Error` when it can't be read.
+bool isEarlierLibrary(const QString& path);
+
 /// What `upgradeEmbedded` did.
 struct Upgrade {
     bool done = false; ///< false when the library was up to date
