@@ -171,8 +171,8 @@ public:
     void measurePool();
 
 private:
-    Medians measure(
-        const QString& name, std::vector<DeskTask> works, const std::function<bool(const DeskTask&)>& operation);
+    Medians measure(const QString& name, std::vector<DeskTask> works,
+        const std::function<bool(const DeskTask&)>& operation);
 
     Base& m_base;
     QTemporaryDir m_home;

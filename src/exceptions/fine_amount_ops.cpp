@@ -75,7 +75,8 @@ bool ComputeOverdueFine(Session& session, FineView& view, const QString& readerc
             doubled(readercode), code));
     if (!entry.eof()) showRegisteredLoss(view, loan, entry);
     // A registered copy stops growing dearer on the day it was registered.
-    const QString until = isoDate(entry.eof() ? std::optional(GetServerDate(session)) : entry.field(u"createdate").moment());
+    const QString until
+        = isoDate(entry.eof() ? std::optional(GetServerDate(session)) : entry.field(u"createdate").moment());
     const Recordset overdue = work.select(
         u"Select datediff(dy,yhdate,'%1') as days From jhsk Where barcode='%2' And yhdate<'%1'"_s.arg(
             until, code));

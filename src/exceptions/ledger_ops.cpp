@@ -108,8 +108,7 @@ void printLedger(Session& session, ReportViewer& reports, const ListSearch& list
             .nothing = NothingForPaper.toString(),
             .noRows = NoRows::Silent,
             .texts = [&session] {
-                return ReportTexts {
-                    .title = QString::number(GetServerDate(session).date.year()) + u"年度"_s};
+                return ReportTexts {.title = QString::number(GetServerDate(session).date.year()) + u"年度"_s};
             }});
 }
 

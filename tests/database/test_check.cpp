@@ -133,7 +133,8 @@ private Q_SLOTS:
     {
         TestBase base(fillSound);
         const QStringList doubles {u"insert into jhsk(readercode,barcode) values('R2','a1 ')"_s,
-            u"insert into dzk(readercode) values('r1')"_s, u"insert into sck(zskid,barcode) values(2,'b1')"_s};
+            u"insert into dzk(readercode) values('r1')"_s,
+            u"insert into sck(zskid,barcode) values(2,'b1')"_s};
         const auto refused = [&] {
             int count = 0;
             for (const QString& statement : doubles) {

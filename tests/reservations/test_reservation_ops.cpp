@@ -144,7 +144,8 @@ private Q_SLOTS:
             m->reservation(
                 u"R1"_s, {{u"barcode"_s, barcode}, {u"oldtime"_s, lastDay}, {u"orderstatus"_s, u"1"_s}});
             for (const QString& day : {u"2025-01-01"_s, returned})
-                m->insert(u"jhslsk"_s, {{u"readercode"_s, u"R9"_s}, {u"barcode"_s, barcode}, {u"backdate"_s, day}});
+                m->insert(
+                    u"jhslsk"_s, {{u"readercode"_s, u"R9"_s}, {u"barcode"_s, barcode}, {u"backdate"_s, day}});
         };
         held(u"TODAY"_s, u"2026-03-10"_s, u"2026-03-05"_s);
         held(u"SAME"_s, u"2026-03-11"_s, u"2026-03-11"_s);

@@ -1,8 +1,8 @@
 // A desk that works without a pause until it is told to stop or killed: it charges, or charges, takes back
 // and settles what is overdue, or places reservations, lets them run out and clears them, or withdraws and
 // restores copies at the ledger. After each operation that it would tell the operator as done it prints a
-// line: "+ barcode" for a charge, "-" for a return in time, "=" for a settlement, "* reader" for a reservation,
-// "w barcode" for a withdrawal, "r" for a restoration.
+// line: "+ barcode" for a charge, "-" for a return in time, "=" for a settlement, "* reader" for a
+// reservation, "w barcode" for a withdrawal, "r" for a restoration.
 //
 //   desk_loop CONNECTION-TEXT SEED MILLISECONDS READERS COPIES charge|all|reserve|ledger
 

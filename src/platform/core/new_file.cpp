@@ -69,8 +69,8 @@ void NewFile::refuseStanding() const
 {
     for (const QString& ending : QStringList {QString()} + m_companions)
         if (QFile::exists(m_path + ending))
-            throw Error(
-                58, u"NewFile"_s, u"文件已经存在，请换一个名字，或先把它移走："_s + QDir::toNativeSeparators(m_path + ending));
+            throw Error(58, u"NewFile"_s,
+                u"文件已经存在，请换一个名字，或先把它移走："_s + QDir::toNativeSeparators(m_path + ending));
 }
 
 void NewFile::makeFolder()

@@ -44,7 +44,8 @@ public:
     Recordset openShaped(QStringView shape);
 
     /// Brings into an empty database what its engine needs before the first table: the order of texts, types
-    /// and functions. Does nothing where the engine has them. Throws `Error`, also when they are there already.
+    /// and functions. Does nothing where the engine has them. Throws `Error`, also when they are there
+    /// already.
     void prepareEmptyBase();
     /// Runs `fill`, whose rows bring their own numbers into the identity column of `table`. The next number
     /// comes after theirs and after `given`.
@@ -60,8 +61,8 @@ public:
     void commit();
     void rollback();
 
-    /// Call it after very many rows were written and committed: a server that has not looked at them yet plans
-    /// as if the tables were empty. Takes seconds on a large base.
+    /// Call it after very many rows were written and committed: a server that has not looked at them yet
+    /// plans as if the tables were empty. Takes seconds on a large base.
     void settleRows();
 
 private:

@@ -8,8 +8,8 @@ namespace quilla {
 /// A connection to a database server.
 ///
 /// A failing statement leaves the transaction as it was before it. PostgreSQL gives up the whole transaction
-/// at the first failing statement, so there a savepoint stands before every statement that follows a write, as long
-/// as the transaction outlives a failure (`OnFailure`): each costs a way to the server and back.
+/// at the first failing statement, so there a savepoint stands before every statement that follows a write,
+/// as long as the transaction outlives a failure (`OnFailure`): each costs a way to the server and back.
 class OdbcDriver final : public Driver {
 public:
     /// Connects; see `OdbcConnection`.
