@@ -179,14 +179,45 @@ private Q_SLOTS:
             "JHSKCQRpt JHSKcqReport ydztjRtp JhphbDataReport ndztjrpt printYuYueOk printGoodBook dzjyphbRpt "
             "jylsRpt readerPrint ltcsPrint"_s.split(u' '))
             QCOMPARE(designOf(name).name, name);
-        // What the procedures deliver is what the designs ask for.
-        const std::pair<QString, QString> calls[] {{u"ydztjRtp"_s, u"exec procydztj '2026','3'"_s},
+    }
+
+    /// Each cell of what the statistics deliver stands on paper, in its order.
+    void statisticsOnPaper()
+    {
+        m->insert(u"dzlx"_s, {{u"readerclass"_s, u"学生"_s}});
+        m->reader(u"R1"_s, {{u"readunit"_s, u"一班"_s}});
+        for (const QString& barcode : {u"B1"_s, u"B2"_s}) {
+            m->copy(barcode);
+            m->send(u"insert into jhslsk(readercode,barcode,orderdate,yhdate,backdate,operater) "
+                    "values('R1','%1','2026-03-07','2026-04-07','2026-03-09','王馆员')"_s.arg(barcode));
+        }
+        m->send(u"update zsk set classcode='A81',zch=7"_s);
+        m->loan(u"B1"_s, u"R1"_s, u"2026-04-01"_s);
+        m->send(u"update jhsk set orderdate='2026-03-08',operater='李馆员'"_s);
+        m->send(u"insert into fkk(readercode,name,barcode,bookname,cause,sfmoney,opratedate,oprater) "
+                "values('R1','甲','B1','书','超期',0.5,'2026-03-09','王馆员')"_s);
+        m->send(u"insert into BookOut(barcode,bookname,author,price,cause,outdate,operater) "
+                "values('B9','旧书','某',12.5,'丢失','2026-03-02','李馆员')"_s);
+        const QString counts
+            = u"select readercode as ItemKey,count(*) as JsCount,count(*) as HsCount from jhslsk group by readercode"_s;
+        const std::pair<QString, QString> prints[] {{u"ydztjRtp"_s, u"exec procydztj '2026','3'"_s},
             {u"ndztjrpt"_s, u"exec procndztj '2026','全部','全部'"_s},
             {u"JhphbDataReport"_s, u"exec procjhphb '全部','10','2026-01-01','2026-12-31','A' "_s},
             {u"dzjyphbRpt"_s, u"exec procdzjyphb  '全部','10','2026-01-01','2026-12-31'"_s},
-            {u"jylsRpt"_s, u"exec procjylstj 17,'','R1'"_s}};
-        for (const auto& [name, call] : calls)
-            layOut(designOf(name), rows(call));
+            {u"jylsRpt"_s, u"exec procjylstj 17,'','R1'"_s}, {u"LtTjReport"_s, counts},
+            {u"JHLSDataReport"_s, u"select * from JhslskV"_s}, {u"JHSKReport"_s, u"select * from JhskV"_s},
+            {u"FkDataReport"_s, u"select * from FkkV"_s}, {u"DsDataReport"_s, u"select * from BookOut"_s}};
+        for (const auto& [name, select] : prints) {
+            const QString text = print(designOf(name), rows(select)).join(u' ');
+            const QStringList cells = cellsOf(designOf(name), rows(select));
+            QVERIFY2(!cells.isEmpty(), qPrintable(name));
+            qsizetype at = 0;
+            for (const QString& cell : cells) {
+                at = text.indexOf(cell, at);
+                QVERIFY2(at >= 0, qPrintable(name + u": "_s + cell + u" in "_s + text));
+                at += cell.size();
+            }
+        }
     }
 
     /// The widest texts that a library may hold in every field, with every label full.
@@ -272,6 +303,21 @@ private Q_SLOTS:
     }
 
 private:
+    /// What a report shows of these rows, without the cells that stay empty.
+    static QStringList cellsOf(const ReportDesign& design, Recordset all)
+    {
+        QStringList cells;
+        for (; !all.eof(); all.next())
+            for (const ReportColumn& column : design.Section1) {
+                const Value& value = all.field(column.field);
+                const auto day = column.content == Content::Date ? value.moment() : std::nullopt;
+                QString text = day ? isoDate(day->date) : value.text();
+                if (column.content == Content::Money) text = QString::number(text.toDouble(), 'f', 2);
+                if (!text.isEmpty()) cells += text;
+            }
+        return cells;
+    }
+
     Recordset rows(const QString& tsql) { return m_conn.open(tsql); }
     Recordset shaped(const QString& inner)
     {
