@@ -9,6 +9,15 @@ namespace quilla::test {
 
 namespace {
 
+/// A fraction as far as a double holds it, which is how SQLite reckons.
+QString shortened(const QString& text)
+{
+    constexpr int heldDigits = 15;
+    static const QRegularExpression noDigit(u"[^0-9]"_s);
+    if (QString(text).remove(noDigit).size() <= heldDigits) return text;
+    return QString::number(text.toDouble(), 'g', heldDigits - 1);
+}
+
 /// Numbers without the zeros at the end of their fraction.
 QString shown(const Value& value)
 {
@@ -21,6 +30,7 @@ QString shown(const Value& value)
     } else if (value.kind() == sql::Kind::Decimal && text.contains(u'.')) {
         static const QRegularExpression zeros(u"\\.?0+$"_s);
         text.remove(zeros);
+        text = shortened(text);
     }
     return text;
 }
@@ -143,7 +153,7 @@ bool isSame(const QString& statement, const Outcome& left, const Outcome& right)
     const bool ordered = !grouped || isPlain(statement);
     for (std::vector<QStringList>& rows : sides) {
         if (grouped) std::ranges::for_each(rows, fold);
-        if (!ordered) std::sort(rows.begin() + 1, rows.end()); // behind the names
+        if (!ordered) std::sort(rows.begin() + 1, rows.end()); // after the names
     }
     return sides[0] == sides[1];
 }

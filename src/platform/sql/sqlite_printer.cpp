@@ -60,10 +60,13 @@ void SqlitePrinter::collated(const Expr& expr, Level around)
     write(TextCollation);
 }
 
+/// The column at the right brings its collation, unless a converted column stands at the left: to the engine
+/// that is still this column, with the order of its numbers.
 void SqlitePrinter::compare(const Expr& expr)
 {
     const bool sides = expr.op != Op::Between && expr.op != Op::InList && expr.op != Op::InSelect;
-    const bool rightBrings = sides && expr.parts.size() == 2 && expr.parts[1]->type.column;
+    const bool rightBrings = sides && expr.parts.size() == 2 && expr.parts[1]->type.column
+        && expr.parts[0]->op != Op::Convert;
     if (!rightBrings && expr.op != Op::IsNull) return Printer::compare(expr);
     expression(*expr.parts[0], SumLevel);
     if (expr.op == Op::IsNull) return write(expr.negated ? u" IS NOT NULL" : u" IS NULL");
