@@ -106,10 +106,15 @@ private Q_SLOTS:
         target.begin(OnFailure::EndTransaction);
         copyLibrary(base.connection, target, [&](const QString& table, qint64) { told += table; });
         target.commit();
+        const QString file = base.folder.filePath(u"back.db"_s);
+        createEmbedded(file, base.schema, base.clock,
+            [&](Connection& back) { copyLibrary(target, back, [](const QString&, qint64) {}); });
+        Connection back = base.factory.open(u"DSN=%1;Database=%2"_s.arg(BuiltInDataSource, file));
         for (const sql::Table& table : base.schema.tables()) {
             if (table.view) continue;
             QVERIFY(told.contains(table.name));
             QCOMPARE(sortedRows(target, table), sortedRows(base.connection, table));
+            QCOMPARE(sortedRows(back, table), sortedRows(base.connection, table));
         }
         QVERIFY(checkLibrary(target).empty());
         // A number is never given again, not even that of a row that was gone before.

@@ -21,7 +21,8 @@ constexpr QStringView Help = uR"(青简文库的数据库工具。
   check         核对数据，不作修改
   repair        列出 check 发现的问题中可以自动改正的：读者的册数、书册的状态；加 --yes 才修改
   guard         数据核对无误后加保护索引：一册书只能有一条借书记录，读者证号和条形码不能重复
-  copy          把内置数据库的全部数据复制到 --connection 的空数据库，或还没有的内置数据库
+  copy          把内置数据库的全部数据复制到 --connection 的空数据库，或还没有的内置数据库；
+                用 --from 从服务器复制到还没有的 --file，或到 --connection 的空数据库
   backup 文件   备份内置数据库，使用中也可以；损坏的数据库不备份
   upgrade       把较早版本的数据库升级到本程序的版本；先在同一文件夹里保存核对过的副本
   restore 文件  从备份恢复内置数据库；损坏的备份不恢复，已有的数据库不覆盖
@@ -51,6 +52,7 @@ constexpr QStringView Help = uR"(青简文库的数据库工具。
 选项：
   --file 文件        内置数据库的文件；不指定时是用户自己的数据库
   --connection 文本  数据库的连接文本
+  --from 文本        copy：来源服务器的连接文本
   --group 用户组     create、demo、scale、copy、restore：新的内置数据库由这个用户组的成员共用；
                      不指定时只有自己能读写
   --operator 用户名  create：第一个操作员，默认 admin
@@ -106,10 +108,15 @@ QString wrongOption(const QCommandLineParser& parser, const QStringList& line)
     return unknown.isEmpty() ? line.last() : unknown.first();
 }
 
-/// `copy` names both, the file to copy from and the connection to copy to.
+/// `copy` names both: a file to copy from and the connection to copy to, or by `--from` a server to copy from
+/// and what to copy to.
 Target targetOf(const QCommandLineParser& parser, const QString& command)
 {
     const bool copies = command == u"copy"_s;
+    if (parser.isSet(u"from"_s)) {
+        if (!copies) throw fault(u"--from 只用于 copy。"_s);
+        return connectionTarget(parser.value(u"from"_s));
+    }
     if (parser.isSet(u"file"_s) && parser.isSet(u"connection"_s) && !copies)
         throw fault(u"--file 和 --connection 只能用一个。"_s);
     if (parser.isSet(u"connection"_s) && !copies) return connectionTarget(parser.value(u"connection"_s));
@@ -127,7 +134,10 @@ QString groupOf(const QCommandLineParser& parser, const QString& command)
 
 Target copyTargetOf(const QCommandLineParser& parser)
 {
-    if (!parser.isSet(u"connection"_s)) throw fault(u"copy 需要 --connection。"_s);
+    const bool intoFile = parser.isSet(u"from"_s) && parser.isSet(u"file"_s);
+    if (intoFile == parser.isSet(u"connection"_s))
+        throw fault(u"copy 需要 --connection，或 --from 和 --file。"_s);
+    if (intoFile) return fileTarget(parser.value(u"file"_s));
     return connectionTarget(parser.value(u"connection"_s));
 }
 
@@ -146,6 +156,7 @@ void addOptions(QCommandLineParser& parser)
         {u"help"_s, {}},
         {u"file"_s, {}, u"文件"_s},
         {u"connection"_s, {}, u"文本"_s},
+        {u"from"_s, {}, u"文本"_s},
         {u"group"_s, {}, u"用户组"_s},
         {u"operator"_s, {}, u"用户名"_s, u"admin"_s},
         {u"engine"_s, {}, u"种类"_s},
