@@ -118,7 +118,7 @@ private Q_SLOTS:
         backupEmbedded(m_base->path(), copy, m_base->schema);
         m_base->open().execute(u"insert into book(code) values('b')");
         QVERIFY(QFile::rename(m_base->path(), m_base->path() + u".old"_s));
-        QVERIFY(errorOf([&] { m_base->open(); }));
+        QTRY_VERIFY(errorOf([&] { m_base->open(); })); // a read may notice a tenth of a second later
         for (const QStringView left : {u"-wal", u"-shm"})
             QFile::remove(m_base->path() + left.toString());
         QVERIFY(QFile::rename(copy, m_base->path()));

@@ -33,6 +33,8 @@ std::array<qint64, 4> lookOf(const QByteArray& path)
         qint64(state.st_mtim.tv_nsec)};
 }
 
+constexpr std::chrono::milliseconds LookAgainAfter {100};
+
 } // namespace
 
 FileSettings::FileSettings(QString folder)
@@ -50,6 +52,9 @@ const FileSettings::Snapshot& FileSettings::snapshotOf(const QString& applicatio
 {
     Snapshot& snapshot = m_snapshots[application];
     if (snapshot.path.isEmpty()) snapshot.path = QFile::encodeName(fileOf(application));
+    const auto now = std::chrono::steady_clock::now();
+    if (now - snapshot.lookedAt < LookAgainAfter) return snapshot;
+    snapshot.lookedAt = now;
     const auto look = lookOf(snapshot.path);
     if (look == snapshot.look) return snapshot;
     snapshot.look = look;
@@ -78,6 +83,7 @@ void FileSettings::set(
     file.sync();
     if (file.status() != QSettings::NoError)
         throw Error(75, u"settings"_s, u"无法写入设置文件：%1"_s.arg(path));
+    m_snapshots.remove(application);
 }
 
 } // namespace quilla

@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <array>
+#include <chrono>
 
 namespace quilla {
 
@@ -21,8 +22,8 @@ public:
 };
 
 /// One ini file an application below `folder` ("<folder>/<application>/settings.ini"), readable by its
-/// owner alone, since the stored connection text holds a password. Another process's change is seen at
-/// the next read.
+/// owner alone, since the stored connection text holds a password. Another process's change is seen a
+/// tenth of a second later at most.
 class FileSettings final : public SettingsStore {
 public:
     /// The user's own configuration folder when `folder` is empty.
@@ -40,6 +41,7 @@ private:
     /// for the stored text several times, and a file that did not change is not read again.
     struct Snapshot {
         QByteArray path;
+        std::chrono::steady_clock::time_point lookedAt {};
         std::array<qint64, 4> look {};
         QHash<QString, QString> values;
     };

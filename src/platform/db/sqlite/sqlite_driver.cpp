@@ -117,9 +117,25 @@ bool SqliteDriver::wasMoved() const
     return moved;
 }
 
+/// A read may take a tenth of a second to notice.
+bool SqliteDriver::wasMovedLately()
+{
+    const auto now = std::chrono::steady_clock::now();
+    if (now - m_lookedAt < std::chrono::milliseconds(100)) return false;
+    m_lookedAt = now;
+    return wasMoved();
+}
+
+/// A write is never sent to it.
+void SqliteDriver::refuseMovedFile() const
+{
+    if (!m_inTransaction && m_queue && wasMoved())
+        throw cannotOpen(u"数据库文件已被移走或替换，请再做一次："_s, m_handle.path());
+}
+
 bool SqliteDriver::isAlive()
 {
-    return !m_inTransaction && sqlite3_get_autocommit(m_handle.get()) && !wasMoved();
+    return !m_inTransaction && sqlite3_get_autocommit(m_handle.get()) && !wasMovedLately();
 }
 
 /// When the engine gave up the transaction by itself (a full disk), what follows must not stand alone.
@@ -141,6 +157,7 @@ SqliteStatementLoan SqliteDriver::start(
 
 int SqliteDriver::execute(const sql::Translation& statement, const std::vector<sql::Literal>& literals)
 {
+    refuseMovedFile();
     const auto prepared = start(statement, literals);
     const WriteQueue::Head head(queue(), m_patience);
     // Unlike the count of the last statement this one does not move at a statement that changes no rows.
@@ -174,6 +191,7 @@ const WriteQueue* SqliteDriver::queue() const
 
 void SqliteDriver::begin(OnFailure)
 {
+    refuseMovedFile();
     const WriteQueue::Head head(queue(), m_patience);
     run(*m_begin);
     m_inTransaction = true;

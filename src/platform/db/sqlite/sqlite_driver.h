@@ -56,10 +56,13 @@ private:
     void refuseAfterLostTransaction() const;
     void run(SqliteStatement& statement);
     bool wasMoved() const;
+    bool wasMovedLately();
+    void refuseMovedFile() const;
 
     StatementTime m_time;
     std::chrono::milliseconds m_patience;
     std::chrono::steady_clock::time_point m_waitingSince;
+    std::chrono::steady_clock::time_point m_lookedAt; ///< whether the file was moved
     SqliteHandle m_handle;
     std::optional<WriteQueue> m_queue; ///< of a library that several desks share
     SqliteStatementCache m_statements {m_handle};
