@@ -104,6 +104,25 @@ private Q_SLOTS:
         QCOMPARE(m_base->one(u"select name from book"), u"x"_s);
     }
 
+    /// What does not fit into memory is read back whole, and again from the start.
+    void resultOfManyMegabytes()
+    {
+        constexpr int Books = 200;
+        const auto nameOf = [](int book) { return QString(book % 51, QChar(0x8BFB)); };
+        auto connection = m_base->open();
+        for (int book = 0; book < Books; ++book)
+            connection.execute(
+                u"insert into book(code,name) values('%1','%2')"_s.arg(book + 100).arg(nameOf(book)));
+        auto rows = connection.open(u"select b.name,a.name,a.code from book a,book b order by a.code,b.code");
+        QCOMPARE(rows.recordCount(), Books * Books);
+        for (int walk = 0; walk < 2; ++walk, rows.first())
+            for (int row = 0; row < Books * Books; ++row, rows.next()) {
+                QCOMPARE(rows.field(1).text(), nameOf(row / Books));
+                QCOMPARE(rows.field(0).text(), nameOf(row % Books));
+            }
+        QCOMPARE(rows.field(2).text(), u"100"_s);
+    }
+
     void refusedTexts()
     {
         for (const QString& stored :

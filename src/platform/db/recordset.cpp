@@ -85,6 +85,13 @@ const Value& Recordset::field(int index) const
     return m_source->field(index);
 }
 
+Cell Recordset::cell(int index) const
+{
+    if (eof()) throw Error(ErrorNumber::NoCurrentRow, u"Recordset"_s, u"没有当前记录。"_s);
+    if (index < 0 || index >= fieldCount()) throwNoSuchField(QString::number(index));
+    return m_source->cell(index);
+}
+
 const Value& Recordset::field(QStringView name) const
 {
     return m_source ? field(needField(name)) : field(0);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/db/cursor.h"
 #include "platform/db/value.h"
 
 #include <memory>
@@ -46,6 +47,9 @@ public:
     /// recordset moves.
     const Value& field(int index) const;
     const Value& field(QStringView name) const;
+    /// The same as the engine handed it over, for long lists that make few values of many fields. Holds until
+    /// a field of another row is asked for.
+    Cell cell(int index) const;
 
     /// The rows behind the current row of a shaped result, by the name that the statement gave them; a
     /// keyset of its own. Throws `NoCurrentRow` at the end, `NoSuchField` where there is none of that name.

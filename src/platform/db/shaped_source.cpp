@@ -23,11 +23,11 @@ public:
 
     qsizetype recordCount() const override { return qsizetype(m_rows.size()); }
     bool eof() const override { return m_row >= m_rows.size(); }
+    Cell cell(int column) override { return m_all->rows().cell(m_rows[m_row], column); }
 
 private:
     void moveNext() override { ++m_row; }
     void moveFirst() override { m_row = 0; }
-    Cell cell(int column) override { return m_all->rows().cell(m_rows[m_row], column); }
 
     std::shared_ptr<const KeysetSource> m_all;
     std::vector<qsizetype> m_rows;
@@ -50,6 +50,11 @@ public:
     qsizetype recordCount() const override { return qsizetype(m_groups.size()); }
     bool eof() const override { return m_row >= m_groups.size(); }
 
+    Cell cell(int column) override
+    {
+        return m_all->rows().cell(m_groups[m_row].front(), m_columns[std::size_t(column)]);
+    }
+
     Recordset child(QStringView name) const override
     {
         if (name.compare(m_child, Qt::CaseInsensitive) != 0) return Source::child(name);
@@ -68,10 +73,6 @@ private:
 
     void moveNext() override { ++m_row; }
     void moveFirst() override { m_row = 0; }
-    Cell cell(int column) override
-    {
-        return m_all->rows().cell(m_groups[m_row].front(), m_columns[std::size_t(column)]);
-    }
 
     std::shared_ptr<const KeysetSource> m_all;
     std::vector<int> m_columns; ///< of the keyset

@@ -21,6 +21,8 @@ public:
     const std::vector<Field>& fields() const { return *m_fields; }
     const Fields& sharedFields() const { return m_fields; }
     const Value& field(int index);
+    /// Of the current row.
+    virtual Cell cell(int column) = 0;
     virtual Recordset child(QStringView name) const;
 
 protected:
@@ -28,7 +30,6 @@ protected:
 
     virtual void moveNext() = 0;
     virtual void moveFirst() = 0;
-    virtual Cell cell(int column) = 0;
 
 private:
     void forgetRow();
@@ -50,12 +51,12 @@ public:
 
     qsizetype recordCount() const override { return m_rows.count(); }
     bool eof() const override { return m_row >= m_rows.count(); }
+    Cell cell(int column) override { return m_rows.cell(m_row, column); }
     const BufferedRows& rows() const { return m_rows; }
 
 private:
     void moveNext() override { ++m_row; }
     void moveFirst() override { m_row = 0; }
-    Cell cell(int column) override { return m_rows.cell(m_row, column); }
 
     BufferedRows m_rows;
     qsizetype m_row = 0;
@@ -71,12 +72,12 @@ public:
 
     qsizetype recordCount() const override { return -1; }
     bool eof() const override { return !m_cursor; }
+    Cell cell(int column) override { return m_cursor->cell(column); }
 
 private:
     void release();
     void moveNext() override;
     void moveFirst() override;
-    Cell cell(int column) override { return m_cursor->cell(column); }
 
     std::unique_ptr<Cursor> m_cursor; ///< none at the end
     std::function<void()> m_released;

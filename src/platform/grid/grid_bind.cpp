@@ -13,19 +13,22 @@ namespace {
 /// texts; these are shared, since to make and keep one for every cell costs more than to read the rows.
 class CellTexts {
 public:
-    explicit CellTexts(sql::Kind kind)
+    CellTexts(sql::Kind kind, int field)
         : m_kind(kind)
+        , m_field(field)
     {
     }
 
-    QString of(const Value& value)
+    /// Of the current row.
+    QString of(const Recordset& records)
     {
-        const auto date = dateOf(value);
-        const auto text = [&] { return date ? isoDate(*date) : value.text(); };
-        if (++m_cells <= ShortList) return text();
-        if (date) return shared(date->toJulianDay(), text);
-        if (value.kind() == sql::Kind::Integer) return shared(*value.integer(), text);
-        return sharedText(text());
+        if (++m_cells <= ShortList || !repeats()) return madeOf(records);
+        const Cell cell = records.cell(m_field);
+        const auto make = [&] { return madeOf(records); };
+        if (cell.form == Cell::Form::Date) return shared(cell.number / MillisecondsPerDay, make);
+        if (cell.form == Cell::Form::Integer) return shared(cell.number, make);
+        if (cell.form == Cell::Form::Text) return sharedText(cell.text, make);
+        return make();
     }
 
 private:
@@ -35,35 +38,50 @@ private:
         qint64 key = 0;
         QString text;
     };
+    struct TextSlot {
+        std::string bytes;
+        QString text;
+    };
+
+    /// Codes and names are all different, and to look for them among the shared texts is lost time.
+    bool repeats() const { return m_made < ShortList || m_made < m_cells / 2; }
 
     /// A text in a date column counts too when it is a date.
-    std::optional<QDate> dateOf(const Value& value) const
+    QString madeOf(const Recordset& records) const
     {
-        if (m_kind != sql::Kind::Date && value.kind() != sql::Kind::Date) return {};
+        const Value& value = records.field(m_field);
+        if (m_kind != sql::Kind::Date && value.kind() != sql::Kind::Date) return value.text();
         const auto moment = value.moment();
-        return moment ? std::optional(moment->date) : std::nullopt;
+        return moment ? isoDate(moment->date) : value.text();
     }
 
     template <typename Make> QString shared(qint64 key, Make make)
     {
         if (m_keyed.empty()) m_keyed.resize(Slots);
         Slot& slot = m_keyed[std::size_t(key) % Slots];
-        if (slot.key != key || slot.text.isNull()) slot = {key, make()};
+        if (slot.key == key && !slot.text.isNull()) return slot.text;
+        ++m_made;
+        slot = {key, make()};
         return slot.text;
     }
 
-    QString sharedText(const QString& text)
+    template <typename Make> QString sharedText(std::string_view bytes, Make make)
     {
         if (m_texts.empty()) m_texts.resize(Slots);
-        QString& slot = m_texts[qHash(text) % Slots];
-        if (slot != text) slot = text;
-        return slot;
+        TextSlot& slot = m_texts[std::hash<std::string_view>()(bytes) % Slots];
+        if (slot.bytes == bytes && !slot.text.isNull()) return slot.text;
+        ++m_made;
+        slot.bytes = bytes;
+        slot.text = make();
+        return slot.text;
     }
 
     sql::Kind m_kind;
+    int m_field;
     int m_cells = 0;
+    int m_made = 0; ///< texts that were not among the shared ones
     std::vector<Slot> m_keyed; ///< of dates and whole numbers
-    std::vector<QString> m_texts;
+    std::vector<TextSlot> m_texts;
 };
 
 } // namespace
@@ -100,12 +118,14 @@ qsizetype GridModel::copyRows(Recordset& records)
 {
     const int fields = records.fieldCount();
     const auto fixed = std::size_t(m_fixedCols);
-    std::vector<CellTexts> texts(m_kinds.begin() + std::ptrdiff_t(fixed), m_kinds.end());
+    std::vector<CellTexts> texts;
+    for (int i = 0; i < fields; ++i)
+        texts.emplace_back(m_kinds[fixed + std::size_t(i)], i);
     m_cells.reserve(std::size_t(std::max<qsizetype>(records.recordCount(), 1)) * m_captions.size());
     for (; !records.eof(); records.next()) {
         m_cells.resize(m_cells.size() + fixed);
-        for (int i = 0; i < fields; ++i)
-            m_cells.push_back(texts[std::size_t(i)].of(records.field(i)));
+        for (CellTexts& column : texts)
+            m_cells.push_back(column.of(records));
         ++m_lines;
     }
     return m_lines;

@@ -37,6 +37,9 @@ QByteArray cellText(QStringView text)
 {
     static const QRegularExpression noCharacter(u"[\\x{FFFE}\\x{FFFF}]"_s);
     static const QRegularExpression writtenCode(u"_(?=x[0-9A-Fa-f]{4}_)"_s);
+    const bool plainText
+        = std::none_of(text.begin(), text.end(), [](QChar c) { return c == u'_' || c >= u'\xFFFE'; });
+    if (plainText) return text.toUtf8();
     QString plain = text.toString();
     plain.replace(noCharacter, QString(QChar(QChar::ReplacementCharacter)));
     return plain.replace(writtenCode, u"_x005F_"_s).toUtf8();
