@@ -5,7 +5,7 @@
 #include "database/resource_text.h"
 #include "database/test_base.h"
 #include "db/error_of.h"
-#include "platform/db/server_order.h"
+#include "platform/db/server_schema.h"
 #include "platform/sql/translator.h"
 #include "support/postgres_database.h"
 
@@ -52,7 +52,7 @@ private Q_SLOTS:
     {
         ServerLibrary server;
         const ConnectionItems items(server.database.connectionText());
-        QVERIFY(!renewServerOrder(items));
+        QVERIFY(!upgradeServer(items, server.schema));
         server.connection.execute(u"insert into dzk(readercode,name) values('1','张三')");
         server.connection.execute(u"insert into dzk(readercode,name) values('2','阿明')");
         server.connection.execute(u"insert into dzk(readercode,name) values('３','Zoe')");
@@ -67,17 +67,38 @@ private Q_SLOTS:
         QCOMPARE(names(), sorted);
         server.database.run(
             "UPDATE pg_collation SET colliculocale='und-u-ks-level2' WHERE collname='quilla'");
+        server.database.run("COMMENT ON COLLATION quilla IS NULL");
+        server.database.run("ALTER TABLE dzk DROP COLUMN qj_entry");
+        server.database.run("CREATE OR REPLACE FUNCTION qj_like(pattern text, given bpchar) RETURNS boolean "
+                            "LANGUAGE sql IMMUTABLE RETURN given ~ pattern");
         server.connection = {};
         server.factory.drain();
-        QVERIFY(renewServerOrder(items));
-        QVERIFY(!renewServerOrder(items));
+        const auto refusal = [&] {
+            try {
+                server.factory.open(server.database.connectionText());
+            } catch (const Error& error) {
+                return error.text;
+            }
+            return QString();
+        };
+        QVERIFY(refusal().contains(u"quilla-db upgrade"_s));
+        QVERIFY(upgradeServer(items, server.schema));
+        QVERIFY(!upgradeServer(items, server.schema));
         server.connection = server.factory.open(server.database.connectionText());
         QCOMPARE(names(), sorted);
+        QCOMPARE(server.connection.open(u"select name from dzk where name like '_三' or name like 'ｚ%'")
+                     .recordCount(),
+            2);
         QVERIFY(checkLibrary(server.connection).empty());
         server.database.run("UPDATE pg_collation SET collversion='1' WHERE collname='quilla'");
-        QVERIFY(renewServerOrder(items));
-        QVERIFY(!renewServerOrder(items));
+        QVERIFY(upgradeServer(items, server.schema));
+        QVERIFY(!upgradeServer(items, server.schema));
         QVERIFY(!server.connection.open(u"select * from dzk where readercode='3'").eof());
+        server.database.run("COMMENT ON COLLATION quilla IS '4'");
+        server.connection = {};
+        server.factory.drain();
+        QVERIFY(refusal().contains(u"更新版本"_s));
+        QVERIFY_THROWS_EXCEPTION(Error, upgradeServer(items, server.schema));
     }
 
     void copyBringsEverything()

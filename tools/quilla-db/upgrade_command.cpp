@@ -3,7 +3,7 @@
 #include "database/library_schema.h"
 #include "platform/core/text.h"
 #include "platform/db/embedded.h"
-#include "platform/db/server_order.h"
+#include "platform/db/server_schema.h"
 
 namespace quilla {
 
@@ -41,7 +41,7 @@ Outcome upgrade(const Arguments& arguments, QTextStream& out)
     ProgressLines progress(out);
     const Upgrade upgraded = target.file
         ? upgradeEmbedded(*target.file, librarySchema(), progress)
-        : Upgrade {renewServerOrder(ConnectionItems(target.connectionText)), {}};
+        : Upgrade {upgradeServer(ConnectionItems(target.connectionText), librarySchema()), {}};
     if (!upgraded.copy.isEmpty()) out << u"升级前的数据库保存在："_s << upgraded.copy << u'\n';
     out << (upgraded.done ? u"已升级："_s : u"不需要升级："_s) << target.name() << u'\n';
     return Outcome::Done;

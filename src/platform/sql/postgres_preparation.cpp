@@ -1,4 +1,7 @@
+#include "platform/sql/postgres_preparation.h"
+
 #include "platform/core/text.h"
+#include "platform/sql/entry_order.h"
 #include "platform/sql/postgres_printer.h"
 
 #include <set>
@@ -20,11 +23,11 @@ constexpr QStringView Types[] = {
 
 constexpr QStringView DateFunctions[] = {
     // The clock at the beginning of the statement: now() would stand still inside a transaction.
-    u"CREATE FUNCTION getdate() RETURNS timestamp LANGUAGE sql STABLE "
+    u"CREATE OR REPLACE FUNCTION getdate() RETURNS timestamp LANGUAGE sql STABLE "
     u"RETURN statement_timestamp()::timestamp(3)",
 
     // Weeks begin on Sunday; Julian day 0 was a Monday.
-    u"CREATE FUNCTION qj_datediff(part text, since timestamp, until timestamp) RETURNS bigint "
+    u"CREATE OR REPLACE FUNCTION qj_datediff(part text, since timestamp, until timestamp) RETURNS bigint "
     u"LANGUAGE sql IMMUTABLE RETURN CASE part "
     u"WHEN 'day' THEN until::date - since::date "
     u"WHEN 'month' THEN (date_part('year', until) - date_part('year', since)) * 12 "
@@ -41,10 +44,10 @@ constexpr QStringView DateFunctions[] = {
     u"- floor(extract(epoch FROM since) * 1000) END",
 
     // The calendar ends with the year 9999.
-    u"CREATE FUNCTION qj_day(at timestamp) RETURNS timestamp LANGUAGE sql IMMUTABLE RETURN CASE "
+    u"CREATE OR REPLACE FUNCTION qj_day(at timestamp) RETURNS timestamp LANGUAGE sql IMMUTABLE RETURN CASE "
     u"WHEN at < '0001-01-01' OR at >= '10000-01-01' THEN ('日期超出范围：' || at::text)::timestamp ELSE at END",
 
-    u"CREATE FUNCTION qj_dateadd(part text, number numeric, at timestamp) RETURNS timestamp "
+    u"CREATE OR REPLACE FUNCTION qj_dateadd(part text, number numeric, at timestamp) RETURNS timestamp "
     u"LANGUAGE sql IMMUTABLE RETURN qj_day(at + CASE part "
     u"WHEN 'day' THEN make_interval(days => trunc(number)::integer) "
     u"WHEN 'month' THEN make_interval(months => trunc(number)::integer) "
@@ -56,7 +59,7 @@ constexpr QStringView DateFunctions[] = {
     u"WHEN 'second' THEN make_interval(secs => trunc(number)::double precision) "
     u"WHEN 'millisecond' THEN make_interval(secs => trunc(number)::double precision / 1000) END)",
 
-    u"CREATE FUNCTION qj_part(part text, at timestamp) RETURNS integer "
+    u"CREATE OR REPLACE FUNCTION qj_part(part text, at timestamp) RETURNS integer "
     u"LANGUAGE sql IMMUTABLE RETURN CASE part "
     u"WHEN 'weekday' THEN date_part('dow', at) + 1 "
     u"WHEN 'dayofyear' THEN date_part('doy', at) "
@@ -66,7 +69,7 @@ constexpr QStringView DateFunctions[] = {
     u"WHEN 'millisecond' THEN floor(date_part('milliseconds', at))::integer % 1000 "
     u"ELSE date_part(part, at) END",
 
-    u"CREATE FUNCTION qj_convert_date(style integer, at timestamp) RETURNS text "
+    u"CREATE OR REPLACE FUNCTION qj_convert_date(style integer, at timestamp) RETURNS text "
     u"LANGUAGE sql STABLE RETURN CASE style "
     u"WHEN 23 THEN to_char(at, 'YYYY-MM-DD') "
     u"WHEN 111 THEN to_char(at, 'YYYY/MM/DD') "
@@ -76,7 +79,7 @@ constexpr QStringView DateFunctions[] = {
     u"|| lpad(to_char(at, 'FMHH12'), 3) || to_char(at, ':MIAM') END",
 
     // What is no date ends in the failing conversion of a text that names it.
-    u"CREATE FUNCTION qj_date(given text) RETURNS timestamp LANGUAGE sql STABLE RETURN ("
+    u"CREATE OR REPLACE FUNCTION qj_date(given text) RETURNS timestamp LANGUAGE sql STABLE RETURN ("
     u"SELECT CASE WHEN given IS NULL THEN NULL "
     u"WHEN m IS NULL THEN ('“' || given || '”不是日期')::timestamp "
     u"ELSE make_timestamp(m[1]::integer, coalesce(m[3], m[5])::integer, coalesce(m[4], m[6])::integer, "
@@ -87,38 +90,55 @@ constexpr QStringView DateFunctions[] = {
 };
 
 // LIKE: "%", "_", "[a-z]", "[^a]"; all else, "\" too, stands for itself. A bracket without its end, and one
-// around nothing, fit no text. Blanks at the end of the text may be left over.
+// around nothing, fit no text. Blanks at the end of the text may be left over. Neither case nor width counts.
 constexpr QStringView TextFunctions[] = {
-    u"CREATE FUNCTION qj_plain(part text) RETURNS text LANGUAGE sql IMMUTABLE "
-    u"RETURN regexp_replace(part, '([!-/:-@\\[-`{-~])', '\\\\\\1', 'g')",
+    u"CREATE OR REPLACE FUNCTION qj_plain(part text) RETURNS text LANGUAGE sql IMMUTABLE "
+    u"RETURN regexp_replace(qj_narrow(part), '([!-/:-@\\[-`{-~])', '\\\\\\1', 'g')",
 
-    u"CREATE FUNCTION qj_set(content text) RETURNS text LANGUAGE sql IMMUTABLE RETURN ("
+    u"CREATE OR REPLACE FUNCTION qj_set(content text) RETURNS text LANGUAGE sql IMMUTABLE RETURN ("
     u"SELECT CASE WHEN content = '' THEN '(?!)' WHEN content = '^' THEN '.' "
     u"ELSE coalesce('[' || left(content, position('^' IN left(content, 1))) || string_agg(CASE "
     u"WHEN m[3] IS NOT NULL THEN qj_plain(m[3]) "
-    u"WHEN m[1] COLLATE \"C\" <= m[2] THEN qj_plain(m[1]) || '-' || qj_plain(m[2]) END, '') || ']', "
+    u"WHEN qj_narrow(m[1]) COLLATE \"C\" <= qj_narrow(m[2]) THEN qj_plain(m[1]) || '-' || qj_plain(m[2]) END, '') || ']', "
     u"CASE left(content, 1) WHEN '^' THEN '.' ELSE '(?!)' END) END "
     u"FROM regexp_matches(regexp_replace(content, '^\\^', ''), '(.)-(.)|(.)', 'g') AS m)",
 
-    u"CREATE FUNCTION qj_pattern(pattern text) RETURNS text LANGUAGE sql IMMUTABLE RETURN ("
+    u"CREATE OR REPLACE FUNCTION qj_pattern(pattern text) RETURNS text LANGUAGE sql IMMUTABLE RETURN ("
     u"SELECT CASE WHEN pattern IS NOT NULL THEN '^' || coalesce(string_agg(CASE "
     u"WHEN m[1] IS NOT NULL THEN qj_set(m[1]) WHEN m[2] = '%' THEN '.*' WHEN m[2] = '_' THEN '.' "
     u"WHEN m[2] = '[' THEN '(?!)' ELSE qj_plain(m[2]) END, ''), '') || ' *$' END "
     u"FROM regexp_matches(lower(pattern COLLATE \"und-x-icu\") COLLATE \"C\", '\\[([^]]*)\\]|(.)', 'g') AS "
     u"m)",
 
-    u"CREATE FUNCTION qj_like(pattern text, given bpchar) RETURNS boolean LANGUAGE sql IMMUTABLE "
-    u"RETURN given COLLATE \"und-x-icu\" ~* pattern",
+    u"CREATE OR REPLACE FUNCTION qj_like(pattern text, given bpchar) RETURNS boolean LANGUAGE sql IMMUTABLE "
+    u"RETURN qj_narrow(given) COLLATE \"und-x-icu\" ~* pattern",
 
-    u"CREATE FUNCTION qj_convert_text(width integer, digits text) RETURNS text LANGUAGE sql IMMUTABLE "
+    u"CREATE OR REPLACE FUNCTION qj_convert_text(width integer, digits text) RETURNS text LANGUAGE sql IMMUTABLE "
     u"RETURN CASE WHEN length(digits) > width THEN '*' ELSE digits END",
 
-    u"CREATE FUNCTION qj_str(number numeric, width bigint, scale bigint) RETURNS text "
+    u"CREATE OR REPLACE FUNCTION qj_str(number numeric, width bigint, scale bigint) RETURNS text "
     u"LANGUAGE sql IMMUTABLE RETURN CASE "
     u"WHEN length(round(number, least(greatest(scale, 0), 16)::integer)::text) > width "
     u"THEN repeat('*', greatest(width, 0)::integer) "
     u"ELSE lpad(round(number, least(greatest(scale, 0), 16)::integer)::text, width::integer) END",
 };
+
+/// The full width forms of ASCII become the characters that they show. Few texts have one, and to look for
+/// each of them is dear.
+QString narrowing()
+{
+    QString wide;
+    QString narrow;
+    for (char16_t c = u'!'; c <= u'~'; ++c) {
+        wide += QChar(c - u'!' + 0xff01);
+        narrow += QChar(c);
+    }
+    wide += QChar(0x3000);
+    narrow += u' ';
+    return u"CREATE OR REPLACE FUNCTION qj_narrow(part text) RETURNS text LANGUAGE sql IMMUTABLE "
+           "RETURN CASE WHEN part COLLATE \"C\" ~ '[\uff01-\uff5e\u3000]' THEN translate(part, '%1', '%2') "
+           "ELSE part END"_s.arg(wide, narrow.replace(u'\'', u"''"_s));
+}
 
 /// The sizes other than 0 that columns of the tables have.
 std::set<int> sizes(const Schema& schema, Kind kind, int Column::*size)
@@ -136,24 +156,45 @@ QString narrowType(int bytes)
     return u"CREATE DOMAIN %1 AS integer CHECK (VALUE BETWEEN %2)"_s.arg(postgresNarrowType(bytes), range);
 }
 
+/// The functions, and the note of the version, which stays with the base through dumps.
+std::vector<QString> functions()
+{
+    std::vector<QString> statements;
+    for (const QStringView text : DateFunctions)
+        statements.push_back(text.toString());
+    statements.push_back(narrowing());
+    for (const QStringView text : TextFunctions)
+        statements.push_back(text.toString());
+    statements.push_back(u"COMMENT ON COLLATION quilla IS '%1'"_s.arg(PostgresSchemaVersion));
+    return statements;
+}
+
 } // namespace
 
 std::vector<QString> postgresPreparation(const Schema& schema)
 {
     std::vector<QString> statements;
-    const auto add = [&statements](auto& texts) {
-        for (const QStringView text : texts)
-            statements.push_back(text.toString());
-    };
-    add(Types);
+    for (const QStringView text : Types)
+        statements.push_back(text.toString());
     for (const int width : sizes(schema, Kind::Text, &Column::width))
         statements.push_back(u"CREATE DOMAIN %1 AS bpchar COLLATE quilla CHECK (char_length(VALUE) <= %2)"_s
                                  .arg(postgresTextType(width))
                                  .arg(width));
     for (const int bytes : sizes(schema, Kind::Integer, &Column::bytes))
         if (bytes < 4) statements.push_back(narrowType(bytes));
-    add(DateFunctions);
-    add(TextFunctions);
+    std::ranges::move(functions(), std::back_inserter(statements));
+    return statements;
+}
+
+std::vector<QString> postgresRenewal(const Schema& schema)
+{
+    std::vector<QString> statements;
+    for (const Table& table : schema.tables())
+        if (!table.view && !table.identity())
+            statements.push_back(
+                u"ALTER TABLE %1 ADD COLUMN IF NOT EXISTS %2 bigint GENERATED ALWAYS AS IDENTITY"_s.arg(
+                    table.name, EntryColumn));
+    std::ranges::move(functions(), std::back_inserter(statements));
     return statements;
 }
 

@@ -52,10 +52,6 @@ private:
     QStringView m_textType; ///< of a text parameter that is written now
 };
 
-/// What brings the order of texts, the types and the functions into an empty database; `schema` tells the
-/// widths of texts that are needed.
-std::vector<QString> postgresPreparation(const Schema& schema);
-
 /// The type of a column of whole numbers of one or two bytes: the server's own small type tells a bit.
 QString postgresNarrowType(int bytes);
 

@@ -5,6 +5,7 @@
 #include "platform/sql/engine_printer.h"
 #include "platform/sql/entry_order.h"
 #include "platform/sql/parser.h"
+#include "platform/sql/postgres_preparation.h"
 #include "platform/sql/postgres_printer.h"
 #include "platform/sql/refusal.h"
 #include "platform/sql/scan.h"

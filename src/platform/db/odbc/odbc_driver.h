@@ -21,6 +21,9 @@ public:
     bool isAlive() override;
     bool isLost() const override { return m_connection.isLost() || m_stuck; }
 
+    /// The whole number of the one row that a select in the server's own words brings. Throws `Error`.
+    qint64 number(QStringView select) const { return m_connection.number(select); }
+
     int execute(const sql::Translation& statement, const std::vector<sql::Literal>& literals) override;
     std::unique_ptr<Cursor> query(
         const sql::Translation& statement, const std::vector<sql::Literal>& literals) override;

@@ -6,6 +6,26 @@
 
 namespace quilla {
 
+namespace {
+
+constexpr char32_t WideBlank = 0x3000;
+
+/// A character as LIKE compares it: without case, and a full width form as the character that it shows.
+char32_t plain(char32_t c)
+{
+    if (c >= 0xff01 && c <= 0xff5e) return folded(c - 0xff01 + '!');
+    return c == WideBlank ? U' ' : folded(c);
+}
+
+bool hasOnlyBlanks(const char* at, const char* end)
+{
+    while (at != end)
+        if (plain(nextCodePoint(at, end)) != ' ') return false;
+    return true;
+}
+
+} // namespace
+
 LikePattern::LikePattern(std::string_view utf8)
 {
     const char* at = utf8.data();
@@ -17,7 +37,7 @@ LikePattern::LikePattern(std::string_view utf8)
         else if (c == '_')
             m_tokens.push_back({What::Any});
         else if (c != '%')
-            m_tokens.push_back({What::One, folded(c)});
+            m_tokens.push_back({What::One, plain(c)});
         else if (m_tokens.empty() || m_tokens.back().what != What::Many)
             m_tokens.push_back({What::Many});
     }
@@ -32,9 +52,9 @@ bool LikePattern::takeSet(const char*& at, const char* end)
     if (negated) ++at;
     const std::size_t firstRange = m_ranges.size();
     while (at != close) {
-        const char32_t first = folded(nextCodePoint(at, close));
+        const char32_t first = plain(nextCodePoint(at, close));
         char32_t last = first;
-        if (close - at > 1 && *at == '-') last = folded(nextCodePoint(++at, close));
+        if (close - at > 1 && *at == '-') last = plain(nextCodePoint(++at, close));
         m_ranges.push_back({first, last});
     }
     ++at;
@@ -59,13 +79,11 @@ bool LikePattern::matches(std::string_view utf8) const
     if (m_never) return false;
     const char* at = utf8.data();
     const char* const end = at + utf8.size();
-    const auto onlyBlanks
-        = [end](const char* from) { return std::all_of(from, end, [](char c) { return c == ' '; }); };
     auto token = m_tokens.begin();
     auto afterMany = m_tokens.end();
     const char* retry = nullptr; ///< where the last "%" gives over to what follows it
     while (true) {
-        if (token == m_tokens.end() && onlyBlanks(at)) return true;
+        if (token == m_tokens.end() && hasOnlyBlanks(at, end)) return true;
         if (token != m_tokens.end() && token->what == What::Many) {
             if (++token == m_tokens.end()) return true;
             afterMany = token;
@@ -74,7 +92,7 @@ bool LikePattern::matches(std::string_view utf8) const
         }
         if (at == end) return false;
         const char* next = at;
-        if (token != m_tokens.end() && fits(*token, folded(nextCodePoint(next, end)))) {
+        if (token != m_tokens.end() && fits(*token, plain(nextCodePoint(next, end)))) {
             at = next;
             ++token;
             continue;

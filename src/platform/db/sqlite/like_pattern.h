@@ -6,7 +6,8 @@
 namespace quilla {
 
 /// A LIKE pattern of the server's dialect: "%", "_", "[a-z]", "[^a]"; all else, "\" too, stands for itself.
-/// Case does not count. Blanks at the end of the text may be left over, blanks of the pattern may not.
+/// Case and width do not count, but only the narrow signs of the pattern are signs. Blanks at the end of the
+/// text may be left over, blanks of the pattern may not.
 class LikePattern {
 public:
     explicit LikePattern(std::string_view utf8);
@@ -22,7 +23,7 @@ private:
     };
     struct Token {
         What what;
-        char32_t character = 0; ///< of One, folded
+        char32_t character = 0; ///< of One, in its plain form
         std::size_t firstRange = 0; ///< of a set
         std::size_t endRange = 0;
     };
@@ -31,7 +32,7 @@ private:
     bool fits(const Token& token, char32_t character) const;
 
     std::vector<Token> m_tokens;
-    std::vector<Range> m_ranges; ///< folded
+    std::vector<Range> m_ranges; ///< in their plain forms
     bool m_never = false; ///< a bracket without its end fits no text
 };
 

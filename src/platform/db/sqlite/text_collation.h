@@ -11,7 +11,7 @@ int compareByCodePoint(std::string_view left, std::string_view right);
 /// The code point at `at`, which moves past it. U+FFFD for a byte that is no UTF-8.
 char32_t nextCodePoint(const char*& at, const char* end);
 
-/// The case folding of LIKE, one code point to one.
+/// Without case, one code point to one.
 char32_t folded(char32_t c);
 
 } // namespace quilla

@@ -1,17 +1,24 @@
-#include "platform/db/server_order.h"
+#include "platform/db/server_schema.h"
 
 #include "platform/core/text.h"
-#include "platform/db/open_driver.h"
+#include "platform/db/odbc/odbc_driver.h"
+#include "platform/sql/postgres_preparation.h"
 
 namespace quilla {
 
 namespace {
 
-/// One row where the collation is an earlier program's, or the server's ICU not the one of the indexes.
+/// 0 where there is no library. Earlier programs did not note their version.
+constexpr QStringView NotedVersion
+    = u"SELECT coalesce((SELECT coalesce(obj_description(oid, 'pg_collation'), '2')::integer "
+      u"FROM pg_collation WHERE collname = 'quilla' AND pg_collation_is_visible(oid)), 0)";
+
+/// 1 where the collation is an earlier program's, 2 where the server's ICU is not the one of the indexes,
+/// else 0.
 constexpr QStringView StaleOrder
-    = u"SELECT CASE WHEN colliculocale <> 'zh-u-ks-level2' THEN 1 ELSE 2 END FROM pg_collation "
-      u"WHERE collname = 'quilla' AND pg_collation_is_visible(oid) AND (colliculocale <> 'zh-u-ks-level2' "
-      u"OR collversion IS DISTINCT FROM pg_collation_actual_version(oid))";
+    = u"SELECT coalesce((SELECT CASE WHEN colliculocale <> 'zh-u-ks-level2' THEN 1 "
+      u"WHEN collversion IS DISTINCT FROM pg_collation_actual_version(oid) THEN 2 END "
+      u"FROM pg_collation WHERE collname = 'quilla' AND pg_collation_is_visible(oid)), 0)";
 
 /// The server tells by itself which indexes hang on the collation. The new version is noted in the same
 /// transaction, so that no crash can leave an old index under it.
@@ -81,29 +88,35 @@ sql::Translation inOwnWords(QStringView text)
     return statement;
 }
 
-/// 0 when the order is this program's, 1 for an earlier program's, 2 for that of another ICU.
-qint64 staleness(Driver& driver)
-{
-    sql::Translation select = inOwnWords(StaleOrder);
-    select.writes = false;
-    select.returnsRows = true;
-    select.columns = {sql::Kind::Integer};
-    const auto cursor = driver.query(select, {});
-    return cursor->step() ? cursor->cell(0).number : 0;
-}
-
 } // namespace
 
-bool renewServerOrder(const ConnectionItems& items)
+void refuseOtherSchema(const OdbcDriver& driver)
 {
-    const SystemClock clock;
-    const auto driver = openDriver(items, clock);
-    if (driver->engine() != sql::Engine::Postgres) return false;
-    driver->begin(OnFailure::EndTransaction);
-    const qint64 stale = staleness(*driver);
-    if (stale) driver->execute(inOwnWords(stale == 1 ? ChangeCollation : MakeIndexesAnew), {});
-    driver->commit();
-    return stale != 0;
+    if (driver.engine() != sql::Engine::Postgres) return;
+    const qint64 version = driver.number(NotedVersion);
+    if (version == 0 || version == sql::PostgresSchemaVersion) return;
+    const QString told = version > sql::PostgresSchemaVersion
+        ? u"数据库由更新版本的程序建立（结构版本 %1，本程序认识 %2），请先升级本程序。"_s
+        : u"数据库由较早版本的程序建立（结构版本 %1，本程序需要 %2）。请在所有桌面退出程序，然后运行 quilla-db "
+          "upgrade 升级。"_s;
+    throw Error(ErrorNumber::CannotOpen, u"PostgreSQL"_s, told.arg(version).arg(sql::PostgresSchemaVersion));
+}
+
+bool upgradeServer(const ConnectionItems& items, const sql::Schema& schema)
+{
+    OdbcDriver driver(items);
+    if (driver.engine() != sql::Engine::Postgres) return false;
+    driver.begin(OnFailure::EndTransaction);
+    const qint64 version = driver.number(NotedVersion);
+    if (version > sql::PostgresSchemaVersion) refuseOtherSchema(driver);
+    const qint64 stale = driver.number(StaleOrder);
+    if (stale) driver.execute(inOwnWords(stale == 1 ? ChangeCollation : MakeIndexesAnew), {});
+    const bool renewed = version && (stale == 1 || version < sql::PostgresSchemaVersion);
+    if (renewed)
+        for (const QString& statement : sql::postgresRenewal(schema))
+            driver.execute(inOwnWords(statement), {});
+    driver.commit();
+    return stale || renewed;
 }
 
 } // namespace quilla
