@@ -89,8 +89,10 @@ public:
         Select& select = query.arms.front();
         const std::vector<Source*> sources = sourcesOf(select);
         if (!isPlain(query) || !areKnown(sources)) return;
-        for (const Key& key : keysOf(select))
-            query.orderBy.push_back({makeColumn(key.source, key.column, key.place), false});
+        const std::vector<Key> keys = keysOf(select);
+        for (const SelectItem& item : select.items)
+            numberByEntry(*item.value, keys);
+        addTo(query.orderBy, keys);
     }
 
 private:
@@ -117,6 +119,21 @@ private:
         QString column;
         qsizetype place;
     };
+
+    static void addTo(std::vector<OrderItem>& order, const std::vector<Key>& keys)
+    {
+        for (const Key& key : keys)
+            order.push_back({makeColumn(key.source, key.column, key.place), false});
+    }
+
+    /// Rows that stand alike in the order of a `row_number` are numbered as they were entered. A `rank` gives
+    /// them one number.
+    static void numberByEntry(Expr& expr, const std::vector<Key>& keys)
+    {
+        for (const ExprPtr& part : expr.parts)
+            numberByEntry(*part, keys);
+        if (expr.name == u"row_number" && !expr.over.empty()) addTo(expr.over, keys);
+    }
 
     /// Of all its tables, the leftmost first; none when that is a view that can't be written out.
     std::vector<Key> keysOf(Select& select) const

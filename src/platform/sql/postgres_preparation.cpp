@@ -111,7 +111,7 @@ constexpr QStringView TextFunctions[] = {
     u"m)",
 
     u"CREATE OR REPLACE FUNCTION qj_like(pattern text, given bpchar) RETURNS boolean LANGUAGE sql IMMUTABLE "
-    u"RETURN qj_narrow(given) COLLATE \"und-x-icu\" ~* pattern",
+    u"RETURN qj_narrow(textin(bpcharout(given))) COLLATE \"und-x-icu\" ~* pattern",
 
     u"CREATE OR REPLACE FUNCTION qj_convert_text(width integer, digits text) RETURNS text LANGUAGE sql IMMUTABLE "
     u"RETURN CASE WHEN length(digits) > width THEN '*' ELSE digits END",

@@ -65,8 +65,8 @@ void SqlitePrinter::collated(const Expr& expr, Level around)
 void SqlitePrinter::compare(const Expr& expr)
 {
     const bool sides = expr.op != Op::Between && expr.op != Op::InList && expr.op != Op::InSelect;
-    const bool rightBrings = sides && expr.parts.size() == 2 && expr.parts[1]->type.column
-        && expr.parts[0]->op != Op::Convert;
+    const bool rightBrings
+        = sides && expr.parts.size() == 2 && expr.parts[1]->type.column && expr.parts[0]->op != Op::Convert;
     if (!rightBrings && expr.op != Op::IsNull) return Printer::compare(expr);
     expression(*expr.parts[0], SumLevel);
     if (expr.op == Op::IsNull) return write(expr.negated ? u" IS NOT NULL" : u" IS NULL");
