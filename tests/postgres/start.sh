@@ -8,6 +8,7 @@
 #   psql -h "$(cat build/debug/postgres-socket)" -U quilla postgres
 #   tests/postgres/stop.sh build/debug/postgres-socket
 # Through ODBC: Driver={PostgreSQL Unicode};Servername=<the folder>;Database=<a database>;Uid=quilla
+# More options for the server stand in QUILLA_POSTGRES_OPTIONS.
 set -eu
 here=$(dirname "$(readlink -f "$0")")
 state=$(readlink -m "$1")
@@ -32,5 +33,5 @@ as_server "$programs/initdb" -D "$folder/data" -U quilla -A trust -E UTF8 --loca
 # The state is written first: a start that fails half-way is cleaned up by the next one.
 printf '%s' "$folder" >"$state"
 as_server "$programs/pg_ctl" -D "$folder/data" -l "$folder/server.log" -w -t 60 start \
-    -o "-k $folder -c listen_addresses='' -c fsync=off -c full_page_writes=off -c max_connections=50" >/dev/null ||
+    -o "-k $folder -c listen_addresses='' -c fsync=off -c full_page_writes=off -c max_connections=50 ${QUILLA_POSTGRES_OPTIONS:-}" >/dev/null ||
     { cat "$folder/server.log" >&2; exit 1; }
