@@ -12,6 +12,8 @@ if(QUILLA_MOLD)
     add_link_options(-fuse-ld=mold)
 endif()
 
+include(GNUInstallDirs)
+
 set(QUILLA_WARNINGS -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 set(QUILLA_DEFINES QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 
@@ -79,6 +81,19 @@ function(quilla_screens target)
     quilla_settle(${target})
     target_link_libraries(${target} PUBLIC Qt6::Widgets ${arg_LINKS})
     target_precompile_headers(${target} REUSE_FROM quilla_pch_widgets)
+endfunction()
+
+# quilla_program(NAME): is built and installed by the package. Programs lie in one folder of their own, beside what
+# they read at run time, and are called by links; packaging/man/NAME.1 is the manual page.
+function(quilla_program target)
+    add_dependencies(quilla_programs ${target})
+    set(folder ${CMAKE_INSTALL_LIBEXECDIR}/quilla)
+    install(TARGETS ${target} RUNTIME DESTINATION ${folder})
+    set(links ${CMAKE_BINARY_DIR}/links)
+    file(MAKE_DIRECTORY ${links})
+    file(CREATE_LINK ../${folder}/${target} ${links}/${target} SYMBOLIC)
+    install(FILES ${links}/${target} DESTINATION ${CMAKE_INSTALL_BINDIR})
+    install(FILES ${CMAKE_SOURCE_DIR}/packaging/man/${target}.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 endfunction()
 
 # quilla_test(NAME SOURCES a.cpp ... LINKS other ...): one Qt Test executable, run by ctest without a screen.

@@ -15,6 +15,7 @@ int main(int argc, char** argv)
     GuardedApplication application(argc, argv);
     QCoreApplication::setApplicationName(u"quilla"_s);
     QCoreApplication::setApplicationVersion(u"4.1"_s);
+    QGuiApplication::setDesktopFileName(u"org.qingjian.quilla"_s);
     applyTheme(application);
     applyInputRules(application);
     QApplication::setWindowIcon(applicationIcon());

@@ -1,0 +1,16 @@
+#!/bin/bash
+# Builds the package for Debian 12 and checks it: build/quilla_VERSION_ARCHITECTURE.deb
+set -eu
+cd "$(dirname "$(readlink -f "$0")")/.."
+packaging/install-packages.sh packaging/packages-run.txt packaging/packages-deb.txt
+
+# debhelper gives the build a home of its own, where the compiler's cache would begin anew.
+command -v ccache >/dev/null && export CCACHE_DIR=${CCACHE_DIR:-$(ccache --get-config cache_dir)}
+mkdir -p build
+rm -f build/quilla_*.deb
+debian/rules clean >/dev/null
+debian/rules binary
+appstreamcli validate --no-net debian/quilla/usr/share/metainfo/*.metainfo.xml
+desktop-file-validate debian/quilla/usr/share/applications/*.desktop
+lintian --fail-on error build/quilla_*.deb
+ls -l build/quilla_*.deb
