@@ -11,9 +11,8 @@
 #include "platform/ui/form/input_rules.h"
 #include "readers/reader_list_form.h"
 #include "reservations/reservation_form.h"
-#include "support/test_library.h"
+#include "support/screen_test.h"
 #include "support/window_steps.h"
-#include "support/workplace_double.h"
 
 #include <QComboBox>
 #include <QLineEdit>
@@ -63,22 +62,12 @@ public:
 } // namespace
 
 /// The forms as the operator knows them: controls, captions, keys.
-class TestScreens : public QObject {
+class TestScreens : public ScreenTest {
     Q_OBJECT
 
+    void finish() override { m_form.reset(); }
+
 private Q_SLOTS:
-    void init()
-    {
-        m = std::make_unique<TestLibrary>();
-        m_work = std::make_unique<WorkplaceDouble>(m->session);
-    }
-
-    void cleanup()
-    {
-        m_form.reset();
-        QCOMPARE(m->prompt.takeComplaints(), QString());
-    }
-
     /// A screen reader has a name for each input of each form; so has a search for a control. What was typed
     /// into a form is not lost by Esc.
     void formsHaveNamesAndStayAtEscape()
@@ -333,8 +322,6 @@ private Q_SLOTS:
     }
 
 private:
-    std::unique_ptr<TestLibrary> m;
-    std::unique_ptr<WorkplaceDouble> m_work;
     std::unique_ptr<QWidget> m_form;
 };
 

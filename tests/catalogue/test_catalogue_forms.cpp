@@ -2,31 +2,27 @@
 #include "catalogue/find_book_form.h"
 #include "catalogue/good_book_form.h"
 #include "statistics/query_form.h"
-#include "support/test_library.h"
+#include "support/screen_test.h"
 #include "support/window_steps.h"
-#include "support/workplace_double.h"
 
 #include <QFile>
 
 using namespace quilla;
 
 /// The screens by their keys.
-class TestCatalogueForms : public QObject {
+class TestCatalogueForms : public ScreenTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
-        m_work = std::make_unique<WorkplaceDouble>(m->session);
         for (const QString& barcode : {u"B1"_s, u"B2"_s, u"B3"_s})
             m->copy(barcode);
         m->copy(u"B1b"_s, {{u"zskid"_s, u"1"_s}});
         m->send(u"delete from zsk where zskid=4"_s); // B1b is of the first title
         m->send(u"update sck set bookstatus='丢失' where barcode='B2'"_s);
     }
-    void cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
 
+private Q_SLOTS:
     void copiesFollowTheCurrentTitle()
     {
         frmFindBook form(m->session);
@@ -124,9 +120,6 @@ private:
             barcodes.append(form.Grid2.TextMatrix(row, CopyBarcode));
         return barcodes.join(u' ');
     }
-
-    std::unique_ptr<TestLibrary> m;
-    std::unique_ptr<WorkplaceDouble> m_work;
 };
 
 QTEST_MAIN(TestCatalogueForms)

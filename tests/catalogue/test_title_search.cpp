@@ -2,8 +2,8 @@
 #include "catalogue/title_search_ops.h"
 #include "reservations/reservation_ops.h"
 #include "support/cases.h"
+#include "support/library_test.h"
 #include "support/report_double.h"
-#include "support/test_library.h"
 
 using namespace quilla;
 
@@ -39,13 +39,10 @@ QString ids(const GridModel& grid)
 } // namespace
 
 /// Titles and copies found, and the list of recommended books.
-class TestTitleSearch : public QObject {
+class TestTitleSearch : public LibraryTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m = std::make_unique<TestLibrary>(); }
-    void cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
-
     /// With the distinguishing mark in the call number only where a title is reserved.
     void search_data()
     {
@@ -166,8 +163,6 @@ private:
             {{u"bookname"_s, name}, {u"classcode"_s, classcode}, {u"zch"_s, zch}, {u"fzqfh"_s, mark},
                 {u"isbn"_s, u"7-1"_s}});
     }
-
-    std::unique_ptr<TestLibrary> m;
 };
 
 QTEST_GUILESS_MAIN(TestTitleSearch)

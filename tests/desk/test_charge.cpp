@@ -3,7 +3,7 @@
 #include "frame/sublib.h"
 #include "support/cases.h"
 #include "support/desk_double.h"
-#include "support/test_library.h"
+#include "support/library_test.h"
 
 #include <QTest>
 
@@ -23,25 +23,19 @@ QString questionOf(const QString& code)
 } // namespace
 
 /// R1 charges B1. The clock of these tests stands at 2026-03-10 9:30:15.
-class TestCharge : public QObject {
+class TestCharge : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
         m->reader(u"R1"_s);
         m->reader(u"R2"_s);
         m->copy(u"B1"_s);
         m_desk.takeDone();
     }
+    void finish() override { QCOMPARE(m->broken(), QString()); }
 
-    void cleanup()
-    {
-        QCOMPARE(m->prompt.takeComplaints(), QString());
-        QCOMPARE(m->broken(), QString());
-    }
-
+private Q_SLOTS:
     /// Codes compare as the server does, and no quota is no limit.
     void writesLoanCopyAndReader()
     {
@@ -309,7 +303,6 @@ private:
             reader, {{u"barcode"_s, u"B1"_s}, {u"oldtime"_s, lastDay}, {u"orderstatus"_s, u"1"_s}});
     }
 
-    std::unique_ptr<TestLibrary> m;
     DeskDouble m_desk;
 };
 

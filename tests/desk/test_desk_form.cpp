@@ -2,32 +2,24 @@
 #include "desk/reader_picker_form.h"
 #include "support/cases.h"
 #include "support/fine_double.h"
-#include "support/test_library.h"
+#include "support/screen_test.h"
 #include "support/window_steps.h"
-#include "support/workplace_double.h"
 
 using namespace quilla;
 
-class TestDeskForm : public QObject {
+class TestDeskForm : public ScreenTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
         m->reader(u"R1"_s);
         m->copy(u"B1"_s);
-        m_work = std::make_unique<WorkplaceDouble>(m->session);
         m_desk = std::make_unique<TsjhFrm>(m_work->place, m_fines);
         appear(*m_desk);
     }
+    void finish() override { m_desk.reset(); }
 
-    void cleanup()
-    {
-        m_desk.reset();
-        QCOMPARE(m->prompt.takeComplaints(), QString());
-    }
-
+private Q_SLOTS:
     /// The rule of the desk: whatever becomes of a scan, the box is empty, the focus is in it unless the
     /// outcome leads elsewhere, and `tMsg` speaks of this scan alone.
     void everyScanLeavesTheBoxReady_data()
@@ -259,8 +251,6 @@ private Q_SLOTS:
 private:
     QString panel(int label) const { return m_desk->Label5[label].text(); }
 
-    std::unique_ptr<TestLibrary> m;
-    std::unique_ptr<WorkplaceDouble> m_work;
     FineDouble m_fines;
     std::unique_ptr<TsjhFrm> m_desk;
 };

@@ -6,7 +6,7 @@
 #include "support/cases.h"
 #include "support/desk_double.h"
 #include "support/fine_double.h"
-#include "support/test_library.h"
+#include "support/library_test.h"
 
 #include <QTest>
 
@@ -41,13 +41,11 @@ private:
 
 /// Discharge and renewal, and what the desk shows of reader, loans and returns. The clock stands at
 /// 2026-03-10 9:30:15.
-class TestDischarge : public QObject {
+class TestDischarge : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
         m_fines = {};
         m->reader(u"R1"_s, {{u"recount"_s, u"2"_s}, {u"reday"_s, u"15"_s}, {u"daycount"_s, u"60"_s}});
         m->reader(u"R2"_s, {{u"orderday"_s, u"3"_s}});
@@ -56,8 +54,7 @@ private Q_SLOTS:
         m_desk.takeDone();
     }
 
-    void cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
-
+private Q_SLOTS:
     void unknownLoan()
     {
         m->prompt.expect(u"查找不到此书的借书记录"_s).titled(u"青简台").icon(Icon::Information);
@@ -285,7 +282,6 @@ private:
     int discharge(const QString& barcode) { return DischargeBook(m->session, m_desk, m_fines, barcode); }
     int recharge(const QString& reader) { return RechargeBook(m->session, m_desk, 2, u"B1"_s, reader); }
 
-    std::unique_ptr<TestLibrary> m;
     DeskDouble m_desk;
     FineDouble m_fines;
 };

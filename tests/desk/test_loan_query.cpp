@@ -1,18 +1,16 @@
 #include "desk/loan_query_page.h"
+#include "support/library_test.h"
 #include "support/report_double.h"
-#include "support/test_library.h"
 #include "support/window_steps.h"
 
 using namespace quilla;
 
 /// The desk's query page.
-class TestLoanQuery : public QObject {
+class TestLoanQuery : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
         m->reader(u"R1"_s, {{u"name"_s, u"王O'Neil %1"_s}, {u"readunit"_s, u"一班"_s}});
         m->reader(
             u"R2"_s, {{u"name"_s, u"王二"_s}, {u"readunit"_s, u"二班"_s}, {u"readerclass"_s, u"教师"_s}});
@@ -26,13 +24,9 @@ private Q_SLOTS:
         m_page = std::make_unique<LoanQueryPage>(m->session, m_reports);
         appear(*m_page);
     }
+    void finish() override { m_page.reset(); }
 
-    void cleanup()
-    {
-        m_page.reset();
-        QCOMPARE(m->prompt.takeComplaints(), QString());
-    }
-
+private Q_SLOTS:
     /// Quotes and place marks stay text; loans stand as they were entered.
     void findsByTheBoxes()
     {
@@ -95,7 +89,6 @@ private Q_SLOTS:
     }
 
 private:
-    std::unique_ptr<TestLibrary> m;
     ReportDouble m_reports;
     std::unique_ptr<LoanQueryPage> m_page;
 };

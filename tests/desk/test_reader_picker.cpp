@@ -1,29 +1,23 @@
 #include "desk/reader_picker_form.h"
-#include "support/test_library.h"
+#include "support/library_test.h"
 #include "support/window_steps.h"
 
 #include <QImage>
 
 using namespace quilla;
 
-class TestReaderPicker : public QObject {
+class TestReaderPicker : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
         for (const auto& [code, name] : {std::pair {u"R1"_s, u"王一"_s}, {u"R2"_s, u"王一"_s},
                  {u"R3"_s, u"O'Neil"_s}, {u"R4"_s, u"王二"_s}})
             m->reader(code, {{u"name"_s, name}, {u"wuzheng"_s, code == u"R4" ? u"0"_s : u"1"_s}});
     }
+    void finish() override { m_form.reset(); }
 
-    void cleanup()
-    {
-        m_form.reset();
-        QCOMPARE(m->prompt.takeComplaints(), QString());
-    }
-
+private Q_SLOTS:
     void lists()
     {
         for (const auto& [part, listed] : {std::pair {QString(), u"O'NeilR3 王一R1 王一R2"_s},
@@ -163,7 +157,6 @@ private:
         m_form->Command1.click();
     }
 
-    std::unique_ptr<TestLibrary> m;
     std::unique_ptr<ReaderPickerFrm> m_form;
 };
 

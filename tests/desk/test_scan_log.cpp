@@ -3,26 +3,24 @@
 #include "desk/slip_ops.h"
 #include "support/cases.h"
 #include "support/file_mode.h"
-#include "support/test_library.h"
+#include "support/library_test.h"
 
 #include <QTest>
 
 using namespace quilla;
 
-class TestScanLog : public QObject {
+class TestScanLog : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
         m->reader(u"R1"_s);
         m->copy(u"B1"_s);
         m->loan(u"B1"_s, u"R1"_s, u"2026-03-20"_s);
         m->copy(u"B2"_s);
     }
-    void cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
 
+private Q_SLOTS:
     /// The line says what the database holds, and never 成功 of what it does not hold.
     void lineAgreesWithTheDatabase_data()
     {
@@ -100,9 +98,6 @@ private Q_SLOTS:
         keepSlipChoice(m->settings, {SlipPaper::A6, true});
         QVERIFY(slipChoice(m->settings).paper == SlipPaper::A6 && slipChoice(m->settings).asPdf);
     }
-
-private:
-    std::unique_ptr<TestLibrary> m;
 };
 
 QTEST_GUILESS_MAIN(TestScanLog)

@@ -1,6 +1,6 @@
 #include "exceptions/dunning_ops.h"
 #include "support/cases.h"
-#include "support/test_library.h"
+#include "support/library_test.h"
 
 #include <QTest>
 
@@ -29,13 +29,12 @@ public:
 } // namespace
 
 /// The dunning notices, and the groups that they are made of.
-class TestDunning : public QObject {
+class TestDunning : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>(); // it is 2026-03-10
+        // it is 2026-03-10
         m_notices.shown.clear();
         m->session.ConnectionText = m->connectionText;
         m->reader(u"R1"_s, {{u"name"_s, u"王一"_s}, {u"readunit"_s, u"一班"_s}});
@@ -50,8 +49,7 @@ private Q_SLOTS:
         m->loan(u"B9"_s, u"R2"_s, u"2026-03-10"_s); // due today
     }
 
-    void cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
-
+private Q_SLOTS:
     void notices_data()
     {
         cases<QString, QString, QString, QString>({
@@ -112,7 +110,6 @@ private Q_SLOTS:
     }
 
 private:
-    std::unique_ptr<TestLibrary> m;
     Notices m_notices;
 };
 

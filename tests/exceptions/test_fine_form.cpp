@@ -1,30 +1,25 @@
 #include "exceptions/fine_form.h"
 #include "exceptions/fine_screen_double.h"
+#include "support/library_test.h"
 #include "support/window_steps.h"
 
 using namespace quilla;
 
 /// The fine screen by keys and mouse.
-class TestFineForm : public QObject {
+class TestFineForm : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
         m->reader(u"R1"_s, FineRules);
         m->copy(u"B1"_s);
         m->copy(u"B2"_s);
         m->loan(u"B1"_s, u"R1"_s, u"2026-03-07"_s);
         m->loan(u"B2"_s, u"R1"_s, u"2026-03-10"_s);
     }
+    void finish() override { m_form.reset(); }
 
-    void cleanup()
-    {
-        m_form.reset();
-        QCOMPARE(m->prompt.takeComplaints(), QString());
-    }
-
+private Q_SLOTS:
     void enterLooksUpAndMovesOn()
     {
         open();
@@ -113,7 +108,6 @@ private:
         appear(*m_form);
     }
 
-    std::unique_ptr<TestLibrary> m;
     std::unique_ptr<FKmangerFrm> m_form;
 };
 

@@ -1,18 +1,17 @@
 #include "exceptions/fine_screen_double.h"
 #include "exceptions/fine_settlement_ops.h"
+#include "support/library_test.h"
 
 #include <QTest>
 
 using namespace quilla;
 
 /// Finding the loan and working out what is owed. The clock stands at 2026-03-10.
-class TestFineLookups : public QObject {
+class TestFineLookups : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
         m->reader(u"R1"_s, FineRules);
         m->reader(u"R2"_s, {{u"name"_s, u"O'Neil"_s}});
         for (const QString& barcode : {u"B1"_s, u"B2"_s, u"B3"_s})
@@ -24,8 +23,7 @@ private Q_SLOTS:
         m_screen.handling = m_fines.get();
     }
 
-    void cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
-
+private Q_SLOTS:
     /// Each box by its look-up: who and what, the loans listed, and the fines that are due at once.
     void found()
     {
@@ -252,7 +250,6 @@ private:
         m_screen.enter(FineBox::Barcode, barcode);
     }
 
-    std::unique_ptr<TestLibrary> m;
     FineScreenDouble m_screen;
     std::unique_ptr<FineHandling> m_fines;
 };

@@ -1,5 +1,6 @@
 #include "exceptions/fine_screen_double.h"
 #include "support/cases.h"
+#include "support/library_test.h"
 
 using namespace quilla;
 
@@ -15,13 +16,11 @@ QString questionOf(const QString& reader)
 } // namespace
 
 /// The settlement of B1, which R1 should have brought back three days ago. The clock stands at 2026-03-10.
-class TestFineSettlement : public QObject {
+class TestFineSettlement : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
         m->reader(u"R1"_s, FineRules);
         m->reader(u"R2"_s);
         m->copy(u"B1"_s, {{u"price"_s, u"25"_s}});
@@ -30,13 +29,9 @@ private Q_SLOTS:
         m->loan(u"B2"_s, u"R1"_s, u"2026-03-20"_s);
         start();
     }
+    void finish() override { QCOMPARE(m->broken(), QString()); }
 
-    void cleanup()
-    {
-        QCOMPARE(m->prompt.takeComplaints(), QString());
-        QCOMPARE(m->broken(), QString());
-    }
-
+private Q_SLOTS:
     /// Late, damaged and lost: what all the tables hold then.
     void allThreeKinds()
     {
@@ -196,7 +191,6 @@ private:
 
     QString fines() { return m->rows(u"select cause,yfmoney,sfmoney,memo from fkk"_s).join(u' '); }
 
-    std::unique_ptr<TestLibrary> m;
     FineScreenDouble m_screen;
     std::unique_ptr<FineHandling> m_fines;
 };

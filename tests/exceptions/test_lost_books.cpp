@@ -2,9 +2,8 @@
 #include "exceptions/lost_list_form.h"
 #include "platform/ui/form/list_chooser.h"
 #include "support/cases.h"
-#include "support/test_library.h"
+#include "support/screen_test.h"
 #include "support/window_steps.h"
-#include "support/workplace_double.h"
 
 using namespace quilla;
 
@@ -39,13 +38,12 @@ void typeInto(QLineEdit& box, const QString& text)
 } // namespace
 
 /// The register of lost books: its list, its editor and the chooser, by keys.
-class TestLostBooks : public QObject {
+class TestLostBooks : public ScreenTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>(); // it is 2026-03-10
+        // it is 2026-03-10
         m->reader(u"R1"_s, {{u"name"_s, u"甲"_s}, {u"readunit"_s, u"一'班"_s}, {u"lost"_s, u"3"_s}});
         m->reader(u"R2"_s, {{u"name"_s, u"乙"_s}, {u"readunit"_s, u"二班"_s}, {u"lost"_s, u"null"_s}});
         for (const auto& [barcode, reader] :
@@ -53,16 +51,15 @@ private Q_SLOTS:
             m->copy(barcode, {{u"price"_s, u"20"_s}});
             m->loan(barcode, reader, u"2026-03-01"_s);
         }
-        m_work = std::make_unique<WorkplaceDouble>(m->session);
     }
-    void cleanup()
+    void finish() override
     {
         m_editor.reset();
         m_list.reset();
         QCOMPARE(m_dialogs, 0);
-        QCOMPARE(m->prompt.takeComplaints(), QString());
     }
 
+private Q_SLOTS:
     /// What stands in the boxes before, the box that is left, the message, and the boxes and the focus after.
     void looksUp_data()
     {
@@ -293,8 +290,6 @@ private:
         m_list->Command1[4].click();
     }
 
-    std::unique_ptr<TestLibrary> m;
-    std::unique_ptr<WorkplaceDouble> m_work;
     std::unique_ptr<lostMangerfrm> m_list;
     std::unique_ptr<lostMangerAddfrm> m_editor;
     int m_dialogs = 0;

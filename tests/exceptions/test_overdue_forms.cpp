@@ -3,7 +3,7 @@
 #include "exceptions/overdue_form.h"
 #include "exceptions/overdue_result_form.h"
 #include "support/cases.h"
-#include "support/test_library.h"
+#include "support/library_test.h"
 #include "support/window_steps.h"
 #include "support/workplace_double.h"
 
@@ -32,13 +32,12 @@ QString sortedBarcodes(const FlexGrid& grid, int column)
 } // namespace
 
 /// The overdue list, and the statistics that lead to notices.
-class TestOverdueForms : public QObject {
+class TestOverdueForms : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>(); // it is 2026-03-10
+        // it is 2026-03-10
         m->reader(u"R1"_s, {{u"name"_s, u"王一"_s}, {u"readunit"_s, u"一班"_s}});
         m->reader(u"R2"_s, {{u"name"_s, u"李'二"_s}, {u"readunit"_s, u"二班"_s}});
         for (const auto& [barcode, reader] :
@@ -54,12 +53,9 @@ private Q_SLOTS:
         m_place
             = std::make_unique<Workplace>(Workplace {{m_printed, m_sheets, m_printer}, m->session, m_host});
     }
-    void cleanup()
-    {
-        QCOMPARE(m_dialogs, 0);
-        QCOMPARE(m->prompt.takeComplaints(), QString());
-    }
+    void finish() override { QCOMPARE(m_dialogs, 0); }
 
+private Q_SLOTS:
     /// A loan due today is not overdue, and the days are those of the server.
     void listsEveryOverdueLoan()
     {
@@ -217,7 +213,6 @@ private Q_SLOTS:
     }
 
 private:
-    std::unique_ptr<TestLibrary> m;
     PrintedRows m_printed {{}};
     SheetsDouble m_sheets;
     FormPrinterDouble m_printer;

@@ -8,7 +8,7 @@
 #include "platform/db/connection_text.h"
 #include "platform/db/embedded.h"
 #include "support/cases.h"
-#include "support/test_library.h"
+#include "support/library_test.h"
 
 #include <QTest>
 
@@ -22,19 +22,16 @@ const QString QuoteRefused = u"用户名或者密码中不能包含【'】符号
 
 } // namespace
 
-class TestFrameOps : public QObject {
+class TestFrameOps : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
         m->operatorUser(u"Admin"_s, u"Geheim"_s);
         m->operatorUser(u"编目员"_s, u"1"_s, false);
     }
 
-    void cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
-
+private Q_SLOTS:
     void startSplitsTheStoredText_data()
     {
         cases<QString, QString, QString>({
@@ -310,9 +307,6 @@ private Q_SLOTS:
     }
 
     void textForStatements() { QCOMPARE(SqlText(u"  a'b\t "_s), u"a''b\t"_s); }
-
-private:
-    std::unique_ptr<TestLibrary> m;
 };
 
 QTEST_GUILESS_MAIN(TestFrameOps)

@@ -2,7 +2,7 @@
 #include "holdings/export_books_ops.h"
 #include "holdings/import_books_ops.h"
 #include "holdings/marc_parser.h"
-#include "support/test_library.h"
+#include "support/library_test.h"
 
 #include <QBuffer>
 #include <QProcess>
@@ -28,17 +28,13 @@ const QString Copies = u"select zskid,barcode,rollcode,bookplace,price from sck 
 } // namespace
 
 /// Books from files and into files.
-class TestBooks : public QObject {
+class TestBooks : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
-    {
-        m = std::make_unique<TestLibrary>();
-        refused.clear();
-    }
-    void cleanup() { QCOMPARE(m->broken(), QString()); }
+    void fill() override { refused.clear(); }
+    void finish() override { QCOMPARE(m->broken(), QString()); }
 
+private Q_SLOTS:
     void comeBackAsTheyWent_data()
     {
         QTest::addColumn<int>("format");
@@ -201,7 +197,6 @@ private:
         return import(text.toUtf8(), skipRefused);
     }
 
-    std::unique_ptr<TestLibrary> m;
     NoProgress progress;
     QStringList refused;
 };

@@ -2,8 +2,8 @@
 #include "platform/grid/grid_model.h"
 #include "platform/ui/form/working_progress.h"
 #include "support/file_mode.h"
+#include "support/library_test.h"
 #include "support/sheet_reader.h"
-#include "support/test_library.h"
 #include "support/window_steps.h"
 
 #include <QDir>
@@ -72,25 +72,19 @@ const ExportLayout FineLayout {u"清单"_s,
 } // namespace
 
 /// Spreadsheets as another program reads them.
-class TestExport : public QObject {
+class TestExport : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
         m_folder = std::make_unique<QTemporaryDir>();
         m_program = {};
         m_program.place = m_folder->path();
         m_progress = {};
     }
+    void finish() override { QCOMPARE(m_progress.open, 0); }
 
-    void cleanup()
-    {
-        QCOMPARE(m_progress.open, 0);
-        QCOMPARE(m->prompt.takeComplaints(), QString());
-    }
-
+private Q_SLOTS:
     void listCellForCell()
     {
         fine(u"=1+1"_s, u"0001"_s, u"12.5"_s, u"2003-05-31 23:59:59"_s);
@@ -299,7 +293,6 @@ private:
             fine(u"x"_s, QString::number(row), u"1"_s, u"2003-05-31"_s);
     }
 
-    std::unique_ptr<TestLibrary> m;
     std::unique_ptr<QTemporaryDir> m_folder;
     Program m_program;
     CountedProgress m_progress;

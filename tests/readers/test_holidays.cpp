@@ -1,25 +1,24 @@
 #include "readers/holiday_ops.h"
 #include "support/cases.h"
-#include "support/test_library.h"
+#include "support/library_test.h"
 
 using namespace quilla;
 
 /// Checks and statements of the closing periods, without their screens.
-class TestHolidays : public QObject {
+class TestHolidays : public LibraryTest {
     Q_OBJECT
+
+    void fill() override
+    {
+        m->insert(u"Global"_s, {{u"type"_s, u"other"_s}, {u"code"_s, u"1"_s}, {u"memo"_s, u"a'b"_s}});
+    }
+    void finish() override
+    {
+        QCOMPARE(m->value(u"select memo,code from Global where type='other'"_s), u"a'b|1"_s);
+    }
 
 private Q_SLOTS:
     /// The table keeps more than holidays.
-    void init()
-    {
-        m = std::make_unique<TestLibrary>();
-        m->insert(u"Global"_s, {{u"type"_s, u"other"_s}, {u"code"_s, u"1"_s}, {u"memo"_s, u"a'b"_s}});
-    }
-    void cleanup()
-    {
-        QCOMPARE(m->prompt.takeComplaints(), QString());
-        QCOMPARE(m->value(u"select memo,code from Global where type='other'"_s), u"a'b|1"_s);
-    }
 
     void checks_data()
     {
@@ -124,8 +123,6 @@ private:
     {
         return m->rows(u"select memo,code from Global where type='holiday' order by code"_s).join(u' ');
     }
-
-    std::unique_ptr<TestLibrary> m;
 };
 
 QTEST_GUILESS_MAIN(TestHolidays)

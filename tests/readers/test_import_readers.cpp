@@ -1,19 +1,17 @@
 #include "readers/import_readers_ops.h"
 #include "support/cases.h"
-#include "support/test_library.h"
+#include "support/library_test.h"
 
 #include <QStringEncoder>
 
 using namespace quilla;
 
 /// Readers from a delimited file.
-class TestImportReaders : public QObject {
+class TestImportReaders : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
         for (const QString& type : {u"学生"_s, u"教师"_s})
             m->insert(u"dzlx"_s, {{u"readerclass"_s, type}});
         m->insert(u"jycs"_s,
@@ -22,8 +20,9 @@ private Q_SLOTS:
         m->insert(u"dzdw"_s, {{u"readunit"_s, u"一班"_s}});
         m->reader(u"OLD1"_s);
     }
-    void cleanup() { QCOMPARE(m->broken(), QString()); }
+    void finish() override { QCOMPARE(m->broken(), QString()); }
 
+private Q_SLOTS:
     void readsText()
     {
         const std::pair<QString, QString> texts[] {// line:field|field
@@ -202,7 +201,6 @@ private:
     QString codes() { return m->rows(u"select readercode from dzk order by readercode"_s).join(u' '); }
 
     const QString Headings = u"读者证号,姓名,读者类型,读者单位,有效期限,有效状态,可借册数,无证借书\n"_s;
-    std::unique_ptr<TestLibrary> m;
 };
 
 QTEST_GUILESS_MAIN(TestImportReaders)

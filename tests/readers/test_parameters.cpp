@@ -1,7 +1,7 @@
 #include "readers/parameter_ops.h"
 #include "support/cases.h"
+#include "support/library_test.h"
 #include "support/report_double.h"
-#include "support/test_library.h"
 
 using namespace quilla;
 
@@ -36,18 +36,16 @@ Parameters rules(const QString& type)
 } // namespace
 
 /// Checks and statements of the rules of a reader type, without their screens.
-class TestParameters : public QObject {
+class TestParameters : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
         m->reader(u"R1"_s, {{u"readerclass"_s, Type}, {u"yordercshu"_s, u"0"_s}});
         m->reader(u"R2"_s, {{u"readerclass"_s, u"教师"_s}});
     }
-    void cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
 
+private Q_SLOTS:
     void numbers_data()
     {
         // the box, its rule, what was typed, whether the column holds it
@@ -187,8 +185,6 @@ private:
             .replace(u"0.500"_s, u"0.5"_s)
             .replace(u"2.000"_s, u"2"_s);
     }
-
-    std::unique_ptr<TestLibrary> m;
 };
 
 QTEST_GUILESS_MAIN(TestParameters)

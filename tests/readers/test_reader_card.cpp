@@ -1,6 +1,6 @@
 #include "readers/reader_card_checks_ops.h"
 #include "readers/reader_card_saving_ops.h"
-#include "support/test_library.h"
+#include "support/library_test.h"
 
 #include <QTest>
 
@@ -73,13 +73,10 @@ ReaderCard goodCard(const QString& code)
 } // namespace
 
 /// Checks and statements of a reader card, without its screen.
-class TestReaderCard : public QObject {
+class TestReaderCard : public LibraryTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m = std::make_unique<TestLibrary>(); }
-    void cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
-
     /// An empty form, mended fault by fault.
     void checksInTheirOrder()
     {
@@ -307,8 +304,6 @@ private:
         for (const QString& table : {u"jhslsk"_s, u"fkk"_s, u"diushik"_s})
             m->insert(table, {{u"readercode"_s, u"R1"_s}, {u"barcode"_s, u"B1"_s}});
     }
-
-    std::unique_ptr<TestLibrary> m;
 };
 
 QTEST_GUILESS_MAIN(TestReaderCard)

@@ -1,6 +1,6 @@
 #include "platform/ui/form/error_form.h"
 #include "readers/reader_card_form.h"
-#include "support/test_library.h"
+#include "support/library_test.h"
 #include "support/window_steps.h"
 
 #include <QApplication>
@@ -13,13 +13,11 @@
 using namespace quilla;
 
 /// The card editor by keys and mouse.
-class TestReaderCardForm : public QObject {
+class TestReaderCardForm : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
         m_refreshed = 0;
         m->insert(u"dzlx"_s, {{u"readerclass"_s, u"教师"_s}});
         m->insert(u"dzlx"_s, {{u"readerclass"_s, u"学生"_s}});
@@ -29,13 +27,9 @@ private Q_SLOTS:
                 {u"ifcanre"_s, u"1"_s}});
         m->insert(u"dzdw"_s, {{u"readunit"_s, u"一班"_s}});
     }
+    void finish() override { m_form.reset(); }
 
-    void cleanup()
-    {
-        m_form.reset();
-        QCOMPARE(m->prompt.takeComplaints(), QString());
-    }
-
+private Q_SLOTS:
     void newCardsOneAfterTheOther()
     {
         DzaddFrm& form = opened(u"a"_s, {});
@@ -270,7 +264,6 @@ private:
         Q_EMIT m_form->ManPic.customContextMenuRequested({});
     }
 
-    std::unique_ptr<TestLibrary> m;
     std::unique_ptr<DzaddFrm> m_form;
     int m_refreshed = 0;
 };

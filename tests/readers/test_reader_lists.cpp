@@ -1,6 +1,6 @@
 #include "readers/reader_list_ops.h"
 #include "support/cases.h"
-#include "support/test_library.h"
+#include "support/library_test.h"
 
 using namespace quilla;
 
@@ -11,26 +11,24 @@ const QString Entered = u"你已经增加了一个读者类型:%1,请到流通�
 } // namespace
 
 /// The lists of reader types and units, without their screen.
-class TestReaderLists : public QObject {
+class TestReaderLists : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
         m->reader(u"R1"_s, {{u"readerclass"_s, u"学'生"_s}, {u"readunit"_s, u"一'班"_s}});
         for (const QString& type : {u"学'生"_s, u"教师"_s})
             m->insert(u"dzlx"_s, {{u"readerclass"_s, type}});
         m->insert(u"jycs"_s, {{u"readerclass"_s, u"学'生"_s}});
         m->insert(u"dzdw"_s, {{u"readunit"_s, u"一'班"_s}});
     }
-    void cleanup()
+    void finish() override
     {
-        QCOMPARE(m->prompt.takeComplaints(), QString());
         QVERIFY(!m->session.error.isSet());
         QCOMPARE(m->value(u"select readerclass,readunit from dzk"_s), u"学'生|一'班"_s);
     }
 
+private Q_SLOTS:
     void addingAType()
     {
         for (const NameButton button : {NameButton::SaveAndAdd, NameButton::SaveAndLeave}) {
@@ -132,7 +130,6 @@ private:
     }
     QString unitNames() { return m->rows(u"select readunit from dzdw order by dzdwid"_s).join(u' '); }
 
-    std::unique_ptr<TestLibrary> m;
     const ReaderList& m_types = readerList(ReaderTypes);
     const ReaderList& m_units = readerList(ReaderUnits);
 };

@@ -1,8 +1,8 @@
 #include "frame/sublib.h"
 #include "readers/reader_register_ops.h"
 #include "support/cases.h"
+#include "support/library_test.h"
 #include "support/report_double.h"
-#include "support/test_library.h"
 
 using namespace quilla;
 
@@ -26,24 +26,22 @@ const QString Changed = u"读者单位修改完毕！"_s;
 } // namespace
 
 /// The register of readers without its screen.
-class TestReaderRegister : public QObject {
+class TestReaderRegister : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
         m_grid = std::make_unique<GridModel>();
         m_grid->setCols(ReaderState + 1);
         m_progress = {};
     }
-    void cleanup()
+    void finish() override
     {
-        QCOMPARE(m->prompt.takeComplaints(), QString());
         QVERIFY(!m->session.error.isSet());
         QCOMPARE(m->broken(), QString());
     }
 
+private Q_SLOTS:
     void everyStateReadsValid()
     {
         m->reader(u"R1"_s, {{u"paperdate"_s, u"2026-1-5"_s}, {u"term"_s, u"2001-02-03"_s}});
@@ -249,7 +247,6 @@ private:
         m->insert(u"fkk"_s, {{u"readercode"_s, u"R'2"_s}, {u"sfmoney"_s, u"1"_s}});
     }
 
-    std::unique_ptr<TestLibrary> m;
     std::unique_ptr<GridModel> m_grid;
     QString m_toTell; ///< after the last listing
     CountedProgress m_progress {};

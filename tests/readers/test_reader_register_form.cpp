@@ -2,9 +2,8 @@
 #include "readers/reader_card_form.h"
 #include "readers/reader_register_form.h"
 #include "statistics/query_form.h"
-#include "support/test_library.h"
+#include "support/screen_test.h"
 #include "support/window_steps.h"
-#include "support/workplace_double.h"
 
 #include <QHeaderView>
 
@@ -36,29 +35,25 @@ private:
 } // namespace
 
 /// The register of readers under the operator's hands.
-class TestReaderRegisterForm : public QObject {
+class TestReaderRegisterForm : public ScreenTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
         for (const QString& code : {u"R1"_s, u"R2"_s, u"R3"_s})
             m->reader(code, {{u"name"_s, u"丙乙甲"_s.mid(code[1].digitValue() - 1, 1)}});
         m->copy(u"B1"_s);
         m->loan(u"B1"_s, u"R1"_s, u"2026-04-01"_s);
-        m_work = std::make_unique<WorkplaceDouble>(m->session);
-        m_work->sheets.place = m->folder.path();
         m_list = std::make_unique<DzglFrm>(m_work->place);
         appear(*m_list);
     }
-    void cleanup()
+    void finish() override
     {
         QCOMPARE(m_dialogs, 0);
         m_list.reset();
-        QCOMPARE(m->prompt.takeComplaints(), QString());
     }
 
+private Q_SLOTS:
     void waitsForASearch()
     {
         QCOMPARE(m_list->Grid1.Rows(), 20);
@@ -223,8 +218,6 @@ private:
             {captions->sectionViewportPosition(col) + 20, captions->height() / 2});
     }
 
-    std::unique_ptr<TestLibrary> m;
-    std::unique_ptr<WorkplaceDouble> m_work;
     std::unique_ptr<DzglFrm> m_list;
     int m_dialogs = 0; ///< that have not come yet
 };

@@ -4,31 +4,24 @@
 #include "readers/parameter_form.h"
 #include "readers/reader_list_form.h"
 #include "readers/reader_name_editor.h"
-#include "support/test_library.h"
+#include "support/screen_test.h"
 #include "support/window_steps.h"
-#include "support/workplace_double.h"
 
 #include <QScrollBar>
 
 using namespace quilla;
 
 /// The lists of the rules and their editors, by keys.
-class TestRulesForms : public QObject {
+class TestRulesForms : public ScreenTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
-    {
-        m = std::make_unique<TestLibrary>();
-        m_work = std::make_unique<WorkplaceDouble>(m->session);
-    }
-    void cleanup()
+    void finish() override
     {
         QCOMPARE(m_dialogs, 0);
         m_screen.reset();
-        QCOMPARE(m->prompt.takeComplaints(), QString());
     }
 
+private Q_SLOTS:
     void holidays()
     {
         m->holiday(u"元旦"_s, u"2026-01-01 2026-01-03"_s);
@@ -270,8 +263,6 @@ private:
         QCoreApplication::processEvents();
     }
 
-    std::unique_ptr<TestLibrary> m;
-    std::unique_ptr<WorkplaceDouble> m_work;
     std::unique_ptr<QWidget> m_screen;
     int m_dialogs = 0; ///< that have not come yet
 };

@@ -6,7 +6,7 @@
 #include "platform/ui/grid/flex_grid.h"
 #include "report/pdf_text.h"
 #include "support/file_mode.h"
-#include "support/test_library.h"
+#include "support/library_test.h"
 #include "support/window_steps.h"
 
 #include <QFileDialog>
@@ -17,24 +17,21 @@
 using namespace quilla;
 
 /// The preview, the printer, and forms that print themselves.
-class TestReportWindows : public QObject {
+class TestReportWindows : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
         m_reports = std::make_unique<ReportPreviews>(
             reportDesigns(), m->prompt, m->clock, [] { return QString(); });
     }
-
-    void cleanup()
+    void finish() override
     {
         for (ReportPreview* window : windows())
             delete window;
-        QCOMPARE(m->prompt.takeComplaints(), QString());
     }
 
+private Q_SLOTS:
     void everyPrintIsAWindowOfItsOwn()
     {
         QCOMPARE(show(1)->windowTitle(), u"打印预览 - 流通情况统计表"_s);
@@ -202,7 +199,6 @@ private:
         return found;
     }
 
-    std::unique_ptr<TestLibrary> m;
     std::unique_ptr<ReportPreviews> m_reports;
 };
 

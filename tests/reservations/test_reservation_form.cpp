@@ -1,17 +1,15 @@
 #include "reservations/reservation_form.h"
-#include "support/test_library.h"
+#include "support/library_test.h"
 #include "support/window_steps.h"
 
 using namespace quilla;
 
 /// Placing a reservation by keys and mouse: title 1 is out, title 2 has a copy on the shelf, title 3 is lost.
-class TestReservationForm : public QObject {
+class TestReservationForm : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
         for (const QString& reader : {u"R1"_s, u"R2"_s})
             m->reader(reader, {{u"ordercount"_s, u"2"_s}});
         m->copy(u"B1"_s, {{u"bookstatus"_s, u"借出"_s}});
@@ -24,8 +22,8 @@ private Q_SLOTS:
         appear(*m_form);
         QCOMPARE(focusName(), u"Text1"_s);
     }
-    void cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
 
+private Q_SLOTS:
     /// One title for one reader after the other.
     void reserves()
     {
@@ -130,7 +128,6 @@ private:
             grid.viewport(), button, {}, grid.visualRect(grid.model()->index(row - 1, 2)).center());
     }
 
-    std::unique_ptr<TestLibrary> m;
     std::unique_ptr<frmTushuYuYue> m_form;
 };
 

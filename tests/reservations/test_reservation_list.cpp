@@ -1,19 +1,17 @@
 #include "desk/reader_picker_form.h"
 #include "reservations/reservation_list_form.h"
 #include "reservations/reservation_list_ops.h"
-#include "support/test_library.h"
+#include "support/library_test.h"
 #include "support/window_steps.h"
 
 using namespace quilla;
 
 /// The list of a reader's reservations, by keys; R'1 has two, R2 none.
-class TestReservationList : public QObject {
+class TestReservationList : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
         m->reader(u"R'1"_s, {{u"name"_s, u"王一"_s}});
         m->reader(u"R2"_s, {{u"name"_s, u"Wang"_s}});
         m->copy(u"B1"_s);
@@ -26,13 +24,9 @@ private Q_SLOTS:
         m_form = std::make_unique<frmTuShuYuyueList>(m->session);
         appear(*m_form);
     }
+    void finish() override { m_form.reset(); }
 
-    void cleanup()
-    {
-        m_form.reset();
-        QCOMPARE(m->prompt.takeComplaints(), QString());
-    }
-
+private Q_SLOTS:
     void listsByEnter()
     {
         type(code(), u"  r'1 "_s);
@@ -130,7 +124,6 @@ private:
         return lines.join(u';');
     }
 
-    std::unique_ptr<TestLibrary> m;
     std::unique_ptr<frmTuShuYuyueList> m_form;
 };
 

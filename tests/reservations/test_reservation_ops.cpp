@@ -1,8 +1,8 @@
 #include "reservations/reservation_ops.h"
 #include "reservations/return_notice_ops.h"
 #include "support/cases.h"
+#include "support/library_test.h"
 #include "support/report_double.h"
-#include "support/test_library.h"
 
 using namespace quilla;
 
@@ -19,19 +19,17 @@ const QString Success = u"图书预约成功！"_s;
 } // namespace
 
 /// Checks and statements of reservations, without their screens. The clock stands at 2026-03-10.
-class TestReservationOps : public QObject {
+class TestReservationOps : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
         m->copy(u"B1"_s);
         m->reader(u"R1"_s, {{u"ordercount"_s, u"3"_s}});
         m_request = {u" R1 "_s, u"书名1"_s, u"B1"_s, u"书名1"_s, u"B1"_s, u"1"_s, {u"借出"_s}};
     }
-    void cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
 
+private Q_SLOTS:
     /// Right, limit, repetition, shelf, in this order.
     void checks_data()
     {
@@ -174,7 +172,6 @@ private Q_SLOTS:
     }
 
 private:
-    std::unique_ptr<TestLibrary> m;
     ReservationRequest m_request;
 };
 

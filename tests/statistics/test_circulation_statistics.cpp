@@ -3,22 +3,17 @@
 #include "statistics/loan_count_form.h"
 #include "statistics/query_form.h"
 #include "support/cases.h"
-#include "support/test_library.h"
+#include "support/screen_test.h"
 #include "support/window_steps.h"
-#include "support/workplace_double.h"
 
 using namespace quilla;
 
 /// Loans, returns, fines and lost books by condition and date; counts of loans and returns.
-class TestCirculationStatistics : public QObject {
+class TestCirculationStatistics : public ScreenTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
-        m_work = std::make_unique<WorkplaceDouble>(m->session);
-        m_work->sheets.place = m->folder.path();
         m->reader(u"R1"_s, {{u"readunit"_s, u"一班"_s}});
         m->reader(u"R2"_s, {{u"readunit"_s, u"二班"_s}});
         m->insert(u"dzdw"_s, {{u"readunit"_s, u"一班"_s}});
@@ -38,8 +33,7 @@ private Q_SLOTS:
                 {u"outdate"_s, u"2026-03-01"_s}});
     }
 
-    void cleanup() { QCOMPARE(m->prompt.takeComplaints(), QString()); }
-
+private Q_SLOTS:
     /// No brackets, so an OR at the top of a condition binds weaker than the dates.
     void searches()
     {
@@ -208,9 +202,6 @@ private:
             cells.append(form.Grid1.TextMatrix(row, col));
         return cells.join(u'|');
     }
-
-    std::unique_ptr<TestLibrary> m;
-    std::unique_ptr<WorkplaceDouble> m_work;
 };
 
 QTEST_MAIN(TestCirculationStatistics)

@@ -1,9 +1,8 @@
 #include "statistics/period_form.h"
 #include "support/cases.h"
+#include "support/screen_test.h"
 #include "support/sheet_reader.h"
-#include "support/test_library.h"
 #include "support/window_steps.h"
-#include "support/workplace_double.h"
 
 using namespace quilla;
 
@@ -24,15 +23,11 @@ QString labelTexts(const QWidget& form)
 } // namespace
 
 /// The statistics over a month or a year.
-class TestPeriods : public QObject {
+class TestPeriods : public ScreenTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
-        m_work = std::make_unique<WorkplaceDouble>(m->session);
-        m_work->sheets.place = m->folder.path();
         for (const QString& reader : {u"R1"_s, u"R2"_s, u"R3"_s})
             m->reader(reader);
         for (const QString& barcode : {u"B1"_s, u"B2"_s, u"B3"_s, u"B4"_s})
@@ -44,13 +39,9 @@ private Q_SLOTS:
         finished(u"R3"_s, u"B3"_s, u"2026-02-05"_s, u"2026-03-05"_s);
         m->insert(u"fkk"_s, {{u"sfmoney"_s, u"1234.5"_s}, {u"opratedate"_s, u"2026-03-05"_s}});
     }
+    void finish() override { m_form.reset(); }
 
-    void cleanup()
-    {
-        m_form.reset();
-        QCOMPARE(m->prompt.takeComplaints(), QString());
-    }
-
+private Q_SLOTS:
     void period_data()
     {
         cases<PeriodKind, QString, QString>({
@@ -323,8 +314,6 @@ private:
                 {u"yhdate"_s, u"2026-06-01"_s}, {u"backdate"_s, back}});
     }
 
-    std::unique_ptr<TestLibrary> m;
-    std::unique_ptr<WorkplaceDouble> m_work;
     std::unique_ptr<PeriodStatisticFrm> m_form;
 };
 

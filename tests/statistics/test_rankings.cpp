@@ -2,10 +2,9 @@
 #include "statistics/ranking_form.h"
 #include "statistics/yearly_readers_form.h"
 #include "support/cases.h"
+#include "support/screen_test.h"
 #include "support/sheet_reader.h"
-#include "support/test_library.h"
 #include "support/window_steps.h"
-#include "support/workplace_double.h"
 
 #include <QDialog>
 #include <QLineEdit>
@@ -38,15 +37,11 @@ void clickLine(FlexGrid& grid, int row)
 } // namespace
 
 /// The rankings, the readers of a year, and the history of a copy or a reader.
-class TestRankings : public QObject {
+class TestRankings : public ScreenTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
-        m_work = std::make_unique<WorkplaceDouble>(m->session);
-        m_work->sheets.place = m->folder.path();
         m->reader(u"R1"_s, {{u"readunit"_s, u"二'班"_s}});
         m->reader(u"R2"_s, {{u"readunit"_s, u"一班"_s}, {u"readerclass"_s, u"教师"_s}});
         for (const QString& barcode : {u"B1"_s, u"B2"_s})
@@ -57,13 +52,9 @@ private Q_SLOTS:
         finished(u"R2"_s, u"B2"_s, u"2026-01-06"_s);
         finished(u"gone"_s, u"B2"_s, u"2025-12-30"_s);
     }
+    void finish() override { m_form.reset(); }
 
-    void cleanup()
-    {
-        m_form.reset();
-        QCOMPARE(m->prompt.takeComplaints(), QString());
-    }
-
+private Q_SLOTS:
     /// The length comes before the date.
     void datesAreChecked()
     {
@@ -284,8 +275,6 @@ private:
                 {u"yhdate"_s, u"2026-06-01"_s}, {u"backdate"_s, u"2026-03-05"_s}});
     }
 
-    std::unique_ptr<TestLibrary> m;
-    std::unique_ptr<WorkplaceDouble> m_work;
     std::unique_ptr<QWidget> m_form;
 };
 

@@ -118,8 +118,9 @@ std::vector<OrderItem> Parser::orderBy()
     std::vector<OrderItem> items;
     do {
         OrderItem item;
-        if (peek().form == Token::Form::Number) m_pinned.push_back(peek().literal);
         item.value = scalar();
+        const bool position = item.value->op == Op::Literal && !item.value->quoted;
+        if (position) m_pinned.push_back(item.value->literal);
         item.descending = acceptWord(u"desc");
         if (!item.descending) acceptWord(u"asc");
         items.push_back(std::move(item));

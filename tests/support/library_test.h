@@ -1,0 +1,25 @@
+#pragma once
+
+#include "support/test_library.h"
+
+namespace quilla {
+
+/// A test whose functions each begin with a new library, and end with no box left over or unexpected.
+class LibraryTest : public QObject {
+    Q_OBJECT
+
+protected:
+    /// What is in the library when a function begins.
+    virtual void fill() { }
+    /// Drops what still holds the library, and looks at what must be true after every function.
+    virtual void finish() { }
+    virtual void openLibrary();
+
+    std::unique_ptr<TestLibrary> m;
+
+protected Q_SLOTS:
+    void init();
+    void cleanup();
+};
+
+} // namespace quilla
