@@ -77,6 +77,7 @@ QDialog* modalFrame(QWidget* screen, QWidget* owner)
 {
     auto* dialog = new QDialog(owner);
     keepOpenAtEscape(*dialog);
+    dialog->setObjectName(screen->objectName() + u"Dialog"_s); // its place is remembered under it
     dialog->setWindowTitle(screen->windowTitle());
     auto* layout = new QVBoxLayout(dialog);
     layout->setContentsMargins({});
@@ -138,7 +139,7 @@ const ScreenRegister& allScreens()
         {u"errMessageFrm"_s, {}, Pictures::failure},
         {u"WorkingFrm"_s, {}, Pictures::working},
 
-        {u"TsjhFrm"_s, makeDesk, Pictures::desk},
+        {u"TsjhFrm"_s, makeDesk, Pictures::desk, true},
         {u"frmWuZhengJieShu"_s, makePicker<noCardPicker>, Pictures::noCardPicker},
         {u"frmReaderSelect"_s, makePicker<everyReaderPicker>, Pictures::readerPicker},
         {u"FKmangerFrm"_s, makeFines, Pictures::fines},

@@ -34,6 +34,7 @@ LtMainFrm::LtMainFrm(
     , m_session(session)
     , m_screens(screens)
     , m_commands(actions)
+    , m_places(session.settings)
 {
     QUILLA_NAMES(Client, EditMenu);
     Toolbar1->setObjectName(u"Toolbar1"_s);
@@ -140,16 +141,16 @@ void LtMainFrm::openUp()
     if (look && hasScreen(overdue->target)) perform(*overdue);
 }
 
-const ScreenMaker* LtMainFrm::makerOf(const QString& target) const
+const Screen* LtMainFrm::screenOf(const QString& target) const
 {
     const auto found = std::find_if(m_screens.begin(), m_screens.end(),
         [&](const Screen& screen) { return screen.name == target && screen.make; });
-    return found == m_screens.end() ? nullptr : &found->make;
+    return found == m_screens.end() ? nullptr : &*found;
 }
 
 bool LtMainFrm::hasScreen(const QString& target) const
 {
-    return makerOf(target) != nullptr;
+    return screenOf(target) != nullptr;
 }
 
 void LtMainFrm::registerChild(QWidget* child)
@@ -168,12 +169,12 @@ void LtMainFrm::perform(const MenuEntry& entry)
 QWidget* LtMainFrm::openScreen(const QString& target, const QString& mode)
 {
     const QString key = target + u'/' + mode;
-    if (QWidget* open = m_open.value(key)) return showBeside(key, open);
-    const ScreenMaker* make = makerOf(target);
-    if (!make) return nullptr;
-    QWidget* screen = (*make)(m_place, mode, this);
+    if (QWidget* open = m_open.value(key)) return showBeside(target, key, open);
+    const Screen* wanted = screenOf(target);
+    if (!wanted) return nullptr;
+    QWidget* screen = wanted->make(m_place, mode, this);
     auto* dialog = qobject_cast<QDialog*>(screen);
-    if (!dialog) return showBeside(key, screen);
+    if (!dialog) return showBeside(target, key, screen);
     const std::unique_ptr<QDialog> modal(dialog);
     modal->exec();
     return nullptr;
@@ -196,22 +197,26 @@ QMdiSubWindow* LtMainFrm::frameOf(QWidget* screen)
     return window;
 }
 
-/// The lists stand in the corner, as does whatever would not be seen whole elsewhere.
-void LtMainFrm::settle(QMdiSubWindow& window, bool isList)
+/// Where the operator left it; else the lists stand in the corner, as does whatever would not be seen whole
+/// elsewhere.
+void LtMainFrm::settle(QMdiSubWindow& window, const QString& target)
 {
+    if (Client.isVisible() && m_places.putBack(window)) return;
+    if (screenOf(target)->fillsRoom) window.setGeometry(Client.viewport()->rect());
+    const bool isList = qobject_cast<ListScreen*>(window.widget());
     const bool whole = Client.viewport()->rect().contains(window.geometry());
     if (!window.isMaximized() && (isList || !whole)) window.move(0, 0);
 }
 
 /// A screen that is already open comes to the front.
-QWidget* LtMainFrm::showBeside(const QString& key, QWidget* screen)
+QWidget* LtMainFrm::showBeside(const QString& target, const QString& key, QWidget* screen)
 {
     auto* window = qobject_cast<QMdiSubWindow*>(screen->parentWidget());
     if (!window) {
         window = frameOf(screen);
         m_open.insert(key, screen);
         window->show();
-        settle(*window, qobject_cast<ListScreen*>(screen));
+        settle(*window, target);
     }
     window->isMinimized() ? window->showNormal() : window->show();
     window->raise();

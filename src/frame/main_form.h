@@ -2,6 +2,7 @@
 
 #include "frame/menu.h"
 #include "frame/workplace.h"
+#include "platform/ui/form/window_places.h"
 
 #include <QMainWindow>
 #include <QMdiArea>
@@ -56,13 +57,13 @@ private:
     void perform(const MenuEntry& entry);
     void act(const QString& action);
     QMdiSubWindow* frameOf(QWidget* screen);
-    void settle(QMdiSubWindow& window, bool isList);
-    QWidget* showBeside(const QString& key, QWidget* screen);
+    void settle(QMdiSubWindow& window, const QString& target);
+    QWidget* showBeside(const QString& target, const QString& key, QWidget* screen);
     void sendDelete();
     void chooseRegion();
     void choosePrinter();
 
-    const ScreenMaker* makerOf(const QString& target) const;
+    const Screen* screenOf(const QString& target) const;
 
     const Workplace m_place;
     Session& m_session;
@@ -72,6 +73,7 @@ private:
     QHash<QString, QAction*> m_actions; ///< by menu caption
     std::array<QLabel*, 3> m_panels {};
     QPointer<QWidget> m_child;
+    WindowPlaces m_places; ///< goes first: what is torn down was not left by the operator
 };
 
 } // namespace quilla

@@ -65,6 +65,7 @@ struct Screen {
     /// Makes the form, fills it from the library at hand and hands it to the album, in each state that looks
     /// different.
     std::function<void(Album&, const Workplace&)> pictures;
+    bool fillsRoom = false; ///< takes the whole client area until the operator gives it another size
 };
 
 /// The mode of a screen that is to be waited for, where the menu opens it beside the others.

@@ -15,6 +15,7 @@
 #include "support/window_steps.h"
 
 #include <QComboBox>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QMenuBar>
@@ -35,7 +36,11 @@ public:
     ReportPage page(int) const override { return {}; }
 };
 
-/// Complains of each form and each input that has no name, and of each dialog that goes at Esc.
+const QSize SmallScreen(
+    1366 * 4 / 5, 768 * 4 / 5 - 70); ///< at 125 %, less a title bar and the system's panel
+
+/// Complains of each form that does not fit a small screen, of each form and each input that has no name, and
+/// of each dialog that goes at Esc.
 class FormCheck final : public Album {
 public:
     void add(const QString& name, QWidget& form) override
@@ -49,6 +54,9 @@ public:
             if (input && !inside && control->accessibleName().isEmpty())
                 nameless.append(name + u'.' + control->objectName());
         }
+        const QSize least = form.minimumSizeHint().expandedTo(form.minimumSize());
+        if (least.width() > SmallScreen.width() || least.height() > SmallScreen.height())
+            tooLarge.append(u"%1 %2x%3"_s.arg(name).arg(least.width()).arg(least.height()));
         if (auto* dialog = qobject_cast<QDialog*>(&form)) {
             const QSignalSpy finished(dialog, &QDialog::finished);
             QTest::keyClick(dialog, Qt::Key_Escape);
@@ -57,6 +65,7 @@ public:
     }
     QStringList nameless;
     QStringList closing;
+    QStringList tooLarge;
 };
 
 } // namespace
@@ -83,6 +92,7 @@ private Q_SLOTS:
             std::make_shared<OnePage>(), std::make_shared<FontBook>(), m->prompt, QString());
         check.add(preview.objectName(), preview);
         QCOMPARE(check.nameless, QStringList());
+        QCOMPARE(check.tooLarge, QStringList());
         QCOMPARE(check.closing, QStringList {u"errMessageFrm"_s}); // a message box
     }
 
@@ -153,6 +163,37 @@ private Q_SLOTS:
             window.openScreen(list);
             QCOMPARE(window.Client.activeSubWindow()->pos(), QPoint(0, 0));
         }
+    }
+
+    /// Each window comes back where it was left, and into sight where the room is smaller by then.
+    void placesAreRemembered()
+    {
+        for (const QString& room : {u"0,0,780,760"_s, u"0,0,700,500"_s}) {
+            m->settings.set(u"青简文库"_s, u"Places"_s, u"LtMainFrm"_s, room);
+            LtMainFrm window(m_work->place, m->session, allScreens());
+            appear(window);
+            const QRect area = window.Client.viewport()->rect();
+            window.openScreen(u"TsjhFrm"_s);
+            QCOMPARE(window.Client.activeSubWindow()->geometry(), area);
+            window.openScreen(u"JycsFrm"_s);
+            QMdiSubWindow* list = window.Client.activeSubWindow();
+            if (area.width() == 780) list->setGeometry(200, 330, 570, 300);
+            QVERIFY(area.contains(list->geometry()));
+            QCOMPARE(list->size(), QSize(570, 300));
+            QVERIFY(list->x() > 100 && list->y() > 50);
+            window.hide();
+        }
+        m->settings.set(u"青简文库"_s, u"Places"_s, u"LtMainFrm"_s, u"5000,9000,700,500"_s);
+        m->settings.set(u"青简文库"_s, u"Places"_s, u"Folder.另存为"_s, QDir::rootPath());
+        LtMainFrm window(m_work->place, m->session, allScreens());
+        appear(window);
+        QTRY_VERIFY(window.screen()->availableGeometry().contains(window.frameGeometry()));
+        QFileDialog dialog(nullptr, u"另存为"_s, QDir::homePath());
+        dialog.setOption(QFileDialog::DontUseNativeDialog);
+        dialog.setAcceptMode(QFileDialog::AcceptSave);
+        dialog.selectFile(u"报表"_s);
+        dialog.show();
+        QCOMPARE(dialog.selectedFiles(), QStringList {QDir::rootPath() + u"报表"_s});
     }
 
     /// A minimised screen comes back, and one that closes itself leaves no empty frame with a password in it.

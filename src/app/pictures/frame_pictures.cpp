@@ -26,9 +26,9 @@ void password(Album& album, const Workplace& place)
     album.add(form.objectName(), form);
 }
 
-void about(Album& album, const Workplace&)
+void about(Album& album, const Workplace& place)
 {
-    AboutFrm form;
+    AboutFrm form(place.session);
     album.add(form.objectName(), form);
 }
 

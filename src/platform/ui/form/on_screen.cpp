@@ -5,16 +5,23 @@
 
 namespace quilla {
 
-void keepOnScreen(QWidget& window)
+QRect placedWithin(QRect place, const QRect& room)
 {
-    const QRect room = window.screen()->availableGeometry();
-    const QSize around = window.frameGeometry().size() - window.size();
-    if (!window.isMaximized()) window.resize(window.size().boundedTo(room.size() - around));
-    QRect place = window.frameGeometry();
-    if (room.contains(place)) return;
+    place.setSize(place.size().boundedTo(room.size()));
     place.moveRight(std::min(place.right(), room.right()));
     place.moveBottom(std::min(place.bottom(), room.bottom()));
-    window.move(std::max(place.left(), room.left()), std::max(place.top(), room.top()));
+    place.moveTopLeft({std::max(place.left(), room.left()), std::max(place.top(), room.top())});
+    return place;
+}
+
+void keepOnScreen(QWidget& window)
+{
+    if (window.isMaximized() || window.isFullScreen()) return;
+    const QRect room = window.screen()->availableGeometry();
+    const QSize around = window.frameGeometry().size() - window.size();
+    window.resize(window.size().boundedTo(room.size() - around));
+    const QRect place = window.frameGeometry();
+    if (!room.contains(place)) window.move(placedWithin(place, room).topLeft());
 }
 
 } // namespace quilla
