@@ -4,6 +4,7 @@
 #include "database/library_schema.h"
 #include "database/procedures.h"
 #include "desk/scan_log.h"
+#include "frame/help_key.h"
 #include "frame/login_form.h"
 #include "frame/main_form.h"
 #include "frame/platform_panels.h"
@@ -50,6 +51,7 @@ int DeskApplication::run()
     m_session.scans
         = std::make_shared<ScanLog>(QFileInfo(embeddedDatabaseFile()).dir().filePath(u"desk-failures.log"_s));
 
+    const HelpKey help(m_session, m_formPrinter);
     LtLoginFrm login(m_session);
     if (login.exec() != QDialog::Accepted) return 0;
 

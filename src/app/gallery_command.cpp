@@ -67,6 +67,7 @@ public:
         const SlipPages pages(slip, m_fonts);
         savePagePng(pages, m_fonts, 0, m_folder.filePath(u"slip-%1.png"_s.arg(int(slip.paper))));
     }
+    void printText(const QTextDocument&, const QString&) override { }
     bool isUpright() const override { return true; }
 
 private:

@@ -137,6 +137,7 @@ const ScreenRegister& allScreens()
         {u"EditPassFrm"_s, make<EditPassFrm>, Pictures::password},
         {u"AboutFrm"_s, make<AboutFrm>, Pictures::about},
         {u"errMessageFrm"_s, {}, Pictures::failure},
+        {u"ManualFrm"_s, {}, Pictures::manual},
         {u"WorkingFrm"_s, {}, Pictures::working},
 
         {u"TsjhFrm"_s, makeDesk, Pictures::desk, true},

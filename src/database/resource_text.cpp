@@ -1,9 +1,7 @@
 #include "database/resource_text.h"
 
-#include "platform/core/error.h"
+#include "platform/core/built_in_file.h"
 #include "platform/core/text.h"
-
-#include <QFile>
 
 // A static library's resources are not linked unless something asks for them by name.
 static void linkResources()
@@ -16,9 +14,7 @@ namespace quilla {
 QString resourceText(const QString& name)
 {
     linkResources();
-    QFile file(u":/database/"_s + name);
-    if (!file.open(QIODevice::ReadOnly)) throw Error(53, u"database"_s, u"程序内缺少文件：%1"_s.arg(name));
-    return QString::fromUtf8(file.readAll());
+    return QString::fromUtf8(builtInFile(u":/database/"_s + name));
 }
 
 QStringList splitStatements(const QString& tsql)

@@ -8,15 +8,18 @@
 #include "platform/ui/look/icons.h"
 #include "platform/ui/look/theme.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDialog>
+#include <QKeyEvent>
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QStatusBar>
 #include <QStyle>
 #include <QToolBar>
+#include <QToolButton>
 
 namespace quilla {
 
@@ -111,6 +114,21 @@ void LtMainFrm::makeStatusBar()
     sounds->setChecked(soundsAreOn(m_session.settings));
     connect(sounds, &QCheckBox::toggled, this, &LtMainFrm::turnSoundsTo);
     StatusBar1->addPermanentWidget(sounds);
+    auto* help = new QToolButton;
+    help->setObjectName(u"cmdHelp"_s);
+    help->setText(u"手册 F1"_s);
+    help->setToolTip(u"打开使用手册中当前窗口的一节"_s);
+    help->setAutoRaise(true);
+    help->setFocusPolicy(Qt::TabFocus);
+    connect(help, &QToolButton::clicked, this, &LtMainFrm::askForHelp);
+    StatusBar1->addPermanentWidget(help);
+}
+
+void LtMainFrm::askForHelp()
+{
+    QWidget* focus = QApplication::focusWidget();
+    QKeyEvent key(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier);
+    QCoreApplication::sendEvent(focus ? focus : this, &key);
 }
 
 void LtMainFrm::turnSoundsTo(bool on)

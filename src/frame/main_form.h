@@ -52,6 +52,7 @@ private:
     void makeToolbar();
     void makeStatusBar();
     void turnSoundsTo(bool on);
+    void askForHelp();
     void makeEditMenu();
     QAction* makeAction(const MenuEntry& entry);
     void perform(const MenuEntry& entry);

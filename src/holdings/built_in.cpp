@@ -1,9 +1,7 @@
 #include "holdings/built_in.h"
 
-#include "platform/core/error.h"
+#include "platform/core/built_in_file.h"
 #include "platform/core/text.h"
-
-#include <QFile>
 
 /// Of a static library nothing else would link it. The macro takes no namespace.
 static void linkHoldingsResources()
@@ -16,9 +14,7 @@ namespace quilla {
 QByteArray builtIn(const QString& name)
 {
     linkHoldingsResources();
-    QFile file(u":/holdings/"_s + name);
-    if (!file.open(QIODevice::ReadOnly)) throw Error(53, u"holdings"_s, u"程序内缺少文件：%1"_s.arg(name));
-    return file.readAll();
+    return builtInFile(u":/holdings/"_s + name);
 }
 
 } // namespace quilla

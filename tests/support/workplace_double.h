@@ -3,6 +3,7 @@
 #include "support/report_double.h"
 #include "support/screen_host.h"
 
+#include <QTextDocument>
 #include <QWidget>
 
 namespace quilla {
@@ -33,6 +34,10 @@ public:
     {
         slips.push_back(slip);
         shown.append(pdfFile);
+    }
+    void printText(const QTextDocument& text, const QString& pdfFile) override
+    {
+        shown.append(text.metaInformation(QTextDocument::DocumentTitle) + pdfFile);
     }
     bool isUpright() const override { return upright; }
     std::vector<Slip> slips;

@@ -1,6 +1,7 @@
 #include "app/pictures/pictures.h"
 #include "frame/about_form.h"
 #include "frame/login_form.h"
+#include "frame/manual_form.h"
 #include "frame/odbc_form.h"
 #include "frame/password_form.h"
 #include "platform/ui/form/error_form.h"
@@ -36,6 +37,13 @@ void failure(Album& album, const Workplace&)
 {
     errMessageFrm form;
     form.textErrMessage.setPlainText(failureText({}, u"数据库正被另一个程序占用。"_s));
+    album.add(form.objectName(), form);
+}
+
+void manual(Album& album, const Workplace& place)
+{
+    ManualFrm form(place.session, place.formPrinter, nullptr);
+    form.showSection(u"first-day"_s);
     album.add(form.objectName(), form);
 }
 

@@ -22,6 +22,7 @@ void login(Album& album, const Workplace& place);
 void password(Album& album, const Workplace& place);
 void about(Album& album, const Workplace& place);
 void failure(Album& album, const Workplace& place);
+void manual(Album& album, const Workplace& place);
 void working(Album& album, const Workplace& place);
 
 void desk(Album& album, const Workplace& place);

@@ -254,11 +254,24 @@ void DefaultPrinter::printSlip(const Slip& slip, const QString& pdfFile)
     pdfFile.isEmpty() ? print(pages, fonts) : savePdf(pages, fonts, pdfFile);
 }
 
+void DefaultPrinter::printText(const QTextDocument& text, const QString& pdfFile)
+{
+    if (!pdfFile.isEmpty()) return saveTextPdf(text, FontBook(), pdfFile);
+    QPrinter printer(QPrinter::HighResolution);
+    choose(printer);
+    quilla::printText(text, printer);
+}
+
+void DefaultPrinter::choose(QPrinter& printer) const
+{
+    const QString chosen = m_printerName();
+    if (!chosen.isEmpty()) printer.setPrinterName(chosen);
+}
+
 void DefaultPrinter::print(const PrintedPages& pages, const FontBook& fonts) const
 {
     QPrinter printer(QPrinter::HighResolution);
-    const QString chosen = m_printerName();
-    if (!chosen.isEmpty()) printer.setPrinterName(chosen);
+    choose(printer);
     setUpPrinter(printer, pages);
     printPages(pages, fonts, printer);
 }

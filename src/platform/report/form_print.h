@@ -37,10 +37,12 @@ public:
     DefaultPrinter(std::function<QString()> printerName, std::function<bool()> isUpright);
     void printForm(QWidget& form, Paper paper) override;
     void printSlip(const Slip& slip, const QString& pdfFile) override;
+    void printText(const QTextDocument& text, const QString& pdfFile) override;
     bool isUpright() const override { return m_isUpright(); }
 
 private:
     void print(const PrintedPages& pages, const FontBook& fonts) const;
+    void choose(QPrinter& printer) const;
 
     std::function<QString()> m_printerName;
     std::function<bool()> m_isUpright;

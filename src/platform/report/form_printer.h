@@ -3,6 +3,7 @@
 #include "platform/report/report_page.h"
 #include "platform/report/slip.h"
 
+class QTextDocument;
 class QWidget;
 
 namespace quilla {
@@ -16,6 +17,8 @@ public:
     /// Prints the slip, or saves it as a PDF file where one is named. Throws `Error` when the printer or the
     /// folder does not take it.
     virtual void printSlip(const Slip& slip, const QString& pdfFile) = 0;
+    /// The same for a text, on upright sheets.
+    virtual void printText(const QTextDocument& text, const QString& pdfFile) = 0;
     /// Whether the operator has set the printer to upright paper.
     virtual bool isUpright() const = 0;
 };

@@ -8,6 +8,7 @@
 #include <QPdfWriter>
 #include <QPrinter>
 #include <QSaveFile>
+#include <QTextDocument>
 
 namespace quilla {
 
@@ -121,6 +122,18 @@ bool isWholePdf(const QString& name)
     throw Error(ErrorNumber::CannotOpen, u"Report"_s, why);
 }
 
+/// A file that stood under the name is replaced only by a whole one.
+void writeWhole(const QByteArray& content, const QString& file)
+{
+    QSaveFile target(file);
+    if (!target.open(QIODevice::WriteOnly) || !target.setPermissions(OwnerOnly) || target.write(content) < 0
+        || !target.commit())
+        failPrinting(u"无法写入文件 %1：%2"_s.arg(file, target.errorString()));
+}
+
+/// A text leaves the margins by itself.
+const QPageLayout UprightSheet(QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF());
+
 } // namespace
 
 /// From the back to the front.
@@ -170,10 +183,30 @@ void savePdf(const PrintedPages& pages, const FontBook& fonts, const QString& fi
         }
     }
     nameCharacters(pdf.buffer(), fonts.charactersOfRadicals());
-    QSaveFile target(file);
-    if (!target.open(QIODevice::WriteOnly) || !target.setPermissions(OwnerOnly)
-        || target.write(pdf.buffer()) < 0 || !target.commit())
-        failPrinting(u"无法写入文件 %1：%2"_s.arg(file, target.errorString()));
+    writeWhole(pdf.data(), file);
+}
+
+void saveTextPdf(const QTextDocument& text, const FontBook& fonts, const QString& file)
+{
+    QBuffer pdf;
+    pdf.open(QIODevice::WriteOnly);
+    {
+        QPdfWriter writer(&pdf);
+        writer.setTitle(text.metaInformation(QTextDocument::DocumentTitle));
+        writer.setCreator(u"quilla"_s);
+        writer.setPageLayout(UprightSheet);
+        text.print(&writer);
+    }
+    nameCharacters(pdf.buffer(), fonts.charactersOfRadicals());
+    writeWhole(pdf.data(), file);
+}
+
+void printText(const QTextDocument& text, QPrinter& printer)
+{
+    printer.setPageLayout(UprightSheet);
+    printer.setDocName(text.metaInformation(QTextDocument::DocumentTitle));
+    if (!printer.isValid()) failPrinting(u"打印机没有响应，请检查打印机设置。"_s);
+    text.print(&printer);
 }
 
 void setUpPrinter(QPrinter& printer, const PrintedPages& pages)

@@ -5,6 +5,7 @@
 
 class QPainter;
 class QPrinter;
+class QTextDocument;
 
 namespace quilla {
 
@@ -17,6 +18,11 @@ void savePagePng(const PrintedPages& pages, const FontBook& fonts, int page, con
 /// Writes all pages to a PDF file, the fonts in it. Throws `Error` when it can't be written; no half file
 /// stays then.
 void savePdf(const PrintedPages& pages, const FontBook& fonts, const QString& file);
+
+/// The same for a text, on upright sheets; its title is the document's.
+void saveTextPdf(const QTextDocument& text, const FontBook& fonts, const QString& file);
+/// Prints a text on upright sheets. Throws `Error`.
+void printText(const QTextDocument& text, QPrinter& printer);
 
 /// Sets the paper of a printer to that of the pages.
 void setUpPrinter(QPrinter& printer, const PrintedPages& pages);
