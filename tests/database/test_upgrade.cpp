@@ -93,7 +93,7 @@ void TestUpgrade::anotherIcu()
     base.factory.drain();
     const SystemClock clock;
     auto other = std::make_unique<SqliteDriver>(base.file, clock, SqliteDriver::As::AnyFile);
-    registerOrder(other->handle(), TextOrder::CodePoint);
+    QCOMPARE(registerOrder(other->handle().get(), TextOrder::CodePoint), SQLITE_OK);
     other->handle().run("reindex; update qj_order set version='other'");
     const QString text = u"DSN=%1;Database=%2"_s.arg(BuiltInDataSource, base.file);
     QCOMPARE(errorOf([&] { base.factory.open(text); }), ErrorNumber::InUse);

@@ -53,7 +53,7 @@ void noteOrder(const SqliteHandle& handle)
 void sortAnew(SqliteDriver& sole, const IndexesDone& told)
 {
     const SqliteHandle& handle = sole.handle();
-    registerOrder(handle, TextOrder::Pinyin);
+    handle.check(registerOrder(handle.get(), TextOrder::Pinyin));
     sole.begin(OnFailure::EndTransaction);
     try {
         makeIndexesAnew(handle, told);

@@ -51,9 +51,10 @@ void SqliteDriver::setUp(As as)
     m_handle.check(sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr));
     m_handle.check(sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr));
     if (as == As::SoleUse) takeAlone();
-    registerFunctions(m_handle, m_time);
+    m_handle.check(registerFunctions(m_handle.get(), m_time));
     const bool anyVersion = as == As::AnyFile || as == As::SoleUse;
-    if (anyVersion && isOfEarlierVersion()) registerOrder(m_handle, TextOrder::CodePoint);
+    if (anyVersion && isOfEarlierVersion())
+        m_handle.check(registerOrder(m_handle.get(), TextOrder::CodePoint));
     if (as == As::Library) refuseForeignFile();
     m_handle.run("pragma foreign_keys=off; pragma synchronous=full; pragma temp_store=memory");
     if (as == As::NewFile) m_handle.run("pragma journal_mode=memory");

@@ -320,22 +320,23 @@ void avoidBloomFilters(sqlite3* database)
 
 } // namespace
 
-void registerOrder(const SqliteHandle& handle, TextOrder order)
+int registerOrder(sqlite3* database, TextOrder order)
 {
     const auto compare = order == TextOrder::Pinyin ? collate<compareUtf8> : collate<compareByCodePoint>;
-    handle.check(sqlite3_create_collation_v2(
-        handle.get(), sql::TextCollation.toUtf8().constData(), SQLITE_UTF8, nullptr, compare, nullptr));
+    return sqlite3_create_collation_v2(
+        database, sql::TextCollation.toUtf8().constData(), SQLITE_UTF8, nullptr, compare, nullptr);
 }
 
-void registerFunctions(const SqliteHandle& handle, StatementTime& time)
+int registerFunctions(sqlite3* database, StatementTime& time)
 {
-    sqlite3* const database = handle.get();
-    for (const Function& function : functions)
-        handle.check(
-            sqlite3_create_function_v2(database, function.name.toUtf8().constData(), function.arguments,
-                SQLITE_UTF8 | function.flags, &time, function.call, nullptr, nullptr, nullptr));
-    registerOrder(handle, TextOrder::Pinyin);
+    for (const Function& function : functions) {
+        const int code
+            = sqlite3_create_function_v2(database, function.name.toUtf8().constData(), function.arguments,
+                SQLITE_UTF8 | function.flags, &time, function.call, nullptr, nullptr, nullptr);
+        if (code != SQLITE_OK) return code;
+    }
     avoidBloomFilters(database);
+    return registerOrder(database, TextOrder::Pinyin);
 }
 
 } // namespace quilla

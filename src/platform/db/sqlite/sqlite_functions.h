@@ -2,7 +2,8 @@
 
 #include "platform/core/dates.h"
 #include "platform/db/moment.h"
-#include "platform/db/sqlite/sqlite_handle.h"
+
+#include <sqlite3.h>
 
 #include <optional>
 
@@ -29,13 +30,13 @@ private:
 
 /// Registers the collation and the functions that translated statements use (platform/sql/functions.h).
 /// `time` must outlive the connection. A date that can't be read makes the statement fail with
-/// SQLITE_MISMATCH and words for the operator.
-void registerFunctions(const SqliteHandle& handle, StatementTime& time);
+/// SQLITE_MISMATCH and words for the operator. The result code of SQLite.
+int registerFunctions(sqlite3* database, StatementTime& time);
 
 /// By which order texts compare: that of this program, or that of libraries of version 1.
 enum class TextOrder { Pinyin, CodePoint };
 
-/// Registers the collation anew. No statement may be running.
-void registerOrder(const SqliteHandle& handle, TextOrder order);
+/// Registers the collation anew. No statement may be running. The result code of SQLite.
+int registerOrder(sqlite3* database, TextOrder order);
 
 } // namespace quilla
