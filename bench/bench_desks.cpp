@@ -66,14 +66,17 @@ public:
         m_session.OperatorName = u"desk"_s;
     }
 
+    /// The first round, which opens the connection, is over before the moment comes from which on times
+    /// count.
     void work(qint64 from)
     {
-        m_session.connections.open(m_load.connectionText);
-        std::this_thread::sleep_for(std::chrono::milliseconds(from - QDateTime::currentMSecsSinceEpoch()));
+        serveNext();
+        m_times.clear();
+        sleep(from - QDateTime::currentMSecsSinceEpoch() + int(m_random() % unsigned(m_load.pause + 1)));
         QElapsedTimer clock;
         clock.start();
         while (clock.elapsed() < m_load.seconds * 1000)
-            serve(scaleReaderCode(int(m_random() % unsigned(m_load.scale.readers)) + 1), nextCopy());
+            serveNext();
     }
     void tell() const
     {
@@ -83,6 +86,16 @@ public:
     }
 
 private:
+    static void sleep(qint64 milliseconds)
+    {
+        std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+    }
+
+    void serveNext()
+    {
+        serve(scaleReaderCode(int(m_random() % unsigned(m_load.scale.readers)) + 1), nextCopy());
+    }
+
     QString nextCopy()
     {
         const QString barcode = scaleBarcode(m_copy);
@@ -127,7 +140,7 @@ private:
         timer.start();
         scan();
         m_times[kind].push_back(double(timer.nsecsElapsed()) / 1e6);
-        std::this_thread::sleep_for(std::chrono::milliseconds(m_load.pause));
+        sleep(m_load.pause);
     }
 
     const Load& m_load;
@@ -161,7 +174,7 @@ void fill(PooledFactory& factory, const Load& load)
 
 std::vector<std::unique_ptr<QProcess>> startDesks(const Load& load, const QStringList& options)
 {
-    const qint64 from = QDateTime::currentMSecsSinceEpoch() + 1000 + 100 * load.desks;
+    const qint64 from = QDateTime::currentMSecsSinceEpoch() + 1000 + 100 * load.desks + 4 * load.pause;
     std::vector<std::unique_ptr<QProcess>> desks;
     for (int number = 1; number <= load.desks; ++number) {
         auto& desk = desks.emplace_back(std::make_unique<QProcess>());
