@@ -9,6 +9,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
+#include <QTextBlock>
 #include <QTextTable>
 
 namespace quilla {
@@ -47,6 +48,25 @@ void rule(QTextTable& table)
     table.setFormat(format);
 }
 
+/// No picture is wider than the window's text or a sheet.
+void fitPictures(QTextDocument& document)
+{
+    constexpr int Widest = 640;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
+        for (auto part = block.begin(); !part.atEnd(); ++part) {
+            QTextImageFormat picture = part.fragment().charFormat().toImageFormat();
+            if (!picture.isValid()) continue;
+            const QImage image(QDir(pictureFolder()).filePath(picture.name()));
+            picture.setWidth(std::min(Widest, image.width()));
+            QTextCursor cursor(&document);
+            cursor.setPosition(part.fragment().position());
+            cursor.setPosition(
+                part.fragment().position() + part.fragment().length(), QTextCursor::KeepAnchor);
+            cursor.setCharFormat(picture);
+            break; // the block is another one now
+        }
+}
+
 /// As the manual shows it on screen and on paper.
 void setSection(QTextDocument& document, const ManualSection& section)
 {
@@ -54,6 +74,7 @@ void setSection(QTextDocument& document, const ManualSection& section)
     document.setMetaInformation(QTextDocument::DocumentTitle, section.title);
     for (QTextFrame* frame : document.rootFrame()->childFrames())
         if (auto* table = qobject_cast<QTextTable*>(frame)) rule(*table);
+    fitPictures(document);
 }
 
 } // namespace

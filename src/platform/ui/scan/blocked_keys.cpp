@@ -25,13 +25,20 @@ public:
         const bool mayBeBarred = event->type == System::Key && QApplication::activeModalWidget() == &m_box;
         if (!mayBeBarred) return QWindowSystemEventHandler::sendEvent(event);
         const auto& key = static_cast<const System::KeyEvent&>(*event);
-        if (key.window == m_box.windowHandle()) return QWindowSystemEventHandler::sendEvent(event);
+        if (isOfBox(key.window)) return QWindowSystemEventHandler::sendEvent(event);
         if (key.keyType == QEvent::KeyPress)
             m_take(QKeyEvent(key.keyType, key.key, key.modifiers, key.unicode));
         return true;
     }
 
 private:
+    /// The box itself, or a window that was opened over it, such as the manual.
+    bool isOfBox(const QWindow* window) const
+    {
+        const QWindow* box = m_box.windowHandle();
+        return window == box || (box && box->isAncestorOf(window, QWindow::IncludeTransients));
+    }
+
     QWidget& m_box;
     std::function<void(const QKeyEvent&)> m_take;
     QWindowSystemEventHandler* m_around;
