@@ -3,12 +3,12 @@
 #include "frame/session.h"
 #include "platform/core/error.h"
 #include "platform/report/form_printer.h"
+#include "platform/ui/form/file_dialog.h"
 #include "platform/ui/form/form.h"
 #include "platform/ui/look/theme.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFileDialog>
 #include <QTextBlock>
 #include <QTextTable>
 
@@ -147,9 +147,8 @@ void ManualFrm::printShown(const QString& pdfFile)
 void ManualFrm::savePdf()
 {
     const QString title = Contents.currentItem()->text().trimmed();
-    const QString file = QFileDialog::getSaveFileName(
-        this, u"另存为"_s, QDir::home().filePath(title + u".pdf"_s), u"PDF 文件 (*.pdf)"_s);
-    if (!file.isEmpty()) printShown(file.endsWith(u".pdf"_s, Qt::CaseInsensitive) ? file : file + u".pdf"_s);
+    const QString file = FileDialog(this, u"另存为"_s, u"PDF 文件 (*.pdf)"_s).saveFile(title);
+    if (!file.isEmpty()) printShown(file);
 }
 
 } // namespace quilla

@@ -1,8 +1,7 @@
 #include "readers/reader_photo.h"
 
 #include "platform/core/text.h"
-
-#include <QFileDialog>
+#include "platform/ui/form/file_dialog.h"
 
 namespace quilla {
 
@@ -22,13 +21,9 @@ QString dialogFilter(const QString& filter)
     return kinds.join(u";;"_s);
 }
 
-/// The names of the files alone: the system's own words for kinds and days need not be Chinese.
 QString askForPhoto(QWidget* parent, const QString& filter)
 {
-    QFileDialog dialog(parent, PhotoEntries[0], {}, dialogFilter(filter));
-    dialog.setFileMode(QFileDialog::ExistingFile);
-    dialog.setViewMode(QFileDialog::List);
-    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().constFirst() : QString();
+    return FileDialog(parent, PhotoEntries[0], dialogFilter(filter)).openFile();
 }
 
 } // namespace

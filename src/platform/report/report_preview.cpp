@@ -2,18 +2,17 @@
 
 #include "platform/core/error.h"
 #include "platform/report/sheet_output.h"
+#include "platform/ui/form/file_dialog.h"
 #include "platform/ui/form/form.h"
 #include "platform/ui/form/on_screen.h"
 #include "platform/ui/form/wait_cursor.h"
 #include "platform/ui/look/theme.h"
 
-#include <QFileDialog>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
-#include <QStandardPaths>
 #include <QWheelEvent>
 
 namespace quilla {
@@ -249,16 +248,9 @@ void ReportPreview::print()
 
 void ReportPreview::chooseFile()
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    QFileDialog dialog(this, u"另存为"_s, folder);
-    dialog.setViewMode(QFileDialog::List); // kinds and days would stand in the system's language
-    dialog.setNameFilters(m_pages->table() ? QStringList {PdfFiles, SheetFiles} : QStringList {PdfFiles});
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(u"pdf"_s); // the dialog asks before an older file of the whole name goes
-    connect(&dialog, &QFileDialog::filterSelected, &dialog,
-        [&](const QString& filter) { dialog.setDefaultSuffix(filter == SheetFiles ? u"xlsx"_s : u"pdf"_s); });
-    dialog.selectFile(QString(m_pages->title()).replace(u'/', u'-'));
-    if (dialog.exec() == QDialog::Accepted) save(dialog.selectedFiles().constFirst());
+    const QStringList kinds = m_pages->table() ? QStringList {PdfFiles, SheetFiles} : QStringList {PdfFiles};
+    const QString file = FileDialog(this, u"另存为"_s, kinds.join(u";;"_s)).saveFile(m_pages->title());
+    if (!file.isEmpty()) save(file);
 }
 
 bool ReportPreview::save(const QString& file)

@@ -1,0 +1,88 @@
+#include "platform/ui/form/file_dialog.h"
+
+#include "platform/core/text.h"
+
+#include <QDateTime>
+#include <QFileSystemModel>
+#include <QSortFilterProxyModel>
+#include <QStandardPaths>
+
+namespace quilla {
+
+namespace {
+
+enum FileColumn { Name, Size, Kind, Changed };
+
+/// The kinds and days of files would stand in the language of the system.
+class ChineseFiles final : public QSortFilterProxyModel {
+public:
+    using QSortFilterProxyModel::QSortFilterProxyModel;
+
+    QVariant data(const QModelIndex& index, int role) const override
+    {
+        if (role != Qt::DisplayRole || index.column() < Kind) return QSortFilterProxyModel::data(index, role);
+        const QFileInfo file = fileOf(mapToSource(index));
+        return index.column() == Kind ? kindOf(file) : file.lastModified().toString(u"yyyy-MM-dd HH:mm");
+    }
+
+protected:
+    /// Folders first, then by what the column shows.
+    bool lessThan(const QModelIndex& left, const QModelIndex& right) const override
+    {
+        const QFileInfo a = fileOf(left);
+        const QFileInfo b = fileOf(right);
+        if (a.isDir() != b.isDir()) return a.isDir() == (sortOrder() == Qt::AscendingOrder);
+        if (left.column() == Size) return a.size() < b.size();
+        if (left.column() == Changed) return a.lastModified() < b.lastModified();
+        const int kinds = left.column() == Kind ? kindOf(a).compare(kindOf(b)) : 0;
+        return kinds ? kinds < 0 : QString::localeAwareCompare(a.fileName(), b.fileName()) < 0;
+    }
+
+private:
+    QFileInfo fileOf(const QModelIndex& source) const
+    {
+        return static_cast<const QFileSystemModel*>(sourceModel())->fileInfo(source);
+    }
+
+    static QString kindOf(const QFileInfo& file)
+    {
+        if (file.isDir()) return u"文件夹"_s;
+        return file.suffix().isEmpty() ? u"文件"_s : file.suffix().toUpper() + u" 文件"_s;
+    }
+};
+
+/// "pdf" of "PDF 文件 (*.pdf)".
+QString endingOf(const QString& filter)
+{
+    return filter.section(u"*."_s, 1, 1).section(u')', 0, 0).section(u' ', 0, 0);
+}
+
+} // namespace
+
+FileDialog::FileDialog(QWidget* parent, const QString& title, const QString& filter)
+    : QFileDialog(parent, title, {}, filter)
+{
+    setOption(DontUseNativeDialog);
+    setProxyModel(new ChineseFiles(this));
+    setViewMode(Detail);
+    setMinimumWidth(fontMetrics().averageCharWidth() * 110);
+}
+
+QString FileDialog::saveFile(const QString& suggested)
+{
+    setAcceptMode(AcceptSave);
+    setDirectory(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    setDefaultSuffix(endingOf(selectedNameFilter())); // before the question about an older file
+    connect(this, &QFileDialog::filterSelected, this,
+        [this](const QString& filter) { setDefaultSuffix(endingOf(filter)); });
+    selectFile(QString(suggested).replace(u'/', u'-'));
+    return exec() == Accepted ? selectedFiles().value(0) : QString();
+}
+
+QString FileDialog::openFile()
+{
+    setFileMode(ExistingFile);
+    return exec() == Accepted ? selectedFiles().value(0) : QString();
+}
+
+} // namespace quilla
