@@ -14,11 +14,11 @@ constexpr QStringView NotedVersion
       u"FROM pg_collation WHERE collname = 'quilla' AND pg_collation_is_visible(oid)), 0)";
 
 /// 1 where the collation is an earlier program's, 2 where the server's ICU is not the one of the indexes,
-/// else 0.
+/// else 0. The column with its locale has another name in PostgreSQL 14 and from 17 on.
 constexpr QStringView StaleOrder
-    = u"SELECT coalesce((SELECT CASE WHEN colliculocale <> 'zh-u-ks-level2' THEN 1 "
-      u"WHEN collversion IS DISTINCT FROM pg_collation_actual_version(oid) THEN 2 END "
-      u"FROM pg_collation WHERE collname = 'quilla' AND pg_collation_is_visible(oid)), 0)";
+    = u"SELECT coalesce((SELECT CASE WHEN coalesce(to_jsonb(c)->>'colllocale', to_jsonb(c)->>'colliculocale', "
+      u"collcollate) <> 'zh-u-ks-level2' THEN 1 WHEN collversion IS DISTINCT FROM pg_collation_actual_version(oid) THEN 2 END "
+      u"FROM pg_collation c WHERE collname = 'quilla' AND pg_collation_is_visible(oid)), 0)";
 
 /// The server tells by itself which indexes hang on the collation. The new version is noted in the same
 /// transaction, so that no crash can leave an old index under it.
