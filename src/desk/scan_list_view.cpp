@@ -112,7 +112,7 @@ void ScanListView::paintEvent(QPaintEvent* event)
     if (model()->rowCount() > 0) return;
     QPainter painter(viewport());
     painter.setPen(Theme().mutedText);
-    painter.drawText(viewport()->rect().adjusted(12, 12, -12, -12), Qt::AlignCenter | Qt::TextWordWrap,
+    painter.drawText(viewport()->rect().adjusted(12, 0, -12, 0), Qt::AlignCenter | Qt::TextWordWrap,
         u"扫描过的每一册都记在这里，最新的在最上面"_s);
 }
 

@@ -5,6 +5,7 @@
 
 #include <QLayout>
 #include <QShortcut>
+#include <QTableView>
 
 namespace quilla {
 
@@ -61,6 +62,9 @@ void PeriodBox::toggleCalendar()
     }
     QWidget& form = *parentWidget();
     Calendar.setParent(&form);
+    auto* days = MonthView.findChild<QTableView*>(); // the calendar has the focus in it
+    setTabOrder(&textDate, days);
+    setTabOrder(days, &cmdDate);
     if (const std::optional<Period> typed = period())
         MonthView.setSelectedDate(QDate(typed->year, typed->month, 1));
     Calendar.adjustSize();

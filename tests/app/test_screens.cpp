@@ -39,6 +39,42 @@ public:
 const QSize SmallScreen(
     1366 * 4 / 5, 768 * 4 / 5 - 70); ///< at 125 %, less a title bar and the system's panel
 
+/// The control that Tab leads to after `control` in a form.
+QWidget* afterTab(QWidget* control)
+{
+    QWidget* next = control;
+    do {
+        next = next->nextInFocusChain();
+    } while (next != control
+        && !(next->focusPolicy() & Qt::TabFocus && next->isEnabled() && next->isVisible()
+            && !next->focusProxy() && next->window() == control->window()));
+    return next;
+}
+
+/// Whether an eye that reads comes to `first` before `second`: it stands above it, or left of it.
+bool readsBefore(const QRect& first, const QRect& second)
+{
+    const bool sameLine = first.top() < second.bottom() && second.top() < first.bottom();
+    return sameLine ? first.left() <= second.left()
+                    : first.top() < second.top() || first.right() < second.left();
+}
+
+/// Where Tab leads back on the page: "Text1 > cmdQuit".
+QStringList backwardSteps(QWidget& form)
+{
+    QStringList steps;
+    QWidget* const start = afterTab(&form);
+    for (QWidget* at = start; afterTab(at) != start; at = afterTab(at)) {
+        QWidget* next = afterTab(at);
+        const auto place
+            = [&](QWidget* control) { return QRect(control->mapTo(&form, QPoint()), control->size()); };
+        if (!readsBefore(place(at), place(next)))
+            steps.append(at->objectName() + u" > "_s + next->objectName());
+        if (steps.size() > 50) break;
+    }
+    return steps;
+}
+
 /// Complains of each form that does not fit a small screen, of each form and each input that has no name, and
 /// of each dialog that goes at Esc.
 class FormCheck final : public Album {
@@ -57,6 +93,10 @@ public:
         const QSize least = form.minimumSizeHint().expandedTo(form.minimumSize());
         if (least.width() > SmallScreen.width() || least.height() > SmallScreen.height())
             tooLarge.append(u"%1 %2x%3"_s.arg(name).arg(least.width()).arg(least.height()));
+        form.setAttribute(Qt::WA_DontShowOnScreen);
+        form.show();
+        for (const QString& step : backwardSteps(form))
+            backward.append(name + u": "_s + step);
         if (auto* dialog = qobject_cast<QDialog*>(&form)) {
             const QSignalSpy finished(dialog, &QDialog::finished);
             QTest::keyClick(dialog, Qt::Key_Escape);
@@ -66,6 +106,7 @@ public:
     QStringList nameless;
     QStringList closing;
     QStringList tooLarge;
+    QStringList backward;
 };
 
 } // namespace
@@ -93,6 +134,7 @@ private Q_SLOTS:
         check.add(preview.objectName(), preview);
         QCOMPARE(check.nameless, QStringList());
         QCOMPARE(check.tooLarge, QStringList());
+        QCOMPARE(check.backward.join(u'\n'), QString());
         QCOMPARE(check.closing, (QStringList {u"errMessageFrm"_s, u"ManualFrm"_s})); // nothing is typed there
     }
 

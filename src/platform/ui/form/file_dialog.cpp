@@ -1,11 +1,14 @@
 #include "platform/ui/form/file_dialog.h"
 
 #include "platform/core/text.h"
+#include "platform/ui/look/theme.h"
 
 #include <QDateTime>
 #include <QFileSystemModel>
+#include <QHeaderView>
 #include <QSortFilterProxyModel>
 #include <QStandardPaths>
+#include <QTreeView>
 
 namespace quilla {
 
@@ -65,7 +68,10 @@ FileDialog::FileDialog(QWidget* parent, const QString& title, const QString& fil
     setOption(DontUseNativeDialog);
     setProxyModel(new ChineseFiles(this));
     setViewMode(Detail);
-    setMinimumWidth(fontMetrics().averageCharWidth() * 110);
+    resize(pixelsOf(9600, *this), pixelsOf(6000, *this));
+    QHeaderView* header = findChild<QTreeView*>()->header();
+    header->setSectionResizeMode(QHeaderView::ResizeToContents);
+    header->setSectionResizeMode(Name, QHeaderView::Stretch);
 }
 
 QString FileDialog::saveFile(const QString& suggested)
