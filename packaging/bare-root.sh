@@ -8,12 +8,12 @@ skip() {
 }
 
 # make_root: sets `root`. Nothing but the base system, and one user, the librarian. What is mounted in it is seen
-# by this process alone.
+# by this process alone, and what it starts ends with it.
 make_root() {
     [ "$(id -u)" = 0 ] || skip "a bare root needs root"
     command -v debootstrap >/dev/null || skip "debootstrap is not installed"
     if [ -z "${BARE_ROOT_ALONE:-}" ]; then
-        BARE_ROOT_ALONE=1 exec unshare --mount --propagation private -- "$0" "$@"
+        BARE_ROOT_ALONE=1 exec unshare --mount --propagation private --pid --fork --kill-child -- "$0" "$@"
     fi
     root=$(mktemp -d /tmp/quilla-root.XXXXXX)
     chmod 755 "$root"
@@ -33,7 +33,7 @@ inside() {
 # librarian COMMAND ...: as the user who works at the desk.
 librarian() {
     chroot --userspec=librarian:librarian "$root" env -i PATH=/usr/bin:/bin HOME=/home/librarian LC_ALL=C.UTF-8 \
-        TZ=Asia/Shanghai ${DISPLAY_INSIDE:+DISPLAY=$DISPLAY_INSIDE} "$@"
+        TZ=Asia/Shanghai ${display:+DISPLAY=$display} "$@"
 }
 
 # install_packages NAME or FILE ...: a file lies outside.
@@ -50,6 +50,12 @@ install_packages() {
     done
     inside apt-get install -y -qq --no-install-recommends "${names[@]}" >"$root/tmp/install.log" 2>&1 ||
         { tail -n 20 "$root/tmp/install.log" >&2; return 1; }
+}
+
+# read_library SELECT: from the librarian's own library; needs the package sqlite3 inside.
+library=/home/librarian/.local/share/青简文库/quilla.db
+read_library() {
+    librarian sqlite3 -readonly -cmd '.load /usr/lib/quilla/order' "$library" "$1"
 }
 
 step() { printf '%s  %s\n' "$(date +%T)" "$*"; }

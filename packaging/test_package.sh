@@ -24,7 +24,6 @@ loans() { librarian quilla-db export-readers /tmp/readers-$1.csv >/dev/null && c
 new=${1:-${QUILLA_TEST_PACKAGE:-}}
 [ -n "$new" ] || skip "QUILLA_TEST_PACKAGE names no package"
 make_root "$@"
-library=/home/librarian/.local/share/青简文库/quilla.db
 
 step "install the package before this one"
 before=${2:-$(older "$new")}
@@ -54,8 +53,7 @@ pictures=$(find "$root/tmp/pictures" -name '*.png' | wc -l)
 
 step "read the library with sqlite3"
 install_packages sqlite3
-overdue=$(librarian sqlite3 -readonly -cmd '.load /usr/lib/quilla/order' "$library" \
-    "select count(*) from JhskCqV where name<>'' and cqday>0")
+overdue=$(read_library "select count(*) from JhskCqV where name<>'' and cqday>0")
 [ "$overdue" -gt 0 ] || fail "sqlite3 reads: $overdue"
 
 step "remove"
