@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Sourced by what tries the package: a bare Debian 12 in a folder of its own, gone at the end. Needs root, and the
 # network for Debian's packages.
 
