@@ -16,10 +16,12 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationName(u"quilla"_s);
     QCoreApplication::setApplicationVersion(u"4.1"_s);
     QGuiApplication::setDesktopFileName(u"org.qingjian.quilla"_s);
-    applyTheme(application);
+    QStringList arguments = QCoreApplication::arguments();
+    // for a desktop that Qt cannot ask
+    const bool dark = arguments.removeAll(u"--dark"_s) > 0;
+    applyTheme(application, dark ? Shade::Dark : desktopShade());
     applyInputRules(application);
     QApplication::setWindowIcon(applicationIcon());
-    const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() == 3 && arguments[1] == u"--gallery") {
         SilentPrompt silent;
         DeskApplication desk(silent);

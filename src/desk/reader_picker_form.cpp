@@ -39,7 +39,7 @@ void ReaderPickerFrm::layOut()
 {
     using namespace ReaderDetail;
     QPalette readOnly = palette();
-    readOnly.setColor(QPalette::Base, Theme().window);
+    readOnly.setColor(QPalette::Base, Theme::current().window);
     for (TextBox& box : Text2) {
         box.setReadOnly(true);
         box.setPalette(readOnly);
@@ -192,7 +192,7 @@ void ReaderPickerFrm::markMove(bool moving)
 {
     QPalette colours;
     if (moving) {
-        const Theme theme;
+        const Theme& theme = Theme::current();
         colours.setColor(QPalette::Active, QPalette::Highlight, theme.restingSelection);
         colours.setColor(QPalette::Active, QPalette::HighlightedText, theme.text);
     }

@@ -19,7 +19,7 @@ namespace {
 
 QColor colourOf(ScanOutcome outcome)
 {
-    const Theme theme;
+    const Theme& theme = Theme::current();
     switch (outcome) {
     case ScanOutcome::Done:
         return theme.ok;
@@ -111,7 +111,7 @@ void ScanListView::paintEvent(QPaintEvent* event)
     QTableView::paintEvent(event);
     if (model()->rowCount() > 0) return;
     QPainter painter(viewport());
-    painter.setPen(Theme().mutedText);
+    painter.setPen(Theme::current().mutedText);
     painter.drawText(viewport()->rect().adjusted(12, 0, -12, 0), Qt::AlignCenter | Qt::TextWordWrap,
         u"扫描过的每一册都记在这里，最新的在最上面"_s);
 }

@@ -40,7 +40,7 @@ void rule(QTextTable& table)
     QTextTableFormat format = table.format();
     format.setBorder(1);
     format.setBorderCollapse(true);
-    format.setBorderBrush(Theme().line);
+    format.setBorderBrush(Theme::current().line);
     format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
     format.setCellPadding(4);
     format.setCellSpacing(0);

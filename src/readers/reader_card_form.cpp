@@ -73,7 +73,7 @@ void setStored(QLineEdit& box, int limit, const QString& text)
 void makeReadOnly(TextBox& box)
 {
     QPalette colours = box.palette();
-    colours.setColor(QPalette::Base, Theme().window);
+    colours.setColor(QPalette::Base, Theme::current().window);
     box.setPalette(colours);
     box.setReadOnly(true);
     box.setFocusPolicy(Qt::ClickFocus);

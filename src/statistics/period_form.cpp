@@ -143,8 +143,8 @@ void PeriodStatisticFrm::emptyGrid()
 void PeriodStatisticFrm::colourSelection(bool focused)
 {
     QPalette colours = Grid1.palette();
-    colours.setColor(QPalette::Highlight, focused ? Theme().figures : Theme().window);
-    colours.setColor(QPalette::HighlightedText, Theme().text);
+    colours.setColor(QPalette::Highlight, focused ? Theme::current().figures : Theme::current().window);
+    colours.setColor(QPalette::HighlightedText, Theme::current().text);
     Grid1.setPalette(colours);
 }
 

@@ -15,6 +15,8 @@
 #include <QMenu>
 #include <QScrollBar>
 
+#include <cmath>
+
 using namespace quilla;
 
 namespace {
@@ -33,6 +35,21 @@ QLabel* visibleTip()
     return nullptr;
 }
 
+double brightness(const QColor& colour)
+{
+    const auto linear
+        = [](double part) { return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4); };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF())
+        + 0.0722 * linear(colour.blueF());
+}
+
+/// As the guidelines for web contents reckon it.
+double contrast(const QColor& first, const QColor& second)
+{
+    const auto [dark, bright] = std::minmax({brightness(first), brightness(second)});
+    return (bright + 0.05) / (dark + 0.05);
+}
+
 } // namespace
 
 class TestSmallClasses : public QObject {
@@ -40,6 +57,22 @@ class TestSmallClasses : public QObject {
 
 private Q_SLOTS:
     void initTestCase() { applyTheme(*qApp); }
+
+    void wordsStandOutInBothShades()
+    {
+        for (const Theme& theme : {Theme(), Theme::dark()}) {
+            for (const QColor& ground : {theme.window, theme.surface, theme.zebra, theme.header})
+                for (const QColor& word :
+                    {theme.text, theme.mutedText, theme.link, theme.ok, theme.warning, theme.error})
+                    QVERIFY2(contrast(word, ground) >= 4.5, qPrintable(word.name() + ground.name()));
+            for (const QColor& ground : {theme.restingSelection, theme.figures, theme.highlight})
+                QVERIFY(contrast(theme.text, ground) >= 4.5);
+            for (const QColor& ground : {theme.accent, theme.titleBar})
+                QVERIFY(contrast(theme.accentText, ground) >= 4.5);
+            for (const QColor& edge : {theme.border, theme.accent})
+                QVERIFY(contrast(edge, theme.window) >= 3 && contrast(edge, theme.surface) >= 3);
+        }
+    }
 
     void tooltipKeepsItsTools()
     {

@@ -27,7 +27,7 @@ void DateRange::setOpen(bool open)
     for (TextBox& box : Text1) {
         box.setEnabled(open);
         QPalette colours = box.palette();
-        colours.setColor(QPalette::Base, open ? Theme().surface : Theme().window);
+        colours.setColor(QPalette::Base, open ? Theme::current().surface : Theme::current().window);
         box.setPalette(colours);
     }
 }

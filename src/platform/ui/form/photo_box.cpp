@@ -23,8 +23,8 @@ PhotoBox::PhotoBox(QWidget* parent)
     setFixedSize(PhotoSize);
     setContentsMargins(1, 1, 1, 1); // the frame
     QPalette colours = palette();
-    colours.setColor(QPalette::Base, Theme().window);
-    colours.setColor(QPalette::WindowText, Theme().mutedText);
+    colours.setColor(QPalette::Base, Theme::current().window);
+    colours.setColor(QPalette::WindowText, Theme::current().mutedText);
     setPalette(colours);
     setAlignment(Qt::AlignCenter);
     setAccessibleName(u"照片"_s);

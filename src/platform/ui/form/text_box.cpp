@@ -87,8 +87,8 @@ void TextBox::focusInEvent(QFocusEvent* event)
 void TextBox::showHighlight()
 {
     QPalette colours = palette();
-    colours.setColor(QPalette::Active, QPalette::Base, Theme().highlight);
-    colours.setColor(QPalette::Inactive, QPalette::Base, Theme().highlight);
+    colours.setColor(QPalette::Active, QPalette::Base, Theme::current().highlight);
+    colours.setColor(QPalette::Inactive, QPalette::Base, Theme::current().highlight);
     setPalette(colours);
 }
 

@@ -288,7 +288,7 @@ void FlexGrid::paintEvent(QPaintEvent* event)
     QTableView::paintEvent(event);
     if (m_hint.isEmpty() || !m_model.isEmptyList()) return;
     QPainter painter(viewport());
-    painter.setPen(Theme().mutedText);
+    painter.setPen(Theme::current().mutedText);
     painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, m_hint);
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 void paintMarker(QPainter& painter, const QRect& cell, bool current)
 {
-    const Theme theme;
+    const Theme& theme = Theme::current();
     painter.fillRect(cell, theme.header);
     if (!current) return;
     const QPointF centre = QRectF(cell).center();
@@ -38,7 +38,7 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
     option->state &= ~QStyle::State_HasFocus;
     const int mark = m_grid.markOf(index.row() + 1);
     if (mark < 0) return;
-    option->palette.setColor(QPalette::Text, Theme().error);
+    option->palette.setColor(QPalette::Text, Theme::current().error);
     if (index.column() == mark) option->text.prepend(u'！');
 }
 

@@ -17,6 +17,7 @@ struct Ink {
     QColor line;
     QColor fill;
     QColor mark;
+    QColor onMark;
 };
 
 using Drawing = void (*)(QPainter& painter, const Ink& ink);
@@ -99,7 +100,7 @@ void drawWithdrawal(QPainter& painter, const Ink& ink)
     painter.setPen(Qt::NoPen);
     painter.setBrush(ink.mark);
     painter.drawEllipse(QPointF(23, 23), 7, 7);
-    useLine(painter, Qt::white, 2.4);
+    useLine(painter, ink.onMark, 2.4);
     painter.drawLine(QPointF(19.8, 23), QPointF(26.2, 23));
 }
 
@@ -139,16 +140,18 @@ void drawQuit(QPainter& painter, const Ink& ink)
     drawArrow(painter, {12.5, 16}, {29, 16});
 }
 
-void drawApplication(QPainter& painter, const Ink& ink)
+void drawApplication(QPainter& painter, const Ink&)
 {
+    // The same on every desktop, since other programs show it too.
+    const Theme light;
     painter.setPen(Qt::NoPen);
-    painter.setBrush(ink.mark);
+    painter.setBrush(light.accent);
     painter.drawRoundedRect(QRectF(1, 1, 30, 30), 6, 6);
     // four bamboo slips, bound by two cords
-    painter.setBrush(Qt::white);
+    painter.setBrush(light.accentText);
     for (int slip = 0; slip < 4; ++slip)
         painter.drawRoundedRect(QRectF(6.5 + slip * 5, 6, 4, 20), 1, 1);
-    useLine(painter, ink.mark, 1.4);
+    useLine(painter, light.accent, 1.4);
     for (const qreal cord : {11.5, 20.5})
         painter.drawLine(QPointF(5.5, cord), QPointF(26.5, cord));
 }
@@ -160,34 +163,34 @@ void drawDisc(QPainter& painter, const QColor& colour)
     painter.drawEllipse(QPointF(16, 16), 13, 13);
 }
 
-void drawStem(QPainter& painter, QPointF from, QPointF to, QPointF dot)
+void drawStem(QPainter& painter, const Ink& ink, QPointF from, QPointF to, QPointF dot)
 {
-    useLine(painter, Qt::white, 3);
+    useLine(painter, ink.onMark, 3);
     painter.drawLine(from, to);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(Qt::white);
+    painter.setBrush(ink.onMark);
     painter.drawEllipse(dot, 1.9, 1.9);
 }
 
 void drawInformation(QPainter& painter, const Ink& ink)
 {
     drawDisc(painter, ink.mark);
-    drawStem(painter, {16, 15}, {16, 22.5}, {16, 9.6});
+    drawStem(painter, ink, {16, 15}, {16, 22.5}, {16, 9.6});
 }
 
-void drawWarning(QPainter& painter, const Ink&)
+void drawWarning(QPainter& painter, const Ink& ink)
 {
-    const QColor amber = Theme().warning;
+    const QColor amber = Theme::current().warning;
     painter.setPen(QPen(amber, 3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.setBrush(amber);
     painter.drawPolygon(QPolygonF {{16, 4.5}, {29, 27}, {3, 27}});
-    drawStem(painter, {16, 11.5}, {16, 18.5}, {16, 23.6});
+    drawStem(painter, ink, {16, 11.5}, {16, 18.5}, {16, 23.6});
 }
 
-void drawStop(QPainter& painter, const Ink&)
+void drawStop(QPainter& painter, const Ink& ink)
 {
-    drawDisc(painter, Theme().error);
-    useLine(painter, Qt::white, 3);
+    drawDisc(painter, Theme::current().error);
+    useLine(painter, ink.onMark, 3);
     painter.drawLine(QPointF(11.5, 11.5), QPointF(20.5, 20.5));
     painter.drawLine(QPointF(20.5, 11.5), QPointF(11.5, 20.5));
 }
@@ -198,10 +201,10 @@ void drawQuestion(QPainter& painter, const Ink& ink)
     QPainterPath hook(QPointF(12, 12.5));
     hook.cubicTo(12, 7, 20.5, 7, 20.5, 12.4);
     hook.cubicTo(20.5, 15.4, 16, 15.6, 16, 18.6);
-    useLine(painter, Qt::white, 2.8);
+    useLine(painter, ink.onMark, 2.8);
     painter.drawPath(hook);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(Qt::white);
+    painter.setBrush(ink.onMark);
     painter.drawEllipse(QPointF(16, 23.2), 1.9, 1.9);
 }
 
@@ -214,7 +217,7 @@ public:
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override
     {
-        const Theme theme;
+        const Theme& theme = Theme::current();
         const bool dim = mode == QIcon::Disabled;
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
@@ -222,7 +225,7 @@ public:
         painter->scale(rect.width() / Canvas, rect.height() / Canvas);
         m_drawing(*painter,
             {dim ? theme.disabledText : theme.text, dim ? theme.window : theme.restingSelection,
-                dim ? theme.disabledText : theme.accent});
+                dim ? theme.disabledText : theme.link, theme.surface});
         painter->restore();
     }
 

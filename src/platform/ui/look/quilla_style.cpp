@@ -181,6 +181,10 @@ void QuillaStyle::drawPrimitive(
             return drawBox(painter, option->rect, option->palette.color(QPalette::Base), m_theme.border,
                 has(option, State_HasFocus) && has(option, State_Enabled));
         return painter->fillRect(option->rect, option->palette.brush(QPalette::Base));
+    case PE_IndicatorCheckBox:
+        return paintCheck(*painter, *option, m_theme);
+    case PE_IndicatorRadioButton:
+        return paintRadio(*painter, *option, m_theme);
     case PE_FrameGroupBox:
         return drawGroupFrame(painter, option);
     case PE_FrameFocusRect:

@@ -64,7 +64,54 @@ void paintGlyph(QPainter& painter, QStyle::SubControl part, const QPointF& centr
     }
 }
 
+/// The square of a check box or the circle of a choice, in the room that it is given.
+QRectF indicatorFrame(const QStyleOption& option)
+{
+    const int side = std::min({option.rect.width(), option.rect.height(), 15});
+    const QRect box = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, QSize(side, side), option.rect);
+    return QRectF(box).adjusted(0.5, 0.5, -0.5, -0.5);
+}
+
+/// Sets pen and brush for the frame, and returns the colour of the sign in it.
+QColor useIndicator(QPainter& painter, const QStyleOption& option, const Theme& theme)
+{
+    const bool enabled = option.state.testFlag(QStyle::State_Enabled);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(enabled ? theme.border : theme.line, 1));
+    painter.setBrush(enabled ? theme.surface : theme.window);
+    return enabled ? theme.text : theme.mutedText;
+}
+
 } // namespace
+
+void paintCheck(QPainter& painter, const QStyleOption& option, const Theme& theme)
+{
+    const QRectF frame = indicatorFrame(option);
+    const QPointF centre = frame.center();
+    painter.save();
+    const QColor ink = useIndicator(painter, option, theme);
+    painter.drawRoundedRect(frame, 2, 2);
+    painter.setPen(QPen(ink, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(Qt::NoBrush);
+    if (option.state.testFlag(QStyle::State_NoChange))
+        painter.drawLine(centre - QPointF(3, 0), centre + QPointF(3, 0));
+    else if (option.state.testFlag(QStyle::State_On))
+        painter.drawPolyline(
+            QPolygonF({centre + QPointF(-3.5, 0), centre + QPointF(-1, 2.5), centre + QPointF(3.5, -3)}));
+    painter.restore();
+}
+
+void paintRadio(QPainter& painter, const QStyleOption& option, const Theme& theme)
+{
+    const QRectF frame = indicatorFrame(option);
+    painter.save();
+    const QColor ink = useIndicator(painter, option, theme);
+    painter.drawEllipse(frame);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ink);
+    if (option.state.testFlag(QStyle::State_On)) painter.drawEllipse(frame.center(), 3.5, 3.5);
+    painter.restore();
+}
 
 QRect scrollBarPart(const QStyleOptionSlider& bar, QStyle::SubControl part)
 {
@@ -120,7 +167,7 @@ void paintTitleBar(QPainter& painter, const QStyleOptionTitleBar& bar, const The
     const bool active = bar.titleBarState & QStyle::State_Active;
     const QColor ink = active ? theme.accentText : theme.mutedText;
     painter.save();
-    painter.fillRect(bar.rect, active ? theme.accent : theme.header);
+    painter.fillRect(bar.rect, active ? theme.titleBar : theme.header);
     bar.icon.paint(&painter, titleBarPart(bar, QStyle::SC_TitleBarSysMenu));
     painter.setPen(ink);
     const QRect label = titleBarPart(bar, QStyle::SC_TitleBarLabel);
@@ -135,7 +182,7 @@ void paintTitleBar(QPainter& painter, const QStyleOptionTitleBar& bar, const The
             = bar.activeSubControls.testFlag(part) && bar.state.testFlag(QStyle::State_MouseOver);
         if (under)
             painter.fillRect(button, part == QStyle::SC_TitleBarCloseButton ? theme.error : theme.mutedText);
-        painter.setPen(QPen(under ? theme.accentText : ink, 1.4));
+        painter.setPen(QPen(under ? theme.surface : ink, 1.4));
         paintGlyph(painter, part, QRectF(button).center());
     }
     painter.restore();

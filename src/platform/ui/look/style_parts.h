@@ -11,6 +11,10 @@ namespace quilla {
 
 /// The parts of the style that are whole controls of their own.
 
+/// A tick, or a line where only some of it is chosen.
+void paintCheck(QPainter& painter, const QStyleOption& option, const Theme& theme);
+void paintRadio(QPainter& painter, const QStyleOption& option, const Theme& theme);
+
 /// A scroll bar is a handle in a groove, without arrow buttons; the handle is never shorter than a finger's
 /// width.
 QRect scrollBarPart(const QStyleOptionSlider& bar, QStyle::SubControl part);

@@ -21,6 +21,13 @@ double pixelsPerTwip(const QWidget& widget)
     return QFontInfo(widget.font()).pixelSize() / DesignTextPixels / TwipsPerPixel;
 }
 
+/// Set before the first window is made.
+Theme& themeInUse()
+{
+    static Theme theme;
+    return theme;
+}
+
 QPalette activePalette(const Theme& theme)
 {
     QPalette palette(theme.text, theme.window);
@@ -36,7 +43,8 @@ QPalette activePalette(const Theme& theme)
     palette.setColor(QPalette::PlaceholderText, theme.mutedText);
     palette.setColor(QPalette::Highlight, theme.accent);
     palette.setColor(QPalette::HighlightedText, theme.accentText);
-    palette.setColor(QPalette::Link, theme.accent);
+    palette.setColor(QPalette::Link, theme.link);
+    palette.setColor(QPalette::LinkVisited, theme.link);
     palette.setColor(QPalette::ToolTipBase, theme.surface);
     palette.setColor(QPalette::ToolTipText, theme.text);
     return palette;
@@ -63,6 +71,34 @@ void installChineseTexts(QApplication& application)
 
 } // namespace
 
+Theme Theme::dark()
+{
+    Theme theme;
+    theme.window = {0x20, 0x28, 0x2c};
+    theme.surface = {0x17, 0x1d, 0x20};
+    theme.zebra = {0x1b, 0x22, 0x26};
+    theme.header = {0x2b, 0x36, 0x3b};
+    theme.line = {0x34, 0x40, 0x46};
+    theme.text = {0xe4, 0xea, 0xec};
+    theme.mutedText = {0xa3, 0xb3, 0xba};
+    theme.disabledText = {0x76, 0x84, 0x8a};
+    theme.accent = {0x22, 0x80, 0x8f};
+    theme.link = {0x6c, 0xc4, 0xd2};
+    theme.titleBar = {0x1d, 0x55, 0x60};
+    theme.restingSelection = {0x1f, 0x40, 0x48};
+    theme.figures = {0x3d, 0x3d, 0x80};
+    theme.highlight = {0x3a, 0x35, 0x20};
+    theme.ok = {0x6f, 0xcf, 0x97};
+    theme.warning = {0xe8, 0xb5, 0x4a};
+    theme.error = {0xff, 0x8f, 0x8a};
+    return theme;
+}
+
+const Theme& Theme::current()
+{
+    return themeInUse();
+}
+
 QFont Theme::font() const
 {
     QFont font;
@@ -72,9 +108,17 @@ QFont Theme::font() const
     return font;
 }
 
-void applyTheme(QApplication& application)
+Shade desktopShade()
 {
-    const Theme theme;
+    const QPalette palette = QGuiApplication::palette();
+    const bool dark
+        = palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
+    return dark ? Shade::Dark : Shade::Light;
+}
+
+void applyTheme(QApplication& application, Shade shade)
+{
+    const Theme& theme = themeInUse() = shade == Shade::Dark ? Theme::dark() : Theme();
     QPalette palette = activePalette(theme);
     addQuietStates(palette, theme);
     application.setStyle(new QuillaStyle(theme));
@@ -85,7 +129,7 @@ void applyTheme(QApplication& application)
 
 void setTone(QLabel& label, Tone tone)
 {
-    const Theme theme;
+    const Theme& theme = Theme::current();
     QPalette palette = label.palette();
     const QColor colour = tone == Tone::Ok ? theme.ok
         : tone == Tone::Warning            ? theme.warning
