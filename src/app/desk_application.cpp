@@ -1,6 +1,7 @@
 #include "app/desk_application.h"
 
 #include "app/screen_register.h"
+#include "backup/daily_backup.h"
 #include "database/library_schema.h"
 #include "database/procedures.h"
 #include "desk/scan_log.h"
@@ -44,8 +45,17 @@ void showWithinScreen(QWidget& window)
 
 } // namespace
 
+void DeskApplication::keepBackup(DailyBackup& backup, LtMainFrm& window)
+{
+    QObject::connect(&backup, &DailyBackup::finished, &window, &LtMainFrm::tellBackup);
+    window.tellBackup(backup.failureBefore());
+    if (!backup.failureBefore().isEmpty()) m_session.prompt.warn(backup.failureBefore(), OperationTitle);
+    backup.start(m_session.ConnectionText);
+}
+
 int DeskApplication::run()
 {
+    DailyBackup backup(m_settings, m_clock); // goes last: a backup is finished after the windows are closed
     LockFileGuard guard(QFileInfo(embeddedDatabaseFile()).path());
     if (!prepareStart(m_session, guard)) return 0;
     m_session.scans
@@ -57,6 +67,7 @@ int DeskApplication::run()
 
     LtMainFrm window(m_outputs, m_session, allScreens(), allActions());
     showWithinScreen(window);
+    keepBackup(backup, window);
     QMetaObject::invokeMethod(&window, &LtMainFrm::openUp, Qt::QueuedConnection);
     return QCoreApplication::exec();
 }

@@ -13,6 +13,9 @@
 
 namespace quilla {
 
+class DailyBackup;
+class LtMainFrm;
+
 /// The program put together: settings, database and message boxes, the session on them, the screens.
 class DeskApplication {
 public:
@@ -27,6 +30,9 @@ public:
     int run();
 
 private:
+    /// Tells why the backup before failed, and makes the day's.
+    void keepBackup(DailyBackup& backup, LtMainFrm& window);
+
     FileSettings m_settings;
     SystemClock m_clock;
     sql::Schema m_schema;

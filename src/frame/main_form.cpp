@@ -114,14 +114,37 @@ void LtMainFrm::makeStatusBar()
     sounds->setChecked(soundsAreOn(m_session.settings));
     connect(sounds, &QCheckBox::toggled, this, &LtMainFrm::turnSoundsTo);
     StatusBar1->addPermanentWidget(sounds);
-    auto* help = new QToolButton;
-    help->setObjectName(u"cmdHelp"_s);
-    help->setText(u"手册 F1"_s);
+    makeBackupWarning();
+    QToolButton* help = makeStatusButton(u"cmdHelp"_s, u"手册 F1"_s);
     help->setToolTip(u"打开使用手册中当前窗口的一节"_s);
-    help->setAutoRaise(true);
-    help->setFocusPolicy(Qt::TabFocus);
     connect(help, &QToolButton::clicked, this, &LtMainFrm::askForHelp);
-    StatusBar1->addPermanentWidget(help);
+}
+
+QToolButton* LtMainFrm::makeStatusButton(const QString& name, const QString& caption)
+{
+    auto* button = new QToolButton;
+    button->setObjectName(name);
+    button->setText(caption);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::TabFocus);
+    StatusBar1->addPermanentWidget(button);
+    return button;
+}
+
+void LtMainFrm::makeBackupWarning()
+{
+    m_backupWarning = makeStatusButton(u"cmdBackupWarning"_s, u"备份没有成功"_s);
+    m_backupWarning->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_backupWarning->setIcon(style()->standardIcon(QStyle::SP_MessageBoxWarning));
+    m_backupWarning->hide();
+    connect(m_backupWarning, &QToolButton::clicked, this,
+        [this] { m_session.prompt.warn(m_backupWarning->toolTip(), OperationTitle); });
+}
+
+void LtMainFrm::tellBackup(const QString& failure)
+{
+    m_backupWarning->setToolTip(failure);
+    m_backupWarning->setVisible(!failure.isEmpty());
 }
 
 void LtMainFrm::askForHelp()

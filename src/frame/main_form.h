@@ -13,6 +13,7 @@
 
 class QLabel;
 class QMdiSubWindow;
+class QToolButton;
 
 namespace quilla {
 
@@ -36,6 +37,9 @@ public:
     /// Where the hidden edit menu sends its next command.
     void registerChild(QWidget* child) override;
 
+    /// Shows in the status bar that the backup failed, with the cause; an empty text takes that away.
+    void tellBackup(const QString& failure);
+
     QToolBar* Toolbar1;
     QStatusBar* StatusBar1;
     QMdiArea Client;
@@ -51,6 +55,8 @@ private:
     void makeMenu();
     void makeToolbar();
     void makeStatusBar();
+    QToolButton* makeStatusButton(const QString& name, const QString& caption);
+    void makeBackupWarning();
     void turnSoundsTo(bool on);
     void askForHelp();
     void makeEditMenu();
@@ -73,6 +79,7 @@ private:
     QHash<QString, QPointer<QWidget>> m_open; ///< screens by target and mode
     QHash<QString, QAction*> m_actions; ///< by menu caption
     std::array<QLabel*, 3> m_panels {};
+    QToolButton* m_backupWarning = nullptr;
     QPointer<QWidget> m_child;
     WindowPlaces m_places; ///< goes first: what is torn down was not left by the operator
 };

@@ -5,8 +5,10 @@
 #include "database/resource_text.h"
 #include "database/test_base.h"
 #include "db/error_of.h"
+#include "platform/db/server_backup.h"
 #include "platform/db/server_schema.h"
 #include "platform/sql/translator.h"
+#include "support/file_mode.h"
 #include "support/postgres_database.h"
 
 using namespace quilla;
@@ -39,6 +41,16 @@ struct ServerLibrary {
     PooledFactory factory {schema, clock};
     Connection connection = factory.open(database.connectionText());
 };
+
+void fillSmallLibrary(Connection& connection)
+{
+    DemoOptions options;
+    options.today = QDate(2003, 10, 1);
+    options.titles = 60;
+    options.copies = 120;
+    options.readers = 20;
+    fillDemoLibrary(connection, options);
+}
 
 } // namespace
 
@@ -101,15 +113,32 @@ private Q_SLOTS:
         QVERIFY_THROWS_EXCEPTION(Error, upgradeServer(items, server.schema));
     }
 
+    void restoresWhatWasBackedUp()
+    {
+        ServerLibrary server;
+        server.connection.begin();
+        fillSmallLibrary(server.connection);
+        server.connection.commit();
+        const QTemporaryDir folder;
+        const QString file = folder.filePath(u"saved"_s);
+        backupServer(ConnectionItems(server.database.connectionText()), file);
+        QCOMPARE(modeOf(file), 0600u);
+        const PostgresDatabase database;
+        const ConnectionItems items(database.connectionText());
+        restoreServer(items, file);
+        Connection restored = server.factory.open(database.connectionText());
+        for (const sql::Table& table : server.schema.tables())
+            if (!table.view) QCOMPARE(sortedRows(restored, table), sortedRows(server.connection, table));
+        QVERIFY(checkLibrary(restored).empty());
+        QVERIFY(errorOf([&] { restoreServer(items, file); }) != 0);
+        QVERIFY(errorOf([&] { backupServer(items, file); }) != 0);
+        QCOMPARE(restored.open(u"select * from dzk").recordCount(), 20);
+    }
+
     void copyBringsEverything()
     {
         TestBase base([](Connection& created) {
-            DemoOptions options;
-            options.today = QDate(2003, 10, 1);
-            options.titles = 60;
-            options.copies = 120;
-            options.readers = 20;
-            fillDemoLibrary(created, options);
+            fillSmallLibrary(created);
             created.execute(u"insert into dzk(readercode,name,fine,term,memo) values('O''hara  ','𠮷 "
                             u"''\"\\?',-0.125,'2003-05-06 "
                             "07:08:09.120','a\r\n b')");

@@ -23,9 +23,13 @@ constexpr QStringView Help = uR"(青简文库的数据库工具。
   guard         数据核对无误后加保护索引：一册书只能有一条借书记录，读者证号和条形码不能重复
   copy          把内置数据库的全部数据复制到 --connection 的空数据库，或还没有的内置数据库；
                 用 --from 从服务器复制到还没有的 --file，或到 --connection 的空数据库
-  backup 文件   备份内置数据库，使用中也可以；损坏的数据库不备份
+  backup 文件   备份，使用中也可以：内置数据库，或用 pg_dump 备份 PostgreSQL；损坏的数据库不备份
+  backup-folder [文件夹]
+                设置或显示工作台每天的备份放在哪个文件夹；建议放在另一个磁盘上
   upgrade       把较早版本的数据库升级到本程序的版本；先在同一文件夹里保存核对过的副本
-  restore 文件  从备份恢复内置数据库；损坏的备份不恢复，已有的数据库不覆盖
+  restore [文件]
+                从备份恢复，不指定文件时列出每天的备份供选择；已有的数据库换个名字保留；
+                损坏的备份不恢复，有工作台在使用时不恢复；PostgreSQL 恢复到空的数据库
   import-books 文件
                 导入图书：ISO 2709（CNMARC、MARC21；UTF-8、GB18030、MARC-8）或 CSV
   export-books 文件
@@ -182,8 +186,10 @@ void addOptions(QCommandLineParser& parser)
 
 const QStringList TakesName {u"add-operator"_s, u"set-password"_s, u"remove-operator"_s};
 const QStringList TakesFile = TakesName
-    + QStringList {u"backup"_s, u"restore"_s, u"import-readers"_s, u"export-readers"_s, u"import-books"_s,
+    + QStringList {u"backup"_s, u"import-readers"_s, u"export-readers"_s, u"import-books"_s,
         u"export-books"_s, u"book-fields"_s, u"write-starter"_s};
+
+const QStringList MayTakeFile {u"load-starter"_s, u"restore"_s, u"backup-folder"_s};
 
 QString argumentOf(const QString& command)
 {
@@ -197,7 +203,7 @@ void readPositions(const QCommandLineParser& parser, Arguments& arguments)
     if (positions.isEmpty()) throw fault(u"缺少命令。用 --help 查看用法。"_s);
     arguments.command = positions[0];
     const bool takesFile = TakesFile.contains(arguments.command);
-    const bool mayTakeFile = takesFile || arguments.command == u"load-starter";
+    const bool mayTakeFile = takesFile || MayTakeFile.contains(arguments.command);
     if (takesFile && positions.size() < 2)
         throw fault(u"%1 需要一个%2。"_s.arg(arguments.command, argumentOf(arguments.command)));
     if (positions.size() > (mayTakeFile ? 2 : 1))

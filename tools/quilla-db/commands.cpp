@@ -6,6 +6,7 @@
 #include "platform/core/text.h"
 #include "platform/db/embedded.h"
 #include "platform/db/pooled_factory.h"
+#include "quilla-db/backup_commands.h"
 #include "quilla-db/book_commands.h"
 #include "quilla-db/first_start.h"
 #include "quilla-db/import_command.h"
@@ -210,26 +211,6 @@ Outcome copy(const Arguments& arguments, QTextStream& out)
     return Outcome::Done;
 }
 
-const QString& embeddedFile(const Arguments& arguments)
-{
-    if (!arguments.target.file) throw fault(u"数据库服务器请用它自己的备份工具。"_s);
-    return *arguments.target.file;
-}
-
-Outcome backup(const Arguments& arguments, QTextStream& out)
-{
-    backupEmbedded(embeddedFile(arguments), arguments.file, librarySchema());
-    out << u"已备份到："_s << arguments.file << u"\n"_s;
-    return Outcome::Done;
-}
-
-Outcome restore(const Arguments& arguments, QTextStream& out)
-{
-    backupEmbedded(arguments.file, embeddedFile(arguments), librarySchema(), arguments.target.group);
-    out << u"已恢复："_s << arguments.target.name() << u"\n"_s;
-    return Outcome::Done;
-}
-
 /// For whoever starts the program without having set anything up. Of what is there already only the user's
 /// own library of an earlier program is touched.
 Outcome firstStart(const Arguments& arguments, QTextStream& out)
@@ -252,10 +233,10 @@ Outcome runCommand(const Arguments& arguments, QTextStream& out)
         QStringView name;
         Outcome (*run)(const Arguments&, QTextStream&);
     } Commands[] = {{u"help", help}, {u"create", create}, {u"demo", loadDemo}, {u"scale", loadScale},
-        {u"check", check}, {u"repair", repair}, {u"guard", guard}, {u"copy", copy}, {u"backup", backup},
-        {u"restore", restore}, {u"upgrade", upgrade}, {u"import-readers", importReadersOf},
-        {u"export-readers", exportReadersOf}, {u"import-books", importBooksOf},
-        {u"export-books", exportBooksOf}, {u"book-fields", writeBookFields},
+        {u"check", check}, {u"repair", repair}, {u"guard", guard}, {u"copy", copy}, {u"backup", backupTo},
+        {u"restore", restoreFrom}, {u"backup-folder", backupFolderOf}, {u"upgrade", upgrade},
+        {u"import-readers", importReadersOf}, {u"export-readers", exportReadersOf},
+        {u"import-books", importBooksOf}, {u"export-books", exportBooksOf}, {u"book-fields", writeBookFields},
         {u"list-operators", listOperatorsOf}, {u"add-operator", addOperatorOf},
         {u"set-password", setPasswordOf}, {u"remove-operator", removeOperatorOf},
         {u"load-starter", loadStarterOf}, {u"write-starter", writeStarterOf}, {u"first-start", firstStart}};

@@ -199,6 +199,11 @@ OdbcInstallation OdbcInstallation::read()
     return installed;
 }
 
+QString dataSourceItem(const QString& source, const QString& key)
+{
+    return QString::fromUtf8(profileText(source.toUtf8(), key.toUtf8().constData()));
+}
+
 QString odbcText(const ConnectionItems& items, const OdbcInstallation& installed)
 {
     auto [text, driver, isSpelled] = openingOf(items, installed);

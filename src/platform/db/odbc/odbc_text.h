@@ -30,4 +30,8 @@ struct OdbcInstallation {
 /// Holds the password: never to be shown.
 QString odbcText(const ConnectionItems& items, const OdbcInstallation& installed);
 
+/// What the driver manager's configuration says about a data source under that key; empty when it says
+/// nothing.
+QString dataSourceItem(const QString& source, const QString& key);
+
 } // namespace quilla

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QDate>
+#include <QStringList>
+
+namespace quilla {
+
+/// What the names of a library's backups begin with: the library's own name and what tells its folder and
+/// machine from others, so that several libraries may share a folder of backups.
+QString backupStem(const QString& library);
+
+/// The name of the day's backup: "quilla-3f09ac-2026-11-25.db".
+QString backupName(const QString& stem, const QDate& day);
+
+/// What matches the files that a backup of this stem leaves behind when its process is killed.
+QString unfinishedBackups(const QString& stem);
+
+/// The day that a name of this stem tells; invalid for a name that is none of its backups.
+QDate backupDay(const QString& stem, const QString& name);
+
+/// The names, among the backups of `stem`, that need not be kept: what is kept is the last backup of each of
+/// the newest 7 days, 4 weeks (from Monday) and 12 months that have one. A library that was closed for a
+/// summer loses none. Names of other files, and days after `today`, which a wrong clock made, are left alone.
+QStringList expiredBackups(const QString& stem, const QStringList& names, const QDate& today);
+
+} // namespace quilla
