@@ -91,11 +91,12 @@ charge() {
 }
 
 backup_and_restore() {
+    librarian sh -c "ls ~/.local/share/青简文库/backups/quilla-*-$(date +%F).db" || fail "no backup of the day"
     librarian quilla-db backup /home/librarian/backup.db
     [ "$(stat -c %a "$root/home/librarian/backup.db")" = 600 ] || fail "others may read the backup"
     echo x | librarian quilla-db add-operator later
-    librarian sh -c "cd ~/.local/share/青简文库 && mkdir replaced && mv quilla.db* replaced"
     librarian quilla-db restore /home/librarian/backup.db
+    librarian sh -c "ls ~/.local/share/青简文库/quilla-replaced-*.db" || fail "the replaced library is gone"
     librarian quilla-db check
     expect "operators of the backup" "$operator" "select group_concat(username) from LibUse"
     expect "loan of the backup" "$reader|$barcode" "select readercode, barcode from jhsk"
