@@ -45,6 +45,7 @@ LtMainFrm::LtMainFrm(
     setObjectName(u"LtMainFrm"_s);
     setWindowTitle(ProgramTitle);
     setCentralWidget(&Client);
+    Client.setFocus(); // not in the status bar, where the space bar would turn the sounds off
     Client.setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     Client.setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     Client.setBackground(palette().window());

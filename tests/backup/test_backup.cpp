@@ -128,6 +128,7 @@ void TestBackup::restores()
         desk.base.connection = desk.base.factory.open(u"DSN=%1;Database=%2"_s.arg(BuiltInDataSource, file));
         return desk.base.rows(u"select readerclass from dzlx");
     };
+    QVERIFY(!QFile::exists(kept + u"-journal"_s));
     QCOMPARE(typesIn(desk.base.file), u"教师"_s);
     QCOMPARE(typesIn(kept), QString());
 }

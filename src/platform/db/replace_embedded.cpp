@@ -41,6 +41,8 @@ std::unique_ptr<SqliteDriver> lockLibrary(const QString& library, const Clock& c
     try {
         auto sole = std::make_unique<SqliteDriver>(library, clock, SqliteDriver::As::SoleUse);
         sole->handle().run("pragma journal_mode=delete"); // the log goes into the file
+        sole->handle().run("pragma journal_mode=memory"); // and lets go of the journal of this change
+        QFile::remove(library + u"-journal"_s);
         return sole;
     } catch (const Error& error) {
         if (error.number == ErrorNumber::InUse) throw;
