@@ -7,9 +7,7 @@
 #include "exceptions/lost_list_form.h"
 #include "exceptions/overdue_form.h"
 #include "frame/main_form.h"
-#include "support/test_library.h"
-#include "support/window_steps.h"
-#include "support/workplace_double.h"
+#include "support/screen_test.h"
 
 #include <QRegularExpression>
 
@@ -30,13 +28,12 @@ QStringList without(QStringList lines, const QStringList& others)
 /// The life of one copy, through the windows that an operator opens from the main menu: lent, brought back
 /// late, overdue, noticed, reported lost, settled, restored, lent again, withdrawn while on loan. After each
 /// step every table is compared with what it held before.
-class TestLostCopyLife : public QObject {
+class TestLostCopyLife : public ScreenTest {
     Q_OBJECT
 
 private Q_SLOTS:
     void life()
     {
-        setUp();
         lent(u"2026-03-30"_s);
         cameBackLate();
         lent(u"2026-04-21"_s);
@@ -46,20 +43,17 @@ private Q_SLOTS:
         restored();
         lent(u"2026-05-27"_s);
         withdrawnOnLoan();
-        QCOMPARE(m->prompt.takeComplaints(), QString());
     }
 
 private:
-    void setUp()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>(); // it is 2026-03-10
+        // it is 2026-03-10
         m->reader(u"R1"_s,
             {{u"name"_s, u"甲"_s}, {u"readunit"_s, u"一班"_s}, {u"fine"_s, u"0.1"_s}, {u"lost"_s, u"3"_s}});
         m->copy(u"B1"_s);
-        m_work = std::make_unique<WorkplaceDouble>(m->session);
-        m_window = std::make_unique<LtMainFrm>(m_work->place, m->session, allScreens());
+        m_window = &opened<LtMainFrm>(m_work->place, m->session, allScreens());
         m_window->resize(1400, 1000);
-        appear(*m_window);
         m_window->openUp();
         m_before = tables();
     }
@@ -91,8 +85,7 @@ private:
         desk.SSTab1.setCurrentIndex(1);
         for (const auto& [button, told] : {std::pair {2, u"取消还书"_s}, {1, u"还书成功"_s}}) {
             QCOMPARE(changes(), QStringList());
-            inDialog<FKmangerFrm>(
-                m_dialogs, [button = button](FKmangerFrm& form) { form.Command1[button].click(); });
+            inDialog<FKmangerFrm>([button = button](FKmangerFrm& form) { form.Command1[button].click(); });
             type(desk.TxtRetBook, u"B1"_s);
             QCOMPARE(desk.tMsg.text(), told);
         }
@@ -127,10 +120,8 @@ private:
     void reportedLost()
     {
         auto& list = open<lostMangerfrm>(u"lostMangerfrm"_s);
-        inDialog<lostMangerAddfrm>(m_dialogs, [](lostMangerAddfrm& editor) {
-            editor.Text1[LostBox::Barcode].setFocus();
-            type(editor.Text1[LostBox::Barcode], u"B1"_s);
-            QCoreApplication::processEvents();
+        inDialog<lostMangerAddfrm>([](lostMangerAddfrm& editor) {
+            typeInto(editor.Text1[LostBox::Barcode], u"B1"_s);
             editor.Command1[1].click();
         });
         QTest::keyClick(&list.Grid1, Qt::Key_Insert);
@@ -142,10 +133,8 @@ private:
     void settled()
     {
         m->setNow({QDate(2026, 5, 7), QTime(10, 0)});
-        inDialog<FKmangerFrm>(m_dialogs, [](FKmangerFrm& form) {
-            form.Text1[FineBox::Barcode].setFocus();
-            type(form.Text1[FineBox::Barcode], u"B1"_s);
-            QCoreApplication::processEvents();
+        inDialog<FKmangerFrm>([](FKmangerFrm& form) {
+            typeInto(form.Text1[FineBox::Barcode], u"B1"_s);
             QVERIFY(form.Check1[2].isChecked() && !form.Check1[2].isEnabled());
             form.Command1[1].click();
         });
@@ -164,8 +153,7 @@ private:
     {
         auto& ledger = open<BookOutFrm>(u"BookOutFrm"_s);
         ledger.Menu.setChooser([](const QStringList&) { return 1; });
-        const QRect line = ledger.Grid1.visualRect(ledger.Grid1.model()->index(0, 0));
-        QTest::mouseClick(ledger.Grid1.viewport(), Qt::RightButton, {}, line.center());
+        clickLine(ledger.Grid1, 1, Qt::RightButton);
         QCOMPARE(changes(),
             QStringList({u"BookOut -1|书名1|著者1|B1|20|丢失|null|2026-05-07|王馆员"_s,
                 u"sck.bookstatus 丢失>库本"_s, u"sck.borrowstatus False>True"_s}));
@@ -175,10 +163,8 @@ private:
     void withdrawnOnLoan()
     {
         auto& ledger = open<BookOutFrm>(u"BookOutFrm"_s);
-        inDialog<AddBookOutFrm>(m_dialogs, [](AddBookOutFrm& editor) {
-            editor.Text1[LedgerBox::Barcode].setFocus();
-            type(editor.Text1[LedgerBox::Barcode], u"B1"_s);
-            QCoreApplication::processEvents();
+        inDialog<AddBookOutFrm>([](AddBookOutFrm& editor) {
+            typeInto(editor.Text1[LedgerBox::Barcode], u"B1"_s);
             editor.CmdSave.click();
         });
         ledger.CmdAdd.click();
@@ -239,11 +225,8 @@ private:
         return found;
     }
 
-    std::unique_ptr<TestLibrary> m;
-    std::unique_ptr<WorkplaceDouble> m_work;
-    std::unique_ptr<LtMainFrm> m_window;
+    LtMainFrm* m_window = nullptr;
     QMap<QString, QStringList> m_before;
-    int m_dialogs = 0;
 };
 
 QTEST_MAIN(TestLostCopyLife)

@@ -5,7 +5,6 @@
 #include "frame/manual_form.h"
 #include "platform/report/form_print.h"
 #include "support/screen_test.h"
-#include "support/window_steps.h"
 
 #include <QMenuBar>
 #include <QRegularExpression>

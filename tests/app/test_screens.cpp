@@ -12,7 +12,6 @@
 #include "readers/reader_list_form.h"
 #include "reservations/reservation_form.h"
 #include "support/screen_test.h"
-#include "support/window_steps.h"
 
 #include <QComboBox>
 #include <QFileDialog>
@@ -21,7 +20,6 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QSignalSpy>
-#include <QTest>
 #include <QToolBar>
 
 using namespace quilla;
@@ -114,8 +112,6 @@ public:
 /// The forms as the operator knows them: controls, captions, keys.
 class TestScreens : public ScreenTest {
     Q_OBJECT
-
-    void finish() override { m_form.reset(); }
 
 private Q_SLOTS:
     /// A screen reader has a name for each input of each form; so has a search for a control. What was typed
@@ -315,14 +311,14 @@ private Q_SLOTS:
         const auto& screens = allScreens();
         const auto lists = std::find_if(screens.begin(), screens.end(),
             [](const Screen& screen) { return screen.name == u"MadddzlxFrm"; });
-        m_form.reset(lists->make(m_work->place, u"0"_s, nullptr));
-        QVERIFY(qobject_cast<QDialog*>(m_form.get()));
-        QCOMPARE(m_form->windowTitle(), u"Quilla-定义 读者类型&单位"_s);
-        appear(*m_form);
-        QTest::keyClick(m_form.get(), Qt::Key_Escape);
-        QVERIFY(m_form->isVisible());
-        m_form->findChild<MadddzlxFrm*>()->CmdDzcs[3].click();
-        QVERIFY(!m_form->isVisible());
+        const std::unique_ptr<QWidget> form(lists->make(m_work->place, u"0"_s, nullptr));
+        QVERIFY(qobject_cast<QDialog*>(form.get()));
+        QCOMPARE(form->windowTitle(), u"Quilla-定义 读者类型&单位"_s);
+        appear(*form);
+        QTest::keyClick(form.get(), Qt::Key_Escape);
+        QVERIFY(form->isVisible());
+        form->findChild<MadddzlxFrm*>()->CmdDzcs[3].click();
+        QVERIFY(!form->isVisible());
     }
 
     void deleteGoesToTheRegisteredChild()
@@ -404,9 +400,6 @@ private Q_SLOTS:
         QVERIFY(!dialog.isVisible());
         QCOMPARE(m->value(u"select password from LibUse"_s), u"neu"_s);
     }
-
-private:
-    std::unique_ptr<QWidget> m_form;
 };
 
 QTEST_MAIN(TestScreens)

@@ -1,7 +1,7 @@
 #include "catalogue/recommended_ops.h"
 #include "catalogue/title_search_ops.h"
 #include "reservations/reservation_ops.h"
-#include "support/cases.h"
+#include "support/grid_text.h"
 #include "support/library_test.h"
 #include "support/report_double.h"
 
@@ -26,14 +26,6 @@ void find(GridModel& grid, int first, int last)
     grid.setRows(1);
     for (int id = first; id <= last; ++id)
         grid.addRow({QString::number(id), u"A/1"_s, u"书"_s + QString::number(id), u"7-1"_s, u"某"_s});
-}
-
-QString ids(const GridModel& grid)
-{
-    QStringList list;
-    for (int row = 1; row < grid.Rows(); ++row)
-        list.append(grid.TextMatrix(row, 0));
-    return list.join(u' ');
 }
 
 } // namespace
@@ -108,7 +100,7 @@ private Q_SLOTS:
             .titled(OperationTitle)
             .icon(Icon::Information);
         QCOMPARE(addRecommended(m->prompt, found, {1, 2}, list), 0);
-        QCOMPARE(ids(list), u"2 3 5"_s);
+        QCOMPARE(columnOf(list, 0), u"2 3 5"_s);
         QCOMPARE(list.TextMatrix(1, 3), u"7-1"_s);
 
         const auto remove = [&](int row, Answer answer) {
@@ -131,7 +123,7 @@ private Q_SLOTS:
         GridModel list;
         list.setFormatString(u"控制ID|索书号|正题名|ISBN"_s);
         list.setRows(2);
-        PrintedRows report({u"ssh"_s, u"isbn"_s});
+        ReportDouble report({u"ssh"_s, u"isbn"_s});
         m->prompt.expect(u"请先添加好书列表！"_s).titled(OperationTitle).icon(Icon::Information);
         printRecommended(m->session, report, list);
         find(list, 1, count);

@@ -1,9 +1,7 @@
 #include "desk/desk_form.h"
 #include "desk/reader_picker_form.h"
-#include "support/cases.h"
 #include "support/fine_double.h"
 #include "support/screen_test.h"
-#include "support/window_steps.h"
 
 using namespace quilla;
 
@@ -14,10 +12,8 @@ class TestDeskForm : public ScreenTest {
     {
         m->reader(u"R1"_s);
         m->copy(u"B1"_s);
-        m_desk = std::make_unique<TsjhFrm>(m_work->place, m_fines);
-        appear(*m_desk);
+        open();
     }
-    void finish() override { m_desk.reset(); }
 
 private Q_SLOTS:
     /// The rule of the desk: whatever becomes of a scan, the box is empty, the focus is in it unless the
@@ -67,8 +63,7 @@ private Q_SLOTS:
         QCOMPARE(m_desk->Grid1.Rows(), 2);
         QCOMPARE(m_desk->Grid1.TextMatrix(1, 1) + m_desk->Grid1.TextMatrix(1, 5), u"B12026-03-30"_s);
         m->failAt({}); // a click on the line asks for the book
-        QTest::mouseClick(m_desk->Grid1.viewport(), Qt::LeftButton, {},
-            m_desk->Grid1.visualRect(m_desk->Grid1.model()->index(0, 2)).center());
+        clickLine(m_desk->Grid1, 1, Qt::LeftButton, 2);
         QCOMPARE(m->sent.filter(u"Select bookname as [书    名]"_s).size(), 1);
         m_desk->SSTab1.setCurrentIndex(1);
         QCOMPARE(m_desk->Grid2.Rows(), 15);
@@ -99,13 +94,12 @@ private Q_SLOTS:
         QVERIFY(m_desk->cmdCause.isVisible());
         m->prompt.expectStart(u"09:30:15 还 B1 失败"_s);
         QTest::keyClick(&m_desk->TxtRetBook, Qt::Key_F8);
-        m_desk = std::make_unique<TsjhFrm>(m_work->place, m_fines);
-        appear(*m_desk);
+        open();
         QStringList lines;
         for (int row = 0; row < m_desk->Scans.log().rowCount(); ++row)
             lines.append(lineOf(m_desk->Scans.log().entry(row)).sliced(9, 7));
         QCOMPARE(lines.join(u','), u"还 B1 失败,借 B2 成功,借 B9 拒绝,借 B1 成功"_s);
-        QTest::keyClick(m_desk.get(), Qt::Key_F6);
+        QTest::keyClick(m_desk, Qt::Key_F6);
         QTest::keyClick(&m_desk->Scans.List, Qt::Key_B);
         QTest::keyClick(&m_desk->Scans.TxtFilter, Qt::Key_9);
         QCOMPARE(m_desk->Scans.List.model()->rowCount(), 1);
@@ -131,10 +125,8 @@ private Q_SLOTS:
     void newLoanIsInSight()
     {
         m->send(u"update dzk set bookcount=100"_s);
-        for (int loan = 0; loan < 60; ++loan) {
-            m->copy(u"L%1"_s.arg(loan));
+        for (int loan = 0; loan < 60; ++loan)
             m->loan(u"L%1"_s.arg(loan), u"R1"_s, u"2026-04-01"_s);
-        }
         type(m_desk->TxtReaderCode, u"R1"_s);
         type(m_desk->TxtBarCode, u"B1"_s);
         QCOMPARE(m_desk->Grid1.current(1), u"B1"_s);
@@ -152,7 +144,6 @@ private Q_SLOTS:
     void refusedRenewalKeepsTheFocus()
     {
         m->send(u"update dzk set recount=2,reday=30"_s);
-        m->copy(u"B2"_s);
         m->loan(u"B1"_s, u"R1"_s, u"2026-03-20"_s);
         m->loan(u"B2"_s, u"R1"_s, u"2026-03-01"_s);
         m_desk->SSTab1.setCurrentIndex(1);
@@ -193,7 +184,7 @@ private Q_SLOTS:
         const auto [where, page] = given<QString, int>();
         m_desk->SSTab1.setCurrentIndex(page);
         m_desk->tMsg.setText(u"old"_s);
-        QWidget* place = where.isEmpty() ? m_desk.get() : m_desk->findChild<QWidget*>(where);
+        QWidget* place = where.isEmpty() ? m_desk : m_desk->findChild<QWidget*>(where);
         QTest::keyClick(place, Qt::Key_Space);
         QCOMPARE(m_desk->SSTab1.currentIndex(), 1 - page);
         QCOMPARE(focusName(), page == 1 ? u"TxtReaderCode"_s : u"TxtRetBook"_s);
@@ -249,10 +240,11 @@ private Q_SLOTS:
     }
 
 private:
+    void open() { m_desk = &opened<TsjhFrm>(m_work->place, m_fines); }
     QString panel(int label) const { return m_desk->Label5[label].text(); }
 
     FineDouble m_fines;
-    std::unique_ptr<TsjhFrm> m_desk;
+    TsjhFrm* m_desk = nullptr;
 };
 
 QTEST_MAIN(TestDeskForm)

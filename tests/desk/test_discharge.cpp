@@ -3,12 +3,9 @@
 #include "desk/reader_panel_ops.h"
 #include "desk/renewal_ops.h"
 #include "frame/sublib.h"
-#include "support/cases.h"
 #include "support/desk_double.h"
 #include "support/fine_double.h"
 #include "support/library_test.h"
-
-#include <QTest>
 
 #include <ctime>
 
@@ -49,7 +46,6 @@ class TestDischarge : public LibraryTest {
         m_fines = {};
         m->reader(u"R1"_s, {{u"recount"_s, u"2"_s}, {u"reday"_s, u"15"_s}, {u"daycount"_s, u"60"_s}});
         m->reader(u"R2"_s, {{u"orderday"_s, u"3"_s}});
-        m->copy(u"B1"_s);
         m->loan(u"B1"_s, u"R1"_s, u"2026-03-11"_s);
         m_desk.takeDone();
     }
@@ -245,7 +241,6 @@ private Q_SLOTS:
 
     void loansLeaveOutWithdrawnCopies()
     {
-        m->copy(u"B2"_s);
         m->loan(u"B2"_s, u"R1"_s, u"2026-03-20"_s);
         m->send(u"update sck set bookstatus='注销' where barcode='B2'"_s);
         ShowLoans(m->session, m_desk, u"R1"_s);

@@ -1,12 +1,10 @@
 #include "desk/loan_query_page.h"
-#include "support/library_test.h"
-#include "support/report_double.h"
-#include "support/window_steps.h"
+#include "support/screen_test.h"
 
 using namespace quilla;
 
 /// The desk's query page.
-class TestLoanQuery : public LibraryTest {
+class TestLoanQuery : public ScreenTest {
     Q_OBJECT
 
     void fill() override
@@ -17,14 +15,10 @@ class TestLoanQuery : public LibraryTest {
         for (const QString& unit : {u"一班"_s, u"二班"_s})
             m->insert(u"dzdw"_s, {{u"readunit"_s, unit}});
         for (const auto& [barcode, reader] :
-            {std::pair {u"B3"_s, u"R2"_s}, std::pair {u"B1"_s, u"R1"_s}, std::pair {u"B2"_s, u"R2"_s}}) {
-            m->copy(barcode);
+            {std::pair {u"B3"_s, u"R2"_s}, std::pair {u"B1"_s, u"R1"_s}, std::pair {u"B2"_s, u"R2"_s}})
             m->loan(barcode, reader, u"2026-03-20"_s);
-        }
-        m_page = std::make_unique<LoanQueryPage>(m->session, m_reports);
-        appear(*m_page);
+        m_page = &opened<LoanQueryPage>(m->session, m_work->reports);
     }
-    void finish() override { m_page.reset(); }
 
 private Q_SLOTS:
     /// Quotes and place marks stay text; loans stand as they were entered.
@@ -47,10 +41,7 @@ private Q_SLOTS:
             if (barcodes.isEmpty())
                 m->prompt.expect(u"找不到任何匹配的记录"_s).titled(u"操作提示").icon(Icon::Information);
             m_page->CmdFind.click();
-            QStringList found;
-            for (int row = 1; row < 13; ++row)
-                found.append(m_page->Grid3.TextMatrix(row, 2));
-            QCOMPARE(found.join(u' ').trimmed(), barcodes);
+            QCOMPARE(columnOf(m_page->Grid3, 2).trimmed(), barcodes);
             m_page->Check2[tick].click();
         }
     }
@@ -84,13 +75,12 @@ private Q_SLOTS:
         QCOMPARE(m_page->Grid3.TextMatrix(1, 2), QString());
         m->failAt({});
         m_page->CmdPrint.click();
-        QCOMPARE(m_reports.shown, QStringList {u"JHSKReport"_s});
+        QCOMPARE(m_work->reports.shown, QStringList {u"JHSKReport"_s});
         QVERIFY(m->sent.last().contains(u"'B1'"));
     }
 
 private:
-    ReportDouble m_reports;
-    std::unique_ptr<LoanQueryPage> m_page;
+    LoanQueryPage* m_page = nullptr;
 };
 
 QTEST_MAIN(TestLoanQuery)

@@ -1,12 +1,11 @@
 #include "desk/reader_picker_form.h"
-#include "support/library_test.h"
-#include "support/window_steps.h"
+#include "support/screen_test.h"
 
 #include <QImage>
 
 using namespace quilla;
 
-class TestReaderPicker : public LibraryTest {
+class TestReaderPicker : public ScreenTest {
     Q_OBJECT
 
     void fill() override
@@ -15,7 +14,6 @@ class TestReaderPicker : public LibraryTest {
                  {u"R3"_s, u"O'Neil"_s}, {u"R4"_s, u"王二"_s}})
             m->reader(code, {{u"name"_s, name}, {u"wuzheng"_s, code == u"R4" ? u"0"_s : u"1"_s}});
     }
-    void finish() override { m_form.reset(); }
 
 private Q_SLOTS:
     void lists()
@@ -147,8 +145,7 @@ private:
     }
     void open(const ReaderPicker& picker = noCardPicker())
     {
-        m_form = std::make_unique<ReaderPickerFrm>(m->session, picker);
-        appear(*m_form);
+        m_form = &opened<ReaderPickerFrm>(m->session, picker);
     }
     void search(const QString& part)
     {
@@ -157,7 +154,7 @@ private:
         m_form->Command1.click();
     }
 
-    std::unique_ptr<ReaderPickerFrm> m_form;
+    ReaderPickerFrm* m_form = nullptr;
 };
 
 QTEST_MAIN(TestReaderPicker)

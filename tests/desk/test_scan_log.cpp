@@ -1,11 +1,8 @@
 #include "desk/scan_cause.h"
 #include "desk/scan_log_ops.h"
 #include "desk/slip_ops.h"
-#include "support/cases.h"
 #include "support/file_mode.h"
 #include "support/library_test.h"
-
-#include <QTest>
 
 using namespace quilla;
 
@@ -15,7 +12,6 @@ class TestScanLog : public LibraryTest {
     void fill() override
     {
         m->reader(u"R1"_s);
-        m->copy(u"B1"_s);
         m->loan(u"B1"_s, u"R1"_s, u"2026-03-20"_s);
         m->copy(u"B2"_s);
     }

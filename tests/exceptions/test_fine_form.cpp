@@ -1,23 +1,19 @@
 #include "exceptions/fine_form.h"
 #include "exceptions/fine_screen_double.h"
-#include "support/library_test.h"
-#include "support/window_steps.h"
+#include "support/screen_test.h"
 
 using namespace quilla;
 
 /// The fine screen by keys and mouse.
-class TestFineForm : public LibraryTest {
+class TestFineForm : public ScreenTest {
     Q_OBJECT
 
     void fill() override
     {
         m->reader(u"R1"_s, FineRules);
-        m->copy(u"B1"_s);
-        m->copy(u"B2"_s);
         m->loan(u"B1"_s, u"R1"_s, u"2026-03-07"_s);
         m->loan(u"B2"_s, u"R1"_s, u"2026-03-10"_s);
     }
-    void finish() override { m_form.reset(); }
 
 private Q_SLOTS:
     void enterLooksUpAndMovesOn()
@@ -27,15 +23,11 @@ private Q_SLOTS:
         for (const int index : {4, 7, 10})
             QVERIFY(!m_form->Text1[index].isEnabled());
         type(m_form->Text1[0], u"R1"_s);
-        QCoreApplication::processEvents();
         QCOMPARE(focusName(), u"Text1(1)"_s);
         QCOMPARE(m_form->Text1[1].text(), u"甲"_s);
         QCOMPARE(m_form->Grid1[0].TextMatrix(2, 0) + m_form->Grid1[0].TextMatrix(2, 3), u"B22026-03-10"_s);
-        m_form->Text1[2].setFocus();
-        QCoreApplication::processEvents();
         m->prompt.expect(u"此条形码不存在 或 不存在借阅信息。"_s);
-        type(m_form->Text1[2], u"B9"_s);
-        QCoreApplication::processEvents();
+        typeInto(m_form->Text1[2], u"B9"_s);
         QCOMPARE(m_form->Text1[0].text() + focusName(), u"Text1(2)"_s);
     }
 
@@ -62,7 +54,7 @@ private Q_SLOTS:
         open();
         m_form->Text1[2].setFocus();
         QTest::keyClicks(&m_form->Text1[2], u"B1"_s);
-        QTest::keyClick(m_form.get(), Qt::Key_S, Qt::AltModifier);
+        QTest::keyClick(m_form, Qt::Key_S, Qt::AltModifier);
         QTRY_COMPARE(m_form->SavedFlag(), u"yes"_s);
         QCOMPARE(m->value(u"select readercode,sfmoney from fkk"_s), u"R1|0.3"_s);
     }
@@ -102,13 +94,9 @@ private Q_SLOTS:
     }
 
 private:
-    void open(const QString& mode = u"A"_s)
-    {
-        m_form = std::make_unique<FKmangerFrm>(m->session, mode);
-        appear(*m_form);
-    }
+    void open(const QString& mode = u"A"_s) { m_form = &opened<FKmangerFrm>(m->session, mode); }
 
-    std::unique_ptr<FKmangerFrm> m_form;
+    FKmangerFrm* m_form = nullptr;
 };
 
 QTEST_MAIN(TestFineForm)

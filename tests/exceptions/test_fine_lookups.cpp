@@ -2,8 +2,6 @@
 #include "exceptions/fine_settlement_ops.h"
 #include "support/library_test.h"
 
-#include <QTest>
-
 using namespace quilla;
 
 /// Finding the loan and working out what is owed. The clock stands at 2026-03-10.

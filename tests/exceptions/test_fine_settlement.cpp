@@ -1,5 +1,4 @@
 #include "exceptions/fine_screen_double.h"
-#include "support/cases.h"
 #include "support/library_test.h"
 
 using namespace quilla;

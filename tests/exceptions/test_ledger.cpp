@@ -1,49 +1,12 @@
 #include "exceptions/ledger_editor.h"
 #include "exceptions/ledger_form.h"
 #include "statistics/query_form.h"
-#include "support/cases.h"
-#include "support/library_test.h"
-#include "support/window_steps.h"
-#include "support/workplace_double.h"
+#include "support/screen_test.h"
 
 using namespace quilla;
 
-namespace {
-
-/// Writes down the report, its title and the barcodes in it.
-class YearReport final : public ReportViewer {
-public:
-    void showReport(const QString& design, Recordset& rows, const ReportTexts& texts) override
-    {
-        shown = design + u' ' + texts.title;
-        for (; !rows.eof(); rows.next())
-            shown += u' ' + rows.field(u"barcode").text();
-    }
-    void showChart(const Chart&) override { }
-    QString shown;
-};
-
-QString barcodes(const BookOutFrm& list)
-{
-    QStringList codes;
-    for (int row = 1; row < list.Grid1.Rows(); ++row)
-        codes.append(list.Grid1.TextMatrix(row, 4));
-    return codes.join(u' ') + u" | "_s + list.iRec.text();
-}
-
-/// Types into a box and leaves it by Enter; the step of leaving it is done then.
-void typeInto(QLineEdit& box, const QString& text)
-{
-    box.setFocus();
-    QCoreApplication::processEvents();
-    type(box, text);
-    QCoreApplication::processEvents();
-}
-
-} // namespace
-
 /// The ledger of withdrawn copies, its editor, and its two transactions.
-class TestLedger : public LibraryTest {
+class TestLedger : public ScreenTest {
     Q_OBJECT
 
     void fill() override
@@ -54,16 +17,8 @@ class TestLedger : public LibraryTest {
         m->copy(u"B3"_s, {{u"bookstatus"_s, u"丢失"_s}, {u"borrowstatus"_s, u"0"_s}});
         m->copy(u"B'4"_s, {{u"bookstatus"_s, u"注销"_s}, {u"borrowstatus"_s, u"0"_s}});
         entry(u"B'4"_s, u"丢失"_s, u"2026-01-05"_s);
-        m_sheets.place = m->folder.path();
-        m_place
-            = std::make_unique<Workplace>(Workplace {{m_reports, m_sheets, m_printer}, m->session, m_host});
-        m_list = std::make_unique<BookOutFrm>(*m_place);
-        appear(*m_list);
-    }
-    void finish() override
-    {
-        QCOMPARE(m_dialogs, 0);
-        m_list.reset();
+        m_work->reports.fields = {u"barcode"_s};
+        m_list = &opened<BookOutFrm>(m_work->place);
     }
 
 private Q_SLOTS:
@@ -83,7 +38,7 @@ private Q_SLOTS:
     {
         const auto [barcode, told, entry, copy] = given<QString, QString, QString, QString>();
         const QString before = m->everything();
-        inDialog<AddBookOutFrm>(m_dialogs, [&, barcode = barcode, told = told](AddBookOutFrm& editor) {
+        inDialog<AddBookOutFrm>([&, barcode = barcode, told = told](AddBookOutFrm& editor) {
             QCOMPARE(editor.windowTitle(), u"藏书注销帐-[登记注销]"_s);
             if (barcode.startsWith(u'X')) editor.Text1[1].setText(u"手"_s);
             if (!told.isEmpty()) m->prompt.expect(told).titled(OperationTitle);
@@ -99,11 +54,11 @@ private Q_SLOTS:
             QCOMPARE(m->everything(), before);
             return;
         }
-        const QStringList lines = m->rows(
+        const QString line = m->value(
             u"select bookname,author,barcode,price,cause,operater,outdate from BookOut where barcode='%1'"_s
                 .arg(doubled(barcode)));
-        QCOMPARE(trimmedZeros(lines.join(u' ')),
-            entry.startsWith(u"手"_s) ? u"手||X'9|0|丢失|王馆员|2026-03-10"_s : entry);
+        QCOMPARE(
+            trimmedZeros(line), entry.startsWith(u"手"_s) ? u"手||X'9|0|丢失|王馆员|2026-03-10"_s : entry);
         QCOMPARE(
             m->value(u"select borrowstatus,bookstatus from sck where barcode='%1'"_s.arg(doubled(barcode))),
             copy);
@@ -146,7 +101,7 @@ private Q_SLOTS:
     {
         const QString longTitle(80, u'长');
         m->send(u"update BookOut set bookname='%1',memo='旧',price=null"_s.arg(longTitle));
-        inDialog<AddBookOutFrm>(m_dialogs, [](AddBookOutFrm& editor) {
+        inDialog<AddBookOutFrm>([](AddBookOutFrm& editor) {
             QCOMPARE(editor.windowTitle() + editor.Text1[0].text(), u"藏书注销帐-[查看注销]1"_s);
             QVERIFY(editor.Text1[3].isReadOnly());
             QCOMPARE(editor.Text1[4].text() + editor.Text1[7].text(), u"0.002026-01-05"_s);
@@ -171,9 +126,9 @@ private Q_SLOTS:
         entry(u"X9"_s, u"注销"_s, u"2026-01-06"_s); // unknown to the catalogue
         m_list->loadData({}, u"barcode"_s);
         rightClick(2);
-        QCOMPARE(barcodes(*m_list), u"B'4 | 1"_s);
+        QCOMPARE(barcodes(), u"B'4 | 1"_s);
         rightClick(1);
-        QCOMPARE(barcodes(*m_list), u" | 0"_s);
+        QCOMPARE(barcodes(), u" | 0"_s);
         QCOMPARE(m->value(u"select borrowstatus,bookstatus from sck where barcode='B''4'"_s), u"True|库本"_s);
         m_list->RestoreWithdrawnCopy(); // nothing on an empty list
     }
@@ -219,7 +174,7 @@ private Q_SLOTS:
         m_list->Text1.setText(text);
         QTest::keyClick(&m_list->Text1, Qt::Key_Return);
         QVERIFY(m_list->Grid1.hasFocus());
-        QCOMPARE(barcodes(*m_list), found);
+        QCOMPARE(barcodes(), found);
     }
 
     /// Grid emptied before the connection; the list's order counts neither on paper nor on the sheet.
@@ -227,13 +182,14 @@ private Q_SLOTS:
     {
         entry(u"B7"_s, u"注销"_s, u"2026-01-06"_s);
         m_list->loadData(u"cause<>'无'"_s, u"barcode desc"_s);
-        QCOMPARE(barcodes(*m_list), u"B7 B'4 | 2"_s);
+        QCOMPARE(barcodes(), u"B7 B'4 | 2"_s);
         m_list->CmdPrint.click();
-        QCOMPARE(m_reports.shown, u"PrintBookOut 2026年度 B'4 B7"_s);
+        QCOMPARE(
+            m_work->reports.shown.join(u' ') + m_work->reports.last.title, u"PrintBookOut B'4 B72026年度"_s);
         m_list->cmdToExcel.click();
-        QCOMPARE(m_sheets.shown.size(), 1);
-        m_reports.shown.clear();
-        inDialog<QueryFrm>(m_dialogs, [](QueryFrm& query) {
+        QCOMPARE(m_work->sheets.shown.size(), 1);
+        m_work->reports.shown.clear();
+        inDialog<QueryFrm>([](QueryFrm& query) {
             QCOMPARE(query.windowTitle(), u"统计条件"_s);
             query.LFields.setCurrentRow(2);
             type(query.lSql, u"nix"_s);
@@ -247,14 +203,15 @@ private Q_SLOTS:
         m_list->loadData({}, {});
         m->send(u"delete from BookOut"_s); // the list does not know yet
         m_list->CmdPrint.click();
-        QCOMPARE(m_reports.shown, QString());
+        QCOMPARE(m_work->reports.shown, QStringList());
         m->settings.values.clear();
         m->prompt.expectStart(u"无法取得正确连接数据库的信息!"_s).answer(Answer::No);
         m_list->ReloadLedger();
-        QCOMPARE(barcodes(*m_list), u" | 0"_s);
+        QCOMPARE(barcodes(), u" | 0"_s);
     }
 
 private:
+    QString barcodes() const { return columnOf(m_list->Grid1, 4) + u" | "_s + m_list->iRec.text(); }
     static QString trimmedZeros(QString text)
     {
         return text.replace(QRegularExpression(u"(\\.\\d*?)0+\\|"_s), u"\\1|"_s).replace(u".|"_s, u"|"_s);
@@ -269,17 +226,10 @@ private:
     {
         m_list->Menu.setChooser(
             [](const QStringList& items) { return items == QStringList(u"恢复注销"_s) ? 1 : 0; });
-        const QRect place = m_list->Grid1.visualRect(m_list->Grid1.model()->index(row - 1, 0));
-        QTest::mouseClick(m_list->Grid1.viewport(), Qt::RightButton, {}, place.center());
+        clickLine(m_list->Grid1, row, Qt::RightButton);
     }
 
-    YearReport m_reports;
-    SheetsDouble m_sheets;
-    FormPrinterDouble m_printer;
-    NoHost m_host;
-    std::unique_ptr<Workplace> m_place;
-    std::unique_ptr<BookOutFrm> m_list;
-    int m_dialogs = 0;
+    BookOutFrm* m_list = nullptr;
 };
 
 QTEST_MAIN(TestLedger)

@@ -2,10 +2,7 @@
 #include "exceptions/overdue_filter_form.h"
 #include "exceptions/overdue_form.h"
 #include "exceptions/overdue_result_form.h"
-#include "support/cases.h"
-#include "support/library_test.h"
-#include "support/window_steps.h"
-#include "support/workplace_double.h"
+#include "support/screen_test.h"
 
 using namespace quilla;
 
@@ -13,18 +10,10 @@ namespace {
 
 const QString NothingForPaper = u"没有需要打印的信息！"_s;
 
-QString barcodes(const FlexGrid& grid, int column)
-{
-    QStringList codes;
-    for (int row = 1; row < grid.Rows(); ++row)
-        codes.append(grid.TextMatrix(row, column));
-    return codes.join(u' ');
-}
-
 /// Of a list that was asked for no order.
 QString sortedBarcodes(const FlexGrid& grid, int column)
 {
-    QStringList codes = barcodes(grid, column).split(u' ');
+    QStringList codes = columnOf(grid, column).split(u' ');
     codes.sort();
     return codes.join(u' ');
 }
@@ -32,7 +21,7 @@ QString sortedBarcodes(const FlexGrid& grid, int column)
 } // namespace
 
 /// The overdue list, and the statistics that lead to notices.
-class TestOverdueForms : public LibraryTest {
+class TestOverdueForms : public ScreenTest {
     Q_OBJECT
 
     void fill() override
@@ -42,24 +31,17 @@ class TestOverdueForms : public LibraryTest {
         m->reader(u"R2"_s, {{u"name"_s, u"李'二"_s}, {u"readunit"_s, u"二班"_s}});
         for (const auto& [barcode, reader] :
             {std::pair {u"B1"_s, u"R2"_s}, {u"B3"_s, u"R1"_s}, {u"B2"_s, u"R1"_s}, {u"B9"_s, u"R1"_s}}) {
-            m->copy(barcode);
             m->loan(
                 barcode, reader, barcode == u"B9" ? u"2026-03-10"_s : u"2026-03-0%1"_s.arg(barcode.back()));
         }
-        m_printed.shown.clear();
-        m_printed.fields = {u"barcode"_s};
-        m_sheets.shown.clear();
-        m_sheets.place = m->folder.path();
-        m_place
-            = std::make_unique<Workplace>(Workplace {{m_printed, m_sheets, m_printer}, m->session, m_host});
+        m_work->reports.fields = {u"barcode"_s};
     }
-    void finish() override { QCOMPARE(m_dialogs, 0); }
 
 private Q_SLOTS:
     /// A loan due today is not overdue, and the days are those of the server.
     void listsEveryOverdueLoan()
     {
-        ChaoQifrm list(*m_place);
+        ChaoQifrm list(m_work->place);
         QCOMPARE(sortedBarcodes(list.Grid1, 0) + list.lCounts.text(), u"B1 B2 B3记录数：3"_s);
         QStringList line;
         for (int col = 2; col < list.Grid1.Cols(); ++col)
@@ -67,9 +49,9 @@ private Q_SLOTS:
         QCOMPARE(line.join(u' '), u"二班 R2 李'二 2026-02-20 2026-03-01 9"_s);
         m->send(u"delete from jhsk"_s);
         list.loadData({}, {});
-        QCOMPARE(barcodes(list.Grid1, 0) + list.lCounts.text(), u"记录数：0"_s);
+        QCOMPARE(columnOf(list.Grid1, 0) + list.lCounts.text(), u"记录数：0"_s);
         list.PrintOverdueList(); // a report without lines
-        QCOMPARE(m_printed.shown, QStringList({u"JHSKcqReport"_s}));
+        QCOMPARE(m_work->reports.shown, QStringList({u"JHSKcqReport"_s}));
         m->prompt.expect(u"没有需要输出的信息！"_s).titled(OperationTitle);
         list.Command1[4].click();
     }
@@ -78,54 +60,54 @@ private Q_SLOTS:
     /// left.
     void sortsByTheMenu()
     {
-        ChaoQifrm list(*m_place);
+        ChaoQifrm list(m_work->place);
         QStringList offered;
         int choice = 15;
         list.Menu.setChooser([&](const QStringList& items) { return offered = items, choice; });
         list.Command1[0].click();
         QCOMPARE(offered.join(QString()),
             u"条 形 码-书    名-读者单位-读者证号-读者姓名-借书日期-应还日期-超期天数"_s);
-        QCOMPARE(barcodes(list.Grid1, 0), u"B3 B2 B1"_s);
+        QCOMPARE(columnOf(list.Grid1, 0), u"B3 B2 B1"_s);
         choice = 0;
         list.Command1[0].click();
-        QCOMPARE(barcodes(list.Grid1, 0), u"B1 B2 B3"_s);
+        QCOMPARE(columnOf(list.Grid1, 0), u"B1 B2 B3"_s);
         list.PrintOverdueList();
-        QCOMPARE(m_printed.shown.join(u' '), u"JHSKcqReport B3 B2 B1"_s);
+        QCOMPARE(m_work->reports.shown.join(u' '), u"JHSKcqReport B3 B2 B1"_s);
     }
 
     /// The condition stays in force for printouts, and also where a load found no connection. A bad one gives
     /// an empty list, and no report since the select fails.
     void remembersTheSearch()
     {
-        ChaoQifrm list(*m_place);
+        ChaoQifrm list(m_work->place);
         list.loadData(u"readunit='一班'"_s, u"barcode Asc"_s);
-        QCOMPARE(barcodes(list.Grid1, 0), u"B2 B3"_s);
+        QCOMPARE(columnOf(list.Grid1, 0), u"B2 B3"_s);
         const auto stored = m->settings.values;
         m->settings.values.clear();
         m->prompt.expectStart(u"无法取得正确连接数据库的信息!"_s).answer(Answer::No);
         list.loadData(u"barcode='B1'"_s, {});
-        QCOMPARE(barcodes(list.Grid1, 0) + list.lCounts.text(), u"B2 B3记录数：2"_s);
+        QCOMPARE(columnOf(list.Grid1, 0) + list.lCounts.text(), u"B2 B3记录数：2"_s);
         m->settings.values = stored;
         list.PrintOverdueList();
-        QCOMPARE(m_printed.shown.join(u' '), u"JHSKcqReport B1"_s);
+        QCOMPARE(m_work->reports.shown.join(u' '), u"JHSKcqReport B1"_s);
         list.loadData(u"nix=1"_s, {});
-        QCOMPARE(barcodes(list.Grid1, 0) + list.lCounts.text(), u"记录数：0"_s);
+        QCOMPARE(columnOf(list.Grid1, 0) + list.lCounts.text(), u"记录数：0"_s);
         list.PrintOverdueList();
-        QCOMPARE(m_printed.shown.size(), 2);
+        QCOMPARE(m_work->reports.shown.size(), 2);
     }
 
     void exportsAndPrintsNotices()
     {
-        ChaoQifrm list(*m_place);
+        ChaoQifrm list(m_work->place);
         list.Command1[4].click();
-        QCOMPARE(m_sheets.shown.size(), 1);
+        QCOMPARE(m_work->sheets.shown.size(), 1);
         int choice = 3;
         list.Menu.setChooser([&](const QStringList&) { return choice; });
-        m_printed.fields.clear(); // notices come in groups
+        m_work->reports.fields.clear(); // notices come in groups
         list.Command1[1].click();
         choice = 5;
         list.Command1[1].click();
-        QCOMPARE(m_printed.shown.join(u' '), u"JHSKCQRpt JHSKCQRpt"_s);
+        QCOMPARE(m_work->reports.shown.join(u' '), u"JHSKCQRpt JHSKCQRpt"_s);
         QCOMPARE(list.labRemark.text(), QString());
         list.Command1[1].click(); // on the same day
         QCOMPARE(list.labRemark.text(), u"今天 09:30 已打印过集体催还单，请勿重复发放。"_s);
@@ -147,9 +129,9 @@ private Q_SLOTS:
     void filtersTheStatistics()
     {
         const auto [reader, unit, type, shown] = given<QString, QString, QString, QString>();
-        CqTjFrm filter(*m_place);
-        CQListFrm result(*m_place);
-        m_host.toOpen = &result;
+        CqTjFrm filter(m_work->place);
+        CQListFrm result(m_work->place);
+        m_work->host.toOpen = &result;
         appear(filter);
         const auto tick
             = [&](int box, const QString& text) { filter.Check1[box].setChecked(!text.isEmpty()); };
@@ -160,7 +142,7 @@ private Q_SLOTS:
         filter.Combo1.setEditText(unit);
         filter.Combo2.setEditText(type);
         filter.CmdOK.click();
-        QCOMPARE(m_host.opened.last() + (filter.isVisible() ? u" open"_s : u""_s), u"CQListFrm"_s);
+        QCOMPARE(m_work->host.opened.last() + (filter.isVisible() ? u" open"_s : u""_s), u"CQListFrm"_s);
         QCOMPARE(sortedBarcodes(result.Grid1, 5) + u' ' + result.iRowCount.text(), shown);
         QCOMPARE(result.Grid1.Cols(), 8);
     }
@@ -169,7 +151,7 @@ private Q_SLOTS:
     {
         m->insert(u"dzdw"_s, {{u"readunit"_s, u"二班"_s}});
         m->insert(u"dzdw"_s, {{u"readunit"_s, u"一班"_s}});
-        CqTjFrm filter(*m_place);
+        CqTjFrm filter(m_work->place);
         appear(filter);
         filter.Check1[1].setChecked(true);
         QCOMPARE(filter.Combo1.itemText(0) + filter.Combo1.itemText(1) + filter.Combo1.currentText(),
@@ -186,39 +168,31 @@ private Q_SLOTS:
     /// An empty result refuses both printouts; a cancelled choice prints nothing and takes nothing away.
     void resultPrints()
     {
-        CQListFrm result(*m_place);
+        CQListFrm result(m_work->place);
         appear(result);
         for (QPushButton* button : {&result.CmdList, &result.CmdPrintRpt}) {
             m->prompt.expect(NothingForPaper).titled(OperationTitle).icon(Icon::Information);
             button->click();
         }
         result.loadData({}, u"barcode"_s);
-        inDialog<ShowStyleFrm>(m_dialogs, [](ShowStyleFrm& style) {
+        inDialog<ShowStyleFrm>([](ShowStyleFrm& style) {
             QCOMPARE(style.Label1.text(), u"针对某个读者打印催还单"_s);
             style.Option1[1].click();
             QCOMPARE(style.Label1.text(), u"针对某个单位打印催还单"_s);
         }); // and is closed by its box
         result.CmdPrintRpt.click();
-        QCOMPARE(result.GroupField + m_printed.shown.join(u' '), QString());
+        QCOMPARE(result.GroupField + m_work->reports.shown.join(u' '), QString());
         result.CmdList.click();
-        QCOMPARE(m_printed.shown.join(u' '), u"JHSKcqReport B1 B2 B3"_s);
-        m_printed.fields.clear();
-        inDialog<ShowStyleFrm>(m_dialogs, [](ShowStyleFrm& style) { style.CmdOK.click(); });
+        QCOMPARE(m_work->reports.shown.join(u' '), u"JHSKcqReport B1 B2 B3"_s);
+        m_work->reports.fields.clear();
+        inDialog<ShowStyleFrm>([](ShowStyleFrm& style) { style.CmdOK.click(); });
         result.CmdPrintRpt.click();
-        QCOMPARE(result.GroupField + m_printed.shown.last(), u"readercodeJHSKCQRpt"_s);
+        QCOMPARE(result.GroupField + m_work->reports.shown.last(), u"readercodeJHSKCQRpt"_s);
         result.loadData(u"nix=1"_s, {});
-        QCOMPARE(barcodes(result.Grid1, 5) + result.iRowCount.text(), u"0"_s);
+        QCOMPARE(columnOf(result.Grid1, 5) + result.iRowCount.text(), u"0"_s);
         m->prompt.expect(NothingForPaper);
         result.CmdList.click();
     }
-
-private:
-    PrintedRows m_printed {{}};
-    SheetsDouble m_sheets;
-    FormPrinterDouble m_printer;
-    NoHost m_host;
-    std::unique_ptr<Workplace> m_place;
-    int m_dialogs = 0;
 };
 
 QTEST_MAIN(TestOverdueForms)

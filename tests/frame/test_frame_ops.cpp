@@ -7,10 +7,7 @@
 #include "frame/sublib.h"
 #include "platform/db/connection_text.h"
 #include "platform/db/embedded.h"
-#include "support/cases.h"
 #include "support/library_test.h"
-
-#include <QTest>
 
 using namespace quilla;
 
@@ -277,7 +274,6 @@ private Q_SLOTS:
         m->session.ServerName = u"lib1"_s;
         m->session.DatabaseName = u"tsg"_s;
         m->reader(u"R1"_s);
-        m->copy(u"B1"_s);
         m->loan(u"B1"_s, u"R1"_s, u"2026-03-10"_s);
         QVERIFY(!open());
         QCOMPARE(status[0], u"当前日期：2026年03月10日09时"_s);

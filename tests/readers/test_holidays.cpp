@@ -1,5 +1,4 @@
 #include "readers/holiday_ops.h"
-#include "support/cases.h"
 #include "support/library_test.h"
 
 using namespace quilla;
@@ -112,13 +111,6 @@ private Q_SLOTS:
     }
 
 private:
-    /// Told as the editor does it; the box that it names, -1 without a refusal.
-    int toldBox(const std::optional<Refusal>& refusal)
-    {
-        int box = -1;
-        if (refusal) tell(m->prompt, *refusal, [&](int named) { box = named; });
-        return box;
-    }
     QString stored()
     {
         return m->rows(u"select memo,code from Global where type='holiday' order by code"_s).join(u' ');

@@ -1,5 +1,4 @@
 #include "readers/import_readers_ops.h"
-#include "support/cases.h"
 #include "support/library_test.h"
 
 #include <QStringEncoder>

@@ -1,5 +1,4 @@
 #include "readers/parameter_ops.h"
-#include "support/cases.h"
 #include "support/library_test.h"
 #include "support/report_double.h"
 
@@ -152,7 +151,7 @@ private Q_SLOTS:
 
     void printing()
     {
-        PrintedRows report({u"readerclass"_s, u"chaoqixujie"_s, u"wuzhengjie"_s});
+        ReportDouble report({u"readerclass"_s, u"chaoqixujie"_s, u"wuzhengjie"_s});
         const QString nothing = u"没有可以打印的信息！"_s;
         const QString paper = u"请将打印机设置为【A4--横向(宽行)打印】\n设置正确后再进行打印！"_s;
         m->prompt.expect(nothing).titled(OperationTitle);
@@ -168,13 +167,6 @@ private Q_SLOTS:
     }
 
 private:
-    /// Told as the editor does it; the box that it names, -1 without a refusal.
-    int toldBox(const std::optional<Refusal>& refusal)
-    {
-        int box = -1;
-        if (refusal) tell(m->prompt, *refusal, [&](int named) { box = named; });
-        return box;
-    }
     /// The rules as a table has them, however many places the engine shows.
     QString of(const QString& table, const QString& type)
     {

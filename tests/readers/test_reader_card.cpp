@@ -2,8 +2,6 @@
 #include "readers/reader_card_saving_ops.h"
 #include "support/library_test.h"
 
-#include <QTest>
-
 using namespace quilla;
 
 namespace {
@@ -296,8 +294,6 @@ private:
         m->reader(u"R1"_s, {{u"name"_s, u"旧"_s}});
         m->reader(u"R2"_s);
         m->insert(u"dzkx"_s, {{u"readercode"_s, u"R1"_s}});
-        m->copy(u"B1"_s);
-        m->copy(u"B2"_s);
         m->loan(u"B1"_s, u"R1"_s, u"2026-03-30"_s);
         m->loan(u"B2"_s, u"R2"_s, u"2026-03-30"_s);
         m->reservation(u"R1"_s);

@@ -1,7 +1,6 @@
 #include "platform/ui/form/error_form.h"
 #include "readers/reader_card_form.h"
-#include "support/library_test.h"
-#include "support/window_steps.h"
+#include "support/screen_test.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -13,7 +12,7 @@
 using namespace quilla;
 
 /// The card editor by keys and mouse.
-class TestReaderCardForm : public LibraryTest {
+class TestReaderCardForm : public ScreenTest {
     Q_OBJECT
 
     void fill() override
@@ -27,12 +26,11 @@ class TestReaderCardForm : public LibraryTest {
                 {u"ifcanre"_s, u"1"_s}});
         m->insert(u"dzdw"_s, {{u"readunit"_s, u"一班"_s}});
     }
-    void finish() override { m_form.reset(); }
 
 private Q_SLOTS:
     void newCardsOneAfterTheOther()
     {
-        DzaddFrm& form = opened(u"a"_s, {});
+        DzaddFrm& form = card(u"a"_s, {});
         QCOMPARE(focusName() + form.Combo1[0].currentText() + form.Combo2.currentText(), u"Text1(0)身份证"_s);
         QCOMPARE(form.Text1[CardBox::Issued].text() + u' ' + form.Text1[CardBox::Term].text(),
             u"2026-03-10 2027-3-10"_s);
@@ -53,7 +51,7 @@ private Q_SLOTS:
         m->reader(u"R1"_s,
             {{u"term"_s, u"2026-03-09"_s}, {u"paperdate"_s, u"null"_s}, {u"ifcanre"_s, u"1"_s},
                 {u"name"_s, QString(12, u'名')}, {u"memo"_s, QString(120, u'注')}});
-        DzaddFrm& form = opened(u"E"_s, u"R1"_s);
+        DzaddFrm& form = card(u"E"_s, u"R1"_s);
         QCOMPARE(focusName(), u"Text1(1)"_s);
         QVERIFY(!form.Text1[0].isEnabled() && !form.Combo1[CardList::Type].isEnabled());
         QVERIFY(form.Text1[CardBox::OnLoan].isReadOnly());
@@ -78,14 +76,14 @@ private Q_SLOTS:
     void otherModesOnlyShow()
     {
         m->reader(u"R1"_s);
-        QVERIFY(!opened(u"X"_s, u"R1"_s).CmdSave.isEnabled());
-        QVERIFY(!opened(u"E"_s, u"R2"_s).CmdSave.isEnabled());
+        QVERIFY(!card(u"X"_s, u"R1"_s).CmdSave.isEnabled());
+        QVERIFY(!card(u"E"_s, u"R2"_s).CmdSave.isEnabled());
         m->failAt(u"from dzkx"_s);
-        QVERIFY(!opened(u"E"_s, u"R1"_s).CmdSave.isEnabled());
+        QVERIFY(!card(u"E"_s, u"R1"_s).CmdSave.isEnabled());
         QVERIFY(says(u"没有读到读者的证件资料"_s));
         m->failAt({});
-        QVERIFY(opened(u"E"_s, u"R1"_s).CmdSave.isEnabled() && !says(u"没有读到读者的证件资料"_s));
-        QTest::keyClick(m_form.get(), Qt::Key_Escape);
+        QVERIFY(card(u"E"_s, u"R1"_s).CmdSave.isEnabled() && !says(u"没有读到读者的证件资料"_s));
+        QTest::keyClick(m_form, Qt::Key_Escape);
         QVERIFY(m_form->isVisible());
         m_form->CmdQuit.click();
         QVERIFY(!m_form->isVisible());
@@ -93,7 +91,7 @@ private Q_SLOTS:
 
     void choosingAndTypingAType()
     {
-        DzaddFrm& form = opened(u"A"_s, {});
+        DzaddFrm& form = card(u"A"_s, {});
         TextBox& days = form.Text1[CardBox::LoanDays];
         QComboBox& types = form.Combo1[CardList::Type];
         types.setFocus();
@@ -110,7 +108,7 @@ private Q_SLOTS:
     void unitsOfAnotherDesk()
     {
         m->send(u"delete from dzdw"_s);
-        QComboBox& units = opened(u"A"_s, {}).Combo1[CardList::Unit];
+        QComboBox& units = card(u"A"_s, {}).Combo1[CardList::Unit];
         m->insert(u"dzdw"_s, {{u"readunit"_s, QString(100, u'长')}});
         units.setEditText(u"甲"_s);
         units.setFocus();
@@ -120,7 +118,7 @@ private Q_SLOTS:
 
     void keysInBoxes()
     {
-        DzaddFrm& form = opened(u"A"_s, {});
+        DzaddFrm& form = card(u"A"_s, {});
         QStringList way;
         for (QString now = focusName(); now != u"cmdXianShi" && way.size() < 30; now = focusName()) {
             way.append(now);
@@ -142,7 +140,7 @@ private Q_SLOTS:
 
     void typingIsLimited()
     {
-        DzaddFrm& form = opened(u"A"_s, {});
+        DzaddFrm& form = card(u"A"_s, {});
         QTest::keyClicks(&form.Text1[CardBox::Name], QString(11, u'a'));
         QTest::keyClicks(&form.Memo, QString(99, u'b'));
         QTest::keyClick(&form.Memo, Qt::Key_Return, Qt::ControlModifier);
@@ -162,7 +160,7 @@ private Q_SLOTS:
 
     void parameterPanel()
     {
-        DzaddFrm& form = opened(u"A"_s, {});
+        DzaddFrm& form = card(u"A"_s, {});
         const int low = form.height();
         QVERIFY(!form.Frame2.isVisible());
         form.cmdXianShi.click();
@@ -183,7 +181,7 @@ private Q_SLOTS:
     {
         const QString pipe = m->folder.filePath(u"pipe.jpg"_s);
         QCOMPARE(QProcess::execute(u"mkfifo"_s, {pipe}), 0);
-        DzaddFrm& form = opened(u"A"_s, {});
+        DzaddFrm& form = card(u"A"_s, {});
         form.ManPic.setChooser([&](QWidget*, const QString&) { return pipe; });
         offerPhotoMenu(u"选择照片"_s);
         QVERIFY(!form.ManPic.hasPicture());
@@ -194,7 +192,7 @@ private Q_SLOTS:
     {
         const QString file = m->folder.filePath(u"o'neil.png"_s);
         QImage(30, 40, QImage::Format_RGB32).save(file);
-        DzaddFrm& form = opened(u"A"_s, {});
+        DzaddFrm& form = card(u"A"_s, {});
         fill(form, u"R1"_s);
         QString chosen = file;
         form.ManPic.setChooser([&](QWidget*, const QString&) { return chosen; });
@@ -208,7 +206,7 @@ private Q_SLOTS:
         QVERIFY(form.ManPic.toolTip().isEmpty() && !form.ManPic.hasPicture());
 
         QVERIFY(QFile::remove(file));
-        DzaddFrm& missing = opened(u"E"_s, u"R1"_s);
+        DzaddFrm& missing = card(u"E"_s, u"R1"_s);
         QVERIFY(!missing.ManPic.hasPicture());
         missing.CmdSave.click();
         QCOMPARE(m->value(u"select photo from dzk"_s), file);
@@ -216,7 +214,7 @@ private Q_SLOTS:
 
     void failureIsTold()
     {
-        DzaddFrm& form = opened(u"A"_s, {});
+        DzaddFrm& form = card(u"A"_s, {});
         fill(form, u"R1"_s);
         QString told;
         whenShown<errMessageFrm>([&](errMessageFrm& failure) {
@@ -237,9 +235,9 @@ private:
             [&](const QLabel* label) { return label->isVisible() && label->text().startsWith(beginning); });
     }
     /// A screen as the reader list opens it.
-    DzaddFrm& opened(const QString& mode, const QString& readercode)
+    DzaddFrm& card(const QString& mode, const QString& readercode)
     {
-        m_form = std::make_unique<DzaddFrm>(m->session, [this] { ++m_refreshed; });
+        m_form = &made<DzaddFrm>(m->session, [this] { ++m_refreshed; });
         m_form->SetEditMode(mode);
         m_form->LoadReader(readercode);
         appear(*m_form);
@@ -264,7 +262,7 @@ private:
         Q_EMIT m_form->ManPic.customContextMenuRequested({});
     }
 
-    std::unique_ptr<DzaddFrm> m_form;
+    DzaddFrm* m_form = nullptr;
     int m_refreshed = 0;
 };
 

@@ -1,5 +1,4 @@
 #include "readers/reader_list_ops.h"
-#include "support/cases.h"
 #include "support/library_test.h"
 
 using namespace quilla;
@@ -109,13 +108,10 @@ private Q_SLOTS:
     }
 
 private:
-    /// Told as the editor does it; the box that it names, -1 when the name was entered.
+    /// The box with the focus afterwards, -1 when the name was entered.
     int add(const ReaderList& list, const QString& name, NameButton button)
     {
-        int box = Refusal::NoBox;
-        if (const auto refusal = list.add(m->session, name, button))
-            tell(m->prompt, *refusal, [&](int named) { box = named; });
-        return box;
+        return toldBox(list.add(m->session, name, button));
     }
     ReaderListEntry entry(const ReaderList& list, const QString& name)
     {

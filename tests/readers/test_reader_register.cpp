@@ -1,6 +1,6 @@
 #include "frame/sublib.h"
 #include "readers/reader_register_ops.h"
-#include "support/cases.h"
+#include "support/grid_text.h"
 #include "support/library_test.h"
 #include "support/report_double.h"
 
@@ -51,8 +51,8 @@ private Q_SLOTS:
         m->failAt({});
         QCOMPARE(found({}, u"readercode Desc"_s), 4);
         QCOMPARE(m->sent.filter(u"update"_s).size(), 1);
-        QCOMPARE(column(ReaderCode), u"R5 R3 R1 R'2"_s);
-        QCOMPARE(column(ReaderState), u"有效 有效 有效 有效"_s);
+        QCOMPARE(columnOf(*m_grid, ReaderCode), u"R5 R3 R1 R'2"_s);
+        QCOMPARE(columnOf(*m_grid, ReaderState), u"有效 有效 有效 有效"_s);
         QCOMPARE(m_grid->TextMatrix(3, ReaderIssued) + m_grid->TextMatrix(1, ReaderTerm), u"2026-01-05"_s);
         QCOMPARE(m->rows(u"select readstatus from dzk order by name"_s).join(u' '), u"有效 有效 挂失 null"_s);
     }
@@ -207,7 +207,7 @@ private Q_SLOTS:
     void prints()
     {
         threeReaders();
-        PrintedRows report({u"readercode"_s});
+        ReportDouble report({u"readercode"_s});
         const QString nothing = u"没有可以打印的信息！"_s;
         const QString paper = u"请将打印机设置为【A4--纵向(窄行)打印】\n设置正确后再进行打印！"_s;
         m->prompt.expect(nothing).titled(OperationTitle);
@@ -228,20 +228,12 @@ private:
         m_toTell = listed ? listed->toTell : QString();
         return listed ? int(listed->found) : -1;
     }
-    QString column(int col)
-    {
-        QStringList texts;
-        for (int row = 1; row < m_grid->Rows(); ++row)
-            texts.append(m_grid->TextMatrix(row, col));
-        return texts.join(u' ');
-    }
     QString codes() { return m->rows(u"select readercode from dzk order by name"_s).join(u' '); }
     /// The first has a book, the second details and a fine.
     void threeReaders()
     {
         for (const QString& code : {u"R1"_s, u"r'2"_s, u"R3"_s})
             m->reader(code, {{u"name"_s, u"读者"_s + code.last(1)}});
-        m->copy(u"B1"_s);
         m->loan(u"B1"_s, u"R1"_s, u"2026-04-01"_s);
         m->insert(u"dzkx"_s, {{u"readercode"_s, u"R'2"_s}, {u"email"_s, u"a@b"_s}});
         m->insert(u"fkk"_s, {{u"readercode"_s, u"R'2"_s}, {u"sfmoney"_s, u"1"_s}});

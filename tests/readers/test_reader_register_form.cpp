@@ -3,7 +3,6 @@
 #include "readers/reader_register_form.h"
 #include "statistics/query_form.h"
 #include "support/screen_test.h"
-#include "support/window_steps.h"
 
 #include <QHeaderView>
 
@@ -42,15 +41,8 @@ class TestReaderRegisterForm : public ScreenTest {
     {
         for (const QString& code : {u"R1"_s, u"R2"_s, u"R3"_s})
             m->reader(code, {{u"name"_s, u"丙乙甲"_s.mid(code[1].digitValue() - 1, 1)}});
-        m->copy(u"B1"_s);
         m->loan(u"B1"_s, u"R1"_s, u"2026-04-01"_s);
-        m_list = std::make_unique<DzglFrm>(m_work->place);
-        appear(*m_list);
-    }
-    void finish() override
-    {
-        QCOMPARE(m_dialogs, 0);
-        m_list.reset();
+        m_list = &opened<DzglFrm>(m_work->place);
     }
 
 private Q_SLOTS:
@@ -71,7 +63,7 @@ private Q_SLOTS:
 
     void searchesByKeys()
     {
-        inDialog<QueryFrm>(m_dialogs, [](QueryFrm& query) {
+        inDialog<QueryFrm>([](QueryFrm& query) {
             query.cFuhao.setCurrentIndex(1);
             type(query.lSql, u"R2"_s);
             query.cOrderby.setCurrentIndex(0);
@@ -92,17 +84,17 @@ private Q_SLOTS:
     {
         m_list->RefreshReaderList();
         m_list->Grid1.setRow(2);
-        inDialog<DzaddFrm>(m_dialogs, [this](DzaddFrm& editor) {
+        inDialog<DzaddFrm>([this](DzaddFrm& editor) {
             QCOMPARE(editor.windowTitle() + editor.Text1[0].text(), u"修改读者信息R2"_s);
             m->send(u"update dzk set name='丁' where readercode='R2'"_s);
         });
         QTest::keyClick(&m_list->Grid1, Qt::Key_Return);
         QCOMPARE(m_list->Grid1.current(ReaderCode) + m_list->Grid1.current(ReaderName), u"R2丁"_s);
-        inDialog<DzaddFrm>(m_dialogs, [](DzaddFrm& editor) {
+        inDialog<DzaddFrm>([](DzaddFrm& editor) {
             QCOMPARE(editor.windowTitle() + editor.Text1[0].text(), u"新增读者信息"_s);
         });
         QTest::keyClick(&m_list->Grid1, Qt::Key_Insert);
-        inDialog<DzaddFrm>(m_dialogs, [](DzaddFrm& editor) {
+        inDialog<DzaddFrm>([](DzaddFrm& editor) {
             editor.cmdUpdateZheng.click();
             QCOMPARE(focusName() + editor.Text1[0].selectedText(), u"Text1(0)R2"_s);
             editor.Text1[0].setText(u"R9 "_s);
@@ -152,7 +144,7 @@ private Q_SLOTS:
         m_list->Menu.setChooser([&](const QStringList&) { return 1; });
         for (const bool confirmed : {false, true}) {
             if (confirmed) m->prompt.expect(u"读者单位修改完毕！"_s);
-            inDialog<updateAll>(m_dialogs, [confirmed](updateAll& dialog) {
+            inDialog<updateAll>([confirmed](updateAll& dialog) {
                 dialog.Text1.setText(u" "_s);
                 dialog.Command1.setFocus();
                 dialog.Command1.click();
@@ -173,14 +165,14 @@ private Q_SLOTS:
             m->reader(u"S%1"_s.arg(i));
         m_list->loadData(u"readercode Like 'S%'"_s, {});
         m_list->Menu.setChooser([&](const QStringList&) { return 1; });
-        inDialog<updateAll>(m_dialogs, [](updateAll& dialog) {
+        inDialog<updateAll>([](updateAll& dialog) {
             dialog.Text1.setText(u"二班"_s);
             dialog.Command1.click();
         });
-        const OnShow closing(u"WorkingFrm"_s, [this] { m_list.reset(); });
+        const OnShow closing(u"WorkingFrm"_s, [this] { m_screens.clear(); });
         m->prompt.expect(u"已取消，只修改了前 0 位读者的单位。"_s);
         rightClick();
-        QVERIFY(!m_list);
+        QVERIFY(m_screens.empty());
     }
 
     void sortsByACaptionAndExports()
@@ -199,18 +191,8 @@ private Q_SLOTS:
     }
 
 private:
-    QString codes() const
-    {
-        QStringList list;
-        for (int row = 1; row < m_list->Grid1.Rows(); ++row)
-            list.append(m_list->Grid1.TextMatrix(row, ReaderCode));
-        return trimBlanks(list.join(u' '));
-    }
-    void rightClick()
-    {
-        const QRect cell = m_list->Grid1.visualRect(m_list->Grid1.model()->index(0, 0));
-        QTest::mouseClick(m_list->Grid1.viewport(), Qt::RightButton, {}, cell.center());
-    }
+    QString codes() const { return trimBlanks(columnOf(m_list->Grid1, ReaderCode)); }
+    void rightClick() { clickLine(m_list->Grid1, 1, Qt::RightButton); }
     void clickCaption(int col)
     {
         const QHeaderView* captions = m_list->Grid1.horizontalHeader();
@@ -218,8 +200,7 @@ private:
             {captions->sectionViewportPosition(col) + 20, captions->height() / 2});
     }
 
-    std::unique_ptr<DzglFrm> m_list;
-    int m_dialogs = 0; ///< that have not come yet
+    DzglFrm* m_list = nullptr;
 };
 
 QTEST_MAIN(TestReaderRegisterForm)

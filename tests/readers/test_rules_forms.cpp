@@ -5,7 +5,6 @@
 #include "readers/reader_list_form.h"
 #include "readers/reader_name_editor.h"
 #include "support/screen_test.h"
-#include "support/window_steps.h"
 
 #include <QScrollBar>
 
@@ -15,12 +14,6 @@ using namespace quilla;
 class TestRulesForms : public ScreenTest {
     Q_OBJECT
 
-    void finish() override
-    {
-        QCOMPARE(m_dialogs, 0);
-        m_screen.reset();
-    }
-
 private Q_SLOTS:
     void holidays()
     {
@@ -28,7 +21,7 @@ private Q_SLOTS:
         m->holiday(u"国庆"_s, u"2026-10-01 2026-10-07"_s);
         auto& list = opened<holidayfrm>(m->session);
         press(list.Grid1, Qt::Key_Down);
-        inDialog<holidayaddFrm>(m_dialogs, [this](holidayaddFrm& editor) {
+        inDialog<holidayaddFrm>([this](holidayaddFrm& editor) {
             QCOMPARE(editor.windowTitle(), u"假期管理-修改"_s);
             enter(editor.Text1[0], u"国庆"_s); // its own name is no other's
             editor.Text1[1].setText(u"2026-02-31"_s);
@@ -47,11 +40,11 @@ private Q_SLOTS:
         });
         press(list.Grid1, Qt::Key_Return);
         // at the end and as typed, until the list is opened anew
-        const QString shown = u"元旦|2026-01-01  至  2026-01-03|国庆|2026-10-02  至  2026-10-07"_s;
-        QCOMPARE(lines(list.Grid1, 2), shown + u"|春'节|2026-2-16  至  2026-2-20"_s);
+        const QString shown = u"元旦|2026-01-01  至  2026-01-03 国庆|2026-10-02  至  2026-10-07"_s;
+        QCOMPARE(linesOf(list.Grid1), shown + u" 春'节|2026-2-16  至  2026-2-20"_s);
         QCOMPARE(list.lCounts.text(), u"记录数：3"_s);
         list.loadData();
-        QCOMPARE(lines(list.Grid1, 1), u"元旦|春'节|国庆"_s);
+        QCOMPARE(columnOf(list.Grid1, 0), u"元旦 春'节 国庆"_s);
         QCOMPARE(list.Grid1.TextMatrix(2, 1), u"2026-02-16  至  2026-02-20"_s);
     }
 
@@ -108,7 +101,7 @@ private Q_SLOTS:
         list.Grid1.setRow(3);
         press(list.Grid1, Qt::Key_Up, Qt::ShiftModifier);
         press(list.Grid1, Qt::Key_Delete);
-        QCOMPARE(lines(list.Grid1, 1) + list.lCounts.text(), u"甲记录数：1"_s);
+        QCOMPARE(columnOf(list.Grid1, 0) + list.lCounts.text(), u"甲记录数：1"_s);
         QCOMPARE(m->value(u"select readerclass from jycs"_s), u"甲"_s);
         m->prompt.expect(question).answer(Answer::Yes);
         list.Command1[1].click();
@@ -122,7 +115,7 @@ private Q_SLOTS:
         QCOMPARE(list.lCounts.text(), u"记录数：0"_s);
         for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Delete}) // of the empty list
             press(list.Grid1, key);
-        inDialog<JycsAddFrm>(m_dialogs, [](JycsAddFrm& editor) {
+        inDialog<JycsAddFrm>([](JycsAddFrm& editor) {
             QCOMPARE(focusName() + editor.Combo1.itemText(0), u"Combo1外'来人"_s);
             enter(editor.Combo1, u"外'来"_s);
             for (TextBox& box : editor.Text1) {
@@ -138,7 +131,7 @@ private Q_SLOTS:
             QVERIFY(!editor.Check1[0].isChecked());
         });
         list.Command1[0].click();
-        QCOMPARE(lines(list.Grid1, 14), u"外'来|3|3|3|3|3|3|3|是|否|3|3|3|3"_s);
+        QCOMPARE(linesOf(list.Grid1), u"外'来|3|3|3|3|3|3|3|是|否|3|3|3|3"_s);
     }
 
     void parametersChangedAndPrinted()
@@ -147,7 +140,7 @@ private Q_SLOTS:
             m->insert(u"jycs"_s, {{u"readerclass"_s, type}, {u"fine"_s, u"0.1"_s}, {u"wuzheng"_s, u"1"_s}});
         auto& list = opened<JycsFrm>(m_work->place);
         list.Grid1.setRow(2);
-        inDialog<JycsAddFrm>(m_dialogs, [](JycsAddFrm& editor) {
+        inDialog<JycsAddFrm>([](JycsAddFrm& editor) {
             QCOMPARE(editor.windowTitle(), u"流通参数设置----修改【乙】的流通参数"_s);
             QVERIFY(!editor.Combo1.isEnabled() && !editor.Command1[0].isEnabled());
             QCOMPARE(editor.Text1[2].text(), u"0.1"_s);
@@ -181,7 +174,7 @@ private Q_SLOTS:
         m->insert(u"dzlx"_s, {{u"readerclass"_s, u"学生"_s}});
         auto& list = opened<MadddzlxFrm>(m->session, ReaderTypes);
         QCOMPARE(list.Grid1.ColWidth(0), 0);
-        inDialog<ReaderNameFrm>(m_dialogs, [this](ReaderNameFrm& editor) {
+        inDialog<ReaderNameFrm>([this](ReaderNameFrm& editor) {
             editor.cmdAdd.click(); // empty: only the focus
             QCOMPARE(focusName(), u"Text1"_s);
             m->prompt.expectStart(u"该读者类型已经存在"_s);
@@ -196,7 +189,7 @@ private Q_SLOTS:
         list.CmdDzcs[0].click();
         QCOMPARE(list.Grid1.TextMatrix(2, 1), u"教'师"_s);
         list.Grid1.setRow(2);
-        inDialog<ReaderNameFrm>(m_dialogs, [](ReaderNameFrm& editor) {
+        inDialog<ReaderNameFrm>([](ReaderNameFrm& editor) {
             QVERIFY(!editor.cmdAdd.isEnabled() && editor.CmdSave.isEnabled());
             QCOMPARE(editor.Text1.text(), u"教'师"_s);
             editor.Text1.setText(u"职工"_s);
@@ -217,7 +210,7 @@ private Q_SLOTS:
             list.CmdDzcs[command].click();
         list.Option1[1].click();
         QCOMPARE(list.Grid1.TextMatrix(0, 1) + list.Grid1.TextMatrix(1, 1), u"读者单位一班"_s);
-        inDialog<ReaderNameFrm>(m_dialogs, [this](ReaderNameFrm& editor) {
+        inDialog<ReaderNameFrm>([this](ReaderNameFrm& editor) {
             m->prompt.expectStart(u"输入的读者单位已经存在"_s);
             editor.Text1.insert(u"一班"_s);
             editor.cmdAdd.click();
@@ -233,22 +226,6 @@ private Q_SLOTS:
     }
 
 private:
-    template <typename Screen, typename... Needs> Screen& opened(Needs&&... needs)
-    {
-        auto screen = std::make_unique<Screen>(std::forward<Needs>(needs)...);
-        Screen& there = *screen;
-        m_screen = std::move(screen);
-        appear(there);
-        return there;
-    }
-    static QString lines(const FlexGrid& grid, int columns)
-    {
-        QStringList list;
-        for (int row = 1; row < grid.Rows(); ++row)
-            for (int col = 0; col < columns; ++col)
-                list.append(grid.TextMatrix(row, col));
-        return list.join(u'|');
-    }
     /// A text by an input method, and Enter.
     static void enter(QWidget& box, const QString& text)
     {
@@ -262,9 +239,6 @@ private:
         QTest::keyClick(&control, key, modifiers);
         QCoreApplication::processEvents();
     }
-
-    std::unique_ptr<QWidget> m_screen;
-    int m_dialogs = 0; ///< that have not come yet
 };
 
 QTEST_MAIN(TestRulesForms)

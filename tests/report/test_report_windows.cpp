@@ -46,7 +46,6 @@ private Q_SLOTS:
     void screensPrint()
     {
         m->reader(u"R1"_s);
-        m->copy(u"B1"_s);
         m->loan(u"B1"_s, u"R1"_s, u"2026-03-20"_s);
         LoanQueryPage desk(m->session, *m_reports);
         desk.Check2[3].click();

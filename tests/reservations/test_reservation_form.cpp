@@ -1,11 +1,10 @@
 #include "reservations/reservation_form.h"
-#include "support/library_test.h"
-#include "support/window_steps.h"
+#include "support/screen_test.h"
 
 using namespace quilla;
 
 /// Placing a reservation by keys and mouse: title 1 is out, title 2 has a copy on the shelf, title 3 is lost.
-class TestReservationForm : public LibraryTest {
+class TestReservationForm : public ScreenTest {
     Q_OBJECT
 
     void fill() override
@@ -18,8 +17,7 @@ class TestReservationForm : public LibraryTest {
         m->copy(u"B1b"_s, {{u"bookstatus"_s, u"典藏"_s}, {u"zskid"_s, u"1"_s}});
         m->send(u"delete from zsk where zskid=4"_s);
         m->send(u"update zsk set isbn='7-'+convert(varchar,zskid)"_s);
-        m_form = std::make_unique<frmTushuYuYue>(m->session);
-        appear(*m_form);
+        m_form = &opened<frmTushuYuYue>(m->session);
         QCOMPARE(focusName(), u"Text1"_s);
     }
 
@@ -32,7 +30,7 @@ private Q_SLOTS:
         enter(m_form->Text1, u"书名1"_s);
         QCOMPARE(chosen(), u"7-1|书名1|B1|reserve"_s);
         QCOMPARE(focusName(), u"Text2(0)"_s);
-        clickOn(m_form->Grid2, 2);
+        clickLine(m_form->Grid2, 2, Qt::LeftButton, 2);
         QCOMPARE(chosen(), u"7-1|书名1|B1b|reserve"_s);
         for (const QString& reader : {u"R1"_s, u"R2"_s}) {
             m->prompt.expect(u"确实要预约【书名1】吗？(y/n)"_s).answer(Answer::Yes);
@@ -74,7 +72,7 @@ private Q_SLOTS:
         m_form->Grid1.setFocus();
         QTest::keyClick(&m_form->Grid1, Qt::Key_Return);
         QCOMPARE(chosen(), u"7-2|书名2|B2|reserve"_s);
-        clickOn(m_form->Grid1, 3); // lost
+        clickLine(m_form->Grid1, 3, Qt::LeftButton, 2); // lost
         QCOMPARE(chosen(), u"7-3|书名3||"_s);
         QCOMPARE(m_form->Grid2.Rows(), 2);
         type(m_form->Reader.Text2[0], u"R1"_s);
@@ -93,7 +91,7 @@ private Q_SLOTS:
     {
         QCOMPARE(m_form->Tip.ToolText(&m_form->Grid1), u"Tool1"_s);
         enter(m_form->Text1, u"书名"_s);
-        clickOn(m_form->Grid1, 2, Qt::RightButton);
+        clickLine(m_form->Grid1, 2, Qt::RightButton, 2);
         QVERIFY(m_form->Tip.ToolText(&m_form->Grid1).startsWith(u"正 题 名:书名2\n责 任 者:著者2\n"));
         QCOMPARE(m_form->Grid1.Row(), 1);
         m_form->Text1.setFocus();
@@ -122,13 +120,7 @@ private:
             .join(u'|');
     }
 
-    static void clickOn(FlexGrid& grid, int row, Qt::MouseButton button = Qt::LeftButton)
-    {
-        QTest::mouseClick(
-            grid.viewport(), button, {}, grid.visualRect(grid.model()->index(row - 1, 2)).center());
-    }
-
-    std::unique_ptr<frmTushuYuYue> m_form;
+    frmTushuYuYue* m_form = nullptr;
 };
 
 QTEST_MAIN(TestReservationForm)

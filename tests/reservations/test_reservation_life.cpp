@@ -71,7 +71,6 @@ private Q_SLOTS:
         m->reader(u"R1"_s, FineRules);
         m->reader(u"R2"_s, {{u"ordercount"_s, u"1"_s}, {u"orderday"_s, u"5"_s}});
         m->reader(u"R3"_s);
-        m->copy(u"B1"_s);
         m->loan(u"B1"_s, u"R1"_s, u"2026-03-20"_s);
         const auto [life] = given<Life>();
         for (const Turn& turn : life) {

@@ -1,13 +1,12 @@
 #include "desk/reader_picker_form.h"
 #include "reservations/reservation_list_form.h"
 #include "reservations/reservation_list_ops.h"
-#include "support/library_test.h"
-#include "support/window_steps.h"
+#include "support/screen_test.h"
 
 using namespace quilla;
 
 /// The list of a reader's reservations, by keys; R'1 has two, R2 none.
-class TestReservationList : public LibraryTest {
+class TestReservationList : public ScreenTest {
     Q_OBJECT
 
     void fill() override
@@ -21,10 +20,8 @@ class TestReservationList : public LibraryTest {
         m->reservation(u"R'1"_s, {{u"ordertime"_s, u"2026-03-02"_s}});
         m->reservation(u"gone"_s);
         m->reservation(u"R2"_s, {{u"zskid"_s, u"999"_s}}); // its title was deleted
-        m_form = std::make_unique<frmTuShuYuyueList>(m->session);
-        appear(*m_form);
+        m_form = &opened<frmTuShuYuyueList>(m->session);
     }
-    void finish() override { m_form.reset(); }
 
 private Q_SLOTS:
     void listsByEnter()
@@ -124,7 +121,7 @@ private:
         return lines.join(u';');
     }
 
-    std::unique_ptr<frmTuShuYuyueList> m_form;
+    frmTuShuYuyueList* m_form = nullptr;
 };
 
 QTEST_MAIN(TestReservationList)

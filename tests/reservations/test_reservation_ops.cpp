@@ -1,6 +1,5 @@
 #include "reservations/reservation_ops.h"
 #include "reservations/return_notice_ops.h"
-#include "support/cases.h"
 #include "support/library_test.h"
 #include "support/report_double.h"
 
@@ -153,7 +152,7 @@ private Q_SLOTS:
         m->reservation(u"R1"_s, {{u"oldtime"_s, u"2026-03-20"_s}}); // waits again
         m->reservation(u"R8"_s, {{u"oldtime"_s, u"2026-03-20"_s}, {u"barcode"_s, u"TODAY"_s}});
 
-        PrintedRows report({u"barcode"_s, u"name"_s, u"backdate"_s});
+        ReportDouble report({u"barcode"_s, u"name"_s, u"backdate"_s});
         PrintReturnNotices(m->session, report, u"2026-03-10"_s);
         report.shown.sort();
         QCOMPARE(report.shown,

@@ -2,9 +2,7 @@
 #include "statistics/fine_statistic_form.h"
 #include "statistics/loan_count_form.h"
 #include "statistics/query_form.h"
-#include "support/cases.h"
 #include "support/screen_test.h"
-#include "support/window_steps.h"
 
 using namespace quilla;
 
@@ -54,28 +52,26 @@ private Q_SLOTS:
 
     void listsLoans()
     {
-        LttjFrm form(m_work->place);
-        appear(form);
+        auto& form = opened<LttjFrm>(m_work->place);
         form.loadData({}, u"barcode Asc"_s);
-        QCOMPARE(line(form, 1), u"书名1|著者1|B1|2026-02-20|2026-03-09|1.39600694444444"_s);
-        QCOMPARE(line(form, 2), u"书名2|著者2|B2|2026-02-20|2026-03-20|-9.60399305555556"_s);
+        QCOMPARE(lineOf(form.Grid1, 1), u"书名1|著者1|B1|2026-02-20|2026-03-09|1.39600694444444"_s);
+        QCOMPARE(lineOf(form.Grid1, 2), u"书名2|著者2|B2|2026-02-20|2026-03-20|-9.60399305555556"_s);
         QCOMPARE(form.iRec.text(), u"2"_s);
         form.loadData(u"barcode='B2'"_s, {});
-        QCOMPARE(line(form, 2), u"|||||"_s);
+        QCOMPARE(lineOf(form.Grid1, 2), u"|||||"_s);
         QCOMPARE(form.Grid1.Rows(), 12);
     }
 
     /// The select of the mode before is printed and exported under the head of the new one.
     void aChangeOfTheModeKeepsTheSelect()
     {
-        LttjFrm form(m_work->place);
-        appear(form);
+        auto& form = opened<LttjFrm>(m_work->place);
         form.CmdPrint.click();
         m->prompt.expect(u"没有可以打印的信息！"_s).icon(Icon::Information);
         form.cmdToExcel.click();
         form.loadData({}, {});
         form.Option1[0].click();
-        QCOMPARE(form.iRec.text() + line(form, 0),
+        QCOMPARE(form.iRec.text() + lineOf(form.Grid1, 0),
             u"0书名                  |著 者   |条形码    |借书日期   |应还日期   |还书日期   |操作员"_s);
         m->failAt({});
         m->prompt.expect(u"报表格式为【A4,宽行】,请确认打印机设置正确后再打印!"_s).titled(u"操作提示");
@@ -88,16 +84,15 @@ private Q_SLOTS:
     /// What fails leaves list, count and select; what finds nothing empties them.
     void lostBooksAreNoFines()
     {
-        LttjFrm form(m_work->place);
-        appear(form);
+        auto& form = opened<LttjFrm>(m_work->place);
         form.Option1[3].click();
         QCOMPARE(form.Grid1.TextMatrix(0, 2), u"条形玛   "_s);
         form.loadData({}, {});
-        QCOMPARE(line(form, 1), u"失书|||20.00|丢失|2026-03-01|"_s);
+        QCOMPARE(lineOf(form.Grid1, 1), u"失书|||20.00|丢失|2026-03-01|"_s);
         form.loadData(u"sfmoney>1"_s, {});
-        QCOMPARE(form.iRec.text() + line(form, 1), u"1失书|||20.00|丢失|2026-03-01|"_s);
+        QCOMPARE(form.iRec.text() + lineOf(form.Grid1, 1), u"1失书|||20.00|丢失|2026-03-01|"_s);
         form.loadData(u"bookname='x'"_s, {});
-        QCOMPARE(form.iRec.text() + line(form, 1), u"0||||||"_s);
+        QCOMPARE(form.iRec.text() + lineOf(form.Grid1, 1), u"0||||||"_s);
         m->prompt.expect(u"没有可以打印的信息！"_s);
         form.cmdToExcel.click();
         form.Option1[1].click();
@@ -106,21 +101,18 @@ private Q_SLOTS:
 
     void datesComeFirst()
     {
-        LttjFrm form(m_work->place);
-        appear(form);
+        auto& form = opened<LttjFrm>(m_work->place);
         form.Dates.Check1.click();
         form.Dates.Text1[1].setText(u"3/5/26"_s);
         m->prompt.expect(u"请输入完整的日期格式!(例如:2003-01-01)"_s);
         form.cmdQuery.click();
         form.Dates.Text1[0].setText(u"2026-02-01"_s);
         form.Dates.Text1[1].setText(u"2026-02-28"_s);
-        int awaited = 0;
-        inDialog<QueryFrm>(awaited, [](QueryFrm& query) {
+        inDialog<QueryFrm>([](QueryFrm& query) {
             QCOMPARE(query.LFields.count(), 9);
             query.Command1[1].click();
         });
         form.cmdQuery.click();
-        QCOMPARE(awaited, 0);
         QCOMPARE(form.iRec.text(), u"2"_s);
     }
 
@@ -162,8 +154,7 @@ private Q_SLOTS:
 
     void countsGoToTheReport()
     {
-        LtCountFrm form(m_work->place);
-        appear(form);
+        auto& form = opened<LtCountFrm>(m_work->place);
         QVERIFY(form.Frame2.isEnabled() && !form.Frame3.isEnabled());
         form.Option1[1].click();
         QVERIFY(!form.Frame2.isEnabled() && form.Frame3.isEnabled());
@@ -171,10 +162,8 @@ private Q_SLOTS:
         form.loadData({}, {});
         QVERIFY(form.isVisible() && m_work->reports.shown.isEmpty());
         m->failAt({});
-        int awaited = 0;
-        inDialog<QueryFrm>(awaited, [](QueryFrm& query) { query.Command1[1].click(); });
+        inDialog<QueryFrm>([](QueryFrm& query) { query.Command1[1].click(); });
         form.CmdSave.click();
-        QCOMPARE(awaited, 0);
         QCOMPARE(m_work->reports.shown.join(u' ') + m_work->reports.last.title, u"LtTjReport书名"_s);
         QVERIFY(!form.isVisible());
     }
@@ -182,8 +171,7 @@ private Q_SLOTS:
     /// Here the condition has brackets, and the dates have their quotes doubled.
     void finesGoToTheReport()
     {
-        FkTjFrm form(m_work->place);
-        appear(form);
+        auto& form = opened<FkTjFrm>(m_work->place);
         form.Dates.Check1.click();
         form.Dates.Text1[0].setText(u"2026-03-01"_s);
         m->failAt({});
@@ -192,15 +180,6 @@ private Q_SLOTS:
                                         u"And (cause='x' OR name='y') order by opratedate,cause"));
         QCOMPARE(m_work->reports.shown, QStringList {u"FkDataReport"_s});
         QVERIFY(!form.isVisible());
-    }
-
-private:
-    static QString line(const LttjFrm& form, int row)
-    {
-        QStringList cells;
-        for (int col = 0; col < form.Grid1.Cols(); ++col)
-            cells.append(form.Grid1.TextMatrix(row, col));
-        return cells.join(u'|');
     }
 };
 

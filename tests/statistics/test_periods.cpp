@@ -1,8 +1,6 @@
 #include "statistics/period_form.h"
-#include "support/cases.h"
 #include "support/screen_test.h"
 #include "support/sheet_reader.h"
-#include "support/window_steps.h"
 
 using namespace quilla;
 
@@ -39,7 +37,6 @@ class TestPeriods : public ScreenTest {
         finished(u"R3"_s, u"B3"_s, u"2026-02-05"_s, u"2026-03-05"_s);
         m->insert(u"fkk"_s, {{u"sfmoney"_s, u"1234.5"_s}, {u"opratedate"_s, u"2026-03-05"_s}});
     }
-    void finish() override { m_form.reset(); }
 
 private Q_SLOTS:
     void period_data()
@@ -95,8 +92,8 @@ private Q_SLOTS:
         QCOMPARE(calls().size(), 9);
         QCOMPARE(calls()[2],
             u"select count(*) as counts from   ( select distinct readercode from jhslsk where year(backdate)='2026'  and  month(backdate)='3' and readercode not in (select distinct readercode from jhsk where year(orderdate)='2026'  and  month(orderdate)='3')) as TempTable"_s);
-        QCOMPARE(line(5), u"5|0|2|0|1,234.50|2|0"_s);
-        QCOMPARE(line(32), u"合计|2|3|0|1,234.50|5|0"_s);
+        QCOMPARE(lineOf(m_form->Grid1, 5), u"5|0|2|0|1,234.50|2|0"_s);
+        QCOMPARE(lineOf(m_form->Grid1, 32), u"合计|2|3|0|1,234.50|5|0"_s);
         QCOMPARE(labelTexts(m_form->Frame1),
             u"LabBiLv(0)=800.00% LabBiLv(1)=1,200.00% LabBiLv(2)=800.00% labBookHuanHui=100.00% labBookJieChu=100.00% labReaderCount=3"_s);
         QVERIFY(m_form->labReaderCount.isVisible());
@@ -114,7 +111,7 @@ private Q_SLOTS:
         m_form->cmdNewSelect.click();
         QCOMPARE(calls()[1],
             u"select count(*) as counts from   (select distinct readercode from jhsk where year(orderdate)=2026) as TempTable"_s);
-        QCOMPARE(line(13), u"合计|4|3|0|1,234.50|7|0"_s);
+        QCOMPARE(lineOf(m_form->Grid1, 13), u"合计|4|3|0|1,234.50|7|0"_s);
         QCOMPARE(m_form->LabBiLv[0].text(), u"1,200.00%"_s);
     }
 
@@ -212,7 +209,7 @@ private Q_SLOTS:
         m_form->Box.textDate.setText(u"2026-03"_s);
         m_form->cmdNewSelect.click();
         QCOMPARE(m_form->windowTitle(), u"读者借阅月统计报表"_s);
-        QCOMPARE(line(1).left(10), u"学生|2|0|2|0"_s);
+        QCOMPARE(lineOf(m_form->Grid1, 1).left(10), u"学生|2|0|2|0"_s);
         QCOMPARE(m_form->Grid1.Cols(), 33);
         m->prompt.expect(u"请将打印机设置为【A4--横向(宽行)打印】\n设置正确后点击确定按钮！"_s);
         m_form->cmdClick[2].click();
@@ -238,7 +235,7 @@ private Q_SLOTS:
         m_form->cmdNewSelect.click();
         m_form->Box.textDate.setText(u"2020-01"_s);
         m_form->cmdNewSelect.click();
-        QCOMPARE(line(1), u"||||||"_s);
+        QCOMPARE(lineOf(m_form->Grid1, 1), u"||||||"_s);
         QCOMPARE(m_form->LabBiLv[0].text(), QString());
         QVERIFY(m_form->cmdToExcel.isEnabled());
         m->prompt.expect(u"没有需要导出的数据！"_s);
@@ -268,8 +265,7 @@ private Q_SLOTS:
 private:
     void open(Statistic statistic)
     {
-        m_form = std::make_unique<PeriodStatisticFrm>(m_work->place, periodStatistics()[statistic]);
-        appear(*m_form);
+        m_form = &opened<PeriodStatisticFrm>(m_work->place, periodStatistics()[statistic]);
     }
 
     /// What the screen sent; the bodies of procedures are sent by the database's own helper.
@@ -299,14 +295,6 @@ private:
             .join(u' ');
     }
 
-    QString line(int row) const
-    {
-        QStringList cells;
-        for (int col = 0; col < m_form->Grid1.Cols(); ++col)
-            cells.append(m_form->Grid1.TextMatrix(row, col));
-        return cells.join(u'|');
-    }
-
     void finished(const QString& reader, const QString& barcode, const QString& from, const QString& back)
     {
         m->insert(u"jhslsk"_s,
@@ -314,7 +302,7 @@ private:
                 {u"yhdate"_s, u"2026-06-01"_s}, {u"backdate"_s, back}});
     }
 
-    std::unique_ptr<PeriodStatisticFrm> m_form;
+    PeriodStatisticFrm* m_form = nullptr;
 };
 
 QTEST_MAIN(TestPeriods)

@@ -1,10 +1,8 @@
 #include "statistics/loan_history_form.h"
 #include "statistics/ranking_form.h"
 #include "statistics/yearly_readers_form.h"
-#include "support/cases.h"
 #include "support/screen_test.h"
 #include "support/sheet_reader.h"
-#include "support/window_steps.h"
 
 #include <QDialog>
 #include <QLineEdit>
@@ -15,23 +13,9 @@ using namespace quilla;
 
 namespace {
 
-QString gridLine(const FlexGrid& grid, int row)
-{
-    QStringList cells;
-    for (int col = 0; col < grid.Cols(); ++col)
-        cells.append(grid.TextMatrix(row, col));
-    return cells.join(u'|');
-}
-
 void clickIn(QLineEdit& box)
 {
     QTest::mouseClick(&box, Qt::LeftButton);
-}
-
-void clickLine(FlexGrid& grid, int row)
-{
-    QTest::mouseClick(
-        grid.viewport(), Qt::LeftButton, {}, grid.visualRect(grid.cells().index(row - 1, 0)).center());
 }
 
 } // namespace
@@ -52,7 +36,6 @@ class TestRankings : public ScreenTest {
         finished(u"R2"_s, u"B2"_s, u"2026-01-06"_s);
         finished(u"gone"_s, u"B2"_s, u"2025-12-30"_s);
     }
-    void finish() override { m_form.reset(); }
 
 private Q_SLOTS:
     /// The length comes before the date.
@@ -76,7 +59,7 @@ private Q_SLOTS:
     void titles()
     {
         m->send(u"insert into ztfdl(leibie,mingcheng) values(' I ','文学 ')"_s);
-        auto& form = open<frmtsjh>();
+        auto& form = opened<frmtsjh>(m_work->place);
         QCOMPARE(form.Combo1[3].currentText() + form.Combo1[4].currentText(), u"2026-01-012026-12-31"_s);
         QCOMPARE(form.Combo1[0].count(), 2);
         clickIn(form.Text1);
@@ -94,14 +77,14 @@ private Q_SLOTS:
         form.Command1[0].click();
         QCOMPARE(calls().join(u'\n'),
             (QStringList(2, u"exec procjhphb '全部','10','2026-01-01','2026-12-31','I' "_s).join(u'\n')));
-        QCOMPARE(gridLine(form.MSHFlexgrid1, 1), u"|1|全部|I247/7/x|书名1|著者1|2"_s);
+        QCOMPARE(lineOf(form.MSHFlexgrid1, 1), u"|1|全部|I247/7/x|书名1|著者1|2"_s);
         form.Combo1[0].setEditText(u"二'班"_s);
         form.Command1[0].click();
-        QCOMPARE(gridLine(form.MSHFlexgrid1, 1), u"|1|二'班|I247/7/x|书名1|著者1|1"_s);
+        QCOMPARE(lineOf(form.MSHFlexgrid1, 1), u"|1|二'班|I247/7/x|书名1|著者1|1"_s);
         form.Combo1[0].setEditText(u"三班"_s);
         form.Command1[0].click(); // the list keeps what it held
         QCOMPARE(form.windowTitle(), u"图书借阅排行榜------没有符合条件的数据。。。。。。"_s);
-        QCOMPARE(gridLine(form.MSHFlexgrid1, 1), u"|1|二'班|I247/7/x|书名1|著者1|1"_s);
+        QCOMPARE(lineOf(form.MSHFlexgrid1, 1), u"|1|二'班|I247/7/x|书名1|著者1|1"_s);
         form.Combo1[0].setEditText(u"一班"_s);
         form.Combo1[2].setEditText(u"/"_s);
         m->prompt.expectStart(u"["_s).titled(u"操作提示");
@@ -119,7 +102,7 @@ private Q_SLOTS:
 
     void readers()
     {
-        auto& form = open<dzjyphbFrm>();
+        auto& form = opened<dzjyphbFrm>(m_work->place);
         QCOMPARE(form.Text1[2].text(), u"2026-03-10"_s);
         form.Text1[2].setText(u"2026-01-01"_s);
         clickIn(form.Text1[0]);
@@ -131,7 +114,7 @@ private Q_SLOTS:
         m->failAt({});
         form.Command1[0].click();
         QCOMPARE(calls().last(), u"exec procdzjyphb  '全部','10','2026-01-01','2026-03-10'"_s);
-        QCOMPARE(gridLine(form.MSHFlexGrid2, 1), u"|1|读者R2|教师|一班|2"_s);
+        QCOMPARE(lineOf(form.MSHFlexGrid2, 1), u"|1|读者R2|教师|一班|2"_s);
         QCOMPARE(form.Text1[1].text(), u"10"_s);
         m->failAt(u"exec"_s);
         m->prompt.expect(u"[语句失败：exec]\n请检查输入、存储过程或数据库？"_s).titled(u"操作提示");
@@ -168,7 +151,7 @@ private Q_SLOTS:
     {
         m->insert(u"dzdw"_s, {{u"readunit"_s, u"一班"_s}});
         m->insert(u"dzdw"_s, {{u"readunit"_s, u"一班"_s}});
-        auto& form = open<frmndzjytj>();
+        auto& form = opened<frmndzjytj>(m_work->place);
         form.Text1.setText(u"二〇二六"_s);
         for (const int button : {0, 2, 1}) {
             m->prompt.expect(u"请输入4位数字的年"_s).titled(u"操作提示");
@@ -181,7 +164,7 @@ private Q_SLOTS:
         clickLine(form.MSHFlexGrid1, 1);
         QCOMPARE(form.Text2[0].text(), u"一班"_s);
         form.Command1[0].click();
-        QCOMPARE(gridLine(form.MSHFlexGrid2, 1), u"一班|读者R2|教师|R2|2|2|0|0|0|0|0|0|0|0|0|0|0"_s);
+        QCOMPARE(lineOf(form.MSHFlexGrid2, 1), u"一班|读者R2|教师|R2|2|2|0|0|0|0|0|0|0|0|0|0|0"_s);
         form.cmdToExcel.click();
         QVERIFY(m_work->sheets.shown.value(0).endsWith(u"2026年读者借阅统计报表.xlsx"));
         const QStringList sheet = readBack(m_work->sheets.shown.value(0));
@@ -206,11 +189,11 @@ private Q_SLOTS:
     /// The scanner fills the catalogue, the button waits for a click.
     void history()
     {
-        auto& form = open<JylsQueryFrm>();
+        auto& form = opened<JylsQueryFrm>(m_work->place);
         QCOMPARE(form.windowTitle(), u"借阅历史情况查询"_s);
         type(form.Text1[0], u"B1"_s);
         QCOMPARE(form.windowTitle(), u"借阅历史统计"_s);
-        QCOMPARE(gridLine(form.MSHFlexGrid1, 1), u"|在借|B1|R1|2026-02-20||李馆员"_s);
+        QCOMPARE(lineOf(form.MSHFlexGrid1, 1), u"|在借|B1|R1|2026-02-20||李馆员"_s);
         QCOMPARE(form.Text1[1].text() + form.Text1[2].text(), u"读者R1R1"_s);
         QCOMPARE(form.Text1[3].text() + form.Text1[5].text(), u"I247/7普通图书"_s);
         clickLine(form.MSHFlexGrid1, 2);
@@ -219,7 +202,7 @@ private Q_SLOTS:
         QTest::keyClicks(&form.Text1[17], u"gone"_s);
         form.Command1[2].setFocus();
         form.Command1[2].click();
-        QCOMPARE(gridLine(form.MSHFlexGrid1, 1), u"|已还|B2|gone|2025-12-30|2026-03-05|"_s);
+        QCOMPARE(lineOf(form.MSHFlexGrid1, 1), u"|已还|B2|gone|2025-12-30|2026-03-05|"_s);
         QCOMPARE(form.Text1[1].text() + form.Text1[2].text() + form.Text1[3].text(), u"gone"_s);
         m->send(u"update sck set bookstatus='丢失' where barcode='B2'"_s);
         clickLine(form.MSHFlexGrid1, 1);
@@ -237,7 +220,7 @@ private Q_SLOTS:
 
     void historyOfNothing()
     {
-        auto& form = open<JylsQueryFrm>();
+        auto& form = opened<JylsQueryFrm>(m_work->place);
         m->prompt.expect(u"请输入图书条码"_s).titled(u"操作提示");
         QTest::keyClick(&form.Text1[0], Qt::Key_Return);
         m->prompt.expect(u"请先检索再打印"_s);
@@ -256,15 +239,6 @@ private Q_SLOTS:
     }
 
 private:
-    template <typename Form> Form& open()
-    {
-        auto form = std::make_unique<Form>(m_work->place);
-        Form& opened = *form;
-        m_form = std::move(form);
-        appear(opened);
-        return opened;
-    }
-
     /// What the screen sent; the bodies of procedures are sent by the database's own helper.
     QStringList calls() const { return m->sent.filter(QRegularExpression(u"^[^\n]*$"_s)); }
 
@@ -274,8 +248,6 @@ private:
             {{u"readercode"_s, reader}, {u"barcode"_s, barcode}, {u"orderdate"_s, from},
                 {u"yhdate"_s, u"2026-06-01"_s}, {u"backdate"_s, u"2026-03-05"_s}});
     }
-
-    std::unique_ptr<QWidget> m_form;
 };
 
 QTEST_MAIN(TestRankings)

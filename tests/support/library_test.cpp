@@ -21,4 +21,11 @@ void LibraryTest::cleanup()
     QCOMPARE(m->prompt.takeComplaints(), QString());
 }
 
+int LibraryTest::toldBox(const std::optional<Refusal>& refusal)
+{
+    int box = Refusal::NoBox;
+    if (refusal) tell(m->prompt, *refusal, [&](int named) { box = named; });
+    return box;
+}
+
 } // namespace quilla

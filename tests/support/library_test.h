@@ -1,5 +1,7 @@
 #pragma once
 
+#include "frame/refusal.h"
+#include "support/cases.h"
 #include "support/test_library.h"
 
 namespace quilla {
@@ -14,12 +16,14 @@ protected:
     /// Drops what still holds the library, and looks at what must be true after every function.
     virtual void finish() { }
     virtual void openLibrary();
+    /// Told as an editor does it; the box that it names, -1 without a refusal.
+    int toldBox(const std::optional<Refusal>& refusal);
 
     std::unique_ptr<TestLibrary> m;
 
 protected Q_SLOTS:
     void init();
-    void cleanup();
+    virtual void cleanup();
 };
 
 } // namespace quilla

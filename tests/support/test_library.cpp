@@ -83,6 +83,7 @@ void TestLibrary::copy(const QString& barcode, const Row& changes)
 
 void TestLibrary::loan(const QString& barcode, const QString& reader, const QString& due, const Row& changes)
 {
+    if (rows(u"select barcode from sck where barcode='%1'"_s.arg(doubled(barcode))).isEmpty()) copy(barcode);
     const Row row {{u"readercode"_s, reader}, {u"barcode"_s, barcode}, {u"orderdate"_s, u"2026-02-20"_s},
         {u"yhdate"_s, due}, {u"operater"_s, u"李馆员"_s}};
     insert(u"jhsk"_s, changed(row, changes));

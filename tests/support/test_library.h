@@ -44,6 +44,7 @@ public:
     /// Inserts a row with fitting defaults for what a charge needs; `changes` replace or add columns.
     void reader(const QString& code, const Row& changes = {});
     void copy(const QString& barcode, const Row& changes = {});
+    /// The copy comes into the library with it when it is not there.
     void loan(const QString& barcode, const QString& reader, const QString& due, const Row& changes = {});
     void reservation(const QString& reader, const Row& changes = {});
     void holiday(const QString& name, const QString& period);

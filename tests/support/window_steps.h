@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QLineEdit>
+#include <QTableView>
 #include <QTest>
 #include <QTimer>
 #include <QWidget>
@@ -32,6 +33,22 @@ inline void enter(QLineEdit& box, const QString& text)
     QTest::keyClick(&box, Qt::Key_Return);
 }
 
+/// Types into a box and leaves it by Enter; the step of leaving it is done then.
+inline void typeInto(QWidget& box, const QString& text)
+{
+    box.setFocus();
+    QCoreApplication::processEvents();
+    type(box, text);
+    QCoreApplication::processEvents();
+}
+
+/// Presses the mouse on a line of a grid, in one of its columns.
+inline void clickLine(QTableView& grid, int row, Qt::MouseButton button = Qt::LeftButton, int col = 0)
+{
+    const QPoint place = grid.visualRect(grid.model()->index(row - 1, col)).center();
+    QTest::mouseClick(grid.viewport(), button, {}, place);
+}
+
 /// The window of that class that is on the screen.
 template <typename Window> Window* shown()
 {
@@ -55,17 +72,6 @@ template <typename Window> void whenShown(std::function<void(Window&)> step)
         step(*window);
     });
     poll->start(5);
-}
-
-/// Does the steps in the dialog that comes next and closes it. `awaited` counts those that have not come yet.
-template <typename Dialog> void inDialog(int& awaited, std::function<void(Dialog&)> steps)
-{
-    ++awaited;
-    whenShown<Dialog>([&awaited, steps = std::move(steps)](Dialog& dialog) {
-        steps(dialog);
-        --awaited;
-        dialog.close();
-    });
 }
 
 /// Name of the control with the focus, once what is under way has been done.
