@@ -57,6 +57,12 @@ std::vector<LibraryOperator> listOperators(Connection& connection)
     return operators;
 }
 
+void checkOperatorName(const QString& name)
+{
+    if (isBlank(name)) throw fault(u"用户名不能为空。"_s);
+    checkLoginText(u"用户名"_s, name);
+}
+
 void checkPassword(const QString& password)
 {
     checkLoginText(u"密码"_s, password);
@@ -64,8 +70,7 @@ void checkPassword(const QString& password)
 
 void addOperator(Connection& connection, const QString& name, const QString& password)
 {
-    if (isBlank(name)) throw fault(u"用户名不能为空。"_s);
-    checkLoginText(u"用户名"_s, name);
+    checkOperatorName(name);
     checkPassword(password);
     inTransaction(connection, [&] {
         if (isThere(connection, name)) throw fault(u"操作员 %1 已经存在。"_s.arg(name));

@@ -25,7 +25,8 @@ void setPassword(Connection& connection, const QString& name, const QString& pas
 /// there is no operator of that name.
 void removeOperator(Connection& connection, const QString& name);
 
-/// Throws `Error` that says why the login would not take this password.
+/// These throw `Error` that says why the login would not take such a name or password.
+void checkOperatorName(const QString& name);
 void checkPassword(const QString& password);
 
 } // namespace quilla

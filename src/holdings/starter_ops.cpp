@@ -171,15 +171,20 @@ void loadHolidays(Connection& connection, const StarterFile& file, StarterReport
 
 } // namespace
 
-StarterReport loadStarter(Connection& connection, const QString& folder)
+StarterReport enterStarter(Connection& connection, const QString& folder)
 {
     if (!folder.isEmpty() && !QDir(folder).exists()) throw fault(u"没有文件夹 %1。"_s.arg(folder));
     StarterReport report;
-    inTransaction(connection, [&] {
-        loadTypes(connection, StarterFile(folder, Types), report);
-        loadUnits(connection, StarterFile(folder, Units), report);
-        loadHolidays(connection, StarterFile(folder, Holidays), report);
-    });
+    loadTypes(connection, StarterFile(folder, Types), report);
+    loadUnits(connection, StarterFile(folder, Units), report);
+    loadHolidays(connection, StarterFile(folder, Holidays), report);
+    return report;
+}
+
+StarterReport loadStarter(Connection& connection, const QString& folder)
+{
+    StarterReport report;
+    inTransaction(connection, [&] { report = enterStarter(connection, folder); });
     return report;
 }
 

@@ -2,9 +2,9 @@
 
 #include "database/demo_library.h"
 #include "database/scale.h"
+#include "database/target.h"
 #include "holdings/export_books_ops.h"
 #include "holdings/import_books_ops.h"
-#include "quilla-db/target.h"
 #include "readers/import_readers_ops.h"
 
 #include <QStringList>

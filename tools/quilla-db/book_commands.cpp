@@ -1,10 +1,10 @@
 #include "quilla-db/book_commands.h"
 
+#include "database/work_place.h"
 #include "holdings/built_in.h"
 #include "holdings/refused_books.h"
 #include "platform/core/text.h"
 #include "quilla-db/console_progress.h"
-#include "quilla-db/work_place.h"
 
 #include <QFile>
 

@@ -2,68 +2,25 @@
 
 #include "database/check.h"
 #include "database/copy_library.h"
-#include "database/library_schema.h"
+#include "database/new_library.h"
+#include "database/work_place.h"
 #include "platform/core/text.h"
 #include "platform/db/embedded.h"
-#include "platform/db/pooled_factory.h"
 #include "quilla-db/backup_commands.h"
 #include "quilla-db/book_commands.h"
-#include "quilla-db/first_start.h"
 #include "quilla-db/import_command.h"
 #include "quilla-db/operator_commands.h"
 #include "quilla-db/starter_commands.h"
 #include "quilla-db/upgrade_command.h"
-#include "quilla-db/work_place.h"
+#include "setup/stored_connection_ops.h"
 
 namespace quilla {
 
 namespace {
 
-using Fill = std::function<void(Connection&)>;
-
 Error fault(const QString& text)
 {
     return Error(5, u"quilla-db"_s, text);
-}
-
-void fillOpened(const Target& target, const sql::Schema& schema, const Fill& fill)
-{
-    const SystemClock clock;
-    PooledFactory factory(schema, clock);
-    Connection connection = factory.open(target.connectionText);
-    connection.begin(OnFailure::EndTransaction);
-    fill(connection);
-    connection.commit();
-    connection.settleRows();
-}
-
-/// A file that is not there yet, or an empty base of a server, with all that `fill` makes or nothing.
-void makeNew(const Target& target, const sql::Schema& schema, const Fill& fill)
-{
-    if (target.file)
-        createEmbedded(*target.file, schema, SystemClock(), fill, target.group);
-    else
-        fillOpened(target, schema, fill);
-}
-
-/// A new database with its first rows and what `fill` adds.
-void makeLibrary(const Arguments& arguments, const Fill& fill)
-{
-    const Fill whole = [&](Connection& connection) {
-        createLibrary(connection);
-        insertInitialRows(connection, arguments.operatorName);
-        if (fill) fill(connection);
-    };
-    makeNew(arguments.target, librarySchema(), whole);
-}
-
-/// Data for an empty library; a file that is not there is created with it.
-void load(const Arguments& arguments, const Fill& fill)
-{
-    if (arguments.target.file && !arguments.target.exists())
-        makeLibrary(arguments, fill);
-    else
-        fillOpened(arguments.target, librarySchema(), fill);
 }
 
 Outcome help(const Arguments&, QTextStream& out)
@@ -78,7 +35,7 @@ Outcome create(const Arguments& arguments, QTextStream& out)
         out << libraryScript(arguments.operatorName);
         return Outcome::Done;
     }
-    makeLibrary(arguments, {});
+    makeLibrary(arguments.target, arguments.operatorName);
     out << u"已建立数据库："_s << arguments.target.name() << u"\n操作员 "_s << arguments.operatorName
         << u" 还没有密码，请登录后立即修改。\n"_s;
     return Outcome::Done;
@@ -86,7 +43,8 @@ Outcome create(const Arguments& arguments, QTextStream& out)
 
 Outcome loadDemo(const Arguments& arguments, QTextStream& out)
 {
-    load(arguments, [&](Connection& connection) { fillDemoLibrary(connection, arguments.demo); });
+    loadLibrary(arguments.target, arguments.operatorName,
+        [&](Connection& connection) { fillDemoLibrary(connection, arguments.demo); });
     out << u"已装入演示数据："_s << arguments.target.name() << u"\n操作员 "_s << DemoOperator << u"，密码 "_s
         << DemoPassword << u"\n"_s;
     return Outcome::Done;
@@ -94,7 +52,8 @@ Outcome loadDemo(const Arguments& arguments, QTextStream& out)
 
 Outcome loadScale(const Arguments& arguments, QTextStream& out)
 {
-    load(arguments, [&](Connection& connection) { fillScaleData(connection, arguments.scale); });
+    loadLibrary(arguments.target, arguments.operatorName,
+        [&](Connection& connection) { fillScaleData(connection, arguments.scale); });
     out << u"已装入测速数据："_s << arguments.target.name() << u"\n"_s;
     return Outcome::Done;
 }

@@ -1,13 +1,12 @@
 #include "quilla-db/import_command.h"
 
+#include "database/work_place.h"
 #include "platform/core/new_file.h"
 #include "platform/core/text.h"
-#include "quilla-db/work_place.h"
 #include "readers/export_readers_ops.h"
-#include "readers/import_readers_ops.h"
+#include "readers/refused_readers.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 namespace quilla {
 
@@ -17,46 +16,6 @@ Error fault(const QString& text)
 {
     return Error(5, u"quilla-db"_s, text);
 }
-
-QByteArray contentOf(const QString& name)
-{
-    QFile file(name);
-    if (QFileInfo(name).isDir()) throw fault(u"%1 是文件夹，不是文件。"_s.arg(name));
-    if (!QFileInfo::exists(name)) throw fault(u"没有文件 %1。"_s.arg(name));
-    if (!file.open(QIODevice::ReadOnly)) throw fault(u"无法读取文件 %1：%2"_s.arg(name, file.errorString()));
-    return file.readAll();
-}
-
-/// The file for the refused lines. It is begun before the import: what can't be written then must not be
-/// found out when the other lines are in the library already.
-class RefusedFile {
-public:
-    explicit RefusedFile(const QString& name)
-    {
-        if (name.isEmpty()) return;
-        // A folder that is missing is rather a slip of the pen than a wish.
-        const QString folder = QFileInfo(name).absolutePath();
-        if (!QFileInfo(folder).isDir()) throw fault(u"没有文件夹 %1。"_s.arg(folder));
-        m_file.emplace(name);
-    }
-
-    void write(const ImportReport& report)
-    {
-        if (!m_file || report.refused.empty()) return;
-        writePart(refusedFile(report));
-        m_file->finish();
-    }
-
-private:
-    void writePart(const QByteArray& lines) const
-    {
-        QFile part(m_file->part());
-        if (!part.open(QIODevice::WriteOnly) || part.write(lines) < 0 || !part.flush())
-            throw fault(u"无法写入文件 %1：%2"_s.arg(part.fileName(), part.errorString()));
-    }
-
-    std::optional<NewFile> m_file;
-};
 
 /// The file has them all; nobody reads thousands on a screen.
 void tellRefused(const Arguments& arguments, const ImportReport& report, QTextStream& out)
@@ -98,7 +57,7 @@ void tellOutcome(const Arguments& arguments, const ImportReport& report, QTextSt
 Outcome importReadersOf(const Arguments& arguments, QTextStream& out)
 {
     const QByteArray content = contentOf(arguments.file);
-    RefusedFile refused(arguments.refusedFile);
+    RefusedReaders refused(arguments.refusedFile);
     WorkPlace place(arguments.target);
     const ImportReport report = importReaders(place.connection, place.schema, content, arguments.readers);
     tellRefused(arguments, report, out);

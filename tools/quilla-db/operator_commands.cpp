@@ -1,9 +1,9 @@
 #include "quilla-db/operator_commands.h"
 
+#include "database/work_place.h"
 #include "holdings/operators_ops.h"
 #include "platform/core/text.h"
 #include "quilla-db/asked_password.h"
-#include "quilla-db/work_place.h"
 
 namespace quilla {
 

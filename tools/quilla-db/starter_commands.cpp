@@ -1,8 +1,8 @@
 #include "quilla-db/starter_commands.h"
 
+#include "database/work_place.h"
 #include "holdings/starter_ops.h"
 #include "platform/core/text.h"
-#include "quilla-db/work_place.h"
 
 namespace quilla {
 

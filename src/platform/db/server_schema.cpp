@@ -90,10 +90,14 @@ sql::Translation inOwnWords(QStringView text)
 
 } // namespace
 
+qint64 serverSchemaVersion(const OdbcDriver& driver)
+{
+    return driver.engine() == sql::Engine::Postgres ? driver.number(NotedVersion) : 0;
+}
+
 void refuseOtherSchema(const OdbcDriver& driver)
 {
-    if (driver.engine() != sql::Engine::Postgres) return;
-    const qint64 version = driver.number(NotedVersion);
+    const qint64 version = serverSchemaVersion(driver);
     if (version == 0 || version == sql::PostgresSchemaVersion) return;
     const QString told = version > sql::PostgresSchemaVersion
         ? u"数据库由更新版本的程序建立（结构版本 %1，本程序认识 %2），请先升级本程序。"_s

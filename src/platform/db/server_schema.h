@@ -5,6 +5,10 @@
 
 namespace quilla {
 
+/// The version of the library on a PostgreSQL server; 0 where there is none, and on every other server, where
+/// the version changes nothing.
+qint64 serverSchemaVersion(const OdbcDriver& driver);
+
 /// Throws `Error` for a library on a PostgreSQL server that another version of this program made. A base
 /// without a library passes, and so does every other server, where the version changes nothing.
 void refuseOtherSchema(const OdbcDriver& driver);

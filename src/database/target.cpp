@@ -1,4 +1,4 @@
-#include "quilla-db/target.h"
+#include "database/target.h"
 
 #include "platform/core/text.h"
 #include "platform/db/connection_text.h"

@@ -6,7 +6,7 @@
 
 namespace quilla {
 
-/// The database that a command works on.
+/// The database that a command or the set-up works on.
 struct Target {
     QString connectionText; ///< holds a password at times: never print it
     std::optional<QString> file; ///< of an embedded database

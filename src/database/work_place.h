@@ -1,8 +1,8 @@
 #pragma once
 
 #include "database/library_schema.h"
+#include "database/target.h"
 #include "platform/db/pooled_factory.h"
-#include "quilla-db/target.h"
 
 namespace quilla {
 

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "database/target.h"
+#include "platform/core/settings.h"
+
+namespace quilla {
+
+/// Whether a connection text is stored for this user.
+bool hasStoredText(const SettingsStore& settings);
+
+/// Stores the text that leads to a library; the client opens it from now on. Throws `Error` when it can't be
+/// stored.
+void storeConnection(SettingsStore& settings, const Target& target);
+
+/// Stores a connection text that leads to the user's own embedded database.
+void storeOwnDatabase(SettingsStore& settings);
+
+/// What the client opens now, in words that hold no password; empty when nothing is stored.
+QString storedPlace(const SettingsStore& settings);
+
+} // namespace quilla
