@@ -147,6 +147,11 @@ void repairLibrary(Connection& connection, const std::vector<Finding>& findings)
 void guardLibrary(Connection& connection)
 {
     unguardLibrary(connection);
+    guardNewLibrary(connection);
+}
+
+void guardNewLibrary(Connection& connection)
+{
     for (const auto& [table, column] : Guarded)
         connection.execute(u"create unique index guard_%1_%2 on %1 (%2)"_s.arg(table, column));
 }

@@ -43,6 +43,8 @@ void repairLibrary(Connection& connection, const std::vector<Finding>& findings)
 /// barcode, or makes them anew. Not part of a new library, since other programs of the suite expect none.
 /// Throws `Error` when rows stand in the way.
 void guardLibrary(Connection& connection);
+/// The same for a library that has none yet; in the transaction of the caller.
+void guardNewLibrary(Connection& connection);
 /// Takes these indexes away; it does not matter whether they are there.
 void unguardLibrary(Connection& connection);
 

@@ -150,7 +150,7 @@ void beginLibrary(const NewLibrary& library)
         setPassword(connection, library.operatorName, library.password);
         enterLibraryName(connection, library.name);
         if (library.starter) enterStarter(connection);
-        if (library.guards) guardLibrary(connection);
+        if (library.guards) guardNewLibrary(connection);
     });
 }
 

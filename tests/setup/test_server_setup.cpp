@@ -27,7 +27,7 @@ private Q_SLOTS:
     void eachStepFailsUnderItsName()
     {
         PostgresDatabase closed;
-        closed.run(("REVOKE ALL ON DATABASE " + closed.name() + " FROM public").toUtf8());
+        closed.run("REVOKE ALL ON DATABASE " + closed.name().toUtf8() + " FROM public");
         const QString folder = *ConnectionItems(m_server.connectionText()).value(u"Servername");
         const QString base = m_server.name();
         const struct {
@@ -61,7 +61,7 @@ private Q_SLOTS:
     {
         const ServerInput input = own();
         QCOMPARE(found(input).state, State::Empty);
-        beginLibrary({connectionTarget(serverText(input)), u"城东图书馆"_s, u"wang"_s, u"a'b"_s});
+        beginLibrary({connectionTarget(serverText(input)), u"城东图书馆"_s, u"wang"_s, u"a b"_s});
         const ServerTest test = testServer(serverText(input), [](ServerStep) {});
         QCOMPARE(test.probe.state, State::Ready);
         QCOMPARE(test.library.name, u"城东图书馆"_s);
