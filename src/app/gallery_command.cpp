@@ -3,6 +3,7 @@
 #include "app/desk_application.h"
 #include "app/gallery_ops.h"
 #include "app/gallery_samples_ops.h"
+#include "app/gallery_scans_ops.h"
 #include "app/pictures/pictures.h"
 #include "app/screen_register.h"
 #include "frame/main_form.h"
@@ -11,9 +12,11 @@
 #include "platform/report/slip_pages.h"
 #include "platform/ui/form/dialog_prompt.h"
 #include "platform/ui/look/gallery.h"
+#include "platform/ui/look/theme.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTextStream>
 #include <QTimer>
@@ -88,14 +91,34 @@ void addMessages(Album& album)
     }
 }
 
-/// With the desk open in it, and a reader before the operator.
-void addMainWindow(Album& album, Session& session, LtMainFrm& window)
+/// A reader before the operator, the latest copy charged, the session list filled.
+void workAtDesk(Session& session, const LtMainFrm& window)
 {
-    window.openScreen(u"TsjhFrm"_s);
     auto* card = window.findChild<QLineEdit*>(u"TxtReaderCode"_s);
     card->setText(readerForPictures(session));
     Pictures::pressEnter(*card);
-    album.add(window.objectName(), window);
+    for (const ScanEntry& scan : scanSamples(session, card->text()))
+        session.scans->add(scan);
+    auto* result = window.findChild<QLabel*>(u"tMsg"_s);
+    result->setText(u"借书成功"_s);
+    setTone(*result, Tone::Ok);
+    window.findChild<QLineEdit*>(u"TxtBarCode"_s)->setFocus();
+}
+
+/// With the desk open in it, on a whole screen of the usual sizes, and of what is left of them when the
+/// desktop enlarges everything.
+void addMainWindow(Album& album, Session& session, LtMainFrm& window)
+{
+    window.show();
+    QCoreApplication::processEvents(); // the size of the screen comes with it
+    window.openScreen(u"TsjhFrm"_s)->parentWidget()->showMaximized();
+    workAtDesk(session, window);
+    for (const QSize size :
+        {QSize(1366, 768), QSize(1920, 1080), QSize(1093, 614), QSize(960, 540), QSize(683, 384)}) {
+        window.resize(size);
+        QCoreApplication::processEvents();
+        album.add(u"%1-%2x%3"_s.arg(window.objectName()).arg(size.width()).arg(size.height()), window);
+    }
 }
 
 /// Every report page by page, and one in its window.
