@@ -45,6 +45,7 @@ protected:
         if (index.column() != ScanLog::What && index.column() != ScanLog::Result) return;
         const auto outcome = ScanOutcome(index.data(ScanLog::OutcomeRole).toInt());
         option->palette.setColor(QPalette::Text, colourOf(outcome));
+        option->palette.setColor(QPalette::Inactive, QPalette::HighlightedText, colourOf(outcome));
         option->font.setBold(outcome != ScanOutcome::Done);
     }
 };

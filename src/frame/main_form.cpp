@@ -102,6 +102,7 @@ void LtMainFrm::makeToolbar()
 
 void LtMainFrm::makeStatusBar()
 {
+    StatusBar1->setContentsMargins(10, 0, 0, 0); // flush with the forms above
     for (QLabel*& panel : m_panels) {
         panel = new QLabel;
         panel->setObjectName(u"Panel%1"_s.arg(&panel - m_panels.data() + 1));

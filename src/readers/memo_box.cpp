@@ -18,6 +18,7 @@ MemoBox::MemoBox(QWidget* parent)
     : QPlainTextEdit(parent)
 {
     setTabChangesFocus(true);
+    setViewportMargins(1, 1, 1, 1); // leaves the rounded corners of the frame
     connect(this, &QPlainTextEdit::textChanged, this, &MemoBox::cutTyped);
 }
 

@@ -1,6 +1,7 @@
 #include "statistics/period_box.h"
 
 #include "platform/ui/form/form.h"
+#include "platform/ui/look/calendar_look.h"
 #include "platform/ui/look/theme.h"
 
 #include <QLayout>
@@ -40,10 +41,8 @@ void PeriodBox::setUpCalendar()
     build(Calendar, column(MonthView, row(stretch(), cmdDate)));
     Calendar.setFrameShape(QFrame::StyledPanel);
     Calendar.setAutoFillBackground(true);
-    MonthView.setLocale(QLocale(QLocale::Chinese, QLocale::China));
-    MonthView.setFirstDayOfWeek(Qt::Monday);
+    dressCalendar(MonthView);
     MonthView.setAccessibleName(u"日历"_s);
-    MonthView.setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     Calendar.hide();
     labMonthhh.setToolTip(u"打开日历"_s);
     onClick(labMonthhh, [this] { toggleCalendar(); });

@@ -288,8 +288,12 @@ void FlexGrid::paintEvent(QPaintEvent* event)
     QTableView::paintEvent(event);
     if (m_hint.isEmpty() || !m_model.isEmptyList()) return;
     QPainter painter(viewport());
+    constexpr int flags = Qt::AlignCenter | Qt::TextWordWrap;
+    // the lines of the empty rows don't strike it through
+    const QRect text = painter.boundingRect(viewport()->rect(), flags, m_hint);
+    painter.fillRect(text.adjusted(-10, -4, 10, 4), Theme::current().surface);
     painter.setPen(Theme::current().mutedText);
-    painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, m_hint);
+    painter.drawText(viewport()->rect(), flags, m_hint);
 }
 
 void FlexGrid::mouseMoveEvent(QMouseEvent* event)

@@ -18,7 +18,7 @@ void paintMarker(QPainter& painter, const QRect& cell, bool current)
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(theme.accent);
+    painter.setBrush(theme.link);
     painter.drawPolygon(
         QPolygonF {centre + QPointF(-3, -5), centre + QPointF(4, 0), centre + QPointF(-3, 5)});
     painter.restore();
@@ -39,6 +39,7 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
     const int mark = m_grid.markOf(index.row() + 1);
     if (mark < 0) return;
     option->palette.setColor(QPalette::Text, Theme::current().error);
+    option->palette.setColor(QPalette::Inactive, QPalette::HighlightedText, Theme::current().error);
     if (index.column() == mark) option->text.prepend(u'！');
 }
 

@@ -208,6 +208,13 @@ void drawQuestion(QPainter& painter, const Ink& ink)
     painter.drawEllipse(QPointF(16, 23.2), 1.9, 1.9);
 }
 
+/// Points left for -1, right for 1.
+template <int Side> void drawChevron(QPainter& painter, const Ink& ink)
+{
+    useLine(painter, ink.line, 3);
+    painter.drawPolyline(QPolygonF {{16 - 4.5 * Side, 7}, {16 + 4.5 * Side, 16}, {16 - 4.5 * Side, 25}});
+}
+
 class DrawnIcon final : public QIconEngine {
 public:
     explicit DrawnIcon(Drawing drawing)
@@ -273,6 +280,11 @@ QIcon messageIcon(Sign sign)
 {
     constexpr Drawing drawings[] {drawInformation, drawWarning, drawStop, drawQuestion};
     return QIcon(new DrawnIcon(drawings[int(sign)]));
+}
+
+QIcon arrowIcon(Qt::ArrowType direction)
+{
+    return QIcon(new DrawnIcon(direction == Qt::LeftArrow ? drawChevron<-1> : drawChevron<1>));
 }
 
 QIcon applicationIcon()

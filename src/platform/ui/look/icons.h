@@ -8,6 +8,9 @@ namespace quilla {
 /// "Password" or "Quit". Drawn anew at every size, so it is crisp at any scale. Null for another key.
 QIcon toolbarIcon(const QString& key);
 
+/// Left or right, as in the bar of a calendar.
+QIcon arrowIcon(Qt::ArrowType direction);
+
 /// The picture of the program itself.
 QIcon applicationIcon();
 

@@ -2,18 +2,18 @@
 
 #include "platform/ui/look/icons.h"
 #include "platform/ui/look/style_parts.h"
+#include "platform/ui/look/style_shapes.h"
 
 #include <QPainter>
 #include <QStyleFactory>
 #include <QStyleOption>
+#include <QToolButton>
 
 namespace quilla {
 
 namespace {
 
-constexpr qreal Corner = 3;
 constexpr int TitleGap = 3;
-constexpr qreal ArrowHeight = 4;
 
 bool has(const QStyleOption* option, QStyle::StateFlag flag)
 {
@@ -76,7 +76,7 @@ void QuillaStyle::drawBox(
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(QPen(ring ? m_theme.accent : edge, width));
     painter->setBrush(face);
-    painter->drawRoundedRect(frame, Corner, Corner);
+    painter->drawRoundedRect(frame, FrameCorner, FrameCorner);
     painter->restore();
 }
 
@@ -106,16 +106,6 @@ void QuillaStyle::drawButtonFace(QPainter* painter, const QStyleOption* option) 
     drawBox(painter, option->rect, face, edge, has(option, State_HasFocus));
 }
 
-void QuillaStyle::drawGroupFrame(QPainter* painter, const QStyleOption* option) const
-{
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(m_theme.line, 1));
-    painter->setBrush(Qt::NoBrush);
-    painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), Corner, Corner);
-    painter->restore();
-}
-
 /// Around a tick, a tab or a picture, also where the program has set the focus. Buttons and lists show it on
 /// their own frame.
 void QuillaStyle::drawFocusRing(QPainter* painter, const QStyleOption* option, const QWidget* widget) const
@@ -125,29 +115,9 @@ void QuillaStyle::drawFocusRing(QPainter* painter, const QStyleOption* option, c
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(QPen(m_theme.accent, 1.5));
     painter->setBrush(Qt::NoBrush);
-    painter->drawRoundedRect(QRectF(option->rect).adjusted(0.75, 0.75, -0.75, -0.75), Corner, Corner);
+    painter->drawRoundedRect(
+        QRectF(option->rect).adjusted(0.75, 0.75, -0.75, -0.75), FrameCorner, FrameCorner);
     painter->restore();
-}
-
-/// A pen between two pixels, so that no side is lost where a point is one and a half of them.
-void QuillaStyle::drawListFrame(QPainter* painter, const QStyleOption* option) const
-{
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(m_theme.border, 1));
-    painter->setBrush(Qt::NoBrush);
-    painter->drawRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5));
-    painter->restore();
-}
-
-void QuillaStyle::drawHeaderSection(QPainter* painter, const QStyleOption* option) const
-{
-    const QRect rect = option->rect;
-    painter->fillRect(rect, m_theme.header);
-    painter->setPen(m_theme.border);
-    painter->drawLine(rect.bottomLeft(), rect.bottomRight());
-    painter->setPen(m_theme.line);
-    painter->drawLine(rect.topRight(), rect.bottomRight() - QPoint(0, 1));
 }
 
 /// The arrow of a sorted column stands over its caption, which keeps its room.
@@ -156,17 +126,7 @@ void QuillaStyle::drawHeader(QPainter* painter, const QStyleOptionHeader& header
     QStyleOptionHeader unsorted(header);
     unsorted.sortIndicator = QStyleOptionHeader::None;
     QProxyStyle::drawControl(CE_Header, &unsorted, painter, widget);
-    if (header.sortIndicator == QStyleOptionHeader::None) return;
-    const QPointF top(header.rect.center().x(), header.rect.top() + 1);
-    const qreal base = header.sortIndicator == QStyleOptionHeader::SortUp ? ArrowHeight : 0;
-    painter->save();
-    painter->setClipRect(header.rect); // the caption leaves nothing to paint on
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(m_theme.accent);
-    painter->drawPolygon(QPolygonF({top + QPointF(-ArrowHeight, base), top + QPointF(ArrowHeight, base),
-        top + QPointF(0, ArrowHeight - base)}));
-    painter->restore();
+    if (header.sortIndicator != QStyleOptionHeader::None) paintSortArrow(*painter, header, m_theme);
 }
 
 void QuillaStyle::drawPrimitive(
@@ -186,11 +146,23 @@ void QuillaStyle::drawPrimitive(
     case PE_IndicatorRadioButton:
         return paintRadio(*painter, *option, m_theme);
     case PE_FrameGroupBox:
-        return drawGroupFrame(painter, option);
+        return paintGroupFrame(*painter, option->rect, m_theme);
     case PE_FrameFocusRect:
         return drawFocusRing(painter, option, widget);
     case PE_Frame:
-        return drawListFrame(painter, option);
+        return paintListFrame(*painter, option->rect, m_theme);
+    case PE_FrameTabWidget:
+        return paintTabPage(*painter, option->rect, m_theme);
+    case PE_IndicatorArrowUp:
+        return paintArrow(*painter, *option, Qt::UpArrow);
+    case PE_IndicatorArrowDown:
+        // in the corner of such a button it would stand over the text
+        if (const auto* tool = qobject_cast<const QToolButton*>(widget); tool && tool->menu()) return;
+        return paintArrow(*painter, *option, Qt::DownArrow);
+    case PE_IndicatorArrowLeft:
+        return paintArrow(*painter, *option, Qt::LeftArrow);
+    case PE_IndicatorArrowRight:
+        return paintArrow(*painter, *option, Qt::RightArrow);
     case PE_FrameWindow:
         painter->setPen(m_theme.border);
         return painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
@@ -202,10 +174,18 @@ void QuillaStyle::drawPrimitive(
 void QuillaStyle::drawControl(
     ControlElement element, const QStyleOption* option, QPainter* painter, const QWidget* widget) const
 {
-    if (element == CE_HeaderSection) return drawHeaderSection(painter, option);
+    if (element == CE_HeaderSection) return paintHeaderSection(*painter, option->rect, m_theme);
     if (const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option);
         header && element == CE_Header)
         return drawHeader(painter, *header, widget);
+    if (const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option);
+        tab && element == CE_TabBarTabShape)
+        return paintTab(*painter, *tab, m_theme);
+    if (element == CE_ProgressBarGroove)
+        return drawBox(painter, option->rect, m_theme.surface, m_theme.border, false);
+    if (const auto* bar = qstyleoption_cast<const QStyleOptionProgressBar*>(option);
+        bar && element == CE_ProgressBarContents)
+        return paintProgress(*painter, *bar, m_theme);
     if (element == CE_ToolBar) {
         painter->fillRect(option->rect, m_theme.window);
         painter->setPen(m_theme.line);
@@ -223,6 +203,7 @@ void QuillaStyle::drawComplexControl(
     if (const auto* title = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
         title && control == CC_TitleBar)
         return paintTitleBar(*painter, *title, m_theme);
+    if (control == CC_MdiControls) return paintWindowButtons(*painter, *option, m_theme);
     if (const auto* list = qstyleoption_cast<const QStyleOptionComboBox*>(option);
         list && control == CC_ComboBox && list->frame)
         return drawComboBox(painter, *list);
@@ -252,6 +233,7 @@ QRect QuillaStyle::subControlRect(
     if (const auto* title = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
         title && control == CC_TitleBar)
         return titleBarPart(*title, part);
+    if (control == CC_MdiControls) return windowButtonPart(*option, part);
     return QProxyStyle::subControlRect(control, option, part, widget);
 }
 
@@ -273,6 +255,10 @@ QIcon QuillaStyle::standardIcon(
         return messageIcon(Sign::Stop);
     case SP_MessageBoxQuestion:
         return messageIcon(Sign::Question);
+    case SP_ArrowLeft:
+        return arrowIcon(Qt::LeftArrow);
+    case SP_ArrowRight:
+        return arrowIcon(Qt::RightArrow);
     default:
         return QProxyStyle::standardIcon(standard, option, widget);
     }
@@ -281,6 +267,7 @@ QIcon QuillaStyle::standardIcon(
 QSize QuillaStyle::sizeFromContents(
     ContentsType type, const QStyleOption* option, const QSize& size, const QWidget* widget) const
 {
+    if (type == CT_MdiControls) return windowButtonsSize();
     QSize result = QProxyStyle::sizeFromContents(type, option, size, widget);
     if (type == CT_PushButton) result = result.expandedTo(QSize(0, 30)) + QSize(8, 0);
     if (type == CT_LineEdit || type == CT_ComboBox) result = result.expandedTo(QSize(0, 30));

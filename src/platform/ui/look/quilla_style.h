@@ -40,11 +40,8 @@ private:
     void drawComboBox(QPainter* painter, const QStyleOptionComboBox& list) const;
     void drawButtonFace(QPainter* painter, const QStyleOption* option) const;
     void drawFocusRing(QPainter* painter, const QStyleOption* option, const QWidget* widget) const;
-    void drawGroupFrame(QPainter* painter, const QStyleOption* option) const;
-    void drawListFrame(QPainter* painter, const QStyleOption* option) const;
     QRect groupPart(const QStyleOptionGroupBox& group, SubControl part) const;
     void drawHeader(QPainter* painter, const QStyleOptionHeader& header, const QWidget* widget) const;
-    void drawHeaderSection(QPainter* painter, const QStyleOption* option) const;
 
     Theme m_theme;
 };

@@ -64,6 +64,25 @@ void paintGlyph(QPainter& painter, QStyle::SubControl part, const QPointF& centr
     }
 }
 
+struct WindowButton {
+    QStyle::SubControl glyph;
+    QRect rect; ///< empty when it is not there
+    QColor ink;
+};
+
+/// The one under the pointer has a face.
+void paintWindowButton(QPainter& painter, const QStyleOptionComplex& bar, QStyle::SubControl part,
+    const WindowButton& button, const Theme& theme)
+{
+    if (button.rect.isEmpty()) return;
+    const bool under = bar.activeSubControls.testFlag(part) && bar.state.testFlag(QStyle::State_MouseOver);
+    const bool closes = button.glyph == QStyle::SC_TitleBarCloseButton;
+    if (under) painter.fillRect(button.rect, closes ? theme.error : theme.mutedText);
+    painter.setPen(QPen(under ? theme.surface : button.ink, 1.4));
+    painter.setBrush(Qt::NoBrush);
+    paintGlyph(painter, button.glyph, QRectF(button.rect).center());
+}
+
 /// The square of a check box or the circle of a choice, in the room that it is given.
 QRectF indicatorFrame(const QStyleOption& option)
 {
@@ -175,16 +194,33 @@ void paintTitleBar(QPainter& painter, const QStyleOptionTitleBar& bar, const The
         bar.fontMetrics.elidedText(bar.text, Qt::ElideRight, label.width()));
     painter.setRenderHint(QPainter::Antialiasing);
     for (const auto part : {QStyle::SC_TitleBarMinButton, QStyle::SC_TitleBarMaxButton,
-             QStyle::SC_TitleBarNormalButton, QStyle::SC_TitleBarCloseButton}) {
-        const QRect button = titleBarPart(bar, part);
-        if (button.isEmpty()) continue;
-        const bool under
-            = bar.activeSubControls.testFlag(part) && bar.state.testFlag(QStyle::State_MouseOver);
-        if (under)
-            painter.fillRect(button, part == QStyle::SC_TitleBarCloseButton ? theme.error : theme.mutedText);
-        painter.setPen(QPen(under ? theme.surface : ink, 1.4));
-        paintGlyph(painter, part, QRectF(button).center());
-    }
+             QStyle::SC_TitleBarNormalButton, QStyle::SC_TitleBarCloseButton})
+        paintWindowButton(painter, bar, part, {part, titleBarPart(bar, part), ink}, theme);
+    painter.restore();
+}
+
+QSize windowButtonsSize()
+{
+    return {3 * TitleButton, 24};
+}
+
+QRect windowButtonPart(const QStyleOptionComplex& bar, QStyle::SubControl part)
+{
+    const int place = part == QStyle::SC_MdiCloseButton ? 0 : part == QStyle::SC_MdiNormalButton ? 1 : 2;
+    return {bar.rect.right() + 1 - (place + 1) * TitleButton, bar.rect.top(), TitleButton, bar.rect.height()};
+}
+
+void paintWindowButtons(QPainter& painter, const QStyleOptionComplex& bar, const Theme& theme)
+{
+    constexpr std::pair<QStyle::SubControl, QStyle::SubControl> buttons[] {
+        {QStyle::SC_MdiMinButton, QStyle::SC_TitleBarMinButton},
+        {QStyle::SC_MdiNormalButton, QStyle::SC_TitleBarNormalButton},
+        {QStyle::SC_MdiCloseButton, QStyle::SC_TitleBarCloseButton},
+    };
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (const auto& [part, glyph] : buttons)
+        paintWindowButton(painter, bar, part, {glyph, windowButtonPart(bar, part), theme.text}, theme);
     painter.restore();
 }
 

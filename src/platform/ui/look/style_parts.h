@@ -24,4 +24,9 @@ void paintScrollBar(QPainter& painter, const QStyleOptionSlider& bar, const Them
 QRect titleBarPart(const QStyleOptionTitleBar& bar, QStyle::SubControl part);
 void paintTitleBar(QPainter& painter, const QStyleOptionTitleBar& bar, const Theme& theme);
 
+/// The same buttons in the menu bar, while that window fills the client area.
+QSize windowButtonsSize();
+QRect windowButtonPart(const QStyleOptionComplex& bar, QStyle::SubControl part);
+void paintWindowButtons(QPainter& painter, const QStyleOptionComplex& bar, const Theme& theme);
+
 } // namespace quilla

@@ -62,6 +62,13 @@ void addQuietStates(QPalette& palette, const Theme& theme)
     palette.setColor(QPalette::Disabled, QPalette::Text, theme.mutedText);
 }
 
+/// So is a list that can't be opened.
+QPalette listPalette(QPalette palette, const Theme& theme)
+{
+    palette.setColor(QPalette::Disabled, QPalette::ButtonText, theme.mutedText);
+    return palette;
+}
+
 void installChineseTexts(QApplication& application)
 {
     auto* translator = new QTranslator(&application);
@@ -76,6 +83,7 @@ Theme Theme::dark()
     Theme theme;
     theme.window = {0x20, 0x28, 0x2c};
     theme.surface = {0x17, 0x1d, 0x20};
+    theme.page = {0x26, 0x2f, 0x34};
     theme.zebra = {0x1b, 0x22, 0x26};
     theme.header = {0x2b, 0x36, 0x3b};
     theme.line = {0x34, 0x40, 0x46};
@@ -123,6 +131,7 @@ void applyTheme(QApplication& application, Shade shade)
     addQuietStates(palette, theme);
     application.setStyle(new QuillaStyle(theme));
     application.setPalette(palette);
+    application.setPalette(listPalette(palette, theme), "QComboBox");
     application.setFont(theme.font());
     installChineseTexts(application);
 }

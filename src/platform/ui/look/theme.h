@@ -15,6 +15,7 @@ namespace quilla {
 struct Theme {
     QColor window {0xf2, 0xf5, 0xf6}; ///< behind the controls; also the face of a disabled box
     QColor surface {0xff, 0xff, 0xff}; ///< boxes and grids
+    QColor page {0xff, 0xff, 0xff}; ///< behind the controls of a tab's page
     QColor zebra {0xf7, 0xfa, 0xfa}; ///< every other line of a grid
     QColor header {0xe6, 0xed, 0xee}; ///< captions of a grid
     QColor line {0xdd, 0xe4, 0xe6}; ///< between the cells of a grid
