@@ -1,6 +1,8 @@
+#include "readers/export_readers_ops.h"
 #include "readers/import_readers_ops.h"
 #include "support/library_test.h"
 
+#include <QBuffer>
 #include <QStringEncoder>
 
 using namespace quilla;
@@ -167,6 +169,39 @@ private Q_SLOTS:
         QCOMPARE(m->everything(), before);
     }
 
+    void exportedComesBack()
+    {
+        importText(
+            u"读者证号,姓名,读者类型,读者单位,备注,超期罚款,可以无证借书,Email,家庭住址,出生日期,可借天数\n"
+            "007,\"甲,\"\"乙\"\"\",学生,一班,\"a\n;b\",0.125,否,a@b,𠮷路 1 号,1990-02-03,7\nR1,丙,学生\n"_s);
+        m->send(u"update dzk set paperdate='2020-02-29' where readercode='OLD1'"_s);
+        const QByteArray exported = exportAll();
+        m->send(u"delete from dzk"_s);
+        m->send(u"delete from dzkx"_s);
+        QCOMPARE(import(exported).readers, 3);
+        QCOMPARE(exportAll(), exported);
+        const QString before = m->everything();
+        QCOMPARE(import(exported, {.update = true}).changed, 3);
+        QCOMPARE(m->everything(), before);
+    }
+
+    /// What a line leaves open stays; a new type brings its rules; a new code is a new card.
+    void updates()
+    {
+        importText(u"读者证号,姓名,读者类型,可借册数,可借天数,备注,Email\nR1,甲,教师,3,9,note,a@b\n"_s);
+        const ImportReport report = importText(
+            u"Email,读者证号,读者类型,姓名\n,r1,学生,\nc@d,OLD1,,丁\n,R2,学生,戊\n"_s, {.update = true});
+        QCOMPARE(report.changed, 2);
+        QCOMPARE(report.readers, 1);
+        QCOMPARE(m->rows(u"select d.readercode,name,readerclass,bookcount,daycount,memo,email from dzk d "
+                         "left join dzkx x on d.readercode=x.readercode order by d.readercode"_s)
+                     .join(u' '),
+            u"OLD1|丁|学生|5|20||c@d R1|甲|学生|5|30|note|a@b R2|戊|学生|5|30||null"_s);
+        const ImportReport refused = importText(u"读者证号,姓名\nR1,己\nR1,庚\nR9,辛\n"_s, {.update = true});
+        QCOMPARE(refused.refused.size(), std::size_t(2)); // told twice, and new without a type
+        QCOMPARE(m->value(u"select name from dzk where readercode='R1'"_s), u"甲"_s);
+    }
+
     void unreadableFiles()
     {
         const std::pair<QByteArray, QString> files[] {{"\n \n", u"文件是空的。"_s},
@@ -187,6 +222,14 @@ private:
     ImportReport importText(const QString& text, const ImportOptions& options = {})
     {
         return import(text.toUtf8(), options);
+    }
+    QByteArray exportAll()
+    {
+        QBuffer file;
+        file.open(QIODevice::WriteOnly);
+        Connection connection = m->factory.open(m->connectionText);
+        exportReaders(connection, file);
+        return file.data();
     }
     QString faultOf(const QByteArray& file)
     {
