@@ -6,8 +6,11 @@ packaging/install-packages.sh packaging/packages-run.txt packaging/packages-deb.
 
 # One version everywhere: of the program, the package and the software catalogue.
 version=$(sed -n 's/.*setApplicationVersion(u"\(.*\)"_s).*/\1/p' src/app/main.cpp)
-[ "$(dpkg-parsechangelog -S Version)" = "$version" ] && grep -q "release version=\"$version\"" packaging/*.metainfo.xml ||
-    { echo "The program is version $version: say so in debian/changelog and packaging/*.metainfo.xml." >&2; exit 1; }
+[ "$(dpkg-parsechangelog -S Version)" = "$version" ] && grep -q "release version=\"$version\"" packaging/*.metainfo.xml &&
+    grep -q "project(quilla VERSION $version " CMakeLists.txt || {
+    echo "The program is version $version: say so in debian/changelog, CMakeLists.txt and packaging/*.metainfo.xml." >&2
+    exit 1
+}
 
 # debhelper gives the build a home of its own, where the compiler's cache would begin anew.
 command -v ccache >/dev/null && export CCACHE_DIR=${CCACHE_DIR:-$(ccache --get-config cache_dir)}
