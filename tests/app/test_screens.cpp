@@ -173,8 +173,7 @@ private Q_SLOTS:
     void sharedAccessKeyBelongsToTheScreen()
     {
         applyInputRules(*qApp);
-        LtMainFrm window(m_work->place, m->session, allScreens());
-        appear(window);
+        auto& window = opened<LtMainFrm>(m_work->place, m->session, allScreens());
         QWidget* list = window.openScreen(u"JycsFrm"_s);
         QTest::keyClick(list, Qt::Key_X, Qt::AltModifier);
         QTRY_COMPARE(window.Client.subWindowList().size(), 0);
@@ -224,8 +223,7 @@ private Q_SLOTS:
         }
         m->settings.set(u"青简文库"_s, u"Places"_s, u"LtMainFrm"_s, u"5000,9000,700,500"_s);
         m->settings.set(u"青简文库"_s, u"Places"_s, u"Folder.另存为"_s, QDir::rootPath());
-        LtMainFrm window(m_work->place, m->session, allScreens());
-        appear(window);
+        auto& window = opened<LtMainFrm>(m_work->place, m->session, allScreens());
         QTRY_VERIFY(window.screen()->availableGeometry().contains(window.frameGeometry()));
         QFileDialog dialog(nullptr, u"另存为"_s, QDir::homePath());
         dialog.setOption(QFileDialog::DontUseNativeDialog);
@@ -238,8 +236,7 @@ private Q_SLOTS:
     /// A minimised screen comes back, and one that closes itself leaves no empty frame with a password in it.
     void framesFollowTheirScreens()
     {
-        LtMainFrm window(m_work->place, m->session, allScreens());
-        appear(window);
+        auto& window = opened<LtMainFrm>(m_work->place, m->session, allScreens());
         window.openScreen(u"EditPassFrm"_s);
         auto* password = window.findChild<EditPassFrm*>();
         password->Text1[1].setText(u"geheim"_s);
@@ -259,8 +256,7 @@ private Q_SLOTS:
     void lettersOfTheActiveScreen()
     {
         applyInputRules(*qApp);
-        LtMainFrm window(m_work->place, m->session, allScreens());
-        appear(window);
+        auto& window = opened<LtMainFrm>(m_work->place, m->session, allScreens());
         window.openScreen(u"TsjhFrm"_s);
         auto* desk = window.findChild<TsjhFrm*>();
         QCOMPARE(focusName(), u"TxtReaderCode"_s);
@@ -276,8 +272,7 @@ private Q_SLOTS:
     /// is hidden and empty. The desk waits for one of its own.
     void reservationsBesideAndInFront()
     {
-        LtMainFrm window(m_work->place, m->session, allScreens());
-        appear(window);
+        auto& window = opened<LtMainFrm>(m_work->place, m->session, allScreens());
         window.openScreen(u"frmTushuYuYue"_s);
         auto* form = window.findChild<frmTushuYuYue*>();
         QCOMPARE(focusName(), u"Text1"_s);

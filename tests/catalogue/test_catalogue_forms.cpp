@@ -3,8 +3,7 @@
 #include "catalogue/good_book_form.h"
 #include "statistics/query_form.h"
 #include "support/screen_test.h"
-
-#include <QFile>
+#include "support/write_file.h"
 
 using namespace quilla;
 
@@ -96,10 +95,7 @@ private Q_SLOTS:
         const fenleihelp empty(m->session, m->folder.path());
         QCOMPARE(empty.Grid1.Rows() + empty.Grid2.Rows(), 4);
 
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("[大类表]\n A 甲\n\n[二级类目表]\nA1 一\nA2 二\n");
-        file.close();
+        writeFile(path, "[大类表]\n A 甲\n\n[二级类目表]\nA1 一\nA2 二\n");
         fenleihelp form(m->session, m->folder.path());
         QCOMPARE(form.Grid1.TextMatrix(2, 0) + form.Grid1.TextMatrix(1, 1), u"2 A 甲"_s);
         QCOMPARE(form.Grid2.TextMatrix(2, 0) + form.Grid2.TextMatrix(2, 1), u"2A2 二"_s);

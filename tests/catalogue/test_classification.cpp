@@ -2,8 +2,8 @@
 #include "source_dir.h"
 #include "support/cases.h"
 #include "support/scripted_prompt.h"
+#include "support/write_file.h"
 
-#include <QFile>
 #include <QStringConverter>
 #include <QTemporaryDir>
 
@@ -38,7 +38,7 @@ private Q_SLOTS:
     /// line is a line.
     void encodings()
     {
-        write(std::get<0>(given<QByteArray>()));
+        writeFile(m_file, std::get<0>(given<QByteArray>()));
         QCOMPARE(readMainClasses(m_prompt, m_file)->join(u'|'), u"A 甲|| [注]|  B 乙"_s);
         QCOMPARE(readSecondLevel(m_prompt, m_file, u'A')->join(u'|'), u"A1 一|[A8] 二"_s);
         QCOMPARE(readSecondLevel(m_prompt, m_file, u'C')->size(), 0);
@@ -46,7 +46,7 @@ private Q_SLOTS:
 
     void noTable()
     {
-        write("A1\n");
+        writeFile(m_file, "A1\n");
         QCOMPARE(readMainClasses(m_prompt, m_file)->size(), 0);
         QFile::remove(m_file);
         m_prompt.expect(u"配置文件【%1】丢失。"_s.arg(m_file)).titled(OperationTitle).icon(Icon::Information);
@@ -64,13 +64,6 @@ private Q_SLOTS:
     }
 
 private:
-    void write(const QByteArray& bytes)
-    {
-        QFile file(m_file);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    }
-
     QTemporaryDir m_folder;
     QString m_file;
     ScriptedPrompt m_prompt;

@@ -1,6 +1,7 @@
 #include "catalogue/recommended_ops.h"
 #include "catalogue/title_search_ops.h"
 #include "reservations/reservation_ops.h"
+#include "support/field_texts.h"
 #include "support/grid_text.h"
 #include "support/library_test.h"
 #include "support/report_double.h"
@@ -11,9 +12,7 @@ namespace {
 
 QString namesOf(std::optional<Recordset> titles)
 {
-    QStringList names;
-    for (; titles && !titles->eof(); titles->next())
-        names.append(titles->field(u"bookname").text());
+    QStringList names = titles ? fieldTexts(*titles, u"bookname") : QStringList();
     names.sort();
     return names.join(u'|');
 }

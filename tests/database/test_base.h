@@ -4,16 +4,12 @@
 #include "platform/core/text.h"
 #include "platform/db/embedded.h"
 #include "platform/db/pooled_factory.h"
+#include "support/fixed_clock.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
 
 namespace quilla {
-
-class FixedClock final : public Clock {
-public:
-    Moment now() const override { return {QDate(2003, 10, 1), QTime(9, 30)}; }
-};
 
 /// An embedded library in a folder of its own; the server's day is 2003-10-01.
 struct TestBase {
@@ -42,7 +38,7 @@ struct TestBase {
 
     QTemporaryDir folder;
     QString file = folder.filePath(u"library.db"_s);
-    FixedClock clock;
+    FixedClock clock {{QDate(2003, 10, 1), QTime(9, 30)}};
     sql::Schema schema = librarySchema();
     PooledFactory factory {schema, clock};
     Connection connection;

@@ -1,9 +1,11 @@
 #include "database/demo_library.h"
 #include "database/library_schema.h"
+#include "db/error_of.h"
 #include "platform/db/command.h"
 #include "platform/db/embedded.h"
 #include "source_dir.h"
-#include "support/test_library.h"
+#include "support/field_texts.h"
+#include "support/library_test.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -103,44 +105,43 @@ QStringList sortedUnless(bool ordered, QStringList rows)
 } // namespace
 
 /// Every cell of every statistic against a program that knows nothing of the procedures.
-class TestFigures : public QObject {
+class TestFigures : public LibraryTest {
     Q_OBJECT
 
 private Q_SLOTS:
     void agree_data()
     {
-        QTest::addColumn<Fill>("fill");
+        QTest::addColumn<Fill>("plant");
         QTest::newRow("odd rows") << Fill(fillOdd);
         QTest::newRow("demo library") << Fill(fillDemo);
     }
 
     void agree()
     {
-        QFETCH(Fill, fill);
-        TestLibrary library;
-        const QString file = library.folder.filePath(u"plain.db"_s);
-        createEmbedded(file, library.schema, library.clock, [&](Connection& created) {
+        QFETCH(Fill, plant);
+        const QString file = m->folder.filePath(u"plain.db"_s);
+        createEmbedded(file, m->schema, m->clock, [&](Connection& created) {
             createLibrary(created);
-            fill(created);
+            plant(created);
         });
         {
-            Connection connection = library.factory.open(library.connectionText);
+            Connection connection = m->factory.open(m->connectionText);
             connection.begin();
-            fill(connection);
+            plant(connection);
             connection.commit();
         }
         const QJsonArray calls = workedOut(file);
         QVERIFY(calls.size() > 80);
         for (const QJsonValue& call : calls) {
             const bool ordered = call[1].toBool();
-            const QStringList rows = library.rows(call[0].toString());
+            const QStringList rows = m->rows(call[0].toString());
             QCOMPARE(u"%1\n%2"_s.arg(call[0].toString(), sortedUnless(ordered, rows).join(u'\n')),
                 u"%1\n%2"_s.arg(call[0].toString(),
                     sortedUnless(ordered, call[2].toVariant().toStringList()).join(u'\n')));
         }
     }
 
-    /// An error or no rows, and nothing happens to the library.
+    /// An error or no rows, and nothing happens to the m->
     void refusesBadArguments()
     {
         const QString tail = u"','2026-01-01','2026-01-31'"_s;
@@ -160,35 +161,26 @@ private Q_SLOTS:
             {u"exec procjylstj 0,'B1'"_s, true},
             {u"exec procnone 0"_s, true},
         };
-        TestLibrary library;
-        Connection connection = library.factory.open(library.connectionText);
+        Connection connection = m->factory.open(m->connectionText);
         fillOdd(connection);
-        const QString before = library.everything();
+        const QString before = m->everything();
         for (const auto& [call, isError] : calls) {
-            QString told;
-            try {
-                QCOMPARE(library.rows(call), QStringList());
-            } catch (const Error& error) {
-                told = error.text;
-            }
+            const QString told = errorText([&] { QCOMPARE(m->rows(call), QStringList()); });
             QVERIFY2(told.isEmpty() != isError, qPrintable(call + told));
         }
-        QCOMPARE(library.everything(), before);
+        QCOMPARE(m->everything(), before);
     }
 
     /// A month may have a 0 before its number, and a text beyond its width is cut.
     void answersCommands()
     {
-        TestLibrary library;
-        Connection connection = library.factory.open(library.connectionText);
+        Connection connection = m->factory.open(m->connectionText);
         fillOdd(connection);
         Command month(connection, u"dbo.YueLiuTongTJ"_s);
         month.append(u"@tongjiData", u"2026-03"_s, 7);
         month.append(u"@monthDays", 31);
         Recordset rows = month.execute();
-        QStringList returns;
-        for (; !rows.eof(); rows.next())
-            returns.append(rows.field(u"还回册数").text());
+        const QStringList returns = fieldTexts(rows, u"还回册数");
         QCOMPARE(returns.size(), 32);
         QCOMPARE(returns[0] + returns[30] + returns[31], u"214"_s);
         Command year(connection, u"dbo.nianLiuTongTJ"_s);

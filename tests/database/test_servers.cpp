@@ -8,6 +8,7 @@
 #include "platform/db/server_backup.h"
 #include "platform/db/server_schema.h"
 #include "platform/sql/translator.h"
+#include "support/field_texts.h"
 #include "support/file_mode.h"
 #include "support/postgres_database.h"
 
@@ -69,11 +70,8 @@ private Q_SLOTS:
         server.connection.execute(u"insert into dzk(readercode,name) values('2','阿明')");
         server.connection.execute(u"insert into dzk(readercode,name) values('３','Zoe')");
         const auto names = [&] {
-            QStringList all;
-            for (Recordset row = server.connection.open(u"select name from dzk order by name"); !row.eof();
-                 row.next())
-                all += row.field(0).text();
-            return all.join(u',');
+            Recordset rows = server.connection.open(u"select name from dzk order by name");
+            return fieldTexts(rows, u"name").join(u',');
         };
         const QString sorted = u"阿明,张三,Zoe"_s;
         QCOMPARE(names(), sorted);
@@ -85,14 +83,8 @@ private Q_SLOTS:
                             "LANGUAGE sql IMMUTABLE RETURN given ~ pattern");
         server.connection = {};
         server.factory.drain();
-        const auto refusal = [&] {
-            try {
-                server.factory.open(server.database.connectionText());
-            } catch (const Error& error) {
-                return error.text;
-            }
-            return QString();
-        };
+        const auto refusal
+            = [&] { return errorText([&] { server.factory.open(server.database.connectionText()); }); };
         QVERIFY(refusal().contains(u"quilla-db upgrade"_s));
         QVERIFY(upgradeServer(items, server.schema));
         QVERIFY(!upgradeServer(items, server.schema));
@@ -183,12 +175,8 @@ private Q_SLOTS:
         createLibrary(target);
         target.execute(u"insert into dzlx(readerclass) values('教师')");
         target.begin(OnFailure::EndTransaction);
-        QString words;
-        try {
-            copyLibrary(base.connection, target, [](const QString&, qint64) {});
-        } catch (const Error& error) {
-            words = error.text;
-        }
+        const QString words
+            = errorText([&] { copyLibrary(base.connection, target, [](const QString&, qint64) {}); });
         QVERIFY2(words.contains(u"目标数据库必须是空的"_s), qPrintable(words));
         QVERIFY_THROWS_EXCEPTION(Error, target.commit());
         QCOMPARE(target.open(u"select readerclass from dzlx").field(0).text(), u"教师"_s);

@@ -13,3 +13,11 @@ template <typename Step> int errorOf(Step step, QString* text = nullptr)
         return error.number;
     }
 }
+
+/// Its text, empty for none.
+template <typename Step> QString errorText(Step step)
+{
+    QString text;
+    errorOf(step, &text);
+    return text;
+}

@@ -37,8 +37,7 @@ private Q_SLOTS:
         connection.begin();
         connection.execute(u"insert into book(code) values('a')");
         m->dropConnections();
-        QString told;
-        QVERIFY(errorOf([&] { connection.execute(u"insert into book(code) values('b')"); }, &told));
+        const QString told = errorText([&] { connection.execute(u"insert into book(code) values('b')"); });
         QVERIFY2(told.contains(u"连接已断开"_s), qPrintable(told));
         QVERIFY(errorOf([&] { connection.open(u"select code from book"); }));
         QCOMPARE(other.open(u"select code from book").recordCount(), 0);
@@ -71,8 +70,7 @@ private Q_SLOTS:
             QString stored = change;
             for (const auto& [key, value] : ConnectionItems(m->text()).items)
                 if (!ConnectionItems(change).value(key)) stored += key + u'=' + value + u';';
-            QString told;
-            QVERIFY(errorOf([&] { m->factory.open(stored); }, &told));
+            const QString told = errorText([&] { m->factory.open(stored); });
             QVERIFY2(
                 told.startsWith(u"不能连接数据库服务器。\n"_s) && told.contains(words), qPrintable(told));
             QVERIFY(!told.contains(u"geheim"_s));
@@ -94,8 +92,7 @@ private Q_SLOTS:
             m->database.run("alter user " + user + " password '" + doubled(password).toUtf8() + "'");
             QCOMPARE(m->factory.open(stored(password)).open(u"select 1").field(0).text(), u"1"_s);
         }
-        QString told;
-        QVERIFY(errorOf([&] { m->factory.open(stored(u"geheim2"_s)); }, &told));
+        const QString told = errorText([&] { m->factory.open(stored(u"geheim2"_s)); });
         QVERIFY2(told.contains(u"password authentication failed"_s) && !told.contains(u"geheim"_s),
             qPrintable(told));
         m->factory.drain();

@@ -1,8 +1,6 @@
 #include "db/base.h"
 #include "support/file_mode.h"
-
-#include <QFile>
-#include <QTest>
+#include "support/write_file.h"
 
 #include <sqlite3.h>
 
@@ -199,24 +197,17 @@ private Q_SLOTS:
         }
         m_base->factory.drain();
         QCOMPARE(checkEmbedded(m_base->path()), QStringList());
-        QFile damaged(m_base->path());
-        QVERIFY(damaged.open(QIODevice::ReadWrite));
-        QVERIFY(damaged.seek(damaged.size() / 2));
-        damaged.write(QByteArray(8192, 'x'));
-        damaged.close();
+        damageFile(m_base->path());
         QVERIFY(!checkEmbedded(m_base->path()).isEmpty());
-        QString text;
-        QVERIFY(errorOf([&] { m_base->one(u"select count(name+code) from book where name<>'x'"); }, &text));
+        const QString text
+            = errorText([&] { m_base->one(u"select count(name+code) from book where name<>'x'"); });
         QVERIFY2(text.contains(u"损坏"_s), qPrintable(text));
     }
 
     void checksOtherFiles()
     {
-        QFile other(file(u"text"_s));
-        QVERIFY(other.open(QIODevice::WriteOnly));
-        other.write(QByteArray("no database ").repeated(500));
-        other.close();
-        QCOMPARE(errorOf([&] { checkEmbedded(other.fileName()); }), SQLITE_NOTADB);
+        writeFile(file(u"text"_s), QByteArray("no database ").repeated(500));
+        QCOMPARE(errorOf([&] { checkEmbedded(file(u"text"_s)); }), SQLITE_NOTADB);
         QVERIFY(errorOf([&] { checkEmbedded(file(u"none.db"_s)); }));
     }
 

@@ -10,9 +10,49 @@ class TestSameOrder : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void sorts_data();
-    void sorts();
+    void initTestCase()
+    {
+        for (std::size_t left = 0; left < m_lines.size(); ++left)
+            for (std::size_t right = left; right < m_lines.size(); ++right)
+                for (const QString& a : m_lines[left])
+                    for (const QString& b : m_lines[right])
+                        QVERIFY2((compareText(a, b) <=> 0) == (left <=> right), qPrintable(a + u" / "_s + b));
+    }
+
+    void sorts_data()
+    {
+        QTest::addColumn<bool>("onServer");
+        QTest::newRow("SQLite") << false;
+        QTest::newRow("PostgreSQL") << true;
+    }
+
+    void sorts()
+    {
+        QFETCH(bool, onServer);
+        const std::unique_ptr<BookBase> base
+            = onServer ? std::unique_ptr<BookBase>(std::make_unique<ServerBase>()) : std::make_unique<Base>();
+        Connection connection = base->open();
+        std::vector<std::pair<QString, int>> texts;
+        for (std::size_t line = 0; line < m_lines.size(); ++line)
+            for (const QString& text : m_lines[line])
+                texts.emplace_back(text, int(line));
+        std::shuffle(texts.begin(), texts.end(), *QRandomGenerator::global());
+        for (const auto& [text, line] : texts)
+            connection.execute(u"insert into book(code,price) values('%1',%2)"_s.arg(text).arg(line));
+
+        int before = 0;
+        for (Recordset row = connection.open(u"select code,price from book order by code"); !row.eof();
+             row.next()) {
+            const int line = row.field(1).text().toDouble();
+            QVERIFY2(line >= before, qPrintable(row.field(0).text()));
+            before = line;
+        }
+        QCOMPARE(before, int(m_lines.size()) - 1);
+        for (const auto& [text, line] : texts)
+            QCOMPARE(base->one(u"select count(*) from book where code='%1'"_s.arg(text)).toInt(),
+                int(m_lines[std::size_t(line)].size()));
+        QCOMPARE(base->one(u"select count(distinct code) from book").toInt(), int(m_lines.size()));
+    }
 
 private:
     /// In ascending order; the texts of one line are the same text.
@@ -23,50 +63,6 @@ private:
         {u"émile"_s, u"E\u0301mile "_s}, {u"emile"_s, u"ＥMILE"_s}, {u"Tp311"_s, u"TP３11"_s},
         {u"TP311/12"_s, u"tp311／12"_s}, {u"Zoe"_s}};
 };
-
-void TestSameOrder::initTestCase()
-{
-    for (std::size_t left = 0; left < m_lines.size(); ++left)
-        for (std::size_t right = left; right < m_lines.size(); ++right)
-            for (const QString& a : m_lines[left])
-                for (const QString& b : m_lines[right])
-                    QVERIFY2((compareText(a, b) <=> 0) == (left <=> right), qPrintable(a + u" / "_s + b));
-}
-
-void TestSameOrder::sorts_data()
-{
-    QTest::addColumn<bool>("onServer");
-    QTest::newRow("SQLite") << false;
-    QTest::newRow("PostgreSQL") << true;
-}
-
-void TestSameOrder::sorts()
-{
-    QFETCH(bool, onServer);
-    const std::unique_ptr<BookBase> base
-        = onServer ? std::unique_ptr<BookBase>(std::make_unique<ServerBase>()) : std::make_unique<Base>();
-    Connection connection = base->open();
-    std::vector<std::pair<QString, int>> texts;
-    for (std::size_t line = 0; line < m_lines.size(); ++line)
-        for (const QString& text : m_lines[line])
-            texts.emplace_back(text, int(line));
-    std::shuffle(texts.begin(), texts.end(), *QRandomGenerator::global());
-    for (const auto& [text, line] : texts)
-        connection.execute(u"insert into book(code,price) values('%1',%2)"_s.arg(text).arg(line));
-
-    int before = 0;
-    for (Recordset row = connection.open(u"select code,price from book order by code"); !row.eof();
-         row.next()) {
-        const int line = row.field(1).text().toDouble();
-        QVERIFY2(line >= before, qPrintable(row.field(0).text()));
-        before = line;
-    }
-    QCOMPARE(before, int(m_lines.size()) - 1);
-    for (const auto& [text, line] : texts)
-        QCOMPARE(base->one(u"select count(*) from book where code='%1'"_s.arg(text)).toInt(),
-            int(m_lines[std::size_t(line)].size()));
-    QCOMPARE(base->one(u"select count(distinct code) from book").toInt(), int(m_lines.size()));
-}
 
 QTEST_GUILESS_MAIN(TestSameOrder)
 #include "test_same_order.moc"

@@ -2,6 +2,8 @@
 #include "platform/db/embedded.h"
 #include "platform/db/sources.h"
 #include "platform/db/sqlite/sqlite_driver.h"
+#include "support/fixed_clock.h"
+#include "support/write_file.h"
 
 #include <QDir>
 #include <QFile>
@@ -14,12 +16,6 @@ using namespace quilla;
 using sql::Kind;
 
 namespace {
-
-class FixedClock final : public Clock {
-public:
-    Moment now() const override { return moment; }
-    Moment moment {QDate(2004, 3, 9), QTime(8, 5, 3, 7)};
-};
 
 /// A statement as the translator would hand it over.
 struct Statement {
@@ -252,12 +248,9 @@ private Q_SLOTS:
             m_driver.reset();
             if (!instead.isEmpty()) QVERIFY(QFile::remove(path()));
             if (instead == "folder") QVERIFY(QDir().mkdir(path()));
-            QFile file(path());
-            if (instead == "empty" || instead == "text") QVERIFY(file.open(QIODevice::WriteOnly));
-            if (instead == "text") file.write(QByteArray("no database ").repeated(500));
-            file.close();
-            QString text;
-            QVERIFY(errorOf([&] { SqliteDriver(path(), m_clock); }, &text));
+            if (instead == "empty") writeFile(path(), {});
+            if (instead == "text") writeFile(path(), QByteArray("no database ").repeated(500));
+            const QString text = errorText([&] { SqliteDriver(path(), m_clock); });
             QVERIFY2(text.contains(words) && text.contains(path()), qPrintable(text));
             QCOMPARE(QFile::exists(path()), instead != "missing");
         }
@@ -276,7 +269,7 @@ private:
     }
     QString one(const char* select) { return query(Statement(m_next++, select)).field(0).text(); }
 
-    FixedClock m_clock;
+    FixedClock m_clock {{QDate(2004, 3, 9), QTime(8, 5, 3, 7)}};
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<SqliteDriver> m_driver;
     int m_next = 100;

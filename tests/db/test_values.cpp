@@ -183,8 +183,7 @@ private Q_SLOTS:
             {u"DSN=none;PWD=geheim;"_s, {}, u"没有名为“none”的数据源"_s},
             {u"Server=ku;PWD=geheim;"_s, {}, u"既没有数据源"_s}};
         for (const auto& [stored, drivers, words] : texts) {
-            QString told;
-            QVERIFY(errorOf([&] { odbcText(ConnectionItems(stored), {drivers, Sources}); }, &told));
+            const QString told = errorText([&] { odbcText(ConnectionItems(stored), {drivers, Sources}); });
             QVERIFY2(told.contains(words), qPrintable(told));
             QVERIFY(!told.contains(u"geheim"_s));
         }

@@ -1,8 +1,5 @@
 #include "desk/due_date_ops.h"
-#include "support/cases.h"
-#include "support/test_library.h"
-
-#include <QTest>
+#include "support/library_test.h"
 
 using namespace quilla;
 
@@ -18,7 +15,7 @@ std::vector<Holiday> holidays(const QString& periods)
 
 } // namespace
 
-class TestDueDate : public QObject {
+class TestDueDate : public LibraryTest {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -54,27 +51,24 @@ private Q_SLOTS:
 
     void calendarOfTheDatabase()
     {
-        TestLibrary library;
-        library.setNow({QDate(2026, 3, 1), QTime(23, 59, 59)});
-        library.holiday(u"二"_s, u"2026-04-10 2026-04-20"_s);
-        library.holiday(u"一"_s, u"2026-03-25 2026-04-04"_s);
-        library.holiday(u"坏行"_s, u"2026-03-xx"_s);
-        library.insert(u"Global"_s, {{u"type"_s, u"other"_s}, {u"code"_s, u"2026-03-02 2026-09-01"_s}});
-        QCOMPARE(ComputeDueDate(library.session, 30), Moment {QDate(2026, 5, 5)});
+        m->setNow({QDate(2026, 3, 1), QTime(23, 59, 59)});
+        m->holiday(u"二"_s, u"2026-04-10 2026-04-20"_s);
+        m->holiday(u"一"_s, u"2026-03-25 2026-04-04"_s);
+        m->holiday(u"坏行"_s, u"2026-03-xx"_s);
+        m->insert(u"Global"_s, {{u"type"_s, u"other"_s}, {u"code"_s, u"2026-03-02 2026-09-01"_s}});
+        QCOMPARE(ComputeDueDate(m->session, 30), Moment {QDate(2026, 5, 5)});
     }
 
     /// Without a connection it is the zero date; without the calendar the days are counted on.
     void failures()
     {
-        TestLibrary library;
-        library.failAt(u"From Global"_s);
-        library.session.error.keep(Error(1, u"test"_s, u"old"_s));
-        QCOMPARE(ComputeDueDate(library.session, 3), library.clock.moment.addDays(3));
-        QVERIFY(!library.session.error.isSet());
-        library.settings.values.clear();
-        library.prompt.expect(u"无法取得正确连接数据库的信息!现在输入吗?"_s).answer(Answer::No);
-        QCOMPARE(isoDate(ComputeDueDate(library.session, 30)), u"1899-12-30"_s);
-        QCOMPARE(library.prompt.takeComplaints(), QString());
+        m->failAt(u"From Global"_s);
+        m->session.error.keep(Error(1, u"test"_s, u"old"_s));
+        QCOMPARE(ComputeDueDate(m->session, 3), m->clock.moment.addDays(3));
+        QVERIFY(!m->session.error.isSet());
+        m->settings.values.clear();
+        m->prompt.expect(u"无法取得正确连接数据库的信息!现在输入吗?"_s).answer(Answer::No);
+        QCOMPARE(isoDate(ComputeDueDate(m->session, 30)), u"1899-12-30"_s);
     }
 };
 

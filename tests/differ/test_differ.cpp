@@ -10,6 +10,7 @@
 #include "platform/db/embedded.h"
 #include "source_dir.h"
 #include "sql/case_file.h"
+#include "support/fixed_clock.h"
 #include "support/postgres_database.h"
 
 #include <QCoreApplication>
@@ -22,11 +23,6 @@ using namespace quilla;
 using namespace quilla::test;
 
 namespace {
-
-class DifferClock final : public Clock {
-public:
-    Moment now() const override { return {QDate(2004, 3, 9), QTime(8, 5, 3)}; }
-};
 
 const QString Numbers
     = u"create table numbers (whole int, small smallint, tiny tinyint, amount decimal(10,2), flag bit, t varchar(50), code varchar(20), d datetime)"_s;
@@ -112,8 +108,7 @@ private:
 
     static QStringList caseStatements()
     {
-        static const QRegularExpression sent(
-            u"^\\s*(select|insert|update|delete)(?!.*right join)"_s,
+        static const QRegularExpression sent(u"^\\s*(select|insert|update|delete)(?!.*right join)"_s,
             QRegularExpression::CaseInsensitiveOption);
         const QString folder = QStringLiteral(QUILLA_SOURCE_DIR "/tests/sql/cases/");
         QStringList statements;
@@ -167,7 +162,7 @@ private:
     QStringList m_cases = caseStatements();
     std::mt19937_64 m_chance;
     sql::Schema m_schema;
-    DifferClock m_clock;
+    FixedClock m_clock {{QDate(2004, 3, 9), QTime(8, 5, 3)}};
     QTemporaryDir m_folder;
     PostgresDatabase m_database;
     std::unique_ptr<Side> m_sqlite;

@@ -1,9 +1,8 @@
 #pragma once
 
 #include "exceptions/fine_ops.h"
+#include "support/field_texts.h"
 #include "support/test_library.h"
-
-#include <QStringList>
 
 #include <array>
 
@@ -68,9 +67,7 @@ public:
 private:
     static QString barcodes(Recordset& rows)
     {
-        QStringList list;
-        for (; !rows.eof(); rows.next())
-            list.append(rows.field(u"barcode").text());
+        QStringList list = fieldTexts(rows, u"barcode");
         list.sort();
         return list.join(u',');
     }

@@ -1,42 +1,65 @@
 #include "exceptions/dunning_ops.h"
+#include "output/report_designs.h"
+#include "platform/report/report_previews.h"
+#include "report/pdf_text.h"
+#include "support/field_texts.h"
 #include "support/library_test.h"
+#include "support/report_double.h"
 
 using namespace quilla;
 
 namespace {
 
-/// Writes down the groups of a report and their rows.
-class Notices final : public ReportViewer {
+/// Writes each report to a PDF file and keeps what stands on its pages.
+class PdfPages final : public ReportViewer {
 public:
-    void showReport(const QString& design, Recordset& groups, const ReportTexts& texts) override
+    explicit PdfPages(TestLibrary& library)
+        : m_previews(reportDesigns(), library.prompt, library.clock, [] { return QString(); })
     {
-        shown.append(design + u' ' + texts.title + u':');
-        for (; !groups.eof(); groups.next()) {
-            QStringList rows;
-            for (Recordset row = groups.child(u"jhskt"); !row.eof(); row.next())
-                rows.append(row.field(u"barcode").text() + u' ' + row.field(u"iTital").text());
-            const Value& key = groups.field(u"groupkey");
-            shown.append((key.isNull() ? u"(null)"_s : key.text()) + u'[' + rows.join(u',') + u']');
-        }
+    }
+    void showReport(const QString& name, Recordset& rows, const ReportTexts& texts) override
+    {
+        for (const ReportDesign& design : reportDesigns())
+            if (design.name == name)
+                pages = textsOf(*m_previews.layOut(design, rows, texts), *m_previews.fonts());
     }
     void showChart(const Chart&) override { }
-    QStringList shown;
+    QStringList pages;
+
+private:
+    ReportPreviews m_previews;
 };
+
+/// The heading of a notice and the caption of its last column, then each line's barcode, reader and last
+/// text.
+QString noticeOn(const QString& page)
+{
+    static const QRegularExpression heading(u"日 (.*?) ?书 名 条形码 读者号 借书日期 应还日期 (\\S+)"_s);
+    static const QRegularExpression line(
+        u"书名\\d+ (B\\d) (R\\d) 2026-\\d\\d-\\d\\d 2026-\\d\\d-\\d\\d(?: (?!报表|书名)(\\S+))?"_s);
+    const auto head = heading.match(page);
+    QString text = head.captured(1) + u'[' + head.captured(2) + u']';
+    for (auto found = line.globalMatch(page); found.hasNext();) {
+        const auto match = found.next();
+        text += u' ' + match.captured(1) + u'/' + match.captured(2) + u'/' + match.captured(3);
+    }
+    return text;
+}
 
 } // namespace
 
-/// The dunning notices, and the groups that they are made of.
+/// The dunning notices as they come out of the printer, one reader or unit a page, and the groups that they
+/// are made of.
 class TestDunning : public LibraryTest {
     Q_OBJECT
 
     void fill() override
     {
         // it is 2026-03-10
-        m_notices.shown.clear();
         m->session.ConnectionText = m->connectionText;
-        m->reader(u"R1"_s, {{u"name"_s, u"王一"_s}, {u"readunit"_s, u"一班"_s}});
-        m->reader(u"R2"_s, {{u"name"_s, u"王一"_s}, {u"readunit"_s, u"二班"_s}});
-        m->reader(u"R3"_s, {{u"name"_s, u"null"_s}, {u"readunit"_s, u"一班"_s}});
+        m->reader(u"R1"_s, {{u"name"_s, u"王一"_s}, {u"readunit"_s, u"Ban1"_s}});
+        m->reader(u"R2"_s, {{u"name"_s, u"王一"_s}, {u"readunit"_s, u"ban1"_s}});
+        m->reader(u"R3"_s, {{u"name"_s, u"null"_s}, {u"readunit"_s, u"Ban2"_s}});
         for (const auto& [barcode, reader] :
             {std::pair {u"B1"_s, u"R1"_s}, {u"B2"_s, u"R2"_s}, {u"B3"_s, u"R1"_s}, {u"B4"_s, u"R3"_s}})
             m->loan(barcode, reader, u"2026-03-0%1"_s.arg(barcode.back()));
@@ -47,31 +70,36 @@ private Q_SLOTS:
     void notices_data()
     {
         cases<QString, QString, QString, QString>({
-            {"a reader each, also of one name",
+            {"a reader each, also of one name and without a name",
                 {u"readercode"_s, {}, u"barcode"_s,
-                    u"读者单位: 王一 超期图书如下：[B1 一班,B3 一班] 王一 超期图书如下：[B2 二班] (null)[B4 一班]"_s}},
-            {"a unit each, in the order asked for",
+                    u"王一 超期图书如下：[读者单位] B1/R1/Ban1 B3/R1/Ban1; 王一 超期图书如下：[读者单位] B2/R2/ban1; [读者单位] B4/R3/Ban2"_s}},
+            {"a unit each, in two spellings, in the order asked for",
                 {u"readunit"_s, {}, u"barcode desc"_s,
-                    u"读者姓名: 一班 超期图书如下：[B4 ,B3 王一,B1 王一] 二班 超期图书如下：[B2 王一]"_s}},
+                    u"Ban2 超期图书如下：[读者姓名] B4/R3/; Ban1 超期图书如下：[读者姓名] B3/R1/王一 B2/R2/王一 B1/R1/王一"_s}},
             {"one reader",
-                {u"readercode"_s, u"readercode='r2'"_s, {}, u"读者单位: 王一 超期图书如下：[B2 二班]"_s}},
-            {"nobody", {u"readunit"_s, u"readunit='三班'"_s, {}, u"读者姓名:"_s}},
+                {u"readercode"_s, u"readercode='r2'"_s, {}, u"王一 超期图书如下：[读者单位] B2/R2/ban1"_s}},
+            {"nobody", {u"readunit"_s, u"readunit='三班'"_s, {}, u"[读者姓名]"_s}},
         });
     }
 
     void notices()
     {
         const auto [groupField, condition, order, shown] = given<QString, QString, QString, QString>();
-        PrintDunningNotices(m->session, m_notices, groupField, {{}, condition, order});
-        QCOMPARE(m_notices.shown.join(u' '), u"JHSKCQRpt "_s + shown);
+        PdfPages paper(*m);
+        PrintDunningNotices(m->session, paper, groupField, {{}, condition, order});
+        QStringList found;
+        for (const QString& page : paper.pages)
+            found.append(noticeOn(page));
+        QCOMPARE(found.join(u"; "_s), shown);
     }
 
     void failuresAreSilent()
     {
-        PrintDunningNotices(m->session, m_notices, u"readercode"_s, {.condition = u"nix=1"_s});
+        ReportDouble reports;
+        PrintDunningNotices(m->session, reports, u"readercode"_s, {.condition = u"nix=1"_s});
         m->session.ConnectionText = u"nonsense"_s;
-        PrintDunningNotices(m->session, m_notices, u"readercode"_s, {});
-        QCOMPARE(m_notices.shown, QStringList());
+        PrintDunningNotices(m->session, reports, u"readercode"_s, {});
+        QCOMPARE(reports.shown, QStringList());
         QVERIFY(!m->session.error.isSet());
     }
 
@@ -90,10 +118,10 @@ private Q_SLOTS:
         QCOMPARE(groups.recordCount(), 3);
         QStringList found;
         for (; !groups.eof(); groups.next()) {
-            QStringList numbers;
-            for (Recordset child = groups.child(u"C"); !child.eof(); child.next())
-                numbers.append(child.field(u"n").text());
-            QCOMPARE(groups.child(u"C").recordCount(), numbers.size());
+            Recordset child = groups.child(u"C");
+            const qsizetype count = child.recordCount();
+            const QStringList numbers = fieldTexts(child, u"n");
+            QCOMPARE(numbers.size(), count);
             found.append(numbers.join(u'+'));
         }
         QCOMPARE(found.join(u' '), u"1+3 2+5 4"_s);
@@ -102,9 +130,6 @@ private Q_SLOTS:
         groups = shaped(u"k"_s);
         QVERIFY_THROWS_EXCEPTION(Error, groups.child(u"other"));
     }
-
-private:
-    Notices m_notices;
 };
 
 QTEST_MAIN(TestDunning)

@@ -3,6 +3,8 @@
 #include "holdings/import_books_ops.h"
 #include "holdings/marc_parser.h"
 #include "support/library_test.h"
+#include "support/progress_double.h"
+#include "support/write_file.h"
 
 #include <QBuffer>
 #include <QProcess>
@@ -11,14 +13,6 @@
 using namespace quilla;
 
 namespace {
-
-struct NoProgress final : Progress {
-    void begin() override { }
-    void setTotal(qsizetype) override { }
-    void setDone(qsizetype) override { }
-    bool goOn() override { return true; }
-    void end() override { }
-};
 
 const QString Titles
     = u"select bookname,author,publisher,pubplace,pubdate,isbn,classcode,zch,fzqfh,docclass,lagclass,edition,measure,pages,books,booksauthor,authorcode,ztc,endnote,cataman,catatime from zsk order by zskid"_s;
@@ -178,9 +172,8 @@ private Q_SLOTS:
 private:
     QString write(const QString& name, const QByteArray& bytes)
     {
-        QFile file(m->folder.filePath(name));
-        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) qFatal("no file");
-        return file.fileName();
+        writeFile(m->folder.filePath(name), bytes);
+        return m->folder.filePath(name);
     }
     BookImportReport import(const QByteArray& bytes, bool skipRefused = false)
     {
@@ -197,7 +190,7 @@ private:
         return import(text.toUtf8(), skipRefused);
     }
 
-    NoProgress progress;
+    CountedProgress progress;
     QStringList refused;
 };
 

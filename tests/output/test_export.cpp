@@ -3,8 +3,10 @@
 #include "platform/ui/form/working_progress.h"
 #include "support/file_mode.h"
 #include "support/library_test.h"
+#include "support/progress_double.h"
 #include "support/sheet_reader.h"
 #include "support/window_steps.h"
+#include "support/workplace_double.h"
 
 #include <QDir>
 #include <QLineEdit>
@@ -18,35 +20,6 @@
 using namespace quilla;
 
 namespace {
-
-class Program final : public SpreadsheetProgram {
-public:
-    QString folder() const override { return place; }
-    bool show(const QString& file) override
-    {
-        shown.append(file);
-        return !missing;
-    }
-    void showFolder(const QString& file) override { folders.append(file); }
-    QString place;
-    QStringList folders;
-    QStringList shown;
-    bool missing = false;
-};
-
-/// Ends the run before a given row.
-class CountedProgress final : public Progress {
-public:
-    void begin() override { ++open; }
-    void setTotal(qsizetype rows) override { total = rows; }
-    void setDone(qsizetype rows) override { done = rows; }
-    bool goOn() override { return done < endAfter; }
-    void end() override { --open; }
-    int open = 0;
-    qsizetype total = -1;
-    qsizetype done = 0;
-    qsizetype endAfter = 1'000'000;
-};
 
 /// No file may grow beyond this while it lives: as on a full disk.
 class FullDisk {
@@ -82,7 +55,7 @@ class TestExport : public LibraryTest {
         m_program.place = m_folder->path();
         m_progress = {};
     }
-    void finish() override { QCOMPARE(m_progress.open, 0); }
+    void finish() override { QCOMPARE(m_progress.begun, m_progress.ended); }
 
 private Q_SLOTS:
     void listCellForCell()
@@ -193,7 +166,7 @@ private Q_SLOTS:
     void noProgramToShowIt()
     {
         fewFines();
-        m_program.missing = true;
+        m_program.works = false;
         for (const Answer answer : {Answer::No, Answer::Yes}) {
             m->prompt.expectStart(u"数据已导出到文件：\n"_s + m_folder->path())
                 .icon(Icon::Information)
@@ -209,7 +182,7 @@ private Q_SLOTS:
         fewFines();
         for (const qsizetype after : {0, 1, 4}) {
             m_progress = {};
-            m_progress.endAfter = after;
+            m_progress.endAt = after;
             exportList(exporter(), FineLayout, m_select, NothingToPrint);
             QCOMPARE(m_progress.done, after);
         }
@@ -294,7 +267,7 @@ private:
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;
-    Program m_program;
+    SheetsDouble m_program;
     CountedProgress m_progress;
     const QString m_select
         = u"select bookname,barcode,sfmoney,opratedate,7 as days from fkk order by barcode"_s;

@@ -1,3 +1,4 @@
+#include "db/error_of.h"
 #include "readers/export_readers_ops.h"
 #include "readers/import_readers_ops.h"
 #include "support/library_test.h"
@@ -233,12 +234,7 @@ private:
     }
     QString faultOf(const QByteArray& file)
     {
-        try {
-            import(file);
-        } catch (const Error& error) {
-            return error.text;
-        }
-        return {};
+        return errorText([&] { import(file); });
     }
     QString codes() { return m->rows(u"select readercode from dzk order by readercode"_s).join(u' '); }
 

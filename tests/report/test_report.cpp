@@ -3,9 +3,7 @@
 #include "platform/report/chart_pages.h"
 #include "platform/report/report_layout.h"
 #include "report/pdf_text.h"
-#include "support/test_library.h"
-
-#include <QTest>
+#include "support/library_test.h"
 
 using namespace quilla;
 
@@ -37,18 +35,13 @@ QString fourDigits(int number)
 } // namespace
 
 /// Reports as they come out on paper.
-class TestReport : public QObject {
+class TestReport : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
-    {
-        m_conn.close();
-        m = std::make_unique<TestLibrary>();
-        m_conn = m->factory.open(m->connectionText);
-        m_fonts = std::make_shared<FontBook>();
-    }
+    void fill() override { m_conn = m->factory.open(m->connectionText); }
+    void finish() override { m_conn.close(); }
 
+private Q_SLOTS:
     void pagesAreFilledToTheLine()
     {
         const ReportDesign design = designOf(u"FkDataReport"_s);
@@ -323,12 +316,6 @@ private:
     {
         return m_conn.openShaped(u"SHAPE {%1} AS JHSKT COMPUTE JHSKT BY 'GroupKey'"_s.arg(inner));
     }
-    template <typename Step> static QString errorText(Step step)
-    {
-        QString text;
-        errorOf(step, &text);
-        return text;
-    }
     ReportLayout layOut(const ReportDesign& design, Recordset&& result, const ReportTexts& texts = {})
     {
         return {design, ReportData(design, result), {texts, QDate(2026, 3, 9)}, m_fonts};
@@ -348,8 +335,7 @@ private:
         return rows(u"select * from fkk order by readercode"_s);
     }
 
-    std::shared_ptr<FontBook> m_fonts;
-    std::unique_ptr<TestLibrary> m;
+    const std::shared_ptr<FontBook> m_fonts = std::make_shared<FontBook>();
     Connection m_conn;
 };
 

@@ -8,6 +8,7 @@
 #include "support/file_mode.h"
 #include "support/library_test.h"
 #include "support/window_steps.h"
+#include "support/write_file.h"
 
 #include <QFileDialog>
 #include <QMessageBox>
@@ -120,9 +121,8 @@ private Q_SLOTS:
     void asksBeforeAnOlderFileGoes()
     {
         ReportPreview& preview = *show(1);
-        QFile older(m->folder.filePath(u"old.pdf"_s));
-        QVERIFY(older.open(QIODevice::WriteOnly) && older.write("old") == 3);
-        older.close();
+        const QString older = m->folder.filePath(u"old.pdf"_s);
+        writeFile(older, "old");
         bool asked = false;
         QTimer::singleShot(0, &preview, [&] {
             auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
@@ -136,7 +136,7 @@ private Q_SLOTS:
             static_cast<QDialog*>(dialog)->accept();
         });
         preview.cmdSave.click();
-        QVERIFY(asked && older.size() == 3);
+        QVERIFY(asked && QFileInfo(older).size() == 3);
     }
 
     /// The narrowest screen that desks have.

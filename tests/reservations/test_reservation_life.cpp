@@ -1,8 +1,8 @@
 #include "desk/charge_ops.h"
 #include "desk/discharge_ops.h"
 #include "reservations/reservation_ops.h"
-#include "support/cases.h"
 #include "support/desk_double.h"
+#include "support/library_test.h"
 #include "support/quiet_fines.h"
 
 using namespace quilla;
@@ -40,7 +40,7 @@ const QString Cleared = u" 1"_s;
 } // namespace
 
 /// R2, who may have one reservation, reserves what R1 has until the 20th.
-class TestReservationLife : public QObject {
+class TestReservationLife : public LibraryTest {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -67,7 +67,6 @@ private Q_SLOTS:
     }
     void life()
     {
-        m = std::make_unique<TestLibrary>();
         m->reader(u"R1"_s, FineRules);
         m->reader(u"R2"_s, {{u"ordercount"_s, u"1"_s}, {u"orderday"_s, u"5"_s}});
         m->reader(u"R3"_s);
@@ -130,7 +129,6 @@ private:
 
     void lend(const QString& reader) { QCOMPARE(ChargeBook(m->session, m_desk, u"B1"_s, reader), Charged); }
 
-    std::unique_ptr<TestLibrary> m;
     DeskDouble m_desk;
 };
 

@@ -6,6 +6,7 @@
 #include "platform/sql/printer.h"
 #include "source_dir.h"
 #include "sql/case_file.h"
+#include "support/fixed_clock.h"
 #include "support/postgres_database.h"
 
 #include <QDir>
@@ -54,12 +55,6 @@ QString lettersOf(const Translation& translation, const QString& key)
     }
     return letters;
 }
-
-/// The clock of the cases.
-class CaseClock final : public Clock {
-public:
-    Moment now() const override { return {QDate(2004, 3, 9), QTime(8, 5, 3)}; }
-};
 
 /// Numbers without the zeros at the end of their fraction, dates in their canonical form.
 QString shown(const Value& value)
@@ -154,7 +149,7 @@ class TestCases : public QObject {
 
 private:
     Schema m_schema;
-    CaseClock m_clock;
+    FixedClock m_clock {{QDate(2004, 3, 9), QTime(8, 5, 3)}};
     QTemporaryDir m_folder;
     std::unique_ptr<PostgresDatabase> m_database;
     std::unique_ptr<Bench> m_sqlite;

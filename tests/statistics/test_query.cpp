@@ -1,7 +1,5 @@
 #include "statistics/query_ops.h"
-#include "support/test_library.h"
-
-#include <QTest>
+#include "support/library_test.h"
 
 using namespace quilla;
 
@@ -15,13 +13,11 @@ const QueryField Issued {u"dzk.paperdate"_s, u"办证日期"_s, FieldType::Date}
 } // namespace
 
 /// The texts that the query dialog builds, and what they find.
-class TestQuery : public QObject {
+class TestQuery : public LibraryTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void initTestCase()
+    void fill() override
     {
-        m = std::make_unique<TestLibrary>();
         const auto reader = [this](const QString& code, const QString& name, const QString& quota,
                                 const QString& fine, const QString& issued) {
             m->reader(code,
@@ -34,6 +30,7 @@ private Q_SLOTS:
         reader(u"5"_s, u"--'"_s, u"0"_s, u"0"_s, u"2004-01-01"_s);
     }
 
+private Q_SLOTS:
     /// What is built for a field, an operator and a value, and the readers that it finds.
     void conditions()
     {
@@ -117,8 +114,6 @@ private:
         if (!condition.isEmpty()) select += u" where "_s + condition;
         return m->rows(select + u" order by "_s + order).join(QString());
     }
-
-    std::unique_ptr<TestLibrary> m;
 };
 
 QTEST_GUILESS_MAIN(TestQuery)

@@ -2,28 +2,87 @@
 #include "frame/sublib.h"
 #include "source_dir.h"
 #include "support/desk_double.h"
-#include "support/test_library.h"
+#include "support/library_test.h"
 
 #include <QProcess>
 #include <QScopeGuard>
-#include <QTest>
 
 using namespace quilla;
 
 /// A desk whose server goes down and comes back while the program runs. On a PostgreSQL of its own, since
 /// others would suffer.
-class TestServerRestart : public QObject {
+class TestServerRestart : public LibraryTest {
     Q_OBJECT
 
+    void fill() override
+    {
+        m->reader(u"R1"_s);
+        for (const QStringView barcode : {u"B1", u"B2", u"B3"})
+            m->copy(barcode.toString());
+    }
+    void finish() override { QCOMPARE(m->broken(), QString()); }
+
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void cleanup();
-    void cleanupTestCase();
-    void betweenTwoCharges();
-    void whileItIsDown();
-    void inTheMiddleOfACharge_data();
-    void inTheMiddleOfACharge();
+    void initTestCase()
+    {
+        m_state = m_folder.filePath(u"socket"_s);
+        qputenv("QUILLA_POSTGRES_SOCKET", m_state.toLocal8Bit());
+        qputenv("QUILLA_TEST_ENGINE", "postgres");
+        QVERIFY(script("start.sh", {}));
+    }
+
+    void cleanupTestCase() { QVERIFY(script("stop.sh", {})); }
+
+    void betweenTwoCharges()
+    {
+        QCOMPARE(charge(u"B1"_s), Charged);
+        restart();
+        QCOMPARE(charge(u"B2"_s), Charged);
+        QCOMPARE(loans(), u"B1,B2"_s);
+    }
+
+    /// Told at each opening; after the answer No a charge ends as one whose reader is unknown.
+    void whileItIsDown()
+    {
+        QCOMPARE(charge(u"B1"_s), Charged);
+        QVERIFY(script("restart.sh", {u"down"_s}));
+        m->prompt.expectStart(u"对不起，连接数据库失败！错误原因如下：\n"_s).answer(Answer::No);
+        m->prompt.expectStart(u"没有找到该读者的信息！"_s);
+        QCOMPARE(charge(u"B2"_s), NoSuchReader);
+        QVERIFY(script("restart.sh", {u"up"_s}));
+        QCOMPARE(charge(u"B3"_s), Charged);
+        QCOMPARE(loans(), u"B1,B3"_s);
+    }
+
+    void inTheMiddleOfACharge_data()
+    {
+        QTest::addColumn<QString>("statement"); ///< the server goes just before it
+        QTest::addColumn<bool>("charged");
+        QTest::newRow("a check") << u"select borrowstatus"_s << true;
+        QTest::newRow("the begin") << u"begin"_s << true;
+        QTest::newRow("the loan") << u"insert into JHSK"_s << false;
+        QTest::newRow("the copy") << u"update SCK"_s << false;
+        QTest::newRow("the commit") << u"commit"_s << false;
+    }
+
+    /// What has no effect yet is sent again; else the whole charge fails and leaves nothing.
+    void inTheMiddleOfACharge()
+    {
+        QFETCH(QString, statement);
+        QFETCH(bool, charged);
+        bool gone = false;
+        const auto unhook = qScopeGuard([this] { m->factory.setHook({}); });
+        m->factory.setHook([&](QStringView sent) {
+            if (!gone && sent.startsWith(statement)) {
+                gone = true;
+                restart();
+            }
+        });
+        QCOMPARE(charge(u"B1"_s), charged ? Charged : NotCharged);
+        QVERIFY(gone);
+        QCOMPARE(loans(), charged ? u"B1"_s : QString());
+        QCOMPARE(charge(u"B2"_s), Charged);
+    }
 
 private:
     bool script(const char* name, const QStringList& arguments)
@@ -39,88 +98,8 @@ private:
 
     QTemporaryDir m_folder;
     QString m_state;
-    std::unique_ptr<TestLibrary> m;
     DeskDouble m_desk;
 };
-
-void TestServerRestart::initTestCase()
-{
-    m_state = m_folder.filePath(u"socket"_s);
-    qputenv("QUILLA_POSTGRES_SOCKET", m_state.toLocal8Bit());
-    qputenv("QUILLA_TEST_ENGINE", "postgres");
-    QVERIFY(script("start.sh", {}));
-}
-
-void TestServerRestart::init()
-{
-    m = std::make_unique<TestLibrary>();
-    m->reader(u"R1"_s);
-    for (const QStringView barcode : {u"B1", u"B2", u"B3"})
-        m->copy(barcode.toString());
-}
-
-void TestServerRestart::cleanup()
-{
-    QCOMPARE(m->prompt.takeComplaints(), QString());
-    QCOMPARE(m->broken(), QString());
-    m.reset();
-}
-
-void TestServerRestart::cleanupTestCase()
-{
-    QVERIFY(script("stop.sh", {}));
-}
-
-void TestServerRestart::betweenTwoCharges()
-{
-    QCOMPARE(charge(u"B1"_s), Charged);
-    restart();
-    QCOMPARE(charge(u"B2"_s), Charged);
-    QCOMPARE(loans(), u"B1,B2"_s);
-}
-
-/// Told at each opening; after the answer No a charge ends as one whose reader is unknown.
-void TestServerRestart::whileItIsDown()
-{
-    QCOMPARE(charge(u"B1"_s), Charged);
-    QVERIFY(script("restart.sh", {u"down"_s}));
-    m->prompt.expectStart(u"对不起，连接数据库失败！错误原因如下：\n"_s).answer(Answer::No);
-    m->prompt.expectStart(u"没有找到该读者的信息！"_s);
-    QCOMPARE(charge(u"B2"_s), NoSuchReader);
-    QVERIFY(script("restart.sh", {u"up"_s}));
-    QCOMPARE(charge(u"B3"_s), Charged);
-    QCOMPARE(loans(), u"B1,B3"_s);
-}
-
-void TestServerRestart::inTheMiddleOfACharge_data()
-{
-    QTest::addColumn<QString>("statement"); ///< the server goes just before it
-    QTest::addColumn<bool>("charged");
-    QTest::newRow("a check") << u"select borrowstatus"_s << true;
-    QTest::newRow("the begin") << u"begin"_s << true;
-    QTest::newRow("the loan") << u"insert into JHSK"_s << false;
-    QTest::newRow("the copy") << u"update SCK"_s << false;
-    QTest::newRow("the commit") << u"commit"_s << false;
-}
-
-/// What has no effect yet is sent again; else the whole charge fails and leaves nothing.
-void TestServerRestart::inTheMiddleOfACharge()
-{
-    QFETCH(QString, statement);
-    QFETCH(bool, charged);
-    bool gone = false;
-    const auto unhook = qScopeGuard([this] { m->factory.setHook({}); });
-    m->factory.setHook([&](QStringView sent) {
-        if (!gone && sent.startsWith(statement)) {
-            gone = true;
-            restart();
-        }
-    });
-    QCOMPARE(charge(u"B1"_s), charged ? Charged : NotCharged);
-    QVERIFY(gone);
-    QCOMPARE(loans(), charged ? u"B1"_s : QString());
-    QCOMPARE(charge(u"B2"_s), Charged);
-}
 
 QTEST_GUILESS_MAIN(TestServerRestart)
 #include "test_server_restart.moc"

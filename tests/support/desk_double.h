@@ -1,8 +1,7 @@
 #pragma once
 
 #include "desk/desk_view.h"
-
-#include <QStringList>
+#include "support/field_texts.h"
 
 namespace quilla {
 
@@ -20,18 +19,9 @@ public:
     void fillReaderPanel(const ReaderPanel& values) override { panel = values; }
     void showReaderStatus(const QString& status) override { panel[PanelLabel::Status] = status; }
     void setUpLoans() override { loans.clear(); }
-    void bindLoans(Recordset& rows) override
-    {
-        for (; !rows.eof(); rows.next())
-            loans.append(rows.field(u"barcode").text());
-    }
-
+    void bindLoans(Recordset& rows) override { loans += fieldTexts(rows, u"barcode"); }
     void setUpReturns() override { returns.clear(); }
-    void bindReturns(Recordset& rows) override
-    {
-        for (; !rows.eof(); rows.next())
-            returns.append(rows.field(u"barcode").text());
-    }
+    void bindReturns(Recordset& rows) override { returns += fieldTexts(rows, u"barcode"); }
 
     QString takeDone() { return std::exchange(done, {}).join(u", "); }
 

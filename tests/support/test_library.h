@@ -2,6 +2,7 @@
 
 #include "frame/session.h"
 #include "platform/db/pooled_factory.h"
+#include "support/fixed_clock.h"
 #include "support/memory_settings.h"
 #include "support/scripted_prompt.h"
 #include "support/test_database.h"
@@ -11,13 +12,6 @@
 #include <set>
 
 namespace quilla {
-
-/// A clock that stands where the test puts it.
-class FixedClock final : public Clock {
-public:
-    Moment now() const override { return moment; }
-    Moment moment {QDate(2026, 3, 10), QTime(9, 30, 15)};
-};
 
 /// Counts the calls and does what the test says.
 class ScriptedEditor final : public ConnectionEditor {
@@ -68,7 +62,7 @@ public:
     QString broken();
 
     QTemporaryDir folder;
-    FixedClock clock;
+    FixedClock clock {{QDate(2026, 3, 10), QTime(9, 30, 15)}};
     MemorySettings settings;
     ScriptedPrompt prompt;
     ScriptedEditor editor;

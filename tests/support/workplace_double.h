@@ -15,11 +15,13 @@ public:
     bool show(const QString& file) override
     {
         shown.append(file);
-        return true;
+        return works;
     }
-    void showFolder(const QString&) override { }
+    void showFolder(const QString& file) override { folders.append(file); }
     QString place;
     QStringList shown;
+    QStringList folders;
+    bool works = true; ///< whether there is a program
 };
 
 /// No printer; writes down which forms went to it.
