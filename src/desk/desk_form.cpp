@@ -6,10 +6,14 @@
 #include "platform/ui/look/theme.h"
 #include "platform/ui/scan/scan_backlog.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QLayout>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QTabBar>
+#include <QTimer>
 
 namespace quilla {
 
@@ -33,9 +37,9 @@ TsjhFrm::TsjhFrm(const Workplace& place, FineDialog& fines)
     , m_fines(fines)
     , m_sounds(place.sounds)
 {
-    QUILLA_NAMES(Split, SSTab1, cmdTuShuYuYue, cmdWuZhengJieShu, CmdQuit, cmdSlip, cmdCause, tMsg, Frame1,
-        Label3, Label5, Label1, TxtReaderCode, Label2, TxtBarCode, Frame2, Grid1, Label8, TxtRetBook, Check1,
-        Frame3, Grid2);
+    QUILLA_NAMES(Room, Split, SSTab1, cmdTuShuYuYue, cmdWuZhengJieShu, CmdQuit, cmdSlip, cmdCause, tMsg,
+        Frame1, Label3, Label5, Label1, TxtReaderCode, Label2, TxtBarCode, Frame2, Grid1, Label8, TxtRetBook,
+        Check1, Frame3, Grid2);
     setCaptions(Label3,
         {u"读者证号："_s, u"读者姓名："_s, u"性    别："_s, u"读者类型："_s, u"读者单位："_s, u"可借总数："_s,
             u"已借册数："_s, u"可借册数："_s, u"读者状态："_s, u"有效期限："_s});
@@ -73,14 +77,30 @@ void TsjhFrm::layOut()
             .control);
     Split.addWidget(Piece(Scans).control);
     Split.setChildrenCollapsible(false);
-    SSTab1.setMinimumHeight(pixelsOf(3600, *this)); // the query page has the room of the session list as well
     // captions and a line: all else of the room on a small screen goes where the operator drags it
     for (QTableView* list : std::initializer_list<QTableView*> {&Grid1, &Grid2, &Query.Grid3, &Scans.List})
         list->setMinimumHeight(2 * (fontMetrics().height() + 8));
     build(*this,
         column(row(tMsg, cmdCause, stretch(), cmdSlip, cmdTuShuYuYue, cmdWuZhengJieShu, CmdQuit),
-            Piece(Split).grow()));
+            Piece(Room).grow()));
+    Room.setWidget(&Split);
+    Room.setWidgetResizable(true);
+    Room.setFrameShape(QFrame::NoFrame);
+    Room.setFocusPolicy(Qt::NoFocus);
+    saveHeight();
     resize(pixelsOf(13500, *this), pixelsOf(9000, *this));
+}
+
+/// On a small screen the room between the parts is worth one more loan and one more scan.
+void TsjhFrm::saveHeight()
+{
+    constexpr int gap = 7;
+    for (QLayout* part : {layout(), Frame1.layout(), SSTab1.widget(ChargePage)->layout(),
+             SSTab1.widget(DischargePage)->layout()}) {
+        const QMargins usual = part->contentsMargins();
+        part->setContentsMargins(usual.left(), gap, usual.right(), gap);
+    }
+    Query.layout()->setContentsMargins({}); // the page has its own
 }
 
 void TsjhFrm::wire()
@@ -95,6 +115,9 @@ void TsjhFrm::wire()
     onClick(cmdWuZhengJieShu, [this] { lendWithoutCard(); });
     cmdTuShuYuYue.setEnabled(m_host.hasScreen(u"frmTushuYuYue"_s));
     connect(&SSTab1, &QTabWidget::currentChanged, this, &TsjhFrm::enterPage);
+    connect(qApp, &QApplication::focusChanged, this, &TsjhFrm::keepFocusInSight);
+    for (QScrollBar* bar : {Room.verticalScrollBar(), Room.horizontalScrollBar()})
+        connect(bar, &QScrollBar::rangeChanged, this, &TsjhFrm::keepFocusInSight);
     for (QWidget* control :
         std::initializer_list<QWidget*> {&TxtReaderCode, &TxtBarCode, &TxtRetBook, SSTab1.tabBar()})
         control->installEventFilter(this);
@@ -122,7 +145,11 @@ void TsjhFrm::makeKeys()
         TxtReaderCode.setFocus(); // there already, the next reader's card is scanned
     });
     on(Qt::Key_F3, [this] { openReturns(); });
-    on(Qt::Key_F4, [this] { showPage(QueryPage); });
+    on(Qt::Key_F4, [this] {
+        showPage(QueryPage);
+        // from the session list, which may have gone
+        if (!Query.isAncestorOf(focusWidget())) Query.Check2[0].setFocus();
+    });
     on(Qt::Key_F8, [this] { showCause(); });
     on(Qt::Key_F9, [this] { cmdSlip.print(TxtReaderCode.text()); });
     on(Qt::Key_F6, [this] {
@@ -215,10 +242,23 @@ void TsjhFrm::keyPressEvent(QKeyEvent* event)
     QWidget::keyPressEvent(event);
 }
 
-/// Below the query page there would be no room for what it finds.
+/// Below the query page there would be no room for what it finds. A page is never lower than what is on it;
+/// the tabs alone would ask for the highest one.
 void TsjhFrm::placeScans()
 {
     Scans.setVisible(Split.orientation() == Qt::Horizontal || SSTab1.currentIndex() != QueryPage);
+    SSTab1.setMinimumHeight(
+        SSTab1.tabBar()->sizeHint().height() + SSTab1.currentWidget()->minimumSizeHint().height());
+}
+
+/// The box for the next scan is seen in the smallest window, also where the program has set the focus. The
+/// page is laid out first.
+void TsjhFrm::keepFocusInSight()
+{
+    QTimer::singleShot(0, &Room, [this] {
+        QWidget* box = QApplication::focusWidget();
+        if (box && Split.isAncestorOf(box)) Room.ensureWidgetVisible(box, 0, 12);
+    });
 }
 
 /// Whoever turned the page, the operator or an operation.

@@ -16,6 +16,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QSplitter>
 #include <QTabWidget>
 
@@ -32,6 +33,7 @@ public:
     /// The blank turns to the discharge page and back to the charge page; any other key does nothing.
     void ToggleDeskPage(int key);
 
+    QScrollArea Room; ///< scrolls where the window is too small for what is in it
     QSplitter Split; ///< the pages and the session list
     QTabWidget SSTab1;
     QPushButton cmdTuShuYuYue;
@@ -88,6 +90,7 @@ private:
     void bindLoans(Recordset& loans) override;
 
     void layOut();
+    void saveHeight();
     void wire();
     void makeTips();
     void enterPage(int page);
@@ -111,6 +114,7 @@ private:
     void enlistUnserved(const QStringList& codes);
     void makeKeys();
     void placeScans();
+    void keepFocusInSight();
     void openReturns();
     void openReader(const QString& readercode);
     void tell(const QString& text, bool good);

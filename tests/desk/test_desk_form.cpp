@@ -108,6 +108,21 @@ private Q_SLOTS:
         QCOMPARE(m_desk->TxtRetBook.selectedText(), u"B9"_s);
     }
 
+    /// What a small screen leaves when the desktop doubles everything.
+    void focusIsInSightInTheSmallestWindow()
+    {
+        const QSize small(640, 190);
+        m_desk->resize(small);
+        type(m_desk->TxtReaderCode, u"R1"_s);
+        for (const Qt::Key key : {Qt::Key_Shift, Qt::Key_F3, Qt::Key_F6, Qt::Key_F4, Qt::Key_F2}) {
+            QTest::keyClick(QApplication::focusWidget(), key);
+            QWidget* box = QApplication::focusWidget();
+            QTRY_COMPARE(box->visibleRegion().boundingRect(), box->rect());
+        }
+        QCOMPARE(m_desk->size(), small);
+        QCOMPARE(m_desk->tMsg.visibleRegion().boundingRect(), m_desk->tMsg.rect());
+    }
+
     /// The box under a message still holds the barcode that it is about; after a charge the loan is in sight.
     void barcodeStaysUntilItsScanHasEnded()
     {

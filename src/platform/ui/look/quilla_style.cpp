@@ -150,6 +150,7 @@ void QuillaStyle::drawPrimitive(
     case PE_FrameFocusRect:
         return drawFocusRing(painter, option, widget);
     case PE_Frame:
+    case PE_FrameMenu:
         return paintListFrame(*painter, option->rect, m_theme);
     case PE_FrameTabWidget:
         return paintTabPage(*painter, option->rect, m_theme);
