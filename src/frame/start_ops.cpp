@@ -42,6 +42,7 @@ Error unusableFolder(const QString& folder)
 
 bool LockFileGuard::claim()
 {
+    if (d->lock.isLocked()) return true;
     // Asked first: where nothing can be written, a lock left by a crash looks like one that is held.
     if (!makePrivateFolder(d->folder) || !QFileInfo(d->folder).isWritable()) throw unusableFolder(d->folder);
     if (!d->lock.tryLock(0)) {

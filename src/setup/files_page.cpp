@@ -11,7 +11,8 @@ FilesPage::FilesPage(SetupPlace& place, SetupPlan& plan)
     setCaptions(Command1, {u"浏览(&L)…"_s, u"浏览(&K)…"_s});
     chkSkip.setChecked(true);
     layOut();
-    enterAsTab(allOf(Text1));
+    onEnter(Text1[0], [this] { Text1[1].setFocus(); }); // past the buttons
+    onEnter(Text1[1], [this] { chkSkip.setFocus(); });
     onEnter(chkSkip, [this] { goOn(); });
     onClick(Command1, [this](int box) { browse(box); });
 }

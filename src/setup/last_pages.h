@@ -35,7 +35,6 @@ public:
     /// The work ends as soon as it can; what came of it is told.
     void stop() override;
     bool isDone() const { return m_done; }
-    bool startsDesk() const { return m_done && chkStart.isChecked(); }
 
     QLabel labStage;
     QProgressBar showBar;

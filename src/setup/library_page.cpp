@@ -16,7 +16,8 @@ LibraryPage::LibraryPage(SetupPlace& place, SetupPlan& plan)
     chkStarter.setChecked(true);
     chkGuard.setChecked(true);
     layOut();
-    enterAsTab({txtName, txtFile, txtOperator, txtPassword, txtRepeat, chkStarter});
+    onEnter(txtFile, [this] { txtOperator.setFocus(); }); // past the button
+    enterAsTab({txtName, txtOperator, txtPassword, txtRepeat, chkStarter});
     onEnter(chkGuard, [this] { goOn(); });
     onClick(cmdBrowse, [this] { browse(); });
 }

@@ -15,7 +15,7 @@ SetupFrm::SetupFrm(const SetupPlace& place)
         connect(page, &SetupPage::busyChanged, this, &SetupFrm::showButtons);
     }
     connect(&Run, &RunPage::finished, this, [this](bool done) {
-        setResult(done ? Accepted : Rejected);
+        showButtons();
         (done ? cmdNext : cmdBack).setFocus();
     });
     onClick(cmdBack, [this] { goBack(); });
@@ -52,9 +52,15 @@ void SetupFrm::layPath()
 
 void SetupFrm::goOn()
 {
-    if (&page() == &Run) return accept();
+    if (&page() == &Run) return finish();
     layPath();
     show(m_at + 1);
+}
+
+void SetupFrm::finish()
+{
+    m_startsDesk = Run.chkStart.isChecked();
+    accept();
 }
 
 void SetupFrm::goBack()

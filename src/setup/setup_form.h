@@ -23,7 +23,7 @@ public:
     explicit SetupFrm(const SetupPlace& place);
 
     /// Whether the operator wants the lending desk to come up now.
-    bool startsDesk() const { return Run.startsDesk(); }
+    bool startsDesk() const { return m_startsDesk; }
     SetupPage& page() const { return *m_path[m_at]; }
     /// A page out of its turn, as it stands in a picture.
     void showPage(SetupPage& page);
@@ -55,12 +55,14 @@ private:
     void goOn();
     void goBack();
     void stopOrLeave();
+    void finish();
     void show(std::size_t at);
     void showButtons();
     bool isRunning() const { return &page() == &Run && Run.isBusy(); }
 
     std::vector<SetupPage*> m_path {&Welcome}; ///< the pages of the way that was chosen
     std::size_t m_at = 0;
+    bool m_startsDesk = false;
 };
 
 } // namespace quilla

@@ -101,10 +101,11 @@ QString openedLine(const SetupPlan& plan)
 }
 
 /// The tool works on the usual file when it is not told another one.
-void addToolHint(const Target& opened, QStringList& lines)
+void addToolHint(const SetupPlan& plan, QStringList& lines)
 {
-    if (opened.file && *opened.file != embeddedDatabaseFile())
-        lines.append(u"备份、导入等 quilla-db 命令要加：--file “%1”"_s.arg(*opened.file));
+    const auto file = plan.opened().file;
+    if (plan.way != SetupWay::Demo && file && *file != embeddedDatabaseFile())
+        lines.append(u"以后对它备份、导入等，quilla-db 命令要加：--file %1"_s.arg(*file));
 }
 
 } // namespace
@@ -136,7 +137,7 @@ SetupOutcome carryOut(const SetupPlan& plan, SettingsStore& settings, StagedProg
     storeOrTell(plan, settings);
     outcome.lines.prepend(openedLine(plan));
     if (plan.makesLibrary()) importFiles(plan.library, progress, outcome);
-    addToolHint(plan.opened(), outcome.lines);
+    addToolHint(plan, outcome.lines);
     return outcome;
 }
 
