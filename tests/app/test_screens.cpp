@@ -169,17 +169,6 @@ private Q_SLOTS:
         QVERIFY(window.findChild<MadddzlxFrm*>()->Option1[1].isChecked()); // the units
     }
 
-    /// Alt+X opens a menu of the main window, unless the screen in front has a button with that key.
-    void sharedAccessKeyBelongsToTheScreen()
-    {
-        applyInputRules(*qApp);
-        auto& window = opened<LtMainFrm>(m_work->place, m->session, allScreens());
-        QWidget* list = window.openScreen(u"JycsFrm"_s);
-        QTest::keyClick(list, Qt::Key_X, Qt::AltModifier);
-        QTRY_COMPARE(window.Client.subWindowList().size(), 0);
-        QVERIFY(!QApplication::activePopupWidget());
-    }
-
     void screensAreReused()
     {
         LtMainFrm window(m_work->place, m->session, allScreens());
@@ -252,7 +241,8 @@ private Q_SLOTS:
         QVERIFY(window.findChild<EditPassFrm*>()->isVisible());
     }
 
-    /// The letter of the active screen comes before that of the menu, which asks to leave the program.
+    /// The letter of the active screen comes before that of a menu, and before that of the entry which asks
+    /// to leave the program.
     void lettersOfTheActiveScreen()
     {
         applyInputRules(*qApp);
@@ -262,10 +252,12 @@ private Q_SLOTS:
         QCOMPARE(focusName(), u"TxtReaderCode"_s);
         QTest::keyClick(&desk->TxtReaderCode, Qt::Key_J, Qt::AltModifier); // nobody's
         QCOMPARE(desk->TxtReaderCode.text(), QString());
-        window.openScreen(u"DzglFrm"_s);
-        QPointer<QWidget> list = window.Client.activeSubWindow()->widget();
-        QTest::keyClick(list, Qt::Key_Q, Qt::AltModifier);
-        QTRY_VERIFY(!list);
+        for (const auto& [name, letter] : {std::pair {u"JycsFrm"_s, Qt::Key_X}, {u"DzglFrm"_s, Qt::Key_Q}}) {
+            const QPointer<QWidget> list = window.openScreen(name);
+            QTest::keyClick(list, letter, Qt::AltModifier);
+            QTRY_VERIFY(!list);
+            QVERIFY(!QApplication::activePopupWidget());
+        }
     }
 
     /// Beside the others it comes to the front in its first box, which no message box brings about; left, it

@@ -1,7 +1,7 @@
 #include "db/server_base.h"
+#include "support/cases.h"
 
 #include <QRandomGenerator>
-#include <QTest>
 
 using namespace quilla;
 
@@ -19,16 +19,11 @@ private Q_SLOTS:
                         QVERIFY2((compareText(a, b) <=> 0) == (left <=> right), qPrintable(a + u" / "_s + b));
     }
 
-    void sorts_data()
-    {
-        QTest::addColumn<bool>("onServer");
-        QTest::newRow("SQLite") << false;
-        QTest::newRow("PostgreSQL") << true;
-    }
+    void sorts_data() { cases<bool>({{"SQLite", {false}}, {"PostgreSQL", {true}}}); }
 
     void sorts()
     {
-        QFETCH(bool, onServer);
+        const auto [onServer] = given<bool>();
         const std::unique_ptr<BookBase> base
             = onServer ? std::unique_ptr<BookBase>(std::make_unique<ServerBase>()) : std::make_unique<Base>();
         Connection connection = base->open();

@@ -1,4 +1,4 @@
-#include "platform/core/error.h"
+#include "db/error_of.h"
 #include "platform/core/text.h"
 #include "platform/sql/shape_statement.h"
 #include "platform/sql/translator.h"
@@ -14,16 +14,6 @@ const QString Tables
     = u"create table t (id int identity(1,1) primary key, code varchar(20), number int, day datetime)\n"
       "go\n"
       "create view v as select code, number from t"_s;
-
-QString messageOf(const std::function<void()>& step)
-{
-    try {
-        step();
-    } catch (const Error& error) {
-        return error.text;
-    }
-    return {};
-}
 
 } // namespace
 
@@ -119,7 +109,7 @@ private Q_SLOTS:
             {u"select 1"_s + u"+1"_s.repeated(5000), u"算式太长"_s},
         };
         for (const auto& [statement, told] : rows) {
-            const QString message = messageOf([&] { translate(statement); });
+            const QString message = errorText([&] { translate(statement); });
             QVERIFY2(message.contains(told), qPrintable(message));
         }
     }
@@ -157,7 +147,7 @@ private Q_SLOTS:
     void aRefusedStatementLeavesTheCacheSound()
     {
         for (int i = 0; i < 3; ++i)
-            QVERIFY(!messageOf([&] { translate(u"select nosuch(code) from t"_s); }).isEmpty());
+            QVERIFY(!errorText([&] { translate(u"select nosuch(code) from t"_s); }).isEmpty());
         QCOMPARE(translate(u"select code from t"_s).columns, std::vector<Kind> {Kind::Text});
     }
 
@@ -210,7 +200,7 @@ private Q_SLOTS:
             {u"shape {x} as a compute a by 'k' x"_s, u"附近有语法错误"_s},
         };
         for (const auto& [shape, told] : rows) {
-            const QString message = messageOf([&] { readShape(shape); });
+            const QString message = errorText([&] { readShape(shape); });
             QVERIFY2(message.contains(told), qPrintable(message));
         }
     }
@@ -228,9 +218,9 @@ private Q_SLOTS:
     {
         const QString script = u"-- one\ngo\n\ncreate table a (b int)\nGO\n\ncreate table c (\n  d blob)"_s;
         QCOMPARE(splitScript(script).size(), std::size_t(2));
-        const QString message = messageOf([&] { readSchema(script); });
+        const QString message = errorText([&] { readSchema(script); });
         QVERIFY2(message.contains(u"第 8 行第 5 列，“blob”"_s), qPrintable(message));
-        QVERIFY(messageOf([] {
+        QVERIFY(errorText([] {
             readSchema(u"create view v as select x from nowhere"_s);
         }).contains(u"类型不明"_s));
     }

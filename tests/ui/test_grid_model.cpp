@@ -1,5 +1,6 @@
 #include "platform/grid/grid_model.h"
 #include "platform/grid/grid_widths.h"
+#include "support/grid_text.h"
 #include "ui/reader_rows.h"
 
 #include <QAbstractItemModelTester>
@@ -17,14 +18,6 @@ QString marked(const GridFormat& format)
     for (const GridFormat::Column& column : format.columns)
         text += u"-<^>"_s[int(column.align)] + column.caption + u'/';
     return text;
-}
-
-QStringList column(const GridModel& grid, int col)
-{
-    QStringList texts;
-    for (int row = 1; row < grid.Rows(); ++row)
-        texts << grid.TextMatrix(row, col);
-    return texts;
 }
 
 } // namespace
@@ -83,7 +76,7 @@ private Q_SLOTS:
         QCOMPARE(grid.addRow({u"c"_s, u"3"_s}), 3);
         grid.setRowData(3, 33);
         grid.removeRow(2);
-        QCOMPARE(column(grid, 0), QStringList({u"a"_s, u"c"_s}));
+        QCOMPARE(columnOf(grid, 0), u"a c"_s);
         QCOMPARE(grid.RowData(2), 33);
         QCOMPARE(grid.RowData(1), 0);
         QCOMPARE(grid.findRow(u"C "_s, 0), 2);
@@ -116,7 +109,7 @@ private Q_SLOTS:
             grid.addRow({text});
         grid.setRows(6);
         grid.yesNo(0);
-        QCOMPARE(column(grid, 0), QStringList({u"是"_s, u"否"_s, u"否"_s, u"否"_s, u""_s}));
+        QCOMPARE(columnOf(grid, 0), u"是 否 否 否 "_s);
     }
 
     void sortsLines()
@@ -136,7 +129,7 @@ private Q_SLOTS:
             for (int i = 0; i < texts.size(); ++i)
                 grid.setTextMatrix(i + 1, 0, texts[i]);
             grid.sortRows(0, 0, direction);
-            QCOMPARE(column(grid, 0).join(u' '), sorted);
+            QCOMPARE(columnOf(grid, 0), sorted);
         }
     }
 
@@ -148,7 +141,7 @@ private Q_SLOTS:
         for (const QStringList& line : lines)
             grid.setRowData(grid.addRow(line), line[0].toInt() * 10);
         grid.sortRows(0, 1);
-        QCOMPARE(column(grid, 1), QStringList({u"z"_s, u"a"_s, u"x"_s}));
+        QCOMPARE(columnOf(grid, 1), u"z a x"_s);
         QCOMPARE(grid.RowData(1), 10);
         QCOMPARE(grid.RowData(3), 20);
     }

@@ -291,11 +291,10 @@ private Q_SLOTS:
             list.loadData(four);
             list.popUp();
             QCOMPARE(list.pos(), box.mapToGlobal(QPoint(0, box.height())));
-            const QPoint second = list.Grid1.visualRect(list.Grid1.model()->index(1, 0)).center();
             if (key != Qt::Key_unknown)
                 QTest::keyClick(&list.Grid1, key);
             else
-                QTest::mouseClick(list.Grid1.viewport(), Qt::LeftButton, {}, second);
+                clickLine(list.Grid1, 2);
             QVERIFY(!list.isVisible());
             QCOMPARE(box.text(), taken);
         }
