@@ -60,8 +60,7 @@ private Q_SLOTS:
     void opensWhereTheFocusIs()
     {
         HelpKey help(m->session, m_work->printer);
-        LtMainFrm window(m_work->place, m->session, allScreens());
-        appear(window);
+        auto& window = opened<LtMainFrm>(m_work->place, m->session, allScreens());
         const auto shown = [&](QWidget* focus) {
             QTest::keyClick(focus, Qt::Key_F1);
             const auto* open = window.findChild<ManualFrm*>();

@@ -359,8 +359,7 @@ private Q_SLOTS:
     void loginByKeys()
     {
         m->operatorUser(u"ly"_s, u"geheim"_s);
-        LtLoginFrm login(m->session);
-        appear(login);
+        auto& login = opened<LtLoginFrm>(m->session);
         type(login.txtInName, u"ly"_s);
         QVERIFY(login.txtInPassword.hasFocus());
         m->prompt.expect(u"用户名或用户密码输入错误，请核对后输入。"_s);
@@ -377,8 +376,7 @@ private Q_SLOTS:
     void passwordByKeys()
     {
         m->operatorUser(u"王馆员"_s, u"alt"_s);
-        EditPassFrm dialog(m->session);
-        appear(dialog);
+        auto& dialog = opened<EditPassFrm>(m->session);
         for (const QString& typed : {u"alt"_s, u"neu"_s, u"neu"_s})
             type(*QApplication::focusWidget(), typed);
         QVERIFY(dialog.CmdOk.hasFocus());

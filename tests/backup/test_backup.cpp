@@ -5,17 +5,13 @@
 #include "platform/core/private_files.h"
 #include "support/file_mode.h"
 #include "support/memory_settings.h"
+#include "support/write_file.h"
 
 #include <QLockFile>
 
 using namespace quilla;
 
 namespace {
-
-struct MovableClock final : Clock {
-    Moment now() const override { return {day}; }
-    QDate day {2026, 1, 1};
-};
 
 /// A library with one type of reader, its desk's settings and clock.
 struct Desk {
@@ -34,7 +30,7 @@ struct Desk {
 
     TestBase base;
     MemorySettings settings;
-    MovableClock clock;
+    FixedClock clock {{QDate(2026, 1, 1)}};
 };
 
 } // namespace
@@ -77,7 +73,7 @@ void TestBackup::makesOneADay()
     Desk desk;
     makePrivateFolder(desk.folder());
     const QString stem = backupStem(desk.base.file);
-    const QString file = desk.folder() + u'/' + backupName(stem, desk.clock.day);
+    const QString file = desk.folder() + u'/' + backupName(stem, desk.clock.moment.date);
     {
         QLockFile otherDesk(desk.folder() + u'/' + stem + u".lock"_s);
         QVERIFY(otherDesk.tryLock());
@@ -85,15 +81,15 @@ void TestBackup::makesOneADay()
         QCOMPARE(backupFailure(desk.settings), QString());
         QVERIFY(!QFile::exists(file));
     }
-    QFile left(desk.folder() + u'/' + backupName(stem, desk.clock.day.addDays(-1)) + u".part"_s);
+    QFile left(desk.folder() + u'/' + backupName(stem, desk.clock.moment.date.addDays(-1)) + u".part"_s);
     QVERIFY(left.open(QIODevice::WriteOnly));
     desk.told();
-    QCOMPARE(desk.files(), QStringList {backupName(stem, desk.clock.day)});
+    QCOMPARE(desk.files(), QStringList {backupName(stem, desk.clock.moment.date)});
     QCOMPARE(modeOf(file), 0600u);
     const QDateTime made = QFileInfo(file).lastModified();
     desk.told();
     QCOMPARE(QFileInfo(file).lastModified(), made);
-    QVERIFY(!dueBackup(desk.settings, u"DSN=elsewhere"_s, desk.clock.day));
+    QVERIFY(!dueBackup(desk.settings, u"DSN=elsewhere"_s, desk.clock.moment.date));
 }
 
 void TestBackup::tellsAFailure()
@@ -118,10 +114,9 @@ void TestBackup::restores()
     desk.base.connection.execute(u"delete from dzlx");
     desk.base.connection.close();
     desk.base.factory.drain();
-    QFile garbage(desk.base.folder.filePath(u"garbage.db"_s));
-    QVERIFY(garbage.open(QIODevice::WriteOnly) && garbage.write("garbage"));
-    garbage.close();
-    for (const QString& unfit : {garbage.fileName(), desk.base.file, u"/nowhere.db"_s})
+    const QString garbage = desk.base.folder.filePath(u"garbage.db"_s);
+    writeFile(garbage, "garbage");
+    for (const QString& unfit : {garbage, desk.base.file, u"/nowhere.db"_s})
         QVERIFY(errorOf([&] { restoreBackup(unfit, desk.base.file); }) != 0);
     const QString kept = restoreBackup(backup, desk.base.file);
     const auto typesIn = [&](const QString& file) {

@@ -151,8 +151,7 @@ private Q_SLOTS:
     {
         m->insert(u"dzdw"_s, {{u"readunit"_s, u"二班"_s}});
         m->insert(u"dzdw"_s, {{u"readunit"_s, u"一班"_s}});
-        CqTjFrm filter(m_work->place);
-        appear(filter);
+        auto& filter = opened<CqTjFrm>(m_work->place);
         filter.Check1[1].setChecked(true);
         QCOMPARE(filter.Combo1.itemText(0) + filter.Combo1.itemText(1) + filter.Combo1.currentText(),
             u"二班一班"_s);
@@ -168,8 +167,7 @@ private Q_SLOTS:
     /// An empty result refuses both printouts; a cancelled choice prints nothing and takes nothing away.
     void resultPrints()
     {
-        CQListFrm result(m_work->place);
-        appear(result);
+        auto& result = opened<CQListFrm>(m_work->place);
         for (QPushButton* button : {&result.CmdList, &result.CmdPrintRpt}) {
             m->prompt.expect(NothingForPaper).titled(OperationTitle).icon(Icon::Information);
             button->click();
