@@ -33,7 +33,7 @@ private Q_SLOTS:
         m->prompt.expectStart(u"请将打印机设置为"_s);
         m->prompt.expect(u"没有符合条件的图书！"_s);
         choose(u"打印预约图书回库通知单"_s);
-        m_screens.clear();
+        m_screens.clear(); // before its outputs go
         QCOMPARE(m->value(u"select count(*) from yyk"_s), u"0"_s);
     }
 

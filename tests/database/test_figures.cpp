@@ -141,7 +141,7 @@ private Q_SLOTS:
         }
     }
 
-    /// An error or no rows, and nothing happens to the m->
+    /// An error or no rows, and nothing happens to the library.
     void refusesBadArguments()
     {
         const QString tail = u"','2026-01-01','2026-01-31'"_s;
