@@ -41,7 +41,7 @@ void RunPage::layOut()
     txtOutcome.setReadOnly(true);
     txtOutcome.setAccessibleName(u"结果"_s);
     showBar.setAccessibleName(u"进度"_s);
-    build(*this, column(labStage, showBar, Piece(txtOutcome).grow(), chkStart));
+    build(*this, column(labStage, showBar, Piece(txtOutcome).grow(100), chkStart, stretch()));
 }
 
 void RunPage::open()
@@ -86,7 +86,8 @@ void RunPage::take(const QString& failure, const SetupOutcome& outcome)
     showBar.hide();
     chkStart.setVisible(m_done);
     txtOutcome.show();
-    txtOutcome.setPlainText(m_done ? outcome.lines.join(u"\n\n"_s) : failure);
+    txtOutcome.setPlainText(
+        m_done ? outcome.lines.join(u"\n\n"_s) : failure + u"\n\n处理好以后，可以按“上一步”再试一次。"_s);
     const bool whole = m_done && outcome.whole;
     setTone(labStage, whole ? Tone::Ok : m_done ? Tone::Warning : Tone::Error);
     labStage.setText(whole ? u"设置完成。"_s

@@ -88,7 +88,8 @@ ImportOutcome importBooksOnce(const NewLibrary& library, Progress& progress)
     const BookImportReport report = importBooks(
         place.connection, place.schema, library.booksFile, options,
         [&](const BookRecord& book, const QString& reason) { refused.add(book, reason); }, progress);
-    if (report.stopped) return {u"图书的导入已取消，没有写入图书。"_s, false, true};
+    if (report.stopped)
+        return {u"图书的导入已取消，没有写入图书。以后可以运行：quilla-db import-books 文件"_s, false, true};
     const int titles = report.written ? report.titles : 0;
     const int copies = report.written ? report.copies : 0;
     const QStringList files = report.refused > 0 ? refused.finish() : QStringList();

@@ -73,6 +73,7 @@ void SetupFrm::show(std::size_t at)
     m_at = at;
     labTitle.setText(page().title());
     Pages.setCurrentWidget(&page());
+    showButtons();
     cmdNext.setFocus(); // where a page has no box to begin with
     page().open();
     showButtons();

@@ -25,7 +25,7 @@ public:
     /// Whether the operator wants the lending desk to come up now.
     bool startsDesk() const { return m_startsDesk; }
     SetupPage& page() const { return *m_path[m_at]; }
-    /// A page out of its turn, as it stands in a picture.
+    /// A page out of its turn, for a picture.
     void showPage(SetupPage& page);
     /// Closes the window, or ends the work of the last page, which then tells what came of it.
     void reject() override;

@@ -5,20 +5,13 @@
 #include "setup/demo_ops.h"
 #include "setup/stored_connection_ops.h"
 
-#include <QDir>
-
 namespace quilla {
 
 namespace {
 
 QString placeOf(const SetupPlan& plan)
 {
-    const Target& target = plan.opened();
-    if (target.file) return u"文件 "_s + QDir::toNativeSeparators(*target.file);
-    const ConnectionItems items(target.connectionText);
-    const QString database = items.value(u"Database").value_or(QString());
-    const QString server = items.value(u"Server").value_or(items.value(u"DSN").value_or(QString()));
-    return u"服务器 %1%2"_s.arg(server, database.isEmpty() ? QString() : u"，数据库 "_s + database);
+    return placeInWords(plan.opened().connectionText);
 }
 
 QStringList plannedImports(const NewLibrary& library)
@@ -85,7 +78,8 @@ void importFiles(const NewLibrary& library, StagedProgress& progress, SetupOutco
         stopped = books.stopped;
     }
     if (library.readersFile.isEmpty()) return;
-    if (stopped) return outcome.lines.append(u"没有导入读者。"_s);
+    if (stopped)
+        return outcome.lines.append(u"也没有导入读者。以后可以运行：quilla-db import-readers 文件"_s);
     progress.beginStage(u"正在导入读者……"_s);
     addOutcome(importFirstReaders(library), outcome);
 }
@@ -100,10 +94,13 @@ QString openedLine(const SetupPlan& plan)
         plan.library.name, plan.library.operatorName);
 }
 
-/// The tool works on the usual file when it is not told another one.
-void addToolHint(const SetupPlan& plan, QStringList& lines)
+/// The tool works on the usual file when it is not told another one; each desk has a login of its own.
+void addHints(const SetupPlan& plan, QStringList& lines)
 {
     const auto file = plan.opened().file;
+    if (plan.emptyServer)
+        lines.append(
+            u"别的工作台也运行一次设置，选择“连接数据库服务器”。它们的登录名要有读写全部表的权限，quilla-db 命令要加 --connection；做法都在管理手册里（/usr/share/doc/quilla/docs/administration.zh.md）。"_s);
     if (plan.way != SetupWay::Demo && file && *file != embeddedDatabaseFile())
         lines.append(u"以后对它备份、导入等，quilla-db 命令要加：--file %1"_s.arg(*file));
 }
@@ -126,7 +123,8 @@ QStringList plannedSteps(const SetupPlan& plan, const SettingsStore& settings)
     else
         steps = QStringList {u"打开："_s + placeOf(plan), plan.found.text()} + plannedUpgrade(plan);
     const QString before = storedPlace(settings);
-    steps.append(before.isEmpty() ? u"流通台以后打开它"_s : u"流通台以后打开它，不再打开："_s + before);
+    const bool changes = !before.isEmpty() && before != placeOf(plan);
+    steps.append(changes ? u"流通台以后打开它，不再打开："_s + before : u"流通台以后打开它"_s);
     return steps;
 }
 
@@ -137,7 +135,7 @@ SetupOutcome carryOut(const SetupPlan& plan, SettingsStore& settings, StagedProg
     storeOrTell(plan, settings);
     outcome.lines.prepend(openedLine(plan));
     if (plan.makesLibrary()) importFiles(plan.library, progress, outcome);
-    addToolHint(plan, outcome.lines);
+    addHints(plan, outcome.lines);
     return outcome;
 }
 

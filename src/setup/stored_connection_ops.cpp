@@ -4,6 +4,7 @@
 #include "frame/sublib.h"
 #include "platform/db/about_database.h"
 #include "platform/db/connection_text.h"
+#include "platform/db/embedded.h"
 
 namespace quilla {
 
@@ -39,11 +40,16 @@ void storeOwnDatabase(SettingsStore& settings)
     store(settings, buildConnectionText({BuiltInDataSource, u"quilla"_s, {}, {}, {}, {}}));
 }
 
+QString placeInWords(const QString& connectionText)
+{
+    const ConnectionItems items(connectionText);
+    const bool named = items.value(u"DSN") && !embeddedFileOf(items);
+    return named ? u"数据源 "_s + *items.value(u"DSN") : databaseFacts(items).place;
+}
+
 QString storedPlace(const SettingsStore& settings)
 {
-    if (!hasStoredText(settings)) return {};
-    const DatabaseFacts facts = databaseFacts(ConnectionItems(storedText(settings)));
-    return facts.engine + u"，"_s + facts.place;
+    return hasStoredText(settings) ? placeInWords(storedText(settings)) : QString();
 }
 
 } // namespace quilla

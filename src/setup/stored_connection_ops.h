@@ -15,7 +15,10 @@ void storeConnection(SettingsStore& settings, const Target& target);
 /// Stores a connection text that leads to the user's own embedded database.
 void storeOwnDatabase(SettingsStore& settings);
 
-/// What the client opens now, in words that hold no password; empty when nothing is stored.
+/// Where a connection text leads, in words that hold neither user nor password.
+QString placeInWords(const QString& connectionText);
+
+/// Where the stored text leads; empty when nothing is stored.
 QString storedPlace(const SettingsStore& settings);
 
 } // namespace quilla

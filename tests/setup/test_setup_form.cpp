@@ -88,6 +88,17 @@ private Q_SLOTS:
         QCOMPARE(m_form->result(), int(QDialog::Accepted));
     }
 
+    void everyInputHasAName()
+    {
+        openAt(SetupWay::JoinServer);
+        for (const QWidget* input : m_form->findChildren<QWidget*>()) {
+            const bool takesInput = (input->inherits("QLineEdit") || input->inherits("QComboBox")
+                                        || input->inherits("QPlainTextEdit"))
+                && !input->parentWidget()->inherits("QComboBox");
+            QVERIFY2(!takesInput || !input->accessibleName().isEmpty(), qPrintable(input->objectName()));
+        }
+    }
+
     void existingFileIsKept()
     {
         const QString file = written(u"there.db"_s, "mine");
