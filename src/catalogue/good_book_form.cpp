@@ -12,7 +12,7 @@ enum Adding { AddAll, AddSelected };
 enum Command { Print, RemoveOne, RemoveAll };
 
 const QString ListFormat = u"^控制ID|^索书号|<正题名|ISBN"_s;
-const std::vector<int> ListWidths {800, 1300, 1700, 2000}; // twips
+const std::vector<int> ListWidths {750, 1250, 2100, 2000}; // twips
 
 constexpr int ScreenWidth = 14000;
 constexpr int ScreenHeight = 7200;
@@ -47,7 +47,7 @@ void frmGoodBook::layOut()
         column(searchTools(),
             row(column(u"可以将多次查询的结果添加到"_s, u"好书列表，然后一次打印"_s), stretch(),
                 u"好书推荐报表，【A4,横向(宽行)打印】"_s),
-            row(found.grow(6), adding, listed.grow(5)).grow(),
+            row(found.grow(), adding, listed.grow()).grow(),
             row(u"满足条件的图书种数："_s, labZhongShu, room(24), u"推荐的图书种数："_s, labHaoShu,
                 stretch())));
     resize(pixelsOf(ScreenWidth, *this), pixelsOf(ScreenHeight, *this));

@@ -48,6 +48,7 @@ void frmTushuYuYue::layOut()
         label->setTextFormat(Qt::PlainText);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     }
+    labBookName.setWordWrap(true); // a long title must not push the buttons out of the window
     const Piece chosen = row(u"ISBN："_s, Piece(labBookISBN).grow(2), u"正题名："_s,
         Piece(labBookName).grow(5), u"条形码："_s, Piece(labBarCode).grow(2));
     build(*this,

@@ -87,6 +87,18 @@ private Q_SLOTS:
         QCOMPARE(chosen() + m_form->labZhongShu.text(), u"|||0"_s);
     }
 
+    void longTitleLeavesTheButtonsInSight()
+    {
+        m->send(u"update zsk set bookname='%1' where zskid=1"_s.arg(QString(150, u'长')));
+        const QSize usual = m_form->size();
+        enter(m_form->Text1, u"长"_s);
+        QCOMPARE(m_form->labBookName.text().size(), 150);
+        QTRY_VERIFY(m_form->labBookName.height() > 3 * m_form->fontMetrics().height());
+        QCOMPARE(m_form->size(), usual);
+        for (QPushButton& button : m_form->cmdYuYue)
+            QCOMPARE(button.visibleRegion().boundingRect(), button.rect());
+    }
+
     void tipOfTheLineUnderThePointer()
     {
         QCOMPARE(m_form->Tip.ToolText(&m_form->Grid1), u"Tool1"_s);
