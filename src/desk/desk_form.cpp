@@ -3,6 +3,7 @@
 #include "desk/desk_pages.h"
 #include "desk/reader_panel_ops.h"
 #include "platform/ui/form/form.h"
+#include "platform/ui/form/save_height.h"
 #include "platform/ui/look/theme.h"
 #include "platform/ui/scan/scan_backlog.h"
 
@@ -87,20 +88,9 @@ void TsjhFrm::layOut()
     Room.setWidgetResizable(true);
     Room.setFrameShape(QFrame::NoFrame);
     Room.setFocusPolicy(Qt::NoFocus);
-    saveHeight();
+    saveHeight({this, &Frame1, SSTab1.widget(ChargePage), SSTab1.widget(DischargePage)});
+    Query.layout()->setContentsMargins({}); // its page has margins too
     resize(pixelsOf(13500, *this), pixelsOf(9000, *this));
-}
-
-/// On a small screen the room between the parts is worth one more loan and one more scan.
-void TsjhFrm::saveHeight()
-{
-    constexpr int gap = 7;
-    for (QLayout* part : {layout(), Frame1.layout(), SSTab1.widget(ChargePage)->layout(),
-             SSTab1.widget(DischargePage)->layout()}) {
-        const QMargins usual = part->contentsMargins();
-        part->setContentsMargins(usual.left(), gap, usual.right(), gap);
-    }
-    Query.layout()->setContentsMargins({}); // the page has its own
 }
 
 void TsjhFrm::wire()

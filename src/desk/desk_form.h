@@ -90,7 +90,6 @@ private:
     void bindLoans(Recordset& loans) override;
 
     void layOut();
-    void saveHeight();
     void wire();
     void makeTips();
     void enterPage(int page);

@@ -224,7 +224,7 @@ QWidget* LtMainFrm::openScreen(const QString& target, const QString& mode)
 }
 
 /// A window of the client area around the screen, which keeps the size that the screen gave itself, as far
-/// as there is room.
+/// as there is room. The client area scrolls where there is not even room for the smallest size.
 QMdiSubWindow* LtMainFrm::frameOf(QWidget* screen)
 {
     if (!screen->testAttribute(Qt::WA_Resized)) screen->adjustSize();
@@ -236,7 +236,8 @@ QMdiSubWindow* LtMainFrm::frameOf(QWidget* screen)
     const int title = window->style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, window);
     const QSize whole
         = wanted.grownBy({border.left(), title + border.bottom(), border.right(), border.bottom()});
-    window->resize(Client.isVisible() ? whole.boundedTo(Client.viewport()->size()) : whole);
+    const QSize room = Client.viewport()->size().expandedTo(window->minimumSizeHint());
+    window->resize(Client.isVisible() ? whole.boundedTo(room) : whole);
     return window;
 }
 

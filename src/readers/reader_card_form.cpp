@@ -5,6 +5,7 @@
 #include "platform/ui/form/form.h"
 #include "platform/ui/form/on_screen.h"
 #include "platform/ui/form/open_list.h"
+#include "platform/ui/form/save_height.h"
 #include "platform/ui/look/theme.h"
 #include "readers/reader_card_checks_ops.h"
 
@@ -165,6 +166,7 @@ void DzaddFrm::layOut()
         column(row(column(card, fields(1, {{m_memo, Memo}}), counts).grow(), column(ManPic, stretch())),
             group(Frame2, parameters), stretch(), m_whyNotSaved,
             row(cmdXianShi, stretch(), CmdSave, CmdQuit)));
+    saveHeight({this, &Frame2});
 }
 
 void DzaddFrm::wire()

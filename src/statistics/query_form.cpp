@@ -39,11 +39,12 @@ void QueryFrm::layOut()
     const int line = fontMetrics().height();
     for (QTextEdit* text : {&signSql, &lOrderby}) {
         text->setReadOnly(true);
-        text->setFixedHeight(3 * line);
+        text->setMinimumHeight(2 * line);
+        text->setMaximumHeight(3 * line);
         text->installEventFilter(this);
     }
     LFields.setMinimumWidth(7 * line);
-    totalSql.setMinimumHeight(4 * line);
+    totalSql.setMinimumHeight(2 * line);
     cSql.setMinimumWidth(6 * line);
     lSql.setMinimumWidth(8 * line);
     nameInputs();

@@ -9,6 +9,7 @@
 #include "platform/report/report_preview.h"
 #include "platform/ui/form/dialog_prompt.h"
 #include "platform/ui/form/input_rules.h"
+#include "platform/ui/look/theme.h"
 #include "readers/reader_list_form.h"
 #include "reservations/reservation_form.h"
 #include "support/screen_test.h"
@@ -122,6 +123,7 @@ private Q_SLOTS:
         Session session {m->settings, silent, m->clock, m->factory, m->editor};
         session.ConnectionText = m->connectionText;
         const Workplace place {m_work->place, session, m_work->host};
+        applyTheme(*qApp); // the sizes are those of its texts
         FormCheck check;
         for (const Screen& screen : allScreens())
             screen.pictures(check, place);
@@ -204,7 +206,7 @@ private Q_SLOTS:
             QCOMPARE(window.Client.activeSubWindow()->geometry(), area);
             window.openScreen(u"JycsFrm"_s);
             QMdiSubWindow* list = window.Client.activeSubWindow();
-            if (area.width() == 780) list->setGeometry(200, 330, 570, 300);
+            if (area.width() == 780) list->setGeometry(200, 320, 570, 300);
             QVERIFY(area.contains(list->geometry()));
             QCOMPARE(list->size(), QSize(570, 300));
             QVERIFY(list->x() > 100 && list->y() > 50);

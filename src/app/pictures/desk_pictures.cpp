@@ -20,6 +20,8 @@ void desk(Album& album, const Workplace& place)
 {
     DeskFineDialog fines(place.session);
     TsjhFrm form(place, fines);
+    form.setAttribute(Qt::WA_DontShowOnScreen);
+    form.show(); // the session list gives its room away only where it is seen
     form.TxtReaderCode.setText(readerForPictures(place.session));
     pressEnter(form.TxtReaderCode);
     album.add(page(form.objectName(), 0), form);
