@@ -30,7 +30,7 @@ void LibraryPage::layOut()
                        {u"操作员的用户名(&U)："_s, txtOperator}, {u"密码(&P)："_s, txtPassword},
                        {u"再输入一次密码(&R)："_s, txtRepeat}}),
             note(
-                u"操作员用这个名字和密码登录流通台，借书、还书都记在这个名字下。以后可以增加操作员：quilla-db add-operator 用户名。"_s),
+                u"操作员用这个名字和密码登录流通台，借书、还书都记在这个名字下。以后可以增加别的操作员（quilla-db add-operator）。"_s),
             room(8), chkStarter, chkGuard, stretch()));
 }
 

@@ -46,53 +46,38 @@ std::optional<Refusal> checkHost(const ServerInput& input)
     return {};
 }
 
-/// What is wrong, about whom or what.
+/// What is told of a step that fails: about whom or what, and what to do.
+struct StepWords {
+    QStringView name;
+    QStringView head; ///< stands before the words of the failure; "%1" is what it is about
+    QStringView advice;
+};
+
+/// In the order of `ServerStep`.
+constexpr StepWords Steps[] {
+    {u"驱动", u"",
+        u"请安装驱动（PostgreSQL 的软件包是 odbc-postgresql，SQL Server 的是 tdsodbc），再测试一次。"},
+    {u"主机名", u"", u"请检查主机名的拼写和本机的网络，也可以填 IP 地址。"},
+    {u"端口", u"%1：", u"请确认服务器已经启动、端口号正确，而且防火墙允许本机连接。"},
+    {u"登录", u"用户“%1”登录失败：", u"请检查用户名和密码；都正确时，请管理员允许本机登录。"},
+    {u"数据库", u"登录成功，但打不开数据库“%1”：",
+        u"请检查数据库名；还没有的，请管理员建一个空的，并允许这个用户连接。"},
+    {u"权限", u"用户“%1”的权限不够：", u"请管理员授权：工作台要读写全部表，建立图书馆还要能建表。"},
+    {u"结构版本", u"数据库“%1”不能用：",
+        u"结构版本更新的，请升级本程序；不是本程序建立的，请换一个空的数据库。"},
+};
+
 QString faultText(const ServerProbe& probe)
 {
-    switch (probe.step) {
-    case ServerStep::Driver:
-    case ServerStep::Name:
-        return probe.words;
-    case ServerStep::Port:
-        return u"%1：%2"_s.arg(probe.place, probe.words);
-    case ServerStep::Login:
-        return u"用户“%1”登录失败：%2"_s.arg(probe.place, probe.words);
-    case ServerStep::Database:
-        return u"登录成功，但打不开数据库“%1”：%2"_s.arg(probe.place, probe.words);
-    case ServerStep::Rights:
-        return u"用户“%1”的权限不够：%2"_s.arg(probe.place, probe.words);
-    case ServerStep::Schema:
-        return u"数据库“%1”不能用：%2"_s.arg(probe.place, probe.words);
-    }
-    return {};
-}
-
-QString adviceFor(ServerStep step)
-{
-    switch (step) {
-    case ServerStep::Driver:
-        return u"请安装驱动（PostgreSQL 的软件包是 odbc-postgresql，SQL Server 的是 tdsodbc），再测试一次。"_s;
-    case ServerStep::Name:
-        return u"请检查主机名的拼写和本机的网络，也可以填 IP 地址。"_s;
-    case ServerStep::Port:
-        return u"请确认服务器已经启动、端口号正确，而且防火墙允许本机连接。"_s;
-    case ServerStep::Login:
-        return u"请检查用户名和密码；都正确时，请管理员允许本机登录。"_s;
-    case ServerStep::Database:
-        return u"请检查数据库名；还没有的，请管理员建一个空的，并允许这个用户连接。"_s;
-    case ServerStep::Rights:
-        return u"请管理员授权：工作台要读写全部表，建立图书馆还要能建表。"_s;
-    case ServerStep::Schema:
-        return u"结构版本更新的，请升级本程序；不是本程序建立的，请换一个空的数据库。"_s;
-    }
-    return {};
+    const StepWords& step = Steps[int(probe.step)];
+    return step.head.toString().replace(u"%1"_s, probe.place) + probe.words + u'\n' + step.advice.toString();
 }
 
 QString foundText(const ServerTest& test)
 {
     switch (test.probe.state) {
     case ServerProbe::State::Failed:
-        return faultText(test.probe) + u'\n' + adviceFor(test.probe.step);
+        return faultText(test.probe);
     case ServerProbe::State::Empty:
         return u"测试通过。数据库是空的，可以在里面建立图书馆。"_s;
     case ServerProbe::State::Earlier:
@@ -190,7 +175,10 @@ ServerTest testServer(const QString& text, const std::function<void(ServerStep)>
 
 QStringList serverStepNames()
 {
-    return {u"驱动"_s, u"主机名"_s, u"端口"_s, u"登录"_s, u"数据库"_s, u"权限"_s, u"结构版本"_s};
+    QStringList names;
+    for (const StepWords& step : Steps)
+        names.append(step.name.toString());
+    return names;
 }
 
 void upgradeServerLibrary(const QString& text)

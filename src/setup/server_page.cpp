@@ -107,24 +107,13 @@ void ServerPage::take(const ServerTest& tested)
     focusAfter(tested.probe);
 }
 
+/// To the box that the step was about; a data source has no box for a host.
 void ServerPage::focusAfter(const ServerProbe& probe)
 {
     if (probe.state != ServerProbe::State::Failed) return cmdTest.setFocus();
-    switch (probe.step) {
-    case ServerStep::Driver:
-        return cboKind.setFocus();
-    case ServerStep::Name:
-        return txtHost.setFocus();
-    case ServerStep::Port:
-        return txtPort.setFocus();
-    case ServerStep::Login:
-        return txtPassword.setFocus();
-    case ServerStep::Database:
-    case ServerStep::Schema:
-        return txtDatabase.setFocus();
-    case ServerStep::Rights:
-        return txtUser.setFocus();
-    }
+    QWidget* const boxes[] {&cboKind, &txtHost, &txtPort, &txtPassword, &txtDatabase, &txtUser, &txtDatabase};
+    QWidget* box = boxes[int(probe.step)];
+    (box->isVisible() ? box : &cboSource)->setFocus();
 }
 
 void ServerPage::pass()

@@ -39,7 +39,6 @@ private:
     ServerInput input() const;
     /// Tests, and goes on after a success when that is asked for.
     void test(bool thenGoOn);
-    void showStep(ServerStep step, QStringView state);
     void take(const ServerTest& test);
     void focusAfter(const ServerProbe& probe);
     void pass();

@@ -2,6 +2,7 @@
 
 #include "platform/core/text.h"
 #include "platform/db/connection_text.h"
+#include "platform/db/embedded.h"
 #include "setup/demo_ops.h"
 #include "setup/stored_connection_ops.h"
 
@@ -45,6 +46,7 @@ void makeOrUpgrade(const SetupPlan& plan, StagedProgress& progress, QStringList&
     progress.beginStage(plan.found.earlier ? u"正在升级图书馆……"_s : u"正在建立图书馆……"_s);
     if (plan.way == SetupWay::Demo) return makeDemo(plan.target);
     if (plan.makesLibrary()) return beginLibrary(plan.library);
+    if (plan.target.file) tightenEmbedded(*plan.target.file);
     if (!plan.found.earlier) return;
     if (!plan.target.file) return upgradeServerLibrary(plan.target.connectionText);
     const QString copy = upgradeLibraryFile(*plan.target.file, progress);
