@@ -19,11 +19,11 @@ struct Story {
 /// The scans of other readers; what follows is charged.
 const std::array Stories {
     Story {ScanKind::Return},
-    Story {ScanKind::Fine, ScanOutcome::Done, u"罚款 3.60 元"_s},
-    Story {ScanKind::Renewal},
-    Story {ScanKind::Return},
-    Story {ScanKind::Charge, ScanOutcome::Failed, u"没有写入数据库，按 F8 看原因"_s},
     Story {ScanKind::Charge},
+    Story {ScanKind::Charge, ScanOutcome::Failed, u"没有写入数据库，按 F8 看原因"_s},
+    Story {ScanKind::Return},
+    Story {ScanKind::Renewal},
+    Story {ScanKind::Fine, ScanOutcome::Done, u"罚款 3.60 元"_s},
     Story {ScanKind::Charge, ScanOutcome::Refused, u"此书当前已借出"_s},
 };
 
@@ -63,7 +63,7 @@ std::vector<ScanEntry> scanSamples(Session& session, const QString& readercode)
 {
     const QString reader = u"readercode='%1'"_s.arg(doubled(readercode));
     std::vector<ScanEntry> scans = loans(session, u"not "_s + reader, Stories.size());
-    const std::vector<ScanEntry> own = loans(session, reader, 3);
+    const std::vector<ScanEntry> own = loans(session, reader, 2);
     scans.insert(scans.end(), own.rbegin(), own.rend());
     for (std::size_t index = 0; index < scans.size(); ++index)
         complete(session, scans[index], index < Stories.size() ? Stories[index] : Story {ScanKind::Charge});
