@@ -11,8 +11,8 @@ namespace {
 
 QString failureText(const QDate& day, const QString& why)
 {
-    return u"%1 的备份没有成功。\n%2\n\n程序下次启动时再备份。要换一个备份文件夹，请运行：\n"
-           "    quilla-db backup-folder 文件夹"_s.arg(isoDate(day), why.trimmed());
+    return u"%1 的备份没有成功。\n%2\n\n程序下次启动时再备份。要换一个备份文件夹，请退出程序，打开“青简台设置”"
+           "（quilla-setup），选“恢复备份，或者换备份的文件夹”。"_s.arg(isoDate(day), why.trimmed());
 }
 
 /// Why it failed; empty when it did not.

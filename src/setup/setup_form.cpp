@@ -9,8 +9,8 @@ SetupFrm::SetupFrm(const SetupPlace& place)
 {
     QUILLA_NAMES(labTitle, Pages, cmdBack, cmdNext, cmdCancel);
     layOut();
-    for (SetupPage* page :
-        std::initializer_list<SetupPage*> {&Welcome, &Library, &Files, &Open, &Server, &Confirm, &Run}) {
+    for (SetupPage* page : std::initializer_list<SetupPage*> {
+             &Welcome, &Library, &Files, &Open, &Server, &Backups, &Confirm, &Run}) {
         connect(page, &SetupPage::passed, this, &SetupFrm::goOn);
         connect(page, &SetupPage::busyChanged, this, &SetupFrm::showButtons);
     }
@@ -31,8 +31,8 @@ void SetupFrm::layOut()
     QFont font = labTitle.font();
     font.setPointSizeF(font.pointSizeF() * 1.5);
     labTitle.setFont(font);
-    for (SetupPage* page :
-        std::initializer_list<SetupPage*> {&Welcome, &Library, &Files, &Open, &Server, &Confirm, &Run})
+    for (SetupPage* page : std::initializer_list<SetupPage*> {
+             &Welcome, &Library, &Files, &Open, &Server, &Backups, &Confirm, &Run})
         Pages.addWidget(page);
     build(*this,
         column(labTitle, room(6), Piece(Pages).grow(), room(6), row(stretch(), cmdBack, cmdNext, cmdCancel)),
@@ -46,6 +46,7 @@ void SetupFrm::layPath()
     m_path = {&Welcome};
     if (m_plan.way == SetupWay::OpenFile) m_path.push_back(&Open);
     if (m_plan.way == SetupWay::JoinServer) m_path.push_back(&Server);
+    if (m_plan.way == SetupWay::Backups) m_path.push_back(&Backups);
     if (m_plan.makesLibrary()) m_path.insert(m_path.end(), {&Library, &Files});
     m_path.insert(m_path.end(), {&Confirm, &Run});
 }

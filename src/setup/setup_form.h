@@ -1,5 +1,6 @@
 #pragma once
 
+#include "setup/backup_page.h"
 #include "setup/files_page.h"
 #include "setup/last_pages.h"
 #include "setup/library_page.h"
@@ -46,6 +47,7 @@ public:
     FilesPage Files {m_place, m_plan};
     OpenPage Open {m_place, m_plan};
     ServerPage Server {m_place, m_plan};
+    BackupPage Backups {m_place, m_plan};
     ConfirmPage Confirm {m_place, m_plan};
     RunPage Run {m_place, m_plan};
 

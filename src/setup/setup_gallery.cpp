@@ -23,7 +23,7 @@ bool drawSetup(SetupFrm& form, const QString& folder)
 {
     if (!QDir().mkpath(folder)) return false;
     bool drawn = draw(form, folder, u"welcome"_s);
-    const QStringList names {u"confirm"_s, u"library"_s, u"open"_s, u"server"_s};
+    const QStringList names {u"confirm"_s, u"library"_s, u"open"_s, u"server"_s, u"backups"_s};
     for (int way = 0; way < names.size(); ++way) {
         form.showPage(form.Welcome);
         form.Welcome.Option1[way].setChecked(true);

@@ -1,5 +1,6 @@
 #include "setup/setup_ops.h"
 
+#include "backup/backup_ops.h"
 #include "platform/core/text.h"
 #include "platform/db/connection_text.h"
 #include "platform/db/embedded.h"
@@ -107,6 +108,35 @@ void addHints(const SetupPlan& plan, QStringList& lines)
         lines.append(u"以后对它备份、导入等，quilla-db 命令要加：--file %1"_s.arg(*file));
 }
 
+QStringList plannedBackups(const SetupPlan& plan)
+{
+    QStringList steps;
+    if (!plan.backup.isEmpty())
+        steps << u"恢复备份："_s + QDir::toNativeSeparators(plan.backup)
+              << u"换下的数据库改名以后留在同一文件夹里：%1"_s.arg(placeOf(plan))
+              << u"备份以后的借还不在备份里，恢复时不能有工作台在使用数据库"_s;
+    if (!plan.backupFolder.isEmpty())
+        steps << u"每天的备份以后保存在："_s + QDir::toNativeSeparators(plan.backupFolder);
+    return steps;
+}
+
+SetupOutcome carryOutBackups(const SetupPlan& plan, SettingsStore& settings, StagedProgress& progress)
+{
+    SetupOutcome outcome;
+    if (!plan.backupFolder.isEmpty()) {
+        setBackupFolder(settings, plan.backupFolder);
+        outcome.lines.append(u"每天的备份以后保存在："_s
+            + QDir::toNativeSeparators(backupFolder(settings, *plan.target.file)));
+    }
+    if (plan.backup.isEmpty()) return outcome;
+    progress.beginStage(u"正在恢复备份……"_s);
+    const QString kept = restoreBackup(plan.backup, *plan.target.file);
+    outcome.lines.append(u"已经恢复备份："_s + plan.backup);
+    if (!kept.isEmpty())
+        outcome.lines.append(u"换下的数据库保存在：%1\n确认恢复无误以后可以删除。"_s.arg(kept));
+    return outcome;
+}
+
 } // namespace
 
 bool SetupPlan::makesLibrary() const
@@ -116,6 +146,7 @@ bool SetupPlan::makesLibrary() const
 
 QStringList plannedSteps(const SetupPlan& plan, const SettingsStore& settings)
 {
+    if (plan.way == SetupWay::Backups) return plannedBackups(plan);
     QStringList steps;
     if (plan.makesLibrary())
         steps = plannedLibrary(plan);
@@ -132,6 +163,7 @@ QStringList plannedSteps(const SetupPlan& plan, const SettingsStore& settings)
 
 SetupOutcome carryOut(const SetupPlan& plan, SettingsStore& settings, StagedProgress& progress)
 {
+    if (plan.way == SetupWay::Backups) return carryOutBackups(plan, settings, progress);
     SetupOutcome outcome;
     makeOrUpgrade(plan, progress, outcome.lines);
     storeOrTell(plan, settings);

@@ -6,8 +6,8 @@
 
 namespace quilla {
 
-/// The ways to a library that the desk can open.
-enum class SetupWay { Demo, NewLibrary, OpenFile, JoinServer };
+/// The ways to a library that the desk can open, and to the backups of the one that it opens now.
+enum class SetupWay { Demo, NewLibrary, OpenFile, JoinServer, Backups };
 
 /// What the operator has decided, page by page. Nothing of it is done before the last page.
 struct SetupPlan {
@@ -16,6 +16,8 @@ struct SetupPlan {
     Target target; ///< to be opened
     FoundLibrary found; ///< in the target
     bool emptyServer = false; ///< the server has room for a new library
+    QString backup; ///< to be put in the place of the target; empty for none
+    QString backupFolder; ///< of the backups to come; empty to leave it
 
     /// Whether a library with an operator of its own is made.
     bool makesLibrary() const;
@@ -37,8 +39,8 @@ struct SetupOutcome {
     bool whole = true; ///< false when an import left something out
 };
 
-/// Makes or upgrades the library, stores the connection to it, imports. Throws `Error` when no library could
-/// be made or stored; an import that fails is told in the outcome.
+/// Makes, upgrades or restores the library, stores the connection to it, imports. Throws `Error` when no
+/// library could be made or stored; an import that fails is told in the outcome.
 SetupOutcome carryOut(const SetupPlan& plan, SettingsStore& settings, StagedProgress& progress);
 
 } // namespace quilla

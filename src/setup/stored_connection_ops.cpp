@@ -47,6 +47,12 @@ QString placeInWords(const QString& connectionText)
     return named ? u"数据源 "_s + *items.value(u"DSN") : databaseFacts(items).place;
 }
 
+std::optional<QString> storedFile(const SettingsStore& settings)
+{
+    if (!hasStoredText(settings)) return embeddedDatabaseFile();
+    return embeddedFileOf(ConnectionItems(storedText(settings)));
+}
+
 QString storedPlace(const SettingsStore& settings)
 {
     return hasStoredText(settings) ? placeInWords(storedText(settings)) : QString();

@@ -3,6 +3,8 @@
 #include "database/target.h"
 #include "platform/core/settings.h"
 
+#include <optional>
+
 namespace quilla {
 
 /// Whether a connection text is stored for this user.
@@ -17,6 +19,9 @@ void storeOwnDatabase(SettingsStore& settings);
 
 /// Where a connection text leads, in words that hold neither user nor password.
 QString placeInWords(const QString& connectionText);
+
+/// The file that the client opens; nullopt when it opens the database of a server.
+std::optional<QString> storedFile(const SettingsStore& settings);
 
 /// Where the stored text leads; empty when nothing is stored.
 QString storedPlace(const SettingsStore& settings);

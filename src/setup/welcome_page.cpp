@@ -12,7 +12,7 @@ WelcomePage::WelcomePage(SetupPlace& place, SetupPlan& plan)
     QUILLA_NAMES(Option1, labNow);
     setCaptions(Option1,
         {u"&1 试用演示图书馆"_s, u"&2 建立新的图书馆"_s, u"&3 打开已有的数据库文件"_s,
-            u"&4 连接数据库服务器"_s});
+            u"&4 连接数据库服务器"_s, u"&5 恢复备份，或者换备份的文件夹"_s});
     layOut();
     for (QRadioButton& option : Option1)
         onEnter(option, [this] { goOn(); });
@@ -31,7 +31,7 @@ void WelcomePage::layOut()
             Option1[2], below(u"本程序以前建立的、或者从备份恢复的图书馆文件。"_s), room(8), Option1[3],
             below(
                 u"几台工作台共用一个图书馆：PostgreSQL、SQL Server 或 ODBC 数据源；服务器上的数据库是空的，也可以在里面建立。"_s),
-            stretch(), labNow));
+            room(8), Option1[4], below(u"流通台每天第一次启动时备份它的图书馆文件。"_s), stretch(), labNow));
 }
 
 void WelcomePage::open()
@@ -44,11 +44,13 @@ void WelcomePage::open()
 
 void WelcomePage::goOn()
 {
-    for (int way = 0; way < 4; ++way)
+    for (int way = 0; way < int(std::size(Option1)); ++way)
         if (Option1[way].isChecked()) m_plan.way = SetupWay(way);
     if (m_plan.way == SetupWay::Demo) m_plan.target = demoTarget();
     m_plan.found = {};
     m_plan.emptyServer = false;
+    m_plan.backup.clear();
+    m_plan.backupFolder.clear();
     Q_EMIT passed();
 }
 

@@ -6,7 +6,7 @@
 
 namespace quilla {
 
-/// Which library is the desk to open?
+/// Which library is the desk to open, or what is to be done with its backups?
 class WelcomePage final : public SetupPage {
     Q_OBJECT
 
@@ -15,7 +15,7 @@ public:
     void open() override;
     void goOn() override;
 
-    QRadioButton Option1[4];
+    QRadioButton Option1[5];
     QLabel labNow;
 
 private:

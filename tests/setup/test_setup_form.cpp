@@ -142,6 +142,30 @@ private Q_SLOTS:
         QCOMPARE(QDir(m_home->path() + u"/青简文库"_s).entryList({u"*.db"_s}).size(), 1);
     }
 
+    void restoresABackupOfTheOpenLibrary()
+    {
+        openAt(SetupWay::Demo);
+        run();
+        openAt(SetupWay::Backups);
+        m_prompt.expect(u"请选择要恢复的备份，或者换一个文件夹。"_s);
+        press(Qt::Key_Return);
+        const QString demo = *stored().value(u"Database");
+        makeBackup(*dueBackup(
+            m_settings, m_settings.values.value(u"青简文库/Setting/QuillaPass"_s), QDate(2026, 11, 24)));
+        WorkPlace(fileTarget(demo)).connection.execute(u"delete from jhsk");
+        openAt(SetupWay::Backups);
+        press(Qt::Key_Down);
+        const QString disk = m_home->filePath(u"disk"_s);
+        m_form->Backups.txtFolder.setText(disk);
+        press(Qt::Key_Return);
+        QCOMPARE(&m_form->page(), &m_form->Confirm);
+        run();
+        QVERIFY2(m_form->Run.isDone(), qPrintable(m_form->Run.txtOutcome.toPlainText()));
+        QCOMPARE(backupFolder(m_settings, demo), disk);
+        QVERIFY(WorkPlace(fileTarget(demo)).connection.open(u"select * from jhsk").recordCount() > 0);
+        QVERIFY(m_form->Run.txtOutcome.toPlainText().contains(u"demo-replaced-"_s));
+    }
+
     void opensLibrariesAlone()
     {
         openAt(SetupWay::OpenFile);

@@ -91,4 +91,12 @@ QString FileDialog::openFile()
     return exec() == Accepted ? selectedFiles().value(0) : QString();
 }
 
+QString FileDialog::openFolder(const QString& first)
+{
+    setFileMode(Directory);
+    setOption(ShowDirsOnly);
+    setDirectory(first);
+    return exec() == Accepted ? selectedFiles().value(0) : QString();
+}
+
 } // namespace quilla

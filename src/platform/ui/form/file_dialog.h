@@ -19,6 +19,9 @@ public:
     QString saveFile(const QString& suggested);
     /// Asks for a file that is there. Empty when the operator gave up.
     QString openFile();
+    /// Asks for a folder that is there or is made in the dialog, beginning in the one given. Empty when the
+    /// operator gave up.
+    QString openFolder(const QString& first);
 };
 
 } // namespace quilla
