@@ -21,7 +21,8 @@ void ConfirmPage::goOn()
 {
     try {
         if (m_place.desk.claim()) return Q_EMIT passed();
-        m_place.prompt.inform(u"流通台正在运行。请先退出流通台，再按“开始”。"_s, OperationTitle);
+        m_place.prompt.inform(
+            u"流通台或者另一个设置窗口正在运行。请先退出它，再按“开始”。"_s, OperationTitle);
     } catch (const Error& error) {
         m_place.prompt.stop(error.text, OperationTitle);
     }

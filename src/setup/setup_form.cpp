@@ -20,7 +20,7 @@ SetupFrm::SetupFrm(const SetupPlace& place)
     });
     onClick(cmdBack, [this] { goBack(); });
     onClick(cmdNext, [this] { page().goOn(); });
-    onClick(cmdCancel, [this] { stopOrLeave(); });
+    onClick(cmdCancel, [this] { reject(); });
     show(0);
 }
 
@@ -34,6 +34,7 @@ void SetupFrm::layOut()
     for (SetupPage* page : std::initializer_list<SetupPage*> {
              &Welcome, &Library, &Files, &Open, &Server, &Backups, &Confirm, &Run})
         Pages.addWidget(page);
+    Pages.setFocusPolicy(Qt::ClickFocus);
     build(*this,
         column(labTitle, room(6), Piece(Pages).grow(), room(6), row(stretch(), cmdBack, cmdNext, cmdCancel)),
         AtEscape::Close);
@@ -95,17 +96,12 @@ void SetupFrm::showButtons()
     cmdBack.setEnabled(!busy && m_at > 0 && !done);
     cmdNext.setEnabled(!busy && (&page() != &Run || done));
     cmdCancel.setEnabled(!done);
-    if (busy) cmdCancel.setFocus();
-}
-
-void SetupFrm::stopOrLeave()
-{
-    page().isBusy() ? page().stop() : reject();
+    if (busy) Pages.setFocus(); // a second Enter must not stop what the first one began
 }
 
 void SetupFrm::reject()
 {
-    if (isRunning()) return page().stop();
+    if (page().isBusy()) return page().stop();
     Run.isDone() ? accept() : QDialog::reject();
 }
 

@@ -28,7 +28,7 @@ public:
     SetupPage& page() const { return *m_path[m_at]; }
     /// A page out of its turn, for a picture.
     void showPage(SetupPage& page);
-    /// Closes the window, or ends the work of the last page, which then tells what came of it.
+    /// Stops work that is under way; else leaves.
     void reject() override;
 
     QLabel labTitle;
@@ -56,11 +56,9 @@ private:
     void layPath();
     void goOn();
     void goBack();
-    void stopOrLeave();
     void finish();
     void show(std::size_t at);
     void showButtons();
-    bool isRunning() const { return &page() == &Run && Run.isBusy(); }
 
     std::vector<SetupPage*> m_path {&Welcome}; ///< the pages of the way that was chosen
     std::size_t m_at = 0;

@@ -117,7 +117,7 @@ private Q_SLOTS:
         openAt(SetupWay::Demo);
         QCOMPARE(&m_form->page(), &m_form->Confirm);
         m_desk.runs = true;
-        m_prompt.expect(u"流通台正在运行。请先退出流通台，再按“开始”。"_s);
+        m_prompt.expect(u"流通台或者另一个设置窗口正在运行。请先退出它，再按“开始”。"_s);
         press(Qt::Key_Return);
         press(Qt::Key_Escape);
         QVERIFY(!m_form->isVisible());
