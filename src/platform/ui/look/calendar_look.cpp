@@ -28,7 +28,9 @@ void putYearFirst(QWidget& bar)
     auto* year = bar.findChild<QWidget*>(u"qt_calendar_yearbutton"_s);
     if (!line || !month || !year) return;
     line->removeWidget(month);
-    line->insertWidget(line->indexOf(year) + 1, month);
+    const int place = line->indexOf(year) + 1;
+    line->insertWidget(place, month);
+    line->insertSpacing(place, year->fontMetrics().height()); // the box has arrows
 }
 
 } // namespace

@@ -49,6 +49,8 @@ int QuillaStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, con
         return 3;
     case PM_ScrollBarExtent:
         return 14;
+    case PM_MenuPanelWidth:
+        return 1;
     case PM_ButtonShiftHorizontal:
     case PM_ButtonShiftVertical:
         return 0;
