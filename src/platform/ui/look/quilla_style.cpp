@@ -65,6 +65,7 @@ int QuillaStyle::styleHint(
     // The access keys are part of the captions that operators know; they are always underlined.
     if (hint == SH_UnderlineShortcut) return 1;
     if (hint == SH_EtchDisabledText) return 0; // it would be drawn twice
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0; // the program's own buttons have none
     if (hint == SH_Table_GridLineColor) return int(m_theme.line.rgb());
     return QProxyStyle::styleHint(hint, option, widget, data);
 }
@@ -120,6 +121,16 @@ void QuillaStyle::drawFocusRing(QPainter* painter, const QStyleOption* option, c
     painter->drawRoundedRect(
         QRectF(option->rect).adjusted(0.75, 0.75, -0.75, -0.75), FrameCorner, FrameCorner);
     painter->restore();
+}
+
+/// With the ring of the focus; Fusion's own is a shade over the text.
+void QuillaStyle::drawTabLabel(QPainter* painter, const QStyleOptionTab& tab, const QWidget* widget) const
+{
+    QStyleOptionTab label(tab);
+    label.state.setFlag(State_HasFocus, false);
+    QProxyStyle::drawControl(CE_TabBarTabLabel, &label, painter, widget);
+    label.rect = tab.rect.adjusted(3, 4, -4, -3);
+    if (has(&tab, State_HasFocus)) drawFocusRing(painter, &label, widget);
 }
 
 /// The arrow of a sorted column stands over its caption, which keeps its room.
@@ -184,6 +195,9 @@ void QuillaStyle::drawControl(
     if (const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option);
         tab && element == CE_TabBarTabShape)
         return paintTab(*painter, *tab, m_theme);
+    if (const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option);
+        tab && element == CE_TabBarTabLabel)
+        return drawTabLabel(painter, *tab, widget);
     if (element == CE_ProgressBarGroove)
         return drawBox(painter, option->rect, m_theme.surface, m_theme.border, false);
     if (const auto* bar = qstyleoption_cast<const QStyleOptionProgressBar*>(option);

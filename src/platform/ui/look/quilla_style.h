@@ -39,6 +39,7 @@ private:
         QPainter* painter, const QRect& rect, const QColor& face, const QColor& edge, bool ring) const;
     void drawComboBox(QPainter* painter, const QStyleOptionComboBox& list) const;
     void drawButtonFace(QPainter* painter, const QStyleOption* option) const;
+    void drawTabLabel(QPainter* painter, const QStyleOptionTab& tab, const QWidget* widget) const;
     void drawFocusRing(QPainter* painter, const QStyleOption* option, const QWidget* widget) const;
     QRect groupPart(const QStyleOptionGroupBox& group, SubControl part) const;
     void drawHeader(QPainter* painter, const QStyleOptionHeader& header, const QWidget* widget) const;
