@@ -28,6 +28,7 @@ void RecordList::wireButtons(const std::vector<std::reference_wrapper<QPushButto
     onClick(buttons[Close], [this] { closeScreen(*this); });
     onClick(buttons[Edit], [this] { editCurrent(); });
     onOpen(Grid1, [this](int) { editCurrent(); });
+    connect(&Grid1, &FlexGrid::insertPressed, this, [this] { addRecord(); });
     connect(&Grid1, &FlexGrid::deletePressed, this, [this] { removeSelected(); });
 }
 

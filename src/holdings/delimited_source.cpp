@@ -84,7 +84,7 @@ private:
             return (column.title >= 0 && other.title == column.title)
                 || (column.copy >= 0 && other.copy == column.copy);
         });
-        if (twice) throw fault(u"列标题“%1”出现了两次。"_s.arg(heading));
+        if (twice) throw fault(u"列标题“%1”与另一列是同一项内容，请只留一列。"_s.arg(heading));
         if (column.title < 0 && column.copy < 0 && plain != ReasonCaption && !plain.isEmpty())
             m_unknown.append(shortened(heading));
         return column;

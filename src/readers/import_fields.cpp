@@ -107,7 +107,7 @@ std::vector<int> fieldsOfHeadings(const QStringList& headings, bool codeIsEnough
     for (const QString& heading : headings) {
         const int field = fieldOf(heading).value_or(NoField);
         if (field != NoField && std::count(fields.begin(), fields.end(), field) > 0)
-            throw fault(u"列标题“%1”出现了两次。"_s.arg(heading));
+            throw fault(u"列标题“%1”与另一列是同一项内容，请只留一列。"_s.arg(heading));
         fields.push_back(field);
     }
     needAll(fields, codeIsEnough);

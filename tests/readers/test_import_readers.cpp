@@ -208,7 +208,7 @@ private Q_SLOTS:
         const std::pair<QByteArray, QString> files[] {{"\n \n", u"文件是空的。"_s},
             {"\xff\xff\x80", u"文件的编码不是"_s}, {"a,b\n\"c,d\ne", u"第 2 行的引号没有结束。"_s},
             {"PK\3\4workbook", u"这是电子表格的工作簿"_s}, {"\xd0\xcf\x11\xe0", u"这是电子表格的工作簿"_s},
-            {"读者证号,姓名,读者类型,readercode", u"列标题“readercode”出现了两次。"_s},
+            {"读者证号,姓名,读者类型,readercode", u"列标题“readercode”与另一列是同一项内容，请只留一列。"_s},
             {"读者证号,姓名", u"缺少列标题“读者类型”。\n可用的列标题：读者证号、"_s}};
         for (const auto& [file, fault] : files)
             QVERIFY2(faultOf(file).startsWith(fault), qPrintable(fault));

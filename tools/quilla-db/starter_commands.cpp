@@ -20,7 +20,7 @@ Outcome writeStarterOf(const Arguments& arguments, QTextStream& out)
 {
     for (const QString& file : writeStarter(arguments.file))
         out << u"已写出："_s << file << u'\n';
-    out << u"修改后用 load-starter 装入。\n"_s;
+    out << u"修改后用 load-starter "_s << arguments.file << u" 装入。\n"_s;
     return Outcome::Done;
 }
 
