@@ -130,7 +130,7 @@ private Q_SLOTS:
             QCOMPARE(focusName() + editor.Text1[10].text(), u"Combo1"_s);
             QVERIFY(!editor.Check1[0].isChecked());
         });
-        list.Command1[0].click();
+        press(list.Grid1, Qt::Key_Insert);
         QCOMPARE(linesOf(list.Grid1), u"外'来|3|3|3|3|3|3|3|是|否|3|3|3|3"_s);
     }
 
