@@ -11,6 +11,7 @@
 #include "readers/refused_readers.h"
 #include "setup/library_file_ops.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
 
@@ -53,13 +54,14 @@ std::optional<Refusal> checkName(const QString& name)
     return refusal(u"图书馆的名称太长，最多 %1 个字。"_s.arg(LibraryNameWidth), NameBox);
 }
 
-/// Beside the file that is imported, or among the documents where nothing can be written there.
+/// Beside the file that is imported, or in a folder of the operator's where nothing can be written there.
 QString refusedFileFor(const QString& imported)
 {
     const QFileInfo file(imported);
-    const bool writable = QFileInfo(file.absolutePath()).isWritable();
-    const QString folder = writable ? file.absolutePath()
-                                    : QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    QString folder = QDir::homePath();
+    for (const QString& better :
+        {QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation), file.absolutePath()})
+        if (const QFileInfo place(better); place.isDir() && place.isWritable()) folder = better;
     return freeFile(u"%1/%2-未导入.csv"_s.arg(folder, file.completeBaseName()));
 }
 

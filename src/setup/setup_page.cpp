@@ -20,7 +20,8 @@ void SetupPage::workOn(BackgroundWork::Work work, std::function<void(const QStri
     });
     setEnabled(false);
     Q_EMIT busyChanged();
-    m_work->start();
+    // not before the page listens to what the work tells
+    QMetaObject::invokeMethod(m_work, &BackgroundWork::start, Qt::QueuedConnection);
 }
 
 void SetupPage::stop()

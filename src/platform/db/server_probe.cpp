@@ -168,7 +168,7 @@ public:
         for (const sql::Table& table : m_schema.tables())
             testRight(table, table.view ? questions.view : questions.table);
         if (m_found.isEmpty())
-            need(questions.make, u"数据库是空的，这个用户不能在里面建表。"_s);
+            need(questions.make, u"没有看到图书馆的表，这个用户也不能建表。"_s);
         else
             need(questions.run, u"不能运行存储过程。"_s);
     }
