@@ -100,7 +100,7 @@ charge() {
 }
 
 backup_and_restore() {
-    librarian sh -c "ls ~/.local/share/青简文库/backups/quilla-*-$(date +%F).db" || fail "no backup of the day"
+    librarian sh -c "ls ~/.local/share/青简文库/backups/quilla-*-\$(date +%F).db" || fail "no backup of the day"
     librarian quilla-db backup /home/librarian/backup.db
     [ "$(stat -c %a "$root/home/librarian/backup.db")" = 600 ] || fail "others may read the backup"
     echo x | librarian quilla-db add-operator later
