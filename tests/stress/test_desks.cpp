@@ -96,7 +96,8 @@ private Q_SLOTS:
         const int kills = setting("QUILLA_STRESS_KILLS", 8);
         makeLibrary(400);
         Work told;
-        for (int kill = 0; kill < kills; ++kill) {
+        // on a busy machine the first desks may die before they settle anything
+        for (int kill = 0; kill < kills || (told.settlements == 0 && kill < 20 * kills); ++kill) {
             told.add(killedDesk(100 + kill, u"all"_s));
             const Work written = writtenWork();
             QVERIFY2(isAtMostOneMore(written, told),
@@ -116,7 +117,7 @@ private Q_SLOTS:
         makeLibrary(60);
         QSet<QString> told;
         qsizetype steps = 0;
-        for (int kill = 0; kill < kills; ++kill) {
+        for (int kill = 0; kill < kills || (steps <= kills && kill < 20 * kills); ++kill) {
             for (const QByteArray& line : killedDesk(500 + kill, u"ledger"_s).split('\n')) {
                 if (line.startsWith("w ")) told.insert(QString::fromUtf8(line.mid(2)));
                 if (line.startsWith("r ")) told.remove(QString::fromUtf8(line.mid(2)));
