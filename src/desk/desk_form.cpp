@@ -3,18 +3,15 @@
 #include "desk/desk_pages.h"
 #include "desk/reader_panel_ops.h"
 #include "platform/ui/form/form.h"
-#include "platform/ui/form/save_height.h"
+#include "platform/ui/form/small_screen.h"
 #include "platform/ui/look/theme.h"
 #include "platform/ui/scan/scan_backlog.h"
 
-#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLayout>
-#include <QScrollBar>
 #include <QShortcut>
 #include <QTabBar>
-#include <QTimer>
 
 namespace quilla {
 
@@ -85,9 +82,6 @@ void TsjhFrm::layOut()
         column(row(tMsg, cmdCause, stretch(), cmdSlip, cmdTuShuYuYue, cmdWuZhengJieShu, CmdQuit),
             Piece(Room).grow()));
     Room.setWidget(&Split);
-    Room.setWidgetResizable(true);
-    Room.setFrameShape(QFrame::NoFrame);
-    Room.setFocusPolicy(Qt::NoFocus);
     saveHeight({this, &Frame1, SSTab1.widget(ChargePage), SSTab1.widget(DischargePage)});
     Query.layout()->setContentsMargins({}); // its page has margins too
     resize(pixelsOf(13500, *this), pixelsOf(9000, *this));
@@ -105,9 +99,6 @@ void TsjhFrm::wire()
     onClick(cmdWuZhengJieShu, [this] { lendWithoutCard(); });
     cmdTuShuYuYue.setEnabled(m_host.hasScreen(u"frmTushuYuYue"_s));
     connect(&SSTab1, &QTabWidget::currentChanged, this, &TsjhFrm::enterPage);
-    connect(qApp, &QApplication::focusChanged, this, &TsjhFrm::keepFocusInSight);
-    for (QScrollBar* bar : {Room.verticalScrollBar(), Room.horizontalScrollBar()})
-        connect(bar, &QScrollBar::rangeChanged, this, &TsjhFrm::keepFocusInSight);
     for (QWidget* control :
         std::initializer_list<QWidget*> {&TxtReaderCode, &TxtBarCode, &TxtRetBook, SSTab1.tabBar()})
         control->installEventFilter(this);
@@ -239,16 +230,6 @@ void TsjhFrm::placeScans()
     Scans.setVisible(Split.orientation() == Qt::Horizontal || SSTab1.currentIndex() != QueryPage);
     SSTab1.setMinimumHeight(
         SSTab1.tabBar()->sizeHint().height() + SSTab1.currentWidget()->minimumSizeHint().height());
-}
-
-/// The box for the next scan is seen in the smallest window, also where the program has set the focus. The
-/// page is laid out first.
-void TsjhFrm::keepFocusInSight()
-{
-    QTimer::singleShot(0, &Room, [this] {
-        QWidget* box = QApplication::focusWidget();
-        if (box && Split.isAncestorOf(box)) Room.ensureWidgetVisible(box, 0, 12);
-    });
 }
 
 /// Whoever turned the page, the operator or an operation.

@@ -7,6 +7,7 @@
 #include "desk/scan_list_pane.h"
 #include "desk/slip_menu.h"
 #include "frame/workplace.h"
+#include "platform/ui/form/focus_scroller.h"
 #include "platform/ui/form/result_label.h"
 #include "platform/ui/form/text_box.h"
 #include "platform/ui/form/tooltip.h"
@@ -16,7 +17,6 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QSplitter>
 #include <QTabWidget>
 
@@ -33,7 +33,7 @@ public:
     /// The blank turns to the discharge page and back to the charge page; any other key does nothing.
     void ToggleDeskPage(int key);
 
-    QScrollArea Room; ///< scrolls where the window is too small for what is in it
+    FocusScroller Room; ///< scrolls where the window is too small for what is in it
     QSplitter Split; ///< the pages and the session list
     QTabWidget SSTab1;
     QPushButton cmdTuShuYuYue;
@@ -113,7 +113,6 @@ private:
     void enlistUnserved(const QStringList& codes);
     void makeKeys();
     void placeScans();
-    void keepFocusInSight();
     void openReturns();
     void openReader(const QString& readercode);
     void tell(const QString& text, bool good);

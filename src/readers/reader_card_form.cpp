@@ -5,7 +5,7 @@
 #include "platform/ui/form/form.h"
 #include "platform/ui/form/on_screen.h"
 #include "platform/ui/form/open_list.h"
-#include "platform/ui/form/save_height.h"
+#include "platform/ui/form/small_screen.h"
 #include "platform/ui/look/theme.h"
 #include "readers/reader_card_checks_ops.h"
 

@@ -5,6 +5,7 @@
 #include "platform/ui/form/form.h"
 #include "platform/ui/form/input_rules.h"
 #include "platform/ui/form/open_list.h"
+#include "platform/ui/form/small_screen.h"
 #include "platform/ui/form/text_box.h"
 #include "platform/ui/look/theme.h"
 
@@ -100,6 +101,19 @@ private Q_SLOTS:
         QCOMPARE(form.first.text(), QString());
         QTest::keyClick(&form, Qt::Key_X, Qt::AltModifier); // "姓名(&X)"
         QCOMPARE(focusName() + form.second.accessibleName(), u"second姓名"_s);
+    }
+
+    void formHigherThanItsScreenScrollsToTheFocus()
+    {
+        DiaryForm form;
+        scrollWhereHigher(form, 80);
+        form.resize(form.sizeHint().width(), 80);
+        form.show();
+        QCOMPARE(form.height(), 80);
+        for (QWidget* box : std::initializer_list<QWidget*> {&form.second, &form.list, &form.first}) {
+            box->setFocus();
+            QTRY_COMPARE(box->visibleRegion().boundingRect(), box->rect());
+        }
     }
 
     void initTestCase()

@@ -2,6 +2,7 @@
 
 #include "platform/core/caption.h"
 #include "platform/ui/form/escape_key.h"
+#include "platform/ui/form/small_screen.h"
 #include "platform/ui/grid/flex_grid.h"
 
 #include <QBoxLayout>
@@ -12,12 +13,15 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QTabWidget>
 #include <QTextEdit>
 
 namespace quilla {
 
 namespace {
+
+constexpr int TitleBar = 32; ///< at most, over a dialog
 
 bool isInput(const QWidget* control)
 {
@@ -221,7 +225,9 @@ void build(QWidget& form, const Piece& content, AtEscape atEscape)
         lines->setTabChangesFocus(true);
     nameRest(form, form.windowTitle());
     auto* dialog = qobject_cast<QDialog*>(&form);
-    if (dialog && atEscape == AtEscape::Stay) keepOpenAtEscape(*dialog);
+    if (!dialog) return;
+    if (atEscape == AtEscape::Stay) keepOpenAtEscape(*dialog);
+    scrollWhereHigher(form, form.screen()->availableGeometry().height() - TitleBar);
 }
 
 void closeScreen(QWidget& screen)

@@ -77,7 +77,7 @@ void QuillaStyle::drawBox(
     const QRectF frame = QRectF(rect).adjusted(width / 2, width / 2, -width / 2, -width / 2);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(ring ? m_theme.accent : edge, width));
+    painter->setPen(QPen(ring ? m_theme.link : edge, width));
     painter->setBrush(face);
     painter->drawRoundedRect(frame, FrameCorner, FrameCorner);
     painter->restore();
@@ -116,7 +116,7 @@ void QuillaStyle::drawFocusRing(QPainter* painter, const QStyleOption* option, c
     if (qobject_cast<const QPushButton*>(widget) || qobject_cast<const QComboBox*>(widget)) return;
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(m_theme.accent, 1.5));
+    painter->setPen(QPen(m_theme.link, 1.5));
     painter->setBrush(Qt::NoBrush);
     painter->drawRoundedRect(
         QRectF(option->rect).adjusted(0.75, 0.75, -0.75, -0.75), FrameCorner, FrameCorner);
@@ -164,7 +164,7 @@ void QuillaStyle::drawPrimitive(
         return drawFocusRing(painter, option, widget);
     case PE_Frame:
     case PE_FrameMenu:
-        return paintListFrame(*painter, option->rect, m_theme);
+        return paintListFrame(*painter, *option, m_theme);
     case PE_FrameTabWidget:
         return paintTabPage(*painter, option->rect, m_theme);
     case PE_IndicatorArrowUp:

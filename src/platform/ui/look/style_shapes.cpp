@@ -33,9 +33,10 @@ void paintGroupFrame(QPainter& painter, const QRect& rect, const Theme& theme)
     paintEdge(painter, rect, theme.line, Qt::NoBrush, FrameCorner);
 }
 
-void paintListFrame(QPainter& painter, const QRect& rect, const Theme& theme)
+void paintListFrame(QPainter& painter, const QStyleOption& option, const Theme& theme)
 {
-    paintEdge(painter, rect, theme.border, Qt::NoBrush);
+    const bool inUse = option.state.testFlag(QStyle::State_HasFocus);
+    paintEdge(painter, option.rect, inUse ? theme.link : theme.border, Qt::NoBrush);
 }
 
 void paintHeaderSection(QPainter& painter, const QRect& rect, const Theme& theme)

@@ -12,7 +12,8 @@ namespace quilla {
 constexpr qreal FrameCorner = 3;
 
 void paintGroupFrame(QPainter& painter, const QRect& rect, const Theme& theme);
-void paintListFrame(QPainter& painter, const QRect& rect, const Theme& theme);
+/// In the colour of the focus while it has the focus.
+void paintListFrame(QPainter& painter, const QStyleOption& option, const Theme& theme);
 
 /// The face of a caption.
 void paintHeaderSection(QPainter& painter, const QRect& rect, const Theme& theme);

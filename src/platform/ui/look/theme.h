@@ -23,9 +23,9 @@ struct Theme {
     QColor text {0x1d, 0x2a, 0x30};
     QColor mutedText {0x5b, 0x6b, 0x72};
     QColor disabledText {0x8a, 0x97, 0x9c};
-    QColor accent {0x14, 0x6c, 0x7a}; ///< selection, focus
+    QColor accent {0x14, 0x6c, 0x7a}; ///< selection
     QColor accentText {0xff, 0xff, 0xff};
-    QColor link {0x14, 0x6c, 0x7a}; ///< links and the marks in drawn signs
+    QColor link {0x14, 0x6c, 0x7a}; ///< links, the focus, the marks in drawn signs
     QColor titleBar {0x14, 0x6c, 0x7a}; ///< over the window in use, with `accentText` on it
     QColor restingSelection {0xcf, 0xe4, 0xe7}; ///< the selected line of a grid without the focus
     QColor figures {0xc0, 0xc0, 0xff}; ///< the selected line of a statistic's grid
