@@ -98,6 +98,8 @@ Outcome check(const Arguments& arguments, QTextStream& out)
     const bool whole = isWhole(arguments, out);
     const std::vector<Finding> findings = findingsIn(arguments.target);
     tell(out, findings);
+    if (!whole) out << u"请用 restore 恢复完好的备份。\n"_s;
+    if (!findings.empty()) out << u"用 repair 可以看到哪些能自动改正。\n"_s;
     if (!whole || !findings.empty()) return Outcome::Findings;
     out << u"没有发现问题："_s << arguments.target.name() << u"\n"_s;
     return Outcome::Done;

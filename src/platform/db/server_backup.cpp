@@ -87,12 +87,16 @@ QString databaseItem(const Server& server)
     return u"dbname='%1'"_s.arg(name.replace(u"\\"_s, u"\\\\"_s).replace(u"'"_s, u"\\'"_s));
 }
 
+/// Stops at the first error and leaves the database as it was.
 void refill(const Server& server, const QString& from)
-{
+try {
     run(u"pg_restore"_s,
         {u"--single-transaction"_s, u"--exit-on-error"_s, u"--no-owner"_s, u"--no-password"_s, u"--dbname"_s,
             databaseItem(server), from},
         environmentFor(server));
+} catch (const Error& error) {
+    throw Error(error.number, error.source,
+        error.text + u"\n数据库没有改变。恢复要用空的数据库：已有数据的，请另建一个空的再恢复。"_s);
 }
 
 constexpr QStringView BackupStatement = u"BACKUP DATABASE [%1] TO DISK=N'%2' WITH CHECKSUM";
