@@ -85,7 +85,9 @@ bool WindowPlaces::putBack(QWidget& window) const
     if (!place.isValid()) return false;
     const QRect seen = placedWithin(place, roomOf(window, place));
     window.setWindowState(window.windowState() & ~Qt::WindowMaximized);
-    window.resize(seen.size());
+    // the client area scrolls, a screen does not
+    const QSize least = window.isWindow() ? QSize() : window.minimumSizeHint();
+    window.resize(seen.size().expandedTo(least));
     window.move(seen.topLeft());
     return true;
 }
