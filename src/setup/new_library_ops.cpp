@@ -73,6 +73,11 @@ QString tellRefused(int count, QStringView unit, bool written, const QStringList
         unit, rest, files.join(u"”“"_s), command);
 }
 
+QString tellLeftOut(const QStringList& headings)
+{
+    return headings.isEmpty() ? QString() : u"\n不认识的列，没有导入：“%1”"_s.arg(headings.join(u"”、“"_s));
+}
+
 ImportOutcome failed(const QString& what, const Error& error, QStringView command)
 {
     return {u"%1没有导入：%2\n图书馆已经建立。处理好以后可以再运行：quilla-db %3 文件"_s.arg(
@@ -97,7 +102,8 @@ ImportOutcome importBooksOnce(const NewLibrary& library, Progress& progress)
     const QStringList files = report.refused > 0 ? refused.finish() : QStringList();
     return {u"已导入图书 %1 种 %2 册。"_s.arg(titles).arg(copies)
             + tellRefused(
-                report.refused, report.byLines ? u"行" : u"条", report.written, files, u"import-books"),
+                report.refused, report.byLines ? u"行" : u"条", report.written, files, u"import-books")
+            + tellLeftOut(report.unknownHeadings),
         report.refused == 0};
 }
 
@@ -112,7 +118,8 @@ ImportOutcome importReadersOnce(const NewLibrary& library)
     refused.write(report);
     const int count = int(report.refused.size());
     return {u"已导入读者 %1 位。"_s.arg(report.readers)
-            + tellRefused(count, u"行", library.skipRefused, {file}, u"import-readers"),
+            + tellRefused(count, u"行", library.skipRefused, {file}, u"import-readers")
+            + tellLeftOut(report.unknownHeadings),
         count == 0};
 }
 

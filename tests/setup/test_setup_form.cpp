@@ -40,7 +40,7 @@ private Q_SLOTS:
 
     void newLibraryWithItsFiles()
     {
-        const QString books = written(u"图书.csv"_s, "条形码,正题名\nB1,红楼梦\nB1,西游记\n");
+        const QString books = written(u"图书.csv"_s, "条形码,正题名,主编\nB1,红楼梦\nB1,西游记\n");
         const QString readers = written(
             u"读者.csv"_s, "读者证号,姓名,读者类型,单位名称\nR1,李雷,学生,一班\nR2,韩梅,没有的类型,一班\n");
         openAt(SetupWay::NewLibrary);
@@ -82,6 +82,7 @@ private Q_SLOTS:
             QCOMPARE(modeOf(m_home->filePath(name)), 0600u);
             QVERIFY(m_form->Run.txtOutcome.toPlainText().contains(name));
         }
+        QVERIFY(m_form->Run.txtOutcome.toPlainText().contains(u"“主编”"_s)); // the column that was left out
         QCOMPARE(stored().value(u"DSN"), BuiltInDataSource);
         press(Qt::Key_Return);
         QVERIFY(m_form->startsDesk());
