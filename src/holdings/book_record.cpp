@@ -67,4 +67,9 @@ std::optional<int> findCopyField(const QString& caption)
     return findField(caption, CopyField::Count, copyField);
 }
 
+QString BookRecord::place() const
+{
+    return (isLine ? u"第 %1 行"_s : u"第 %1 条"_s).arg(number);
+}
+
 } // namespace quilla

@@ -55,11 +55,15 @@ using CopyValues = std::array<QString, CopyField::Count>;
 /// A title with copies, as it was read or before it is written to a file.
 struct BookRecord {
     int number = 0; ///< of the record or the line in its file, from 1
+    bool isLine = false; ///< it is counted by lines
     TitleValues title;
     std::vector<CopyValues> copies;
     QString fault; ///< why it could not be read; empty when it was
     QByteArray raw; ///< the bytes of one that could not be read
     bool repaired = false; ///< its lengths were wrong and were set right
+
+    /// "第 3 行", as a refusal names it.
+    QString place() const;
 };
 
 /// A field's column, and the captions under which a file may bring it besides the column's name.

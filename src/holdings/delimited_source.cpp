@@ -40,6 +40,23 @@ QStringList listOf(const QString& text)
     return items;
 }
 
+/// The values of a field for each of several copies: a list of the same length, or one text for all of them.
+/// Empty when there is a list of another length. A comma may belong to a place or a price, so that a
+/// semicolon alone makes a list for sure.
+QStringList valuesOf(const QString& text, qsizetype copies)
+{
+    static const QRegularExpression semicolon(u"[;；]"_s);
+    QStringList items = text.split(semicolon);
+    for (QString& item : items)
+        item = item.trimmed();
+    while (items.size() > copies && items.last().isEmpty())
+        items.removeLast();
+    if (items.size() == copies) return items;
+    if (items.size() > 1) return {};
+    const QStringList byAnyMark = listOf(text);
+    return byAnyMark.size() == copies ? byAnyMark : QStringList(copies, text);
+}
+
 class DelimitedSource final : public BookSource {
 public:
     explicit DelimitedSource(const QString& file)
@@ -61,6 +78,7 @@ public:
         } while (isReasonAlone(line));
         book = {};
         book.number = line.line;
+        book.isLine = true;
         CopyValues copy;
         for (qsizetype at = 0; at < line.fields.size(); ++at)
             take(book, copy, at, line.fields[at].trimmed());
@@ -131,10 +149,14 @@ private:
         book.copies.resize(std::size_t(barcodes.size()));
         for (int field = 0; field < CopyField::Count; ++field) {
             const QString& all = line[std::size_t(field)];
-            const QStringList values = barcodes.size() > 1 ? listOf(all) : QStringList {all};
-            for (qsizetype at = 0; at < barcodes.size(); ++at)
-                book.copies[std::size_t(at)][std::size_t(field)]
-                    = values.size() == barcodes.size() ? values[at] : all;
+            const QStringList values = field == CopyField::Barcode ? barcodes
+                : barcodes.size() > 1                              ? valuesOf(all, barcodes.size())
+                                                                   : QStringList {all};
+            if (values.size() < barcodes.size())
+                book.fault = u"条形码有 %1 个，%2应该一样多，或者只填一项：%3"_s.arg(barcodes.size())
+                                 .arg(copyField(field).captions.first(), shortened(all));
+            for (qsizetype at = 0; at < std::min(values.size(), barcodes.size()); ++at)
+                book.copies[std::size_t(at)][std::size_t(field)] = values[at];
         }
     }
 

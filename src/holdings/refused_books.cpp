@@ -48,7 +48,7 @@ void RefusedBooks::add(const BookRecord& book, const QString& reason)
     // one that has no end would swallow the next
     if (!book.raw.isEmpty()) write(m_damaged, book.raw.endsWith(RecordEnd) ? book.raw : book.raw + RecordEnd);
     if (m_lines.pos() == 0) write(m_lines, (u"\ufeff"_s + bookHeadings(u',', true)).toUtf8());
-    write(m_lines, bookLines(book, u',', u"第 %1 条：%2"_s.arg(book.number).arg(reason)).toUtf8());
+    write(m_lines, bookLines(book, u',', book.place() + u'：' + reason).toUtf8());
 }
 
 QStringList RefusedBooks::finish()

@@ -1,4 +1,5 @@
 #include "platform/core/dates.h"
+#include "platform/core/window_command_line.h"
 #include "platform/db/connection_text.h"
 #include "platform/ui/form/dialog_prompt.h"
 #include "platform/ui/form/input_rules.h"
@@ -8,11 +9,9 @@
 #include "setup/setup_gallery.h"
 
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
-#include <QTextStream>
 
 using namespace quilla;
 
@@ -32,11 +31,6 @@ constexpr QStringView Help = uR"(设置青简台打开哪个图书馆：试用�
 
 enum Outcome { Done = 0, Left = 1, Failed = 2 };
 
-void print(FILE* where, const QString& text)
-{
-    QTextStream(where) << text;
-}
-
 /// Beside this program where both are installed, in the folder next to it where they were built.
 QString deskProgram()
 {
@@ -46,7 +40,7 @@ QString deskProgram()
     return QStandardPaths::findExecutable(u"quilla"_s);
 }
 
-int setUp(const QCommandLineParser& parser)
+int setUp(const WindowCommandLine& line)
 {
     FileSettings settings;
     DialogPrompt prompt;
@@ -55,11 +49,11 @@ int setUp(const QCommandLineParser& parser)
     {
         LockFileGuard desk(QFileInfo(embeddedDatabaseFile()).path());
         SetupFrm form({settings, prompt, desk});
-        if (parser.isSet(u"gallery"_s)) return drawSetup(form, parser.value(u"gallery"_s)) ? Done : Failed;
+        if (!line.gallery.isEmpty()) return drawSetup(form, line.gallery) ? Done : Failed;
         if (form.exec() == QDialog::Accepted) outcome = Done;
         startsDesk = form.startsDesk();
     } // the desk needs the lock
-    const QStringList arguments = parser.isSet(u"dark"_s) ? QStringList {u"--dark"_s} : QStringList();
+    const QStringList arguments = line.isDark ? QStringList {u"--dark"_s} : QStringList();
     if (!startsDesk || QProcess::startDetached(deskProgram(), arguments)) return outcome;
     prompt.stop(u"图书馆已经设置好，但是流通台没有打开。请从菜单里打开“青简台”。"_s, OperationTitle);
     return Failed;
@@ -70,23 +64,15 @@ int setUp(const QCommandLineParser& parser)
 int main(int argc, char** argv)
 {
     settleTimeZone();
-    QCommandLineParser parser;
-    parser.addOptions(
-        {{u"help"_s, {}}, {u"version"_s, {}}, {u"dark"_s, {}}, {u"gallery"_s, {}, u"文件夹"_s}});
-    QStringList line;
-    for (int i = 0; i < argc; ++i)
-        line.append(QString::fromLocal8Bit(argv[i]));
-    const bool known = parser.parse(line) && parser.positionalArguments().isEmpty();
-    if (!known) return print(stderr, u"命令行有误。用 --help 查看用法。\n"_s), Failed;
-    if (parser.isSet(u"help"_s)) return print(stdout, Help.toString()), Done;
-    if (parser.isSet(u"version"_s))
-        return print(stdout, QStringLiteral("quilla-setup " QUILLA_VERSION "\n")), Done;
+    const WindowCommandLine line
+        = WindowCommandLine::read(argc, argv, Help.toString(), u"quilla-setup " QUILLA_VERSION ""_s);
+    if (line.ended) return *line.ended;
 
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName(u"quilla-setup"_s);
     QGuiApplication::setDesktopFileName(u"org.qingjian.quilla.setup"_s);
-    applyTheme(application, parser.isSet(u"dark"_s) ? Shade::Dark : desktopShade());
+    applyTheme(application, line.isDark ? Shade::Dark : desktopShade());
     applyInputRules(application);
     QApplication::setWindowIcon(applicationIcon());
-    return setUp(parser);
+    return setUp(line);
 }

@@ -155,6 +155,22 @@ private Q_SLOTS:
         QCOMPARE(importText(text, true).copies, 1);
     }
 
+    /// A value of its own for each copy, or one for all; a list of another length would go to the wrong
+    /// copies.
+    void listsOfCopies()
+    {
+        QCOMPARE(importText(u"题名,条形码,价格,藏址,卷次\n"
+                            u"甲,\"B1;B2;\",1;2,\"一楼, 东, 1\",上；\n乙,B3；B4,1;2;3,,\n"
+                            u"丙,B5;B6;B7,3;;5;,,\n丁,\"B8、B9\",\"1,2\",,\n戊,B10,1;2,a;b,\n"_s,
+                     true)
+                     .refused,
+            1);
+        QVERIFY2(refused.value(0).contains(u"条形码有 2 个，价格应该一样多"_s), qPrintable(refused.value(0)));
+        QCOMPARE(m->rows(u"select barcode,price,bookplace,rollcode from sck order by sckid"_s),
+            QStringList({u"B1|1|一楼, 东, 1|上"_s, u"B2|2|一楼, 东, 1|"_s, u"B5|3||"_s, u"B6|null||"_s,
+                u"B7|5||"_s, u"B8|1||"_s, u"B9|2||"_s, u"B10|1|a;b|"_s}));
+    }
+
     void readsTheMappingOfALibrary()
     {
         const BookFields fields(u"[cnmarc]\n题名 = 200$a*\"+\"\" \" | 500$a\n条码 = 999$x\n"_s);

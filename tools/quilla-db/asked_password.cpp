@@ -58,9 +58,10 @@ QString askHidden(const char* prompt)
 
 QString askedPassword()
 {
-    if (!isatty(STDIN_FILENO)) return readLine();
-    const QString typed = askHidden("新密码：");
-    if (askHidden("再输入一次：") != typed) throw fault(u"两次输入的密码不相符，没有修改。"_s);
+    const bool isTerminal = isatty(STDIN_FILENO);
+    const QString typed = isTerminal ? askHidden("新密码：") : readLine();
+    if (typed.isEmpty()) throw fault(u"密码是空的，没有修改。请设置密码，没有密码谁都可以登录。"_s);
+    if (isTerminal && askHidden("再输入一次：") != typed) throw fault(u"两次输入的密码不相符，没有修改。"_s);
     return typed;
 }
 

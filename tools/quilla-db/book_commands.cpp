@@ -50,7 +50,7 @@ public:
     void add(const BookRecord& book, const QString& reason)
     {
         constexpr int most = 100; // nobody reads thousands on a screen
-        if (++m_count <= most) m_out << u"第 "_s << book.number << u" 条："_s << reason << u'\n';
+        if (++m_count <= most) m_out << book.place() << u'：' << reason << u'\n';
         if (m_count == most + 1) m_out << u"……其余的没有列出，用 --refused 可以得到全部。\n"_s;
         if (m_file) m_file->add(book, reason);
     }
