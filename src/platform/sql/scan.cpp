@@ -133,9 +133,11 @@ void Shape::read(QStringView tsql, std::vector<Literal>& literals)
     bool inWord = false; // a digit after a point that follows a name is part of a name
     qsizetype at = 0;
     while (at < size) {
-        const Class kind = classOf(text[at]);
+        Class kind = classOf(text[at]);
+        if (kind == Point) kind = !inWord && at + 1 < size && isDigit(text[at + 1]) ? Digit : Plain;
         bool flag = false;
         switch (kind) {
+        case Point:
         case Plain:
             *key++ = text[at++];
             break;
@@ -144,12 +146,6 @@ void Shape::read(QStringView tsql, std::vector<Literal>& literals)
                 *key++ = text[at++];
             } while (at < size && continuesWord(text[at]));
             break;
-        case Point:
-            if (inWord || at + 1 >= size || !isDigit(text[at + 1])) {
-                *key++ = text[at++];
-                break;
-            }
-            [[fallthrough]];
         case Digit: {
             const qsizetype end = endOfNumber(tsql, at, flag);
             const bool large = !flag && !hasFraction(tsql.sliced(at, end - at));
