@@ -5,10 +5,9 @@ cd "$(dirname "$(readlink -f "$0")")/.."
 packaging/install-packages.sh packaging/packages-run.txt packaging/packages-deb.txt
 
 # One version everywhere: of the program, the package and the software catalogue.
-version=$(sed -n 's/.*setApplicationVersion(u"\(.*\)"_s).*/\1/p' src/app/main.cpp)
-[ "$(dpkg-parsechangelog -S Version)" = "$version" ] && grep -q "release version=\"$version\"" packaging/*.metainfo.xml &&
-    grep -q "project(quilla VERSION $version " CMakeLists.txt || {
-    echo "The program is version $version: say so in debian/changelog, CMakeLists.txt and packaging/*.metainfo.xml." >&2
+version=$(sed -n 's/^project(quilla VERSION \([^ ]*\) .*/\1/p' CMakeLists.txt)
+[ "$(dpkg-parsechangelog -S Version)" = "$version" ] && grep -q "release version=\"$version\"" packaging/*.metainfo.xml || {
+    echo "The program is version $version: say so in debian/changelog and packaging/*.metainfo.xml." >&2
     exit 1
 }
 
