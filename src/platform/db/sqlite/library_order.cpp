@@ -14,13 +14,27 @@ QStringList indexes(const SqliteHandle& handle)
     return handle.text(select).split(u'\n', Qt::SkipEmptyParts);
 }
 
+/// A unique index fails where two codes were different in the old order and are the same in the new one.
+Error explained(const Error& error, const QString& index)
+{
+    if ((error.number & 0xff) != SQLITE_CONSTRAINT) return error;
+    return Error(error.number, error.source,
+        u"唯一索引 %1 在新的排序里不成立，有只差全角半角的号码，数据库没有改变。\n%2\n"
+        "请先用原来的程序改正这些号码；或者取消这个索引（sqlite3 数据库文件 \"drop index %1\"），"
+        "升级以后运行 quilla-db check 找出它们。"_s.arg(index, error.text));
+}
+
 void makeIndexesAnew(const SqliteHandle& handle, const IndexesDone& told)
 {
     const QStringList all = indexes(handle);
     for (qsizetype done = 0; done < all.size(); ++done) {
         told(done, all.size());
         QString name = all[done];
-        handle.run(u"reindex \"%1\""_s.arg(name.replace(u'"', u"\"\""_s)).toUtf8().constData());
+        try {
+            handle.run(u"reindex \"%1\""_s.arg(name.replace(u'"', u"\"\""_s)).toUtf8().constData());
+        } catch (const Error& error) {
+            throw explained(error, all[done]);
+        }
     }
     told(all.size(), all.size());
 }
