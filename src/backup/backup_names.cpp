@@ -36,6 +36,12 @@ void keepLastOfEach(QDate (*period)(const QDate&), int count, const QList<QDate>
     }
 }
 
+/// The same when the library was deleted: its backups are looked for most of all then.
+QString folderOf(const QFileInfo& library)
+{
+    return library.exists() ? library.canonicalPath() : QFileInfo(library.absolutePath()).canonicalFilePath();
+}
+
 QSet<QDate> keptOf(const QList<QDate>& days)
 {
     QSet<QDate> kept;
@@ -50,7 +56,7 @@ QSet<QDate> keptOf(const QList<QDate>& days)
 QString backupStem(const QString& library)
 {
     const QFileInfo file(library);
-    const QByteArray place = QSysInfo::machineUniqueId() + file.canonicalPath().toUtf8();
+    const QByteArray place = QSysInfo::machineUniqueId() + folderOf(file).toUtf8();
     const QByteArray hash = QCryptographicHash::hash(place, QCryptographicHash::Sha1).toHex();
     return file.completeBaseName() + u'-' + QString::fromLatin1(hash.first(6));
 }
@@ -60,9 +66,9 @@ QString backupName(const QString& stem, const QDate& day)
     return stem + u'-' + day.toString(Qt::ISODate) + Ending;
 }
 
-QString unfinishedBackups(const QString& stem)
+bool isUnfinishedBackup(const QString& stem, const QString& name)
 {
-    return stem + u"-*.db.part*"_s;
+    return name.startsWith(stem + u'-') && name.contains(Ending + u".part"_s);
 }
 
 QDate backupDay(const QString& stem, const QString& name)

@@ -12,8 +12,8 @@ QString backupStem(const QString& library);
 /// The name of the day's backup: "quilla-3f09ac-2026-11-25.db".
 QString backupName(const QString& stem, const QDate& day);
 
-/// What matches the files that a backup of this stem leaves behind when its process is killed.
-QString unfinishedBackups(const QString& stem);
+/// Whether a backup of this stem left the file behind when its process was killed.
+bool isUnfinishedBackup(const QString& stem, const QString& name);
 
 /// The day that a name of this stem tells; invalid for a name that is none of its backups.
 QDate backupDay(const QString& stem, const QString& name);

@@ -57,8 +57,8 @@ void requireFolder(const BackupJob& job)
 void removeUnfinished(const QString& stem, const BackupJob& job)
 {
     QDir folder(job.folder);
-    for (const QString& name : folder.entryList({unfinishedBackups(stem)}, QDir::Files))
-        folder.remove(name);
+    for (const QString& name : folder.entryList(QDir::Files))
+        if (isUnfinishedBackup(stem, name)) folder.remove(name);
 }
 
 /// False when another desk is at the backups of this library.
@@ -153,12 +153,13 @@ std::vector<Backup> backupsOf(const SettingsStore& settings, const QString& libr
 QString restoreBackup(const QString& backup, const QString& library, const QString& group)
 {
     if (!QFile::exists(backup)) throw fault(u"没有这个备份文件："_s + QDir::toNativeSeparators(backup));
-    const bool standsThere = QFile::exists(library);
-    const QString keptAs = standsThere ? nameToKeep(library) : QString();
-    if (standsThere)
-        replaceEmbedded(library, backup, keptAs, librarySchema());
-    else
+    const QString standing = QFileInfo(library).canonicalFilePath(); // a link goes on leading to its file
+    if (standing.isEmpty()) {
         backupEmbedded(backup, library, librarySchema(), group);
+        return {};
+    }
+    const QString keptAs = nameToKeep(standing);
+    replaceEmbedded(standing, backup, keptAs, librarySchema());
     return keptAs;
 }
 

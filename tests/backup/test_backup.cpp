@@ -118,7 +118,12 @@ void TestBackup::restores()
     writeFile(garbage, "garbage");
     for (const QString& unfit : {garbage, desk.base.file, u"/nowhere.db"_s})
         QVERIFY(errorOf([&] { restoreBackup(unfit, desk.base.file); }) != 0);
-    const QString kept = restoreBackup(backup, desk.base.file);
+    const QString link = desk.base.folder.filePath(u"link.db"_s);
+    QVERIFY(QFile::link(desk.base.file, link));
+    ::chmod(QFile::encodeName(desk.base.file).constData(), 0660); // in a folder that is nobody else's
+    const QString kept = restoreBackup(backup, link);
+    QVERIFY(QFileInfo(link).isSymLink());
+    QCOMPARE(modeOf(desk.base.file), 0660u);
     const auto typesIn = [&](const QString& file) {
         desk.base.connection = desk.base.factory.open(u"DSN=%1;Database=%2"_s.arg(BuiltInDataSource, file));
         return desk.base.rows(u"select readerclass from dzlx");
@@ -126,6 +131,8 @@ void TestBackup::restores()
     QVERIFY(!QFile::exists(kept + u"-journal"_s));
     QCOMPARE(typesIn(desk.base.file), u"教师"_s);
     QCOMPARE(typesIn(kept), QString());
+    QVERIFY(QFile::remove(desk.base.file));
+    QCOMPARE(backupsOf(desk.settings, desk.base.file).size(), 1);
 }
 
 QTEST_GUILESS_MAIN(TestBackup)

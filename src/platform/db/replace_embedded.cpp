@@ -1,5 +1,6 @@
 #include "platform/db/replace_embedded.h"
 
+#include "platform/core/private_files.h"
 #include "platform/core/text.h"
 #include "platform/db/embedded.h"
 #include "platform/db/sqlite/sqlite_driver.h"
@@ -9,6 +10,7 @@
 #include <QFileInfo>
 
 #include <cstdio>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace quilla {
@@ -29,10 +31,29 @@ void refuseUnfitNames(const QString& library, const QString& backup, const QStri
         throw Error(58, u"restore"_s, u"文件已经存在："_s + QDir::toNativeSeparators(kept));
 }
 
-QString groupOf(const QString& library)
+/// The owner, for whom an administrator may be working, and the group can use the new file as they could the
+/// old one.
+void giveAccessOf(const QString& library, const QString& incoming)
 {
-    const QFileInfo file(library);
-    return file.permission(QFile::WriteGroup) ? file.group() : QString();
+    const QByteArray to = QFile::encodeName(incoming);
+    struct stat state { };
+    const bool known = ::stat(QFile::encodeName(library).constData(), &state) == 0;
+    const bool given = known
+        && (::chown(to.constData(), state.st_uid, state.st_gid) == 0
+            || ::chown(to.constData(), uid_t(-1), state.st_gid) == 0 || !(state.st_mode & S_IWGRP))
+        && ::chmod(to.constData(), state.st_mode & (S_IWGRP | S_IRGRP | S_IWUSR | S_IRUSR)) == 0;
+    if (given) return tightenAccess(incoming);
+    QFile::remove(incoming);
+    throw Error(75, u"restore"_s,
+        u"不能让原来的用户组使用恢复的数据库，请由用户组的成员恢复："_s + QDir::toNativeSeparators(library));
+}
+
+/// Without the right to open it nobody can tell whether a desk is using it.
+bool isOutOfReach(const Error& error)
+{
+    const int code = error.number & 0xff;
+    return error.number == ErrorNumber::InUse || code == SQLITE_CANTOPEN || code == SQLITE_PERM
+        || code == SQLITE_FULL;
 }
 
 /// Nobody may write into a file that is moved away. Null for a library that is too damaged to be locked.
@@ -45,7 +66,7 @@ std::unique_ptr<SqliteDriver> lockLibrary(const QString& library, const Clock& c
         QFile::remove(library + u"-journal"_s);
         return sole;
     } catch (const Error& error) {
-        if (error.number == ErrorNumber::InUse) throw;
+        if (isOutOfReach(error)) throw;
         return {};
     }
 }
@@ -78,7 +99,8 @@ void replaceEmbedded(
     QFile::remove(incoming); // of an attempt that a crash ended
     const SystemClock clock;
     const auto sole = lockLibrary(library, clock);
-    backupEmbedded(backup, incoming, schema, groupOf(library));
+    backupEmbedded(backup, incoming, schema);
+    giveAccessOf(library, incoming);
     keepUnder(library, kept);
     move(incoming, library);
 }
