@@ -3,6 +3,7 @@
 #include "backup/backup_names.h"
 #include "database/library_schema.h"
 #include "frame/sublib.h"
+#include "platform/core/lock_file.h"
 #include "platform/core/private_files.h"
 #include "platform/db/embedded.h"
 #include "platform/db/replace_embedded.h"
@@ -64,8 +65,7 @@ void removeUnfinished(const QString& stem, const BackupJob& job)
 /// False when another desk is at the backups of this library.
 bool take(QLockFile& turn, const BackupJob& job)
 {
-    turn.setStaleLockTime(0);
-    if (turn.tryLock()) return true;
+    if (takeLock(turn)) return true;
     if (turn.error() == QLockFile::LockFailedError) return false;
     throw fault(u"备份文件夹不能写入，请检查权限和磁盘空间："_s + QDir::toNativeSeparators(job.folder));
 }

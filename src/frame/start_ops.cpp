@@ -1,6 +1,7 @@
 #include "frame/start_ops.h"
 
 #include "frame/sublib.h"
+#include "platform/core/lock_file.h"
 #include "platform/core/private_files.h"
 
 #include <QDir>
@@ -23,8 +24,6 @@ struct LockFileGuard::Private {
 LockFileGuard::LockFileGuard(const QString& folder)
     : d(std::make_unique<Private>(folder))
 {
-    // Only the end of its process frees the lock; a desk may stay open for weeks.
-    d->lock.setStaleLockTime(0);
 }
 
 LockFileGuard::~LockFileGuard() = default;
@@ -45,7 +44,8 @@ bool LockFileGuard::claim()
     if (d->lock.isLocked()) return true;
     // Asked first: where nothing can be written, a lock left by a crash looks like one that is held.
     if (!makePrivateFolder(d->folder) || !QFileInfo(d->folder).isWritable()) throw unusableFolder(d->folder);
-    if (!d->lock.tryLock(0)) {
+    // Only the end of its process frees the lock; a desk may stay open for weeks.
+    if (!takeLock(d->lock)) {
         if (d->lock.error() == QLockFile::LockFailedError) return false;
         throw unusableFolder(d->folder);
     }

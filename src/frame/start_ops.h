@@ -8,8 +8,8 @@ namespace quilla {
 class InstanceGuard {
 public:
     virtual ~InstanceGuard() = default;
-    /// Takes the place of the one instance, or keeps it; false when another holds it. Throws `Error`, in words for the
-    /// operator, when it can't tell.
+    /// Takes the place of the one instance, or keeps it; false when another holds it. Throws `Error`, in
+    /// words for the operator, when it can't tell.
     virtual bool claim() = 0;
 };
 

@@ -84,9 +84,9 @@ Outcome restoreFrom(const Arguments& arguments, QTextStream& out)
 
 Outcome backupFolderOf(const Arguments& arguments, QTextStream& out)
 {
+    if (!arguments.target.file) throw fault(u"数据库服务器的备份由管理员安排，见 backup。"_s);
     FileSettings settings;
     if (!arguments.file.isEmpty()) setBackupFolder(settings, arguments.file);
-    if (!arguments.target.file) throw fault(u"数据库服务器的备份由管理员安排，见 backup。"_s);
     const QString folder = backupFolder(settings, *arguments.target.file);
     out << u"每天的备份保存在："_s << QDir::toNativeSeparators(folder) << u'\n';
     if (QStorageInfo(folder) == QStorageInfo(QFileInfo(*arguments.target.file).absolutePath()))

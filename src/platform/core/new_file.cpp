@@ -1,6 +1,7 @@
 #include "platform/core/new_file.h"
 
 #include "platform/core/error.h"
+#include "platform/core/lock_file.h"
 #include "platform/core/text.h"
 
 #include <QDir>
@@ -83,8 +84,7 @@ void NewFile::makeFolder()
 /// Two programs that make the same file would take each other's part away.
 void NewFile::claim()
 {
-    m_maker.setStaleLockTime(0);
-    if (m_maker.tryLock()) return;
+    if (takeLock(m_maker)) return;
     const bool taken = m_maker.error() == QLockFile::LockFailedError;
     fail(taken ? u"另一个程序正在建立这个文件："_s : CannotMake);
 }

@@ -102,7 +102,12 @@ void replaceEmbedded(
     backupEmbedded(backup, incoming, schema);
     giveAccessOf(library, incoming);
     keepUnder(library, kept);
-    move(incoming, library);
+    try {
+        move(incoming, library);
+    } catch (const Error&) {
+        if (!QFile::exists(library)) move(kept, library); // on a disk without second names
+        throw;
+    }
 }
 
 } // namespace quilla

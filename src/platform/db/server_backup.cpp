@@ -17,6 +17,7 @@ struct Server {
     QString user;
     QString password;
     QString database;
+    QString encryption; ///< what the driver is told about it
 };
 
 /// An item of the text under one of its names, else that of the data source.
@@ -38,7 +39,7 @@ Server serverOf(const ConnectionItems& items)
 {
     return {itemOf(items, {u"Servername"_s, u"Server"_s}), itemOf(items, {u"Port"_s}),
         itemOf(items, {u"UID"_s, u"Username"_s}), itemOf(items, {u"PWD"_s, u"Password"_s}),
-        itemOf(items, {u"Database"_s})};
+        itemOf(items, {u"Database"_s}), itemOf(items, {u"SSLmode"_s})};
 }
 
 /// The tool takes from its environment what other users can't see there.
@@ -46,7 +47,8 @@ QProcessEnvironment environmentFor(const Server& server)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     const std::pair<QString, QString> values[] {{u"PGHOST"_s, server.host}, {u"PGPORT"_s, server.port},
-        {u"PGUSER"_s, server.user}, {u"PGPASSWORD"_s, server.password}, {u"PGDATABASE"_s, server.database}};
+        {u"PGUSER"_s, server.user}, {u"PGPASSWORD"_s, server.password}, {u"PGDATABASE"_s, server.database},
+        {u"PGSSLMODE"_s, server.encryption}};
     for (const auto& [name, value] : values)
         if (!value.isEmpty()) environment.insert(name, value);
     return environment;
