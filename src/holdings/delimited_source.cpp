@@ -45,6 +45,7 @@ QStringList listOf(const QString& text)
 /// semicolon alone makes a list for sure.
 QStringList valuesOf(const QString& text, qsizetype copies)
 {
+    if (copies < 2) return {text};
     static const QRegularExpression semicolon(u"[;；]"_s);
     QStringList items = text.split(semicolon);
     for (QString& item : items)
@@ -78,7 +79,6 @@ public:
         } while (isReasonAlone(line));
         book = {};
         book.number = line.line;
-        book.isLine = true;
         CopyValues copy;
         for (qsizetype at = 0; at < line.fields.size(); ++at)
             take(book, copy, at, line.fields[at].trimmed());
@@ -149,9 +149,8 @@ private:
         book.copies.resize(std::size_t(barcodes.size()));
         for (int field = 0; field < CopyField::Count; ++field) {
             const QString& all = line[std::size_t(field)];
-            const QStringList values = field == CopyField::Barcode ? barcodes
-                : barcodes.size() > 1                              ? valuesOf(all, barcodes.size())
-                                                                   : QStringList {all};
+            const QStringList values
+                = field == CopyField::Barcode ? barcodes : valuesOf(all, barcodes.size());
             if (values.size() < barcodes.size())
                 book.fault = u"条形码有 %1 个，%2应该一样多，或者只填一项：%3"_s.arg(barcodes.size())
                                  .arg(copyField(field).captions.first(), shortened(all));

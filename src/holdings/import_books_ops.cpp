@@ -53,6 +53,7 @@ private:
     void take(BookRecord& book)
     {
         ++m_report.records;
+        book.isLine = m_source.hasLines();
         if (book.repaired) ++m_report.repaired;
         const QString reason = m_check.check(book);
         if (reason.isEmpty()) return m_writer.write(book);

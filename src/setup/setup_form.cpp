@@ -8,12 +8,13 @@ SetupFrm::SetupFrm(const SetupPlace& place)
     : m_place(place)
 {
     QUILLA_NAMES(labTitle, Pages, cmdBack, cmdNext, cmdCancel);
-    layOut();
     for (SetupPage* page : std::initializer_list<SetupPage*> {
              &Welcome, &Library, &Files, &Open, &Server, &Backups, &Confirm, &Run}) {
+        Pages.addWidget(page);
         connect(page, &SetupPage::passed, this, &SetupFrm::goOn);
         connect(page, &SetupPage::busyChanged, this, &SetupFrm::showButtons);
     }
+    layOut();
     connect(&Run, &RunPage::finished, this, [this](bool done) {
         showButtons();
         (done ? cmdNext : cmdBack).setFocus();
@@ -31,9 +32,6 @@ void SetupFrm::layOut()
     QFont font = labTitle.font();
     font.setPointSizeF(font.pointSizeF() * 1.5);
     labTitle.setFont(font);
-    for (SetupPage* page : std::initializer_list<SetupPage*> {
-             &Welcome, &Library, &Files, &Open, &Server, &Backups, &Confirm, &Run})
-        Pages.addWidget(page);
     Pages.setFocusPolicy(Qt::ClickFocus);
     build(*this,
         column(labTitle, room(6), Piece(Pages).grow(), room(6), row(stretch(), cmdBack, cmdNext, cmdCancel)),

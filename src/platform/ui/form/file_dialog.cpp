@@ -82,13 +82,13 @@ QString FileDialog::saveFile(const QString& suggested)
     connect(this, &QFileDialog::filterSelected, this,
         [this](const QString& filter) { setDefaultSuffix(endingOf(filter)); });
     selectFile(QString(suggested).replace(u'/', u'-'));
-    return exec() == Accepted ? selectedFiles().value(0) : QString();
+    return chosen();
 }
 
 QString FileDialog::openFile()
 {
     setFileMode(ExistingFile);
-    return exec() == Accepted ? selectedFiles().value(0) : QString();
+    return chosen();
 }
 
 QString FileDialog::openFolder(const QString& first)
@@ -96,6 +96,11 @@ QString FileDialog::openFolder(const QString& first)
     setFileMode(Directory);
     setOption(ShowDirsOnly);
     setDirectory(first);
+    return chosen();
+}
+
+QString FileDialog::chosen()
+{
     return exec() == Accepted ? selectedFiles().value(0) : QString();
 }
 

@@ -22,6 +22,9 @@ public:
     /// Asks for a folder that is there or is made in the dialog, beginning in the one given. Empty when the
     /// operator gave up.
     QString openFolder(const QString& first);
+
+private:
+    QString chosen();
 };
 
 } // namespace quilla
