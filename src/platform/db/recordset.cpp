@@ -62,8 +62,11 @@ sql::Kind Recordset::fieldKind(int index) const
 
 std::optional<int> Recordset::findField(QStringView name) const
 {
-    for (int index = 0; index < fieldCount(); ++index)
-        if (name.compare(m_source->fields()[std::size_t(index)].name, Qt::CaseInsensitive) == 0) return index;
+    for (int index = 0; index < fieldCount(); ++index) {
+        const QString& candidate = m_source->fields()[std::size_t(index)].name;
+        if (candidate.size() == name.size() && name.compare(candidate, Qt::CaseInsensitive) == 0)
+            return index;
+    }
     return {};
 }
 

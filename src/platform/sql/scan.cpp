@@ -41,7 +41,14 @@ constexpr std::array<Class, 128> Classes = makeClasses();
 Class classOf(char16_t c)
 {
     if (c < 128) return Classes[c];
-    return continuesWord(c) ? Word : Plain;
+    return QChar::isLetterOrNumber(c) ? Word : Plain;
+}
+
+/// `continuesWord` for the pass below, which asks it of every character of every statement.
+inline bool insideWord(char16_t c)
+{
+    const Class kind = classOf(c);
+    return kind == Word || kind == Digit;
 }
 
 } // namespace
@@ -54,8 +61,7 @@ bool startsWord(char16_t c)
 
 bool continuesWord(char16_t c)
 {
-    if (c < 128) return Classes[c] == Word || Classes[c] == Digit;
-    return QChar::isLetterOrNumber(c);
+    return insideWord(c);
 }
 
 bool hasFraction(QStringView number)
@@ -139,12 +145,14 @@ void Shape::read(QStringView tsql, std::vector<Literal>& literals)
         switch (kind) {
         case Point:
         case Plain:
-            *key++ = text[at++];
+            do {
+                *key++ = text[at++];
+            } while (at < size && classOf(text[at]) == Plain);
             break;
         case Word:
             do {
                 *key++ = text[at++];
-            } while (at < size && continuesWord(text[at]));
+            } while (at < size && insideWord(text[at]));
             break;
         case Digit: {
             const qsizetype end = endOfNumber(tsql, at, flag);
