@@ -43,6 +43,28 @@ SqlitePrinter::SqlitePrinter()
 {
 }
 
+void SqlitePrinter::update(const Update& update)
+{
+    m_changesRows = true;
+    EnginePrinter::update(update);
+    m_changesRows = false;
+}
+
+void SqlitePrinter::remove(const Delete& remove)
+{
+    m_changesRows = true;
+    EnginePrinter::remove(remove);
+    m_changesRows = false;
+}
+
+/// SQLite 3.40 looks up "in (select ...)" in an index of the table itself, also while it changes that table,
+/// and then misses the rows that are gone. A limit, though it is none, makes it list them first.
+void SqlitePrinter::limit(const Query& query)
+{
+    EnginePrinter::limit(query);
+    if (m_changesRows && !query.arms.front().top) write(u" LIMIT -1");
+}
+
 void SqlitePrinter::item(const SelectItem& item, const Select& select, bool inner)
 {
     if (inner || select.distinct)

@@ -16,6 +16,9 @@ public:
 
 protected:
     void columnDefinition(const ColumnDefinition& column) override;
+    void update(const Update& update) override;
+    void remove(const Delete& remove) override;
+    void limit(const Query& query) override;
     void item(const SelectItem& item, const Select& select, bool inner) override;
     void compare(const Expr& expr) override;
     void chain(const Expr& expr) override;
@@ -37,6 +40,8 @@ private:
     void part(const Expr& chain, std::size_t from, std::size_t to);
     void store(const Expr& expr);
     void call(QStringView function, const QString& first, const Expr& second);
+
+    bool m_changesRows = false; ///< while an update or a delete is written
 };
 
 } // namespace quilla::sql
