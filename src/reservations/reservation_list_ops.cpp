@@ -31,7 +31,6 @@ qsizetype fill(GridModel& grid, Recordset& reservations)
     const qsizetype count = grid.bind(reservations);
     grid.setFormatString(ReservationListFormat);
     writeDatesWithDashes(grid);
-    grid.sortRows(ReservedOn, ReservedOn); // the rows of a join come in any order
     return count;
 }
 
