@@ -108,10 +108,30 @@ FoundRow foundRow(const Rule& rule, const Recordset& row)
     return {rowText(row), rule.mend ? rule.mend(row) : std::nullopt};
 }
 
-constexpr struct {
+struct Guard {
     QStringView table;
     QStringView column;
-} Guarded[] {{u"jhsk", u"barcode"}, {u"dzk", u"readercode"}, {u"sck", u"barcode"}};
+};
+
+constexpr Guard Guards[] {{u"jhsk", u"barcode"}, {u"dzk", u"readercode"}, {u"sck", u"barcode"}};
+
+void addIndex(Connection& connection, QStringView kind, const Guard& guard)
+{
+    connection.execute(u"create %1 guard_%2_%3 on %2 (%3)"_s.arg(kind, guard.table, guard.column));
+}
+
+void dropIndex(Connection& connection, const Guard& guard)
+{
+    connection.execute(u"drop index %1.guard_%1_%2"_s.arg(guard.table, guard.column));
+}
+
+/// A drop fails where there is no such index, and also without the right to it: then adding one fails too.
+void dropIfThere(Connection& connection, const Guard& guard)
+{
+    if (LastError().attempt([&] { dropIndex(connection, guard); })) return;
+    addIndex(connection, u"index", guard);
+    dropIndex(connection, guard);
+}
 
 } // namespace
 
@@ -146,23 +166,25 @@ void repairLibrary(Connection& connection, const std::vector<Finding>& findings)
 
 void guardLibrary(Connection& connection)
 {
-    unguardLibrary(connection);
+    connection.begin();
+    for (const Guard& guard : Guards)
+        dropIfThere(connection, guard);
     guardNewLibrary(connection);
+    connection.commit();
 }
 
 void guardNewLibrary(Connection& connection)
 {
-    for (const auto& [table, column] : Guarded)
-        connection.execute(u"create unique index guard_%1_%2 on %1 (%2)"_s.arg(table, column));
+    for (const Guard& guard : Guards)
+        addIndex(connection, u"unique index", guard);
 }
 
 void unguardLibrary(Connection& connection)
 {
-    LastError missing; // of an index that is not there
-    for (const auto& [table, column] : Guarded)
-        missing.attempt([&, &table = table, &column = column] {
-            connection.execute(u"drop index %1.guard_%1_%2"_s.arg(table, column));
-        });
+    connection.begin();
+    for (const Guard& guard : Guards)
+        dropIfThere(connection, guard);
+    connection.commit();
 }
 
 } // namespace quilla

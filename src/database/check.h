@@ -41,11 +41,13 @@ void repairLibrary(Connection& connection, const std::vector<Finding>& findings)
 
 /// Adds indexes that refuse a second loan of a copy, a second card with a code and a second copy with a
 /// barcode, or makes them anew. Not part of a new library, since other programs of the suite expect none.
-/// Throws `Error` when rows stand in the way.
+/// All of them or none, in a transaction of its own. Throws `Error` when rows stand in the way, another desk
+/// writes or the right is missing.
 void guardLibrary(Connection& connection);
 /// The same for a library that has none yet; in the transaction of the caller.
 void guardNewLibrary(Connection& connection);
-/// Takes these indexes away; it does not matter whether they are there.
+/// Takes these indexes away, in a transaction of its own; it does not matter whether they are there. Throws
+/// `Error` when another desk writes or the right is missing: they stand as they were then.
 void unguardLibrary(Connection& connection);
 
 } // namespace quilla

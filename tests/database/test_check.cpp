@@ -149,6 +149,11 @@ private Q_SLOTS:
         QCOMPARE(refused(), 3);
         unguardLibrary(base.connection);
         QCOMPARE(refused(), 0);
+        // Where rows stand in the way of one there is none.
+        base.connection.execute(u"delete from jhsk");
+        QVERIFY(!LastError().attempt([&] { guardLibrary(base.connection); }));
+        base.connection.rollback();
+        QCOMPARE(refused() + refused(), 0);
     }
 
     void scaleDataIsSound_data()
