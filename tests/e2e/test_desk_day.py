@@ -191,19 +191,26 @@ class Day:
         self.until(f"select count(*) from jhsk where barcode='{barcode}' and jhskid<>{number}", "1")
 
     def fine(self):
-        barcode, pay = self.late.pop(), random.random() < 0.7
+        """The next book of the pile is scanned before the operator has looked at the fine; it waits for him."""
+        barcode, following, pay = self.late.pop(), self.lent.pop(), random.random() < 0.7
         self.expect("罚", barcode, "成功" if pay else "拒绝")
+        self.expect("还", following, "成功")
         self.screen.key("F3")
         self.screen.type(barcode)
+        self.screen.focus(self.box(8)[0])
+        self.screen.type(following)
+        time.sleep(0.3)
+        self.until(f"select count(*) from jhsk where barcode in ('{barcode}','{following}')", "2")
         self.answer("alt+s" if pay else "alt+x", FINES)
         while self.box(0.4)[0]:
             self.answer("Return")
         self.until(f"select count(*) from jhsk where barcode='{barcode}'", "0" if pay else "1")
+        self.until(f"select count(*) from jhsk where barcode='{following}'", "0")
 
     def scan(self):
         steps = [(self.charge, 40), (self.refused_charge, 8), (self.held_charge, 4), (self.refused_return, 6)]
         steps += [(self.give_back, 25), (self.renew, 12)] if len(self.lent) > 3 else []
-        steps += [(self.fine, 5)] if self.late else []
+        steps += [(self.fine, 5)] if self.late and len(self.lent) > 3 else []
         random.choices([step for step, _ in steps], [weight for _, weight in steps])[0]()
         time.sleep(0.15)
 
@@ -276,6 +283,7 @@ def main():
         day = Day(screen, base)
         for _ in range(given.scans):
             day.scan()
+        day.fine()
         screen.picture("day")
         day.compare()
         if not given.postgres:

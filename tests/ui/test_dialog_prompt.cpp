@@ -165,6 +165,30 @@ private Q_SLOTS:
         QCOMPARE(charge.text() + discharge.text(), QString());
     }
 
+    /// In a window that is opened by a scan: what a hand writes stays there, a code waits for the desk.
+    void scansIntoAText()
+    {
+        const std::tuple<QString, QString, int, QString> rows[] {{u"0.5"_s, u"0.5"_s, 0, u""_s},
+            {u"0.5\r"_s, u"0.5"_s, 1, u""_s}, {u"1001708\r"_s, u""_s, 0, u"1001708"_s}};
+        for (const auto& [keys, kept, enters, scanned] : rows) {
+            QLineEdit desk;
+            appear(desk);
+            {
+                QDialog window;
+                QLineEdit amount(&window);
+                QSignalSpy entered(&amount, &QLineEdit::returnPressed);
+                amount.setFocus();
+                const ScanGuard guard(window, {});
+                QTimer::singleShot(0, &window, [&] { queueKeys(keys); });
+                QTimer::singleShot(200, &window, &QDialog::accept);
+                window.exec();
+                QCOMPARE(amount.text(), kept);
+                QCOMPARE(entered.size(), enters);
+            }
+            QTRY_COMPARE(desk.text(), scanned);
+        }
+    }
+
     void handsReachTheBox()
     {
         const std::pair<QString, Answer> hands[] {

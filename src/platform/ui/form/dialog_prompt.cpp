@@ -50,10 +50,7 @@ Answer answerOf(const QMessageBox& box, const Message& message)
 
 void tellUnserved(const QStringList& scans)
 {
-    DialogPrompt().warn(
-        u"提示框打开期间扫描的条码没有处理：\n%1\n原来的输入框已不在当前页面，请重新扫描。"_s.arg(
-            scans.join(u'\n')),
-        OperationTitle);
+    DialogPrompt().warn(unservedNotice(scans), OperationTitle);
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "platform/ui/scan/scan_backlog.h"
 
+#include "platform/core/text.h"
+
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPointer>
@@ -32,6 +34,12 @@ void pressKey(QWidget& control, const ScanKey& key)
     if (!pressed) return;
     QKeyEvent up(QEvent::KeyRelease, key.code, Qt::NoModifier, key.text);
     QCoreApplication::sendEvent(&control, &up);
+}
+
+QString unservedNotice(const QStringList& scans)
+{
+    return u"窗口或提示框打开期间扫描的条码没有处理：\n%1\n原来的输入框已不在当前页面，请重新扫描。"_s.arg(
+        scans.join(u'\n'));
 }
 
 ScanBacklog& ScanBacklog::of(QWidget& window)

@@ -25,6 +25,9 @@ bool isScanned(const QKeyEvent& event);
 bool isEnter(int key);
 void pressKey(QWidget& control, const ScanKey& key);
 
+/// What the operator reads about scans that went to no control.
+QString unservedNotice(const QStringList& scans);
+
 /// What was scanned while a window was not to be reached, given to it once no box is in the way: one scan a
 /// turn of the event loop, each to the control it was scanned into, as long as that shows. What is typed into
 /// the window meanwhile goes behind, to where the focus is then, so that no two scans mix. Belongs to the

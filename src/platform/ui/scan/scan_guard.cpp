@@ -13,6 +13,9 @@ namespace {
 /// The longest time between two characters of one scan; no hand types that fast.
 constexpr int ScannerPause = 50; // milliseconds
 
+/// The shortest scan that is told from a text typed by hand.
+constexpr std::size_t ShortestCode = 4;
+
 } // namespace
 
 ScanGuard::ScanGuard(QWidget& box, ScanBacklog::Tell tellUnserved)
@@ -49,6 +52,10 @@ bool ScanGuard::eventFilter(QObject* watched, QEvent* event)
 
 bool ScanGuard::hold(const QKeyEvent& event)
 {
+    if (takesText() && isTyped(event)) {
+        release();
+        return false;
+    }
     const bool ends = isEnter(event.key());
     // A blank by itself presses the button that has the focus.
     if (m_held.empty() && event.key() == Qt::Key_Space) return false;
@@ -64,19 +71,41 @@ bool ScanGuard::hold(const QKeyEvent& event)
     return true;
 }
 
+bool ScanGuard::takesText() const
+{
+    const QWidget* control = m_box.focusWidget();
+    return control && control->testAttribute(Qt::WA_InputMethodEnabled);
+}
+
+/// A key that no scanner sends, one that is held down, or an Enter after less than a code.
+bool ScanGuard::isTyped(const QKeyEvent& event) const
+{
+    if (isEnter(event.key())) return m_held.size() < ShortestCode;
+    return !isScanned(event) || event.isAutoRepeat();
+}
+
 void ScanGuard::holdEarly(const QKeyEvent& event)
 {
     if (hold(event)) m_heldEarly = !m_held.empty();
 }
 
-/// The run has paused without an Enter: one character was typed by hand, more of them are kept.
+/// The run has paused without an Enter: a text, or one character for a button, was typed by hand; else it is
+/// kept.
 void ScanGuard::release()
 {
-    Scan run = std::exchange(m_held, {});
-    if (run.size() > 1 || std::exchange(m_heldEarly, false)) return m_scans.push_back(std::move(run));
-    QWidget* control = m_box.focusWidget() ? m_box.focusWidget() : &m_box;
+    m_pause.stop();
+    const Scan run = std::exchange(m_held, {});
+    const bool early = std::exchange(m_heldEarly, false);
+    if (run.empty()) return;
+    if (early || (run.size() > 1 && !takesText())) return m_scans.push_back(run);
+    letThrough(run);
+}
+
+void ScanGuard::letThrough(const Scan& keys)
+{
     m_letting = true;
-    pressKey(*control, run.front());
+    for (const ScanKey& key : keys)
+        pressKey(m_box.focusWidget() ? *m_box.focusWidget() : m_box, key);
     m_letting = false;
 }
 

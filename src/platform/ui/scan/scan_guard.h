@@ -7,7 +7,7 @@
 
 namespace quilla {
 
-/// Keeps a scanner from answering a message box.
+/// Keeps a scanner from answering a message box, or the window of the fine that a scan opens.
 ///
 /// A scanner is a keyboard that never looks at the screen: while a box waits, the letters of the next
 /// barcode could press its buttons and the Enter after them its default one. A run of characters too
@@ -15,7 +15,8 @@ namespace quilla {
 /// once the box is gone, one scan after the other. If that control does not show any more, the scans are told
 /// instead: on another page they would mean something else. A single key, and an Enter by itself, reach the
 /// box. What was scanned before the box had the focus, also while the operation below was at work, never
-/// answers it.
+/// answers it. Where the operator writes a text in the box, only a run that is as long as a code and ends
+/// with an Enter is a scan.
 class ScanGuard final : public QObject {
     Q_OBJECT
 
@@ -31,6 +32,9 @@ private:
     bool hold(const QKeyEvent& event);
     void holdEarly(const QKeyEvent& event);
     void release();
+    bool takesText() const;
+    bool isTyped(const QKeyEvent& event) const;
+    void letThrough(const Scan& keys);
 
     QWidget& m_box;
     QPointer<QWidget> m_desk; ///< the window that was active before the box
@@ -39,7 +43,7 @@ private:
     QTimer m_pause;
     Scan m_held; ///< of the run that is coming in
     std::vector<Scan> m_scans;
-    bool m_letting = false; ///< a single key is on its way to the box
+    bool m_letting = false; ///< what was typed by hand is on its way to the box
     bool m_heldEarly = false; ///< the run that is coming in began before the box had the focus
     BlockedKeys m_blocked; ///< what comes in until then
 };
