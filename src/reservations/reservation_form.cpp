@@ -9,6 +9,8 @@
 #include "reservations/reservation_ops.h"
 
 #include <QCloseEvent>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 
 namespace quilla {
 
@@ -26,6 +28,15 @@ constexpr int ScreenHeight = 8000;
 bool isKey(const QString& zskid)
 {
     return zskid.toLongLong() > 0;
+}
+
+/// A window that hides stays the active one of its area: without this no screen would have the keyboard.
+void activateLatest(QMdiArea& area)
+{
+    const QList<QMdiSubWindow*> windows = area.subWindowList(QMdiArea::ActivationHistoryOrder);
+    const auto latest = std::find_if(
+        windows.rbegin(), windows.rend(), [](const auto* window) { return window->isVisible(); });
+    if (latest != windows.rend()) area.setActiveSubWindow(*latest);
 }
 
 } // namespace
@@ -199,6 +210,7 @@ void frmTushuYuYue::putAway()
     Text1.clear();
     emptyReader();
     parentWidget() ? parentWidget()->hide() : hide();
+    if (const auto* window = qobject_cast<QMdiSubWindow*>(parentWidget())) activateLatest(*window->mdiArea());
 }
 
 /// The window's close box hides it too; the screen stays for the next use.
