@@ -243,8 +243,8 @@ private Q_SLOTS:
         QVERIFY(window.findChild<EditPassFrm*>()->isVisible());
     }
 
-    /// The letter of the active screen comes before that of a menu, and before that of the entry which asks
-    /// to leave the program.
+    /// The letter of the active screen comes before that of a menu, of the entry which asks to leave the
+    /// program, and of a screen behind it.
     void lettersOfTheActiveScreen()
     {
         applyInputRules(*qApp);
@@ -254,11 +254,14 @@ private Q_SLOTS:
         QCOMPARE(focusName(), u"TxtReaderCode"_s);
         QTest::keyClick(&desk->TxtReaderCode, Qt::Key_J, Qt::AltModifier); // nobody's
         QCOMPARE(desk->TxtReaderCode.text(), QString());
+        const QPointer<QWidget> behind[] {
+            window.openScreen(u"LtCountFrm"_s), window.openScreen(u"frmTuShuYuyueList"_s)};
         for (const auto& [name, letter] : {std::pair {u"JycsFrm"_s, Qt::Key_X}, {u"DzglFrm"_s, Qt::Key_Q}}) {
             const QPointer<QWidget> list = window.openScreen(name);
             QTest::keyClick(list, letter, Qt::AltModifier);
             QTRY_VERIFY(!list);
             QVERIFY(!QApplication::activePopupWidget());
+            QVERIFY(behind[0] && behind[1]);
         }
     }
 
@@ -281,6 +284,7 @@ private Q_SLOTS:
         form->Reader.Text2[0].setText(u"R1"_s);
         window.Client.activeSubWindow()->close();
         QVERIFY(!form->isVisible());
+        QCOMPARE(focusName(), u"Text1(0)"_s); // the screen behind it has the keyboard
         window.openScreen(u"frmTushuYuYue"_s);
         QVERIFY(form->isVisible());
         QCOMPARE(form->Reader.Text2[0].text(), QString());
