@@ -74,7 +74,7 @@ void TsjhFrm::endScan(ScanOutcome outcome)
 
 void TsjhFrm::explain(ScanEntry& scan, const Failure& failure)
 {
-    if (scan.note.isEmpty()) scan.note = u"没有写入数据库，按 F8 看原因"_s;
+    if (scan.note.isEmpty()) scan.note = u"没有写入数据库%1"_s.arg(SeeCause);
     scan.cause = causeText(failure);
     Scans.log().logCause(causeLine(scan, failure));
 }
@@ -85,9 +85,10 @@ void TsjhFrm::showCause()
     const ScanEntry* scan = Scans.List.hasFocus() ? Scans.current() : nullptr;
     for (int row = 0; !scan && row < Scans.log().rowCount(); ++row)
         if (!Scans.log().entry(row).cause.isEmpty()) scan = &Scans.log().entry(row);
-    const bool known = scan && !scan->cause.isEmpty();
-    m_session.prompt.inform(
-        known ? lineOf(*scan) + u"\n\n"_s + scan->cause : u"今天没有失败的借还。"_s, OperationTitle);
+    if (!scan || scan->cause.isEmpty())
+        return m_session.prompt.inform(u"今天没有失败的借还。"_s, OperationTitle);
+    const QString line = lineOf(*scan).remove(SeeCause.toString());
+    m_session.prompt.inform(line + u"\n\n"_s + scan->cause, OperationTitle);
 }
 
 void TsjhFrm::enlist(const ScanEntry& scan)

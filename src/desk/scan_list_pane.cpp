@@ -49,7 +49,7 @@ ScanListPane::ScanListPane(const Workplace& place)
         TxtFilter.setFocus();
         TxtFilter.setText(text);
     });
-    connect(m_log.get(), &ScanLog::rowsInserted, this, &ScanListPane::count);
+    connect(m_log.get(), &ScanLog::rowsInserted, this, &ScanListPane::takeScan);
     count();
 }
 
@@ -89,6 +89,13 @@ void ScanListPane::print()
     if (entries.empty()) return m_session.prompt.inform(u"列表中没有可打印的记录。"_s, OperationTitle);
     Recordset rows = scanRows(entries);
     m_reports.showReport(ScanReport.toString(), rows);
+}
+
+/// A filter from before would hide the new line.
+void ScanListPane::takeScan()
+{
+    if (!TxtFilter.hasFocus()) TxtFilter.clear();
+    count();
 }
 
 void ScanListPane::count()

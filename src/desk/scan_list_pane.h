@@ -38,6 +38,7 @@ private:
     void narrow(const QString& text);
     void copy();
     void print();
+    void takeScan();
     void count();
 
     Session& m_session;

@@ -70,6 +70,9 @@ private:
     RotatingLog m_causes;
 };
 
+/// Ends the note of a scan whose cause is known.
+constexpr QStringView SeeCause = u"，按 F8 看原因";
+
 /// A line of the list in words: "10:12:05 借 B1 成功 应还 2026-03-30".
 QString lineOf(const ScanEntry& entry);
 

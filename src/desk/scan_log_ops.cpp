@@ -50,7 +50,7 @@ QString finesNote(ResumingWork& work, const ScanEntry& entry)
 void fail(ScanEntry& entry)
 {
     entry.outcome = ScanOutcome::Failed;
-    entry.note = u"没有写入数据库，按 F8 看原因"_s;
+    entry.note = u"没有写入数据库%1"_s.arg(SeeCause);
 }
 
 void noteOutcome(ResumingWork& work, ScanEntry& entry, const Recordset& copy)

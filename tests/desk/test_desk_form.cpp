@@ -92,7 +92,7 @@ private Q_SLOTS:
         type(m_desk->TxtRetBook, u"B1"_s);
         m->failAt({});
         QVERIFY(m_desk->cmdCause.isVisible());
-        m->prompt.expectStart(u"09:30:15 还 B1 失败"_s);
+        m->prompt.expectStart(u"09:30:15 还 B1 失败 没有写入数据库\n"_s);
         QTest::keyClick(&m_desk->TxtRetBook, Qt::Key_F8);
         open();
         QStringList lines;
@@ -106,6 +106,8 @@ private Q_SLOTS:
         QTest::keyClick(&m_desk->Scans.TxtFilter, Qt::Key_Return);
         QTest::keyClick(&m_desk->Scans.List, Qt::Key_F3);
         QCOMPARE(m_desk->TxtRetBook.selectedText(), u"B9"_s);
+        type(m_desk->TxtRetBook, u"B2"_s);
+        QCOMPARE(m_desk->Scans.List.model()->rowCount(), 5); // the filter does not hide what comes after it
     }
 
     /// What a small screen leaves when the desktop doubles everything.
