@@ -189,6 +189,26 @@ private Q_SLOTS:
         }
     }
 
+    /// The box asks in the midst of what closes the window.
+    void scansIntoABoxOverAWindow()
+    {
+        QLineEdit desk;
+        appear(desk);
+        {
+            QDialog window;
+            QPushButton save(&window);
+            const ScanGuard guard(window, {});
+            QTimer::singleShot(50, &window, [&] {
+                QTimer::singleShot(50, &window, [] { queueKeys(u"B1\r"_s); });
+                QTimer::singleShot(200, &window, [] { queueKeys(u"n"_s); });
+                DialogPrompt().show(question());
+                window.accept();
+            });
+            window.exec();
+        }
+        QTRY_COMPARE(desk.text(), u"B1"_s);
+    }
+
     void handsReachTheBox()
     {
         const std::pair<QString, Answer> hands[] {

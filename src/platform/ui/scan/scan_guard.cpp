@@ -19,7 +19,8 @@ constexpr std::size_t ShortestCode = 4;
 } // namespace
 
 ScanGuard::ScanGuard(QWidget& box, ScanBacklog::Tell tellUnserved)
-    : m_box(box)
+    : QObject(&box)
+    , m_box(box)
     , m_desk(windowInUse())
     , m_target(m_desk ? m_desk->focusWidget() : nullptr)
     , m_tellUnserved(std::move(tellUnserved))
@@ -34,9 +35,17 @@ ScanGuard::ScanGuard(QWidget& box, ScanBacklog::Tell tellUnserved)
 ScanGuard::~ScanGuard()
 {
     if (!m_held.empty()) m_scans.push_back(std::move(m_held));
-    if (!m_desk) return;
+    if (m_desk) handOn(*m_desk);
+}
+
+void ScanGuard::handOn(QWidget& below) const
+{
+    if (auto* guard = below.findChild<ScanGuard*>({}, Qt::FindDirectChildrenOnly)) {
+        guard->m_scans.insert(guard->m_scans.end(), m_scans.begin(), m_scans.end());
+        return;
+    }
     for (const Scan& scan : m_scans)
-        ScanBacklog::of(*m_desk).append(scan, m_target, m_tellUnserved);
+        ScanBacklog::of(below).append(scan, m_target, m_tellUnserved);
 }
 
 bool ScanGuard::eventFilter(QObject* watched, QEvent* event)

@@ -21,14 +21,15 @@ class ScanGuard final : public QObject {
     Q_OBJECT
 
 public:
-    /// Guards `box` for as long as it lives.
+    /// Guards `box` for as long as it lives; it must end before the box.
     ScanGuard(QWidget& box, ScanBacklog::Tell tellUnserved);
-    /// Hands on what was held back.
+    /// Hands on what was held back: to the window below, or to the guard of that window.
     ~ScanGuard() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void handOn(QWidget& below) const;
     bool hold(const QKeyEvent& event);
     void holdEarly(const QKeyEvent& event);
     void release();
