@@ -86,6 +86,9 @@ private Q_SLOTS:
             form.cmdClick[2].click();
         }
         QCOMPARE(form.labHaoShu.text() + form.Grid2.TextMatrix(1, 0), u"0"_s);
+        enter(form.Text1, u"书名"_s);
+        form.cmdAdd[0].click(); // whatever line is current
+        QCOMPARE(columnOf(form.Grid2, 0), u"1 2 3"_s);
     }
 
     void secondLevelFollowsTheClass()

@@ -99,8 +99,11 @@ private Q_SLOTS:
     void exportsAndPrintsNotices()
     {
         ChaoQifrm list(m_work->place);
+        list.loadData(u"cqday>7"_s, u"barcode"_s);
+        m->failAt({});
         list.Command1[4].click();
         QCOMPARE(m_work->sheets.shown.size(), 1);
+        QVERIFY(m->sent.last().endsWith(u"From JHSKCQV where cqday>7 order by barcode"_s));
         int choice = 3;
         list.Menu.setChooser([&](const QStringList&) { return choice; });
         m_work->reports.fields.clear(); // notices come in groups

@@ -175,7 +175,7 @@ private Q_SLOTS:
         QVERIFY(m_screens.empty());
     }
 
-    void sortsByACaptionAndExports()
+    void sortsByACaptionAndPutsOut()
     {
         m_list->RefreshReaderList();
         m_list->Grid1.setRow(3);
@@ -184,10 +184,14 @@ private Q_SLOTS:
         QCOMPARE(codes() + m_list->Grid1.current(ReaderCode), u"R1 R3 R2R3"_s);
         clickCaption(ReaderName);
         QCOMPARE(codes(), u"R2 R3 R1"_s);
-        m_list->loadData({}, {});
-        QCOMPARE(codes(), u"R1 R2 R3"_s);
+        m_list->loadData(u"readercode<>'R2'"_s, u"readercode Desc"_s);
+        QCOMPARE(codes(), u"R3 R1"_s);
+        m->failAt({});
         m_list->cmdToExcel.click();
         QVERIFY(m_work->sheets.shown.join(u' ').contains(u"读者资料一览表"_s));
+        m->prompt.expectStart(u"请将打印机设置为"_s);
+        m_list->cmdPrint.click();
+        QCOMPARE(m->sent.filter(u"term from dzk where readercode<>'R2' order by readercode Desc"_s).size(), 2);
     }
 
 private:

@@ -58,6 +58,10 @@ private Q_SLOTS:
             QCOMPARE(focusName(), u"Text2(0)"_s);
         }
         QCOMPARE(name() + lines(), u"||||"_s);
+        m_form->Reader.Text2[1].setText(u"王一"_s);
+        m_form->cmdYuYue[0].setFocus();
+        code().setFocus();
+        QCOMPARE(name(), QString());
         GridModel everybody;
         ListReservations(m->session, {}, everybody);
         QCOMPARE(everybody.Rows(), 4);
