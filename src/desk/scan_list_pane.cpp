@@ -50,6 +50,7 @@ ScanListPane::ScanListPane(const Workplace& place)
         TxtFilter.setText(text);
     });
     connect(m_log.get(), &ScanLog::rowsInserted, this, &ScanListPane::takeScan);
+    narrow({});
     count();
 }
 
@@ -70,9 +71,14 @@ void ScanListPane::enterList()
     if (m_shown.rowCount() > 0) List.selectRow(0);
 }
 
+/// A barcode that was scanned into the filter by mistake is told to have done nothing.
 void ScanListPane::narrow(const QString& text)
 {
-    m_shown.setFilterFixedString(trimBlanks(text));
+    const QString wanted = trimBlanks(text);
+    m_shown.setFilterFixedString(wanted);
+    List.setEmptyNote(wanted.isEmpty()
+            ? u"扫描过的每一册都记在这里，最新的在最上面"_s
+            : u"今天没有含“%1”的记录，这里只查找，不借还。要借还，请按 F2 或 F3，再扫描。"_s.arg(wanted));
 }
 
 void ScanListPane::copy()

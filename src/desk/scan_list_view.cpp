@@ -92,6 +92,12 @@ QString ScanListView::chosenText() const
     return lines.join(u'\n');
 }
 
+void ScanListView::setEmptyNote(const QString& text)
+{
+    m_emptyNote = text;
+    viewport()->update();
+}
+
 /// What is typed goes where lines are looked for.
 void ScanListView::keyPressEvent(QKeyEvent* event)
 {
@@ -113,8 +119,8 @@ void ScanListView::paintEvent(QPaintEvent* event)
     if (model()->rowCount() > 0) return;
     QPainter painter(viewport());
     painter.setPen(Theme::current().mutedText);
-    painter.drawText(viewport()->rect().adjusted(12, 0, -12, 0), Qt::AlignCenter | Qt::TextWordWrap,
-        u"扫描过的每一册都记在这里，最新的在最上面"_s);
+    painter.drawText(
+        viewport()->rect().adjusted(12, 0, -12, 0), Qt::AlignCenter | Qt::TextWordWrap, m_emptyNote);
 }
 
 void ScanListView::resizeEvent(QResizeEvent* event)

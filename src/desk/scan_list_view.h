@@ -14,6 +14,8 @@ public:
 
     /// The chosen lines as text, a tab between two cells; all lines when none is chosen.
     QString chosenText() const;
+    /// What stands in the list while it has no lines.
+    void setEmptyNote(const QString& text);
 
 Q_SIGNALS:
     void opened(int row); ///< Enter or a double click
@@ -26,6 +28,8 @@ protected:
 
 private:
     void shareWidth();
+
+    QString m_emptyNote;
 };
 
 } // namespace quilla
