@@ -2,9 +2,9 @@
 
 #include "frame/sublib.h"
 #include "frame/work.h"
+#include "platform/core/documents_folder.h"
 
 #include <QDir>
-#include <QStandardPaths>
 
 namespace quilla {
 
@@ -71,8 +71,7 @@ QString slipFile(const QString& readercode, const Moment& now)
     for (const QChar letter : readercode)
         if (letter.isLetterOrNumber()) code += letter;
     const QString time = now.date.toString(u"yyyy-MM-dd"_s) + now.time.toString(u"-HHmmss"_s);
-    return QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation))
-        .filePath(u"借阅单-%1-%2.pdf"_s.arg(code, time));
+    return QDir(documentsFolder()).filePath(u"借阅单-%1-%2.pdf"_s.arg(code, time));
 }
 
 } // namespace quilla

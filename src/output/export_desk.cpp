@@ -1,9 +1,9 @@
 #include "output/export_desk.h"
 
+#include "platform/core/documents_folder.h"
+
 #include <QDesktopServices>
-#include <QDir>
 #include <QFileInfo>
-#include <QStandardPaths>
 #include <QUrl>
 
 namespace quilla {
@@ -20,10 +20,7 @@ void DesktopSpreadsheets::showFolder(const QString& file)
 
 QString DesktopSpreadsheets::folder() const
 {
-    QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    if (folder.isEmpty()) folder = QDir::homePath();
-    QDir().mkpath(folder);
-    return folder;
+    return documentsFolder();
 }
 
 } // namespace quilla

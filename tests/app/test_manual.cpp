@@ -53,6 +53,7 @@ private Q_SLOTS:
             if (!findSection(link)) missing.append(link);
         for (const QString& picture : allIn(u"\\]\\(([^)#]*)\\.png\\)"_s))
             if (!drawn.names.contains(picture)) missing.append(picture);
+        if (!findSection(u"ReportPreview"_s)) missing.append(u"the preview"_s);
         QCOMPARE(missing, QStringList());
         QCOMPARE(allIn(u"(\\{#)"_s), QStringList()); // a heading that was not understood
     }

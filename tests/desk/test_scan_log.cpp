@@ -4,6 +4,8 @@
 #include "support/file_mode.h"
 #include "support/library_test.h"
 
+#include <QDir>
+
 using namespace quilla;
 
 class TestScanLog : public LibraryTest {
@@ -93,6 +95,8 @@ private Q_SLOTS:
         QVERIFY(!slipChoice(m->settings).paper);
         keepSlipChoice(m->settings, {SlipPaper::A6, true});
         QVERIFY(slipChoice(m->settings).paper == SlipPaper::A6 && slipChoice(m->settings).asPdf);
+        qputenv("HOME", m->folder.path().toUtf8()); // a home without a folder for documents
+        QVERIFY(QFileInfo(slipFile(u"R/1"_s, m->clock.now())).dir().exists());
     }
 };
 

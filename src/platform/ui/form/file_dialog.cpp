@@ -1,5 +1,6 @@
 #include "platform/ui/form/file_dialog.h"
 
+#include "platform/core/documents_folder.h"
 #include "platform/core/text.h"
 #include "platform/ui/look/theme.h"
 
@@ -7,7 +8,6 @@
 #include <QFileSystemModel>
 #include <QHeaderView>
 #include <QSortFilterProxyModel>
-#include <QStandardPaths>
 #include <QTreeView>
 
 namespace quilla {
@@ -16,7 +16,8 @@ namespace {
 
 enum FileColumn { Name, Size, Kind, Changed };
 
-/// The kinds and days of files would stand in the language of the system.
+/// The kinds and days of files would stand in the language of the system, and their size as a volume of
+/// space.
 class ChineseFiles final : public QSortFilterProxyModel {
 public:
     using QSortFilterProxyModel::QSortFilterProxyModel;
@@ -26,6 +27,12 @@ public:
         if (role != Qt::DisplayRole || index.column() < Kind) return QSortFilterProxyModel::data(index, role);
         const QFileInfo file = fileOf(mapToSource(index));
         return index.column() == Kind ? kindOf(file) : file.lastModified().toString(u"yyyy-MM-dd HH:mm");
+    }
+
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override
+    {
+        if (role == Qt::DisplayRole && section == Size) return u"大小"_s;
+        return QSortFilterProxyModel::headerData(section, orientation, role);
     }
 
 protected:
@@ -77,7 +84,7 @@ FileDialog::FileDialog(QWidget* parent, const QString& title, const QString& fil
 QString FileDialog::saveFile(const QString& suggested)
 {
     setAcceptMode(AcceptSave);
-    setDirectory(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    setDirectory(documentsFolder());
     setDefaultSuffix(endingOf(selectedNameFilter())); // before the question about an older file
     connect(this, &QFileDialog::filterSelected, this,
         [this](const QString& filter) { setDefaultSuffix(endingOf(filter)); });
