@@ -209,6 +209,24 @@ private Q_SLOTS:
         QTRY_COMPARE(desk.text(), u"B1"_s);
     }
 
+    /// Its first repetition comes as another press.
+    void anEnterHeldDownIsNoAnswer()
+    {
+        QTimer::singleShot(0, this, [] {
+            QWidget* box = QApplication::activeModalWidget();
+            QWidget* target = box->focusWidget() ? box->focusWidget() : box;
+            const auto post = [&](QEvent::Type kind, bool repeated) {
+                QCoreApplication::postEvent(
+                    target, new QKeyEvent(kind, Qt::Key_Return, Qt::NoModifier, u"\r"_s, repeated));
+            };
+            post(QEvent::KeyRelease, false);
+            post(QEvent::KeyPress, false);
+            post(QEvent::KeyPress, true);
+        });
+        QTimer::singleShot(50, this, [] { queueKeys(u"y"_s); });
+        QCOMPARE(DialogPrompt().show(question()), Answer::Yes);
+    }
+
     void handsReachTheBox()
     {
         const std::pair<QString, Answer> hands[] {

@@ -13,6 +13,9 @@ namespace {
 /// The longest time between two characters of one scan; no hand types that fast.
 constexpr int ScannerPause = 50; // milliseconds
 
+/// Between letting a key go and pressing it again a hand takes longer.
+constexpr quint64 Instant = 20; // milliseconds
+
 /// The shortest scan that is told from a text typed by hand.
 constexpr std::size_t ShortestCode = 4;
 
@@ -54,13 +57,24 @@ bool ScanGuard::eventFilter(QObject* watched, QEvent* event)
     const auto* widget = qobject_cast<QWidget*>(watched);
     if (!widget || widget->window() != &m_box) return false;
     const auto& key = static_cast<const QKeyEvent&>(*event);
-    if (event->type() == QEvent::KeyRelease)
+    if (event->type() == QEvent::KeyRelease) {
+        if (isEnter(key.key())) m_enterUp = key.timestamp();
         return (isScanned(key) && key.key() != Qt::Key_Space) || (isEnter(key.key()) && !m_scans.empty());
+    }
     return hold(key);
+}
+
+/// Whether the Enter that opened the box is still down, which is no answer to it. The system reports the
+/// first repetition to a new window as a key let go and pressed again in the same moment.
+bool ScanGuard::isHeldDown(const QKeyEvent& event) const
+{
+    if (!isEnter(event.key())) return false;
+    return event.isAutoRepeat() || (m_enterUp && event.timestamp() - *m_enterUp < Instant);
 }
 
 bool ScanGuard::hold(const QKeyEvent& event)
 {
+    if (m_held.empty() && isHeldDown(event)) return true;
     if (takesText() && isTyped(event)) {
         release();
         return false;

@@ -5,6 +5,8 @@
 
 #include <QPointer>
 
+#include <optional>
+
 namespace quilla {
 
 /// Keeps a scanner from answering a message box, or the window of the fine that a scan opens.
@@ -33,6 +35,7 @@ private:
     bool hold(const QKeyEvent& event);
     void holdEarly(const QKeyEvent& event);
     void release();
+    bool isHeldDown(const QKeyEvent& event) const;
     bool takesText() const;
     bool isTyped(const QKeyEvent& event) const;
     void letThrough(const Scan& keys);
@@ -44,6 +47,7 @@ private:
     QTimer m_pause;
     Scan m_held; ///< of the run that is coming in
     std::vector<Scan> m_scans;
+    std::optional<quint64> m_enterUp; ///< when an Enter was last let go, as the system counts milliseconds
     bool m_letting = false; ///< what was typed by hand is on its way to the box
     bool m_heldEarly = false; ///< the run that is coming in began before the box had the focus
     BlockedKeys m_blocked; ///< what comes in until then
