@@ -80,6 +80,11 @@ std::optional<LoadedCard> readCard(Session& session, const QString& readercode)
     return loaded;
 }
 
+QString unpaddedDate(const QDate& day)
+{
+    return day.toString(u"yyyy-M-d"_s);
+}
+
 ReaderCard newCard(Session& session)
 {
     const QDate today = GetServerDate(session).date;
@@ -87,8 +92,7 @@ ReaderCard newCard(Session& session)
     card.rules.loanCopies = u"0"_s;
     card.onLoan = u"0"_s;
     card.issued = isoDate(today);
-    // without leading zeros, so that it sorts after the same day written with them
-    card.term = today.addYears(1).toString(u"yyyy-M-d"_s);
+    card.term = unpaddedDate(today.addYears(1));
     card.status = u"有效"_s;
     return card;
 }

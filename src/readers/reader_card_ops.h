@@ -68,6 +68,8 @@ enum class CardChoice { Type, Unit };
 std::optional<QStringList> cardChoices(Session& session, CardChoice choice);
 /// The card with that code; nullopt when there is none or it could not be read.
 std::optional<LoadedCard> readCard(Session& session, const QString& readercode);
+/// 2027-3-7, the form in which a new card offers its term: as a text it sorts after 2027-03-07.
+QString unpaddedDate(const QDate& day);
 /// A new card: issued today, valid for a year.
 ReaderCard newCard(Session& session);
 /// The rules of a reader type, all 0 where the type has none; nullopt when they could not be read.

@@ -1,6 +1,7 @@
 #include "readers/reader_card_saving_ops.h"
 
 #include "frame/work.h"
+#include "platform/core/date_box.h"
 #include "readers/reader_card_checks_ops.h"
 
 namespace quilla {
@@ -10,6 +11,14 @@ namespace {
 QString quoted(const QString& text)
 {
     return u'\'' + doubled(text) + u'\'';
+}
+
+/// The day alone, in the form that every database takes: 2026年3月1日 may have been typed, or a time after
+/// it. The term that a new card offers is written as it stands.
+QString quotedDay(const QString& text)
+{
+    const auto day = platformDate(text);
+    return quoted(!day || text == unpaddedDate(*day) ? text : isoDate(*day));
 }
 
 /// One press of the save button, from the first check to the last statement.
@@ -145,8 +154,8 @@ ColumnValues CardSaving::columns() const
     ColumnValues columns {{u"readercode"_s, quoted(m_code)}, {u"name"_s, quoted(m_card.name)},
         {u"sex"_s, quoted(m_card.sex)}, {u"readerclass"_s, quoted(m_card.type)},
         {u"readunit"_s, quoted(m_card.unit)}, {u"bookcount"_s, bareNumber(m_card.rules.loanCopies)},
-        {u"orderbook"_s, bareNumber(m_card.onLoan)}, {u"paperdate"_s, quoted(m_card.issued)},
-        {u"term"_s, quoted(m_card.term)}, {u"readstatus"_s, quoted(m_card.status)},
+        {u"orderbook"_s, bareNumber(m_card.onLoan)}, {u"paperdate"_s, quotedDay(m_card.issued)},
+        {u"term"_s, quotedDay(m_card.term)}, {u"readstatus"_s, quoted(m_card.status)},
         {u"photo"_s, quoted(m_card.photo)}, {u"memo"_s, quoted(m_card.memo)}};
     for (auto& rule : ruleValues(m_card.rules))
         if (rule.first != u"bookcount") columns.push_back(std::move(rule));

@@ -1,3 +1,4 @@
+#include "platform/core/date_box.h"
 #include "readers/reader_card_checks_ops.h"
 #include "readers/reader_card_saving_ops.h"
 #include "support/library_test.h"
@@ -146,15 +147,17 @@ private Q_SLOTS:
     void stateFollowsTerm()
     {
         const std::array<QString, 3> cases[] {{u"2026-03-09"_s, u"有效"_s, u"超期"_s},
-            {u"2026-03-10"_s, u"超期"_s, u"有效"_s}, {u"2026-3-9"_s, u"超期"_s, u"有效"_s},
-            {u"2020-01-01"_s, u"挂失"_s, u"挂失"_s}, {u"2030-01-01"_s, u"无效"_s, u"无效"_s}};
+            {u"2026年3月9日 8:15"_s, u"有效"_s, u"有效"_s}, {u"2026-03-10"_s, u"超期"_s, u"有效"_s},
+            {u"2026-3-9"_s, u"超期"_s, u"有效"_s}, {u"2020-01-01"_s, u"挂失"_s, u"挂失"_s},
+            {u"2030-01-01"_s, u"无效"_s, u"无效"_s}};
         m->reader(u"R1"_s);
         for (const auto& [term, state, saved] : cases) {
             ReaderCard card = goodCard(u"R1"_s);
             card.term = term;
             card.status = state;
             QCOMPARE(save(changing(u"R1"_s), card), u"saved"_s);
-            QCOMPARE(m->value(u"select readstatus from dzk"_s), saved);
+            QCOMPARE(
+                m->value(u"select readstatus,term from dzk"_s), saved + u'|' + isoDate(*platformDate(term)));
         }
     }
 
