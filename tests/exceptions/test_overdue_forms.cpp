@@ -10,14 +10,6 @@ namespace {
 
 const QString NothingForPaper = u"没有需要打印的信息！"_s;
 
-/// Of a list that was asked for no order.
-QString sortedBarcodes(const FlexGrid& grid, int column)
-{
-    QStringList codes = columnOf(grid, column).split(u' ');
-    codes.sort();
-    return codes.join(u' ');
-}
-
 } // namespace
 
 /// The overdue list, and the statistics that lead to notices.
@@ -42,7 +34,7 @@ private Q_SLOTS:
     void listsEveryOverdueLoan()
     {
         ChaoQifrm list(m_work->place);
-        QCOMPARE(sortedBarcodes(list.Grid1, 0) + list.lCounts.text(), u"B1 B2 B3记录数：3"_s);
+        QCOMPARE(columnOf(list.Grid1, 0) + list.lCounts.text(), u"B1 B3 B2记录数：3"_s);
         QStringList line;
         for (int col = 2; col < list.Grid1.Cols(); ++col)
             line.append(list.Grid1.TextMatrix(list.Grid1.cells().findRow(u"B1"_s, 0), col));
@@ -120,11 +112,11 @@ private Q_SLOTS:
     void filtersTheStatistics_data()
     {
         cases<QString, QString, QString, QString>({
-            {"nothing ticked", {{}, {}, {}, u"B1 B2 B3 3"_s}},
+            {"nothing ticked", {{}, {}, {}, u"B1 B3 B2 3"_s}},
             {"part of a name", {u"李'"_s, {}, {}, u"B1 1"_s}},
-            {"part of a code", {u"r1"_s, {}, {}, u"B2 B3 2"_s}},
+            {"part of a code", {u"r1"_s, {}, {}, u"B3 B2 2"_s}},
             {"a barcode", {u"B1"_s, {}, {}, u" 0"_s}},
-            {"unit, with a wild card", {{}, u"_班"_s, {}, u"B1 B2 B3 3"_s}},
+            {"unit, with a wild card", {{}, u"_班"_s, {}, u"B1 B3 B2 3"_s}},
             {"reader and unit", {u"R1"_s, u"二"_s, {}, u" 0"_s}},
             {"type", {{}, {}, u"无此类型"_s, u" 0"_s}},
         });
@@ -146,8 +138,24 @@ private Q_SLOTS:
         filter.Combo2.setEditText(type);
         filter.CmdOK.click();
         QCOMPARE(m_work->host.opened.last() + (filter.isVisible() ? u" open"_s : u""_s), u"CQListFrm"_s);
-        QCOMPARE(sortedBarcodes(result.Grid1, 5) + u' ' + result.iRowCount.text(), shown);
+        QCOMPARE(columnOf(result.Grid1, 5) + u' ' + result.iRowCount.text(), shown);
         QCOMPARE(result.Grid1.Cols(), 8);
+    }
+
+    /// It stands before what is ticked; with the order it goes onto the sheet too.
+    void conditionHandedIn()
+    {
+        CqTjFrm filter(m_work->place);
+        CQListFrm result(m_work->place);
+        m_work->host.toOpen = &result;
+        filter.Check1[0].setChecked(true);
+        filter.Text1.setText(u"R"_s);
+        filter.loadData(u"cqday<9"_s, u"barcode Desc"_s);
+        QCOMPARE(columnOf(result.Grid1, 5), u"B3 B2"_s);
+        m->failAt({});
+        result.cmdToExcel.click();
+        QVERIFY(m->sent.last().endsWith(
+            u" where cqday<9 And (name Like '%R%' OR readercode Like '%R%') order by barcode Desc"_s));
     }
 
     void filterFillsItsLists()

@@ -57,8 +57,10 @@ private Q_SLOTS:
             m_list->CmdDzgl[command].click();
         rightClick();
         QVERIFY(!offered);
-        m->prompt.expect(u"没有可以打印的信息！"_s);
-        m_list->cmdToExcel.click();
+        for (QPushButton* output : {&m_list->cmdToExcel, &m_list->cmdPrint}) {
+            m->prompt.expect(u"没有可以打印的信息！"_s);
+            output->click();
+        }
     }
 
     void searchesByKeys()
@@ -191,7 +193,8 @@ private Q_SLOTS:
         QVERIFY(m_work->sheets.shown.join(u' ').contains(u"读者资料一览表"_s));
         m->prompt.expectStart(u"请将打印机设置为"_s);
         m_list->cmdPrint.click();
-        QCOMPARE(m->sent.filter(u"term from dzk where readercode<>'R2' order by readercode Desc"_s).size(), 2);
+        QCOMPARE(
+            m->sent.filter(u"term from dzk where readercode<>'R2' order by readercode Desc"_s).size(), 2);
     }
 
 private:

@@ -115,6 +115,8 @@ private Q_SLOTS:
         QCOMPARE(list.lCounts.text(), u"记录数：0"_s);
         for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Delete}) // of the empty list
             press(list.Grid1, key);
+        m->prompt.expect(u"没有可以打印的信息！"_s);
+        list.Command1[4].click();
         inDialog<JycsAddFrm>([](JycsAddFrm& editor) {
             QCOMPARE(focusName() + editor.Combo1.itemText(0), u"Combo1外'来人"_s);
             enter(editor.Combo1, u"外'来"_s);
@@ -185,9 +187,13 @@ private Q_SLOTS:
             editor.Text1.insert(u"教'师"_s);
             editor.cmdAdd.click();
             QCOMPARE(focusName() + editor.Text1.text(), u"Text1"_s);
+            m->prompt.expectStart(u"你已经增加了一个读者类型:外来,"_s);
+            editor.Text1.insert(u"外来"_s);
+            editor.CmdSave.click();
+            QVERIFY(!editor.isVisible());
         });
         list.CmdDzcs[0].click();
-        QCOMPARE(list.Grid1.TextMatrix(2, 1), u"教'师"_s);
+        QCOMPARE(columnOf(list.Grid1, 1), u"学生 教'师 外来"_s);
         list.Grid1.setRow(2);
         inDialog<ReaderNameFrm>([](ReaderNameFrm& editor) {
             QVERIFY(!editor.cmdAdd.isEnabled() && editor.CmdSave.isEnabled());
