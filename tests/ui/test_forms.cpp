@@ -80,14 +80,15 @@ private Q_SLOTS:
     }
 
     /// Alt and a letter of two controls presses the first that is enabled; a letter of none types nothing.
-    /// That of a label leads to its box, which has its name.
+    /// That of a label leads to its box, which has its name, and from there to a button of the same letter.
     void accessLetters()
     {
         DiaryForm form;
         QPushButton disabled(u"停(&G)"_s, &form);
         QPushButton second(u"过(&G)"_s, &form);
+        QPushButton save(u"保存(&X)"_s, &form);
         disabled.setEnabled(false);
-        for (QPushButton* button : {&disabled, &second})
+        for (QPushButton* button : {&disabled, &second, &save})
             button->show();
         QWidget::setTabOrder(&form.first, &disabled);
         QSignalSpy pressed(&second, &QPushButton::clicked);
@@ -101,6 +102,9 @@ private Q_SLOTS:
         QCOMPARE(form.first.text(), QString());
         QTest::keyClick(&form, Qt::Key_X, Qt::AltModifier); // "姓名(&X)"
         QCOMPARE(focusName() + form.second.accessibleName(), u"second姓名"_s);
+        QSignalSpy saved(&save, &QPushButton::clicked);
+        QTest::keyClick(&form.second, Qt::Key_X, Qt::AltModifier);
+        QTRY_COMPARE(saved.count(), 1);
     }
 
     void formHigherThanItsScreenScrollsToTheFocus()

@@ -40,13 +40,15 @@ QWidget* screenInUse()
     return QApplication::activeWindow();
 }
 
-/// Where an access key of the control leads: a button to itself, a label to the box it names.
+/// Where an access key of the control leads: a button to itself, a label to the box it names. In that box the
+/// key leads on, so that a button with the same letter can be reached.
 QWidget* ledTo(QWidget& control, const QKeySequence& key)
 {
     if (const auto* button = qobject_cast<QAbstractButton*>(&control))
         return button->shortcut() == key ? &control : nullptr;
     const auto* label = qobject_cast<QLabel*>(&control);
-    return label && QKeySequence::mnemonic(label->text()) == key ? label->buddy() : nullptr;
+    if (!label || QKeySequence::mnemonic(label->text()) != key) return nullptr;
+    return label->buddy() && !label->buddy()->hasFocus() ? label->buddy() : nullptr;
 }
 
 /// The first control of the screen, in the order of Tab, that the key leads to.
