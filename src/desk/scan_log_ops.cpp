@@ -79,7 +79,7 @@ void completeScan(Session& session, ScanEntry& entry)
 {
     ResumingWork work(session, Opened::Directly);
     const Recordset copy = work.select(
-        u"select b.bookname,c.yhdate from sck a join zsk b on a.zskid=b.zskid left join jhsk c on c.barcode=a.barcode where a.barcode='%1'"_s
+        u"select b.bookname,c.yhdate from sck a left join zsk b on a.zskid=b.zskid left join jhsk c on c.barcode=a.barcode where a.barcode='%1'"_s
             .arg(doubled(entry.barcode)));
     if (!copy.eof()) entry.title = trimBlanks(copy.field(0).text());
     entry.readername = nameOf(work, entry.readercode);

@@ -16,6 +16,8 @@ class TestScanLog : public LibraryTest {
         m->reader(u"R1"_s);
         m->loan(u"B1"_s, u"R1"_s, u"2026-03-20"_s);
         m->copy(u"B2"_s);
+        m->loan(u"B3"_s, u"R1"_s, u"2026-03-21"_s);
+        m->send(u"update sck set zskid=99 where barcode='B3'"_s);
     }
 
 private Q_SLOTS:
@@ -26,6 +28,7 @@ private Q_SLOTS:
         using enum ScanOutcome;
         cases<ScanKind, QString, ScanOutcome, bool, QString>({
             {"charge", {Charge, u"B1"_s, Done, true, u"成功 应还 2026-03-20"_s}},
+            {"charge of a copy without its title", {Charge, u"B3"_s, Done, true, u"成功 应还 2026-03-21"_s}},
             {"charge that is not there", {Charge, u"B2"_s, Done, true, u"失败"_s}},
             {"return on a broken base", {Return, u"B2"_s, Done, false, u"失败"_s}},
             {"return", {Return, u"B2"_s, Done, true, u"成功"_s}},
