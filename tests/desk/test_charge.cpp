@@ -109,7 +109,10 @@ private Q_SLOTS:
         QCOMPARE(charge(), 100);
         QCOMPARE(m_desk.takeDone(), u"select barcode"_s);
 
-        m->send(u"update dzk set ifcanre=1 where readercode='R1'"_s);
+        m->send(u"update dzk set bookcount=3 where readercode='R1'"_s);
+        m->prompt.expect(u"此读者借书额已满，不能再借新书！"_s); // comes first
+        QCOMPARE(charge(), 3);
+        m->send(u"update dzk set bookcount=4,ifcanre=1 where readercode='R1'"_s);
         QCOMPARE(charge(), 0);
     }
 
@@ -148,7 +151,10 @@ private Q_SLOTS:
         const auto [holder, lastDay, answer, result, left] = given<QString, QString, Answer, int, QString>();
         hold(holder, lastDay);
         if (answer != Answer::Ok)
-            m->prompt.expect(questionOf(holder)).titled(u"青简台").icon(Icon::Information).answer(answer);
+            m->prompt.expect(questionOf(holder))
+                .titled(u"青简台")
+                .icon(Icon::Information)
+                .answer(answer, Answer::No);
         QCOMPARE(charge(), result);
         QCOMPARE(m->value(u"select readercode,barcode,oldtime,orderstatus from yyk"_s), left);
         QCOMPARE(m->value(u"select readercode from jhsk"_s), result == 0 ? u"R1"_s : QString());
@@ -240,6 +246,21 @@ private Q_SLOTS:
         QCOMPARE(m->value(u"select readercode from jhsk"_s), u"R2"_s);
     }
 
+    /// Lost between the look at the copy and the writes, which then change no copy.
+    void copyLostMeanwhileIsNotLent()
+    {
+        QString lost;
+        m->factory.setHook([&](QStringView statement) {
+            if (statement != u"begin" || !lost.isEmpty()) return;
+            m->send(u"update sck set bookstatus='丢失'"_s);
+            lost = m->everything();
+        });
+        QCOMPARE(charge(), -1);
+        m->factory.setHook({});
+        QCOMPARE(m->everything(), lost);
+        m->send(u"update sck set bookstatus='库本'"_s);
+    }
+
     void eachStatement_data()
     {
         cases<QString, QString, int, QString, bool>({
@@ -270,7 +291,7 @@ private Q_SLOTS:
         if (!holder.isEmpty()) hold(holder, u"2026-03-20"_s);
         const QString before = m->everything();
         const auto askForAnothers = [&, another = holder == u"R2"] {
-            if (another) m->prompt.expect(questionOf(u"R2"_s)).answer(Answer::Yes);
+            if (another) m->prompt.expect(questionOf(u"R2"_s)).answer(Answer::Yes, Answer::No);
         };
         for (int date = 0; date < 4 && statement == u"getdate()"; ++date) // the client's clock serves then
             m->prompt.expectStart(u"获取服务器日期时出现错误！原因如下：\n"_s);

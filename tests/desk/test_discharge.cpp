@@ -44,7 +44,9 @@ class TestDischarge : public LibraryTest {
     void fill() override
     {
         m_fines = {};
-        m->reader(u"R1"_s, {{u"recount"_s, u"2"_s}, {u"reday"_s, u"15"_s}, {u"daycount"_s, u"60"_s}});
+        m->reader(u"R1"_s,
+            {{u"recount"_s, u"2"_s}, {u"reday"_s, u"15"_s}, {u"daycount"_s, u"60"_s},
+                {u"orderday"_s, u"null"_s}});
         m->reader(u"R2"_s, {{u"orderday"_s, u"3"_s}});
         m->loan(u"B1"_s, u"R1"_s, u"2026-03-11"_s);
         m_desk.takeDone();
@@ -94,6 +96,8 @@ private Q_SLOTS:
         const QStringList served {u"R2 2026-03-02 "_s, u"R1 2026-03-01 B7"_s};
         cases<QStringList, QString, Answer, QString>({
             {"taken", {QStringList {u"R2 2026-03-01 "_s}, u"R2"_s, Answer::Yes, u"R2|B1|2026-03-13|True"_s}},
+            {"no period of his own: ten days",
+                {QStringList {u"R1 2026-03-01 "_s}, u"R1"_s, Answer::Yes, u"R1|B1|2026-03-20|True"_s}},
             {"earliest first, declined", {two, u"R1"_s, Answer::No, u"R1||null|False\nR2||null|False"_s}},
             {"earliest is served already", {served, {}, Answer::Ok, u"R1|B7|null|False\nR2||null|False"_s}},
             {"reader is gone: ten days",
@@ -109,12 +113,15 @@ private Q_SLOTS:
             const QStringList parts = claim.split(u' ');
             m->reservation(parts[0], {{u"ordertime"_s, parts[1]}, {u"barcode"_s, parts[2]}});
         }
+        m->reservation(u"R2"_s, {{u"zskid"_s, u"9"_s}}); // of another title
         if (!offered.isEmpty())
             m->prompt.expect(offerTo(offered)).titled(u"操作提示").icon(Icon::Information).answer(answer);
         QCOMPARE(discharge(u"B1"_s), 0);
-        QCOMPARE(m->rows(u"select readercode,barcode,oldtime,orderstatus from yyk order by readercode"_s)
+        QCOMPARE(m->rows(u"select readercode,barcode,oldtime,orderstatus from yyk where zskid=1 "
+                         "order by readercode"_s)
                      .join(u'\n'),
             after);
+        QCOMPARE(m->value(u"select barcode from yyk where zskid=9"_s), QString());
         QCOMPARE(m->value(u"select bookstatus from sck"_s), u"库本"_s);
     }
 
@@ -189,7 +196,8 @@ private Q_SLOTS:
         QVERIFY_THROWS_EXCEPTION(Error, CheckRenewal(m->session, m_desk, u"B1"_s));
     }
 
-    /// Refused, the copy stays returned; lent in spite of the hold, its renewals count from the start.
+    /// Refused, the copy stays returned; lent in spite of the hold, its renewals count from the start. It is
+    /// for thirty days, though the reader may have a book for sixty.
     void renewalOfAHeldCopy()
     {
         m->reservation(
@@ -197,9 +205,9 @@ private Q_SLOTS:
         QCOMPARE(discharge(u"B1"_s), 0);
         for (const Answer answer : {Answer::No, Answer::Yes}) {
             const bool lent = answer == Answer::Yes;
-            m->prompt.expectStart(u"这本书已经有人预约了！"_s).answer(answer);
+            m->prompt.expectStart(u"这本书已经有人预约了！"_s).answer(answer, Answer::No);
             QCOMPARE(recharge(u"R1"_s), lent ? 0 : -1);
-            QCOMPARE(m->value(u"select res from jhsk"_s), lent ? u"0"_s : QString());
+            QCOMPARE(m->value(u"select res,yhdate from jhsk"_s), lent ? u"0|2026-04-09"_s : QString());
         }
         QCOMPARE(m->broken(), QString());
     }

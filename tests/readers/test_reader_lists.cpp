@@ -69,7 +69,7 @@ private Q_SLOTS:
             m->prompt.expect(questions[i])
                 .titled(OperationTitle)
                 .icon(Icon::Question)
-                .answer(answers[i] == u'Y' ? Answer::Yes : Answer::No);
+                .answer(answers[i] == u'Y' ? Answer::Yes : Answer::No, i == 1 ? Answer::No : Answer::Yes);
         m_types.remove(m->session, entry(m_types, type));
         QCOMPARE(typesAndRules(), left);
     }

@@ -77,7 +77,7 @@ private Q_SLOTS:
                          : u"此读者尚有借书未还，需先归还借书才能删除读者"_s)
             .titled(OperationTitle)
             .icon(asks ? Icon::Question : Icon::Warning)
-            .answer(answer);
+            .answer(answer, asks ? Answer::No : Answer::Yes);
         m->failAt(fails);
         QCOMPARE(deleteReader(m->session, code), asks);
         m->failAt({});

@@ -114,7 +114,9 @@ private Q_SLOTS:
         m_list->RefreshReaderList();
         m_list->Grid1.setRow(2);
         for (const Answer answer : {Answer::No, Answer::Yes}) {
-            m->prompt.expect(u"你确定要挂失读者证: R2 吗？(Y/N)"_s).titled(OperationTitle).answer(answer);
+            m->prompt.expect(u"你确定要挂失读者证: R2 吗？(Y/N)"_s)
+                .titled(OperationTitle)
+                .answer(answer, Answer::No);
             m_list->CmdDzgl[4].click();
             QCOMPARE(m_list->Grid1.current(ReaderState), answer == Answer::No ? u"有效"_s : u"挂失"_s);
         }
@@ -131,7 +133,7 @@ private Q_SLOTS:
         m_list->CmdDzgl[2].click();
         QVERIFY(m_list->Grid1.hasFocus());
         m_list->Grid1.setRow(2);
-        m->prompt.expect(u"你确定要删除读者:R2 吗？(Y/N)"_s).answer(Answer::Yes);
+        m->prompt.expect(u"你确定要删除读者:R2 吗？(Y/N)"_s).answer(Answer::Yes, Answer::No);
         QTest::keyClick(&m_list->Grid1, Qt::Key_Delete);
         QCOMPARE(codes() + u'|' + m_list->Grid1.current(ReaderCode), u"R1 R3|R3"_s);
         m->prompt.expectStart(u"是否确定删除当前所有读者资料？"_s).answer(Answer::Yes);

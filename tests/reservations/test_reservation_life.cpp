@@ -100,7 +100,7 @@ private:
         case Collect:
             return lend(u"R2"_s);
         case LendToOther:
-            m->prompt.expectStart(u"这本书已经有人预约了！"_s).answer(Answer::Yes);
+            m->prompt.expectStart(u"这本书已经有人预约了！"_s).answer(Answer::Yes, Answer::No);
             return lend(u"R3"_s);
         case LendUnasked:
             return lend(u"R3"_s);

@@ -14,9 +14,10 @@ ScriptedPrompt::Box& ScriptedPrompt::Box::icon(Icon icon)
     return *this;
 }
 
-ScriptedPrompt::Box& ScriptedPrompt::Box::answer(Answer answer)
+ScriptedPrompt::Box& ScriptedPrompt::Box::answer(Answer answer, Answer preset)
 {
     m_answer = answer;
+    m_preset = preset;
     return *this;
 }
 
@@ -52,7 +53,7 @@ void ScriptedPrompt::compare(const Box& box, const Message& message)
         m_complaints.append(u"title of "_s + message.text + u" is "_s + message.shownTitle());
     if (box.m_icon && *box.m_icon != message.icon)
         m_complaints.append(u"icon of "_s + message.text + u" is "_s + QString::number(int(message.icon)));
-    if (message.question == (box.m_answer == Answer::Ok))
+    if (message.question == (box.m_answer == Answer::Ok) || message.preset != box.m_preset)
         m_complaints.append(u"buttons of "_s + message.text);
 }
 

@@ -21,7 +21,8 @@ public:
         }
         Box& titled(QStringView title);
         Box& icon(Icon icon);
-        Box& answer(Answer answer);
+        /// `preset` is the default button of the question.
+        Box& answer(Answer answer, Answer preset = Answer::Yes);
 
     private:
         friend class ScriptedPrompt;
@@ -30,6 +31,7 @@ public:
         std::optional<QString> m_title;
         std::optional<Icon> m_icon;
         Answer m_answer = Answer::Ok;
+        Answer m_preset = Answer::Yes;
     };
 
     Box& expect(const QString& text);
