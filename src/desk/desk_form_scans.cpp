@@ -36,6 +36,15 @@ private:
     FineDialog& m_fines;
 };
 
+const QString CopyIsBack = u"（书已还）"_s; ///< ends the note of a renewal without its new charge
+
+/// What the database does not hold now.
+QString missingAfter(const ScanEntry& scan)
+{
+    if (scan.kind == ScanKind::Card) return u"没有读到读者证"_s;
+    return scan.note.endsWith(CopyIsBack) ? u"没有重新借出"_s + CopyIsBack : u"没有写入数据库"_s;
+}
+
 /// Results above 0 are refusals, those below are failures.
 ScanOutcome outcomeOf(qint32 result)
 {
@@ -57,16 +66,20 @@ void TsjhFrm::beginScan(ScanKind kind, const QString& code, const QString& reade
     m_scan = ScanEntry {.kind = kind, .barcode = code, .readercode = reader};
 }
 
-/// A scan that a check refused has its reason already.
+/// A scan that a check refused has its reason already, unless the check had not been able to read what it
+/// tests.
 void TsjhFrm::endScan(ScanOutcome outcome)
 {
     if (!m_scan) return;
     ScanEntry scan = *std::exchange(m_scan, {});
     if (scan.barcode.isEmpty()) return;
-    const bool refused = !scan.note.isEmpty() && outcome != ScanOutcome::Done;
-    scan.outcome = refused ? ScanOutcome::Refused : outcome;
-    scan.time = m_session.clock.now();
     const Failure failure = m_session.error.first();
+    const bool refused = !QString(scan.note).remove(CopyIsBack).isEmpty() && outcome != ScanOutcome::Done;
+    if (!refused)
+        scan.outcome = outcome;
+    else
+        scan.outcome = failure.number == 0 ? ScanOutcome::Refused : ScanOutcome::Failed;
+    scan.time = m_session.clock.now();
     completeScan(m_session, scan);
     if (scan.outcome == ScanOutcome::Failed) explain(scan, failure);
     enlist(scan);
@@ -74,7 +87,7 @@ void TsjhFrm::endScan(ScanOutcome outcome)
 
 void TsjhFrm::explain(ScanEntry& scan, const Failure& failure)
 {
-    if (scan.note.isEmpty()) scan.note = u"没有写入数据库%1"_s.arg(SeeCause);
+    scan.note = missingAfter(scan) + SeeCause.toString();
     scan.cause = causeText(failure);
     Scans.log().logCause(causeLine(scan, failure));
 }
@@ -227,12 +240,13 @@ ScanOutcome TsjhFrm::takeBack(const QString& barcode)
 /// When a check refuses the new charge, the copy stays returned.
 ScanOutcome TsjhFrm::renew(qint16 count, const QString& barcode)
 {
+    m_scan->note = CopyIsBack; // all that there is to say until the new charge says more
     const ChargeResult result = RechargeBook(m_session, *this, count, barcode, TxtReaderCode.text());
     if (result > Charged)
         tMsg.clear();
     else
         tell(result == Charged ? u"续借成功"_s : u"续借失败"_s, result == Charged);
-    if (result != Charged) m_scan->note = m_scan->note.isEmpty() ? QString() : m_scan->note + u"（书已还）"_s;
+    if (!m_scan->note.endsWith(CopyIsBack)) m_scan->note += CopyIsBack;
     return outcomeOf(result);
 }
 

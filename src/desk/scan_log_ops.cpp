@@ -47,22 +47,16 @@ QString finesNote(ResumingWork& work, const ScanEntry& entry)
     return amount ? u"罚款 %1 元"_s.arg(amount->fixed(2)) : u"已还"_s;
 }
 
-void fail(ScanEntry& entry)
-{
-    entry.outcome = ScanOutcome::Failed;
-    entry.note = u"没有写入数据库%1"_s.arg(SeeCause);
-}
-
 void noteOutcome(ResumingWork& work, ScanEntry& entry, const Recordset& copy)
 {
-    if (work.failed()) return fail(entry);
-    if (entry.kind == ScanKind::Fine) {
-        entry.note = finesNote(work, entry);
-    } else if (entry.kind == ScanKind::Charge || entry.kind == ScanKind::Renewal) {
-        const QString due = dueNote(copy);
-        if (due.isEmpty()) return fail(entry);
+    const bool lends = entry.kind == ScanKind::Charge || entry.kind == ScanKind::Renewal;
+    const QString due = lends ? dueNote(copy) : QString();
+    if (work.failed() || (lends && due.isEmpty()))
+        entry.outcome = ScanOutcome::Failed;
+    else if (lends)
         entry.note = u"应还 "_s + due;
-    }
+    else if (entry.kind == ScanKind::Fine)
+        entry.note = finesNote(work, entry);
 }
 
 QString nameOf(ResumingWork& work, const QString& readercode)

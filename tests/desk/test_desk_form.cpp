@@ -112,6 +112,26 @@ private Q_SLOTS:
         QCOMPARE(m_desk->Scans.List.model()->rowCount(), 5); // the filter does not hide what comes after it
     }
 
+    /// A refusal by a check that could not read is a failure, and a renewal that fails half-way says so.
+    void failuresStandAsSuch()
+    {
+        const auto newest = [&] { return lineOf(m_desk->Scans.log().entry(0)).sliced(9); };
+        type(m_desk->TxtReaderCode, u"R1"_s);
+        m->failAt(u"select readstatus,term"_s);
+        m->prompt.expectStart(u"没有找到该读者的信息！"_s);
+        type(m_desk->TxtBarCode, u"B1"_s);
+        QCOMPARE(newest(), u"借 B1 失败 没有写入数据库，按 F8 看原因"_s);
+        m->failAt({});
+        type(m_desk->TxtReaderCode, u"R1"_s);
+        type(m_desk->TxtBarCode, u"B1"_s);
+        m_desk->SSTab1.setCurrentIndex(1);
+        m_desk->Check1.setChecked(true);
+        m->send(u"update dzk set recount=1,reday=10"_s);
+        m->failAt(u"insert into JHSK("_s);
+        type(m_desk->TxtRetBook, u"B1"_s);
+        QCOMPARE(newest(), u"续 B1 失败 没有重新借出（书已还），按 F8 看原因"_s);
+    }
+
     /// What a small screen leaves when the desktop doubles everything.
     void focusIsInSightInTheSmallestWindow()
     {
