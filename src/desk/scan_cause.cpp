@@ -19,7 +19,9 @@ QString adviceFor(const Failure& failure)
 {
     if (failure.number == 0) return u"请按 F4 查询这本书，再决定如何处理。"_s;
     if (failure.number == ErrorNumber::InUse) return u"请稍等片刻，再扫描一次。"_s;
-    if (failure.number == ErrorNumber::NotOpen || failure.number == ErrorNumber::CannotOpen)
+    const bool isGone
+        = sentenceOf(failure).contains(u"数据库服务器"_s); // whatever number its driver has for it
+    if (isGone || failure.number == ErrorNumber::NotOpen || failure.number == ErrorNumber::CannotOpen)
         return u"请检查网络和数据库服务器，然后再扫描一次。"_s;
     if (failure.text.contains(u"磁盘"_s) || failure.text.contains(u"资源不足"_s))
         return u"请通知管理员清理磁盘空间；在此之前不要借还。"_s;

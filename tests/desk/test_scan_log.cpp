@@ -76,6 +76,7 @@ private Q_SLOTS:
         for (int line = 0; line < 450; ++line)
             log.logCause(causeLine(scan, failure));
         QVERIFY(causeText(failure).contains(u"张三"_s));
+        QVERIFY(causeText({101, u"不能连接数据库服务器。\nrefused"_s}).contains(u"检查网络"_s));
         qsizetype lines = 0;
         for (const QString& part : {file, file + u".1"_s}) {
             QFile kept(part);
