@@ -2,7 +2,23 @@
 
 #include "platform/ui/form/form.h"
 
+#include <QButtonGroup>
+
 namespace quilla {
+
+namespace {
+
+/// Without a group of their own the options of the form would also exclude those in the frames, which are
+/// their parent's buttons, too: both ways of counting could be on at once, and Tab would pass the frames
+/// over.
+template <std::size_t Count> void excludeEachOther(QRadioButton (&options)[Count], QWidget& form)
+{
+    auto* group = new QButtonGroup(&form);
+    for (QRadioButton& option : options)
+        group->addButton(&option);
+}
+
+} // namespace
 
 LtCountFrm::LtCountFrm(const Workplace& place)
     : ReportStatistic(place, u"LtCountFrm"_s, u"流量统计"_s, u"根据流通日期统计"_s)
@@ -14,6 +30,9 @@ LtCountFrm::LtCountFrm(const Workplace& place)
     setCaptions(Option2, {u"根据读者统计"_s, u"根据读者单位统计"_s, u"根据读者类型统计"_s});
     setCaptions(Option3, {u"按书目进行统计"_s, u"按书册进行统计"_s});
     layOut();
+    excludeEachOther(Option1, *this);
+    excludeEachOther(Option2, *this);
+    excludeEachOther(Option3, *this);
     for (QRadioButton* first : {&Option1[0], &Option2[0], &Option3[0]})
         first->setChecked(true);
     follow();

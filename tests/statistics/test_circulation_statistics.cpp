@@ -158,6 +158,12 @@ private Q_SLOTS:
         QVERIFY(form.Frame2.isEnabled() && !form.Frame3.isEnabled());
         form.Option1[1].click();
         QVERIFY(!form.Frame2.isEnabled() && form.Frame3.isEnabled());
+        form.Option1[0].click();
+        QVERIFY(!form.Option1[1].isChecked() && form.Option2[0].isChecked());
+        form.Option1[0].setFocus();
+        QTest::keyClick(&form.Option1[0], Qt::Key_Tab);
+        QCOMPARE(focusName(), u"Option2(0)"_s);
+        form.Option1[1].click();
         m->failAt(u"select"_s);
         form.loadData({}, {});
         QVERIFY(form.isVisible() && m_work->reports.shown.isEmpty());
