@@ -142,7 +142,9 @@ bool CardSaving::write()
         m_session.error.attempt([&] { carryCode(work.connection()); });
     } else {
         work.send(m_edit.mode.isAdd() ? insertOfCard() : updateOfCard(m_code));
-        m_session.error.attempt([&] { writePapers(work.connection(), m_code); });
+        // The papers are written even if the card was not, but another desk is waited for only once.
+        if (m_session.error.number() != ErrorNumber::InUse)
+            m_session.error.attempt([&] { writePapers(work.connection(), m_code); });
     }
     work.release();
     return !work.failed() || tellFailure();
