@@ -48,13 +48,14 @@ void showWithinScreen(QWidget& window)
 void DeskApplication::keepBackup(DailyBackup& backup, LtMainFrm& window)
 {
     QObject::connect(&backup, &DailyBackup::finished, &window, &LtMainFrm::tellBackup);
+    backup.start(m_session.ConnectionText);
     window.tellBackup(backup.failureBefore());
     if (!backup.failureBefore().isEmpty()) m_session.prompt.warn(backup.failureBefore(), OperationTitle);
-    backup.start(m_session.ConnectionText);
 }
 
 int DeskApplication::run()
 {
+    if (!prepareSettings(m_settings, m_session.prompt)) return 1;
     DailyBackup backup(m_settings, m_clock); // goes last: a backup is finished after the windows are closed
     LockFileGuard guard(QFileInfo(embeddedDatabaseFile()).path());
     if (!prepareStart(m_session, guard)) return 0;

@@ -53,6 +53,27 @@ bool LockFileGuard::claim()
     return true;
 }
 
+QString mendSettings(FileSettings& settings)
+{
+    const QString application = StoredText::Application.toString();
+    const QString kept = settings.mend(application);
+    if (kept.isEmpty()) return {};
+    return u"设置文件里有读不懂的内容：%1\n读得懂的设置照常使用，原来的文件保存为：%2\n\n如果打开的不是原来的图书馆，请运行“青简台设置”（quilla-setup）重新选择。"_s
+        .arg(settings.fileOf(application), kept);
+}
+
+bool prepareSettings(FileSettings& settings, Prompt& prompt)
+{
+    try {
+        const QString mended = mendSettings(settings);
+        if (!mended.isEmpty()) prompt.warn(mended, OperationTitle);
+        return true;
+    } catch (const Error& error) {
+        prompt.stop(error.text, OperationTitle);
+        return false;
+    }
+}
+
 void readServerAndDatabase(Session& session)
 {
     constexpr QStringView server = u"Server=";

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "frame/session.h"
+#include "platform/core/settings.h"
 
 namespace quilla {
 
@@ -25,6 +26,13 @@ private:
     struct Private;
     std::unique_ptr<Private> d;
 };
+
+/// Mends a damaged settings file. Returns what the user is to be told about it; empty for a sound one. Throws
+/// `Error` that says what to do when the file can't be read.
+QString mendSettings(FileSettings& settings);
+
+/// The same before the first window, told in a box. False when the process must end.
+bool prepareSettings(FileSettings& settings, Prompt& prompt);
 
 /// Takes `ServerName` and `DatabaseName` out of a connection text, item by item: an item with "Server="
 /// anywhere gives all but 7 of its characters, one with "Database=" all but 9, a later match overwrites

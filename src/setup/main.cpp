@@ -44,6 +44,7 @@ int setUp(const WindowCommandLine& line)
 {
     FileSettings settings;
     DialogPrompt prompt;
+    if (line.gallery.isEmpty() && !prepareSettings(settings, prompt)) return Failed;
     bool startsDesk = false;
     int outcome = Left;
     {

@@ -3,6 +3,7 @@
 #include "platform/core/settings.h"
 #include "platform/core/text.h"
 #include "support/file_mode.h"
+#include "support/write_file.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -96,6 +97,23 @@ private Q_SLOTS:
         QTRY_COMPARE(mine.get(u"A"_s, u"S"_s, u"K"_s, u"none"_s), u"2"_s);
         QVERIFY(QFile::remove(mine.fileOf(u"A"_s)));
         QTRY_COMPARE(mine.get(u"A"_s, u"S"_s, u"K"_s, u"none"_s), u"none"_s);
+    }
+
+    void damagedSettingsAreKept()
+    {
+        QTemporaryDir folder;
+        FileSettings settings(folder.path());
+        settings.set(u"A"_s, u"S"_s, u"K"_s, u"1"_s);
+        QCOMPARE(settings.mend(u"A"_s), QString());
+        const QByteArray damaged = "[S]\nK=2\nno value\n";
+        writeFile(settings.fileOf(u"A"_s), damaged);
+        QTRY_COMPARE(settings.get(u"A"_s, u"S"_s, u"K"_s, {}), u"2"_s);
+        settings.set(u"A"_s, u"S"_s, u"Other"_s, u"3"_s);
+        QFile kept(settings.fileOf(u"A"_s) + u".damaged"_s);
+        QVERIFY(kept.open(QIODevice::ReadOnly));
+        QCOMPARE(kept.readAll(), damaged);
+        QCOMPARE(
+            settings.get(u"A"_s, u"S"_s, u"K"_s, {}) + settings.get(u"A"_s, u"S"_s, u"Other"_s, {}), u"23"_s);
     }
 
     void unwritableSettingsAreAnError()

@@ -4,6 +4,7 @@
 #include "database/copy_library.h"
 #include "database/new_library.h"
 #include "database/work_place.h"
+#include "frame/start_ops.h"
 #include "platform/core/text.h"
 #include "platform/db/embedded.h"
 #include "quilla-db/backup_commands.h"
@@ -179,6 +180,8 @@ Outcome firstStart(const Arguments& arguments, QTextStream& out)
     const Target& own = arguments.target;
     if (own.exists() && isEarlierLibrary(*own.file)) upgrade(arguments, out);
     FileSettings settings;
+    const QString mended = mendSettings(settings);
+    if (!mended.isEmpty()) out << mended << u'\n';
     if (hasStoredText(settings)) return Outcome::Done;
     if (!arguments.target.exists()) loadDemo(arguments, out);
     storeOwnDatabase(settings);

@@ -36,6 +36,11 @@ public:
 
     QString fileOf(const QString& application) const;
 
+    /// Takes what can be read out of a file that holds something else too. Returns the name under which the
+    /// file stays as it was; empty for one that is sound or missing. Throws `Error` that says what to do when
+    /// the file can't be read at all.
+    QString mend(const QString& application);
+
 private:
     /// What the file held when it was last read, and how it looked then: each database operation asks
     /// for the stored text several times, and a file that did not change is not read again.
@@ -44,6 +49,7 @@ private:
         std::chrono::steady_clock::time_point lookedAt {};
         std::array<qint64, 4> look {};
         QHash<QString, QString> values;
+        bool damaged = false; ///< the file holds more than could be read
     };
     const Snapshot& snapshotOf(const QString& application) const;
 
