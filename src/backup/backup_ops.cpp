@@ -38,12 +38,13 @@ void keep(SettingsStore& settings, const QString& key, const QString& value)
     settings.set(StoredText::Application.toString(), Section, key, value);
 }
 
-/// Desks that share a library share the folder of its backups too; each backup is its maker's alone.
+/// Desks that share a library share the folder of its backups too, also one from the time before; each backup
+/// is its maker's alone.
 void makeFolder(const BackupJob& job)
 {
     const QFileInfo library(job.library);
     if (library.permission(QFile::WriteGroup))
-        UserGroup(library.group()).shareFolder(job.folder);
+        UserGroup(library.group()).shareFolder(job.folder, UserGroup::Standing::IsShared);
     else
         makePrivateFolder(job.folder);
 }
@@ -62,10 +63,18 @@ void removeUnfinished(const QString& stem, const BackupJob& job)
         if (isUnfinishedBackup(stem, name)) folder.remove(name);
 }
 
+QString lockOf(const BackupJob& job)
+{
+    return job.folder + u'/' + backupStem(job.library) + u".lock"_s;
+}
+
+/// Without an end a lock that nobody holds any more would keep all backups from being made, without a word.
+constexpr std::chrono::hours LongestBackup {24};
+
 /// False when another desk is at the backups of this library.
 bool take(QLockFile& turn, const BackupJob& job)
 {
-    if (takeLock(turn)) return true;
+    if (takeLock(turn, LongestBackup)) return true;
     if (turn.error() == QLockFile::LockFailedError) return false;
     throw fault(u"备份文件夹不能写入，请检查权限和磁盘空间："_s + QDir::toNativeSeparators(job.folder));
 }
@@ -125,11 +134,17 @@ std::optional<BackupJob> dueBackup(
     return BackupJob {*library, folder, kept(settings, FolderKey).isEmpty(), today};
 }
 
+bool isBeingMade(const BackupJob& job)
+{
+    QLockFile turn(lockOf(job));
+    return !takeLock(turn, LongestBackup) && turn.error() == QLockFile::LockFailedError;
+}
+
 void makeBackup(const BackupJob& job)
 {
     requireFolder(job);
     const QString stem = backupStem(job.library);
-    QLockFile turn(job.folder + u'/' + stem + u".lock"_s);
+    QLockFile turn(lockOf(job));
     if (!take(turn, job)) return;
     const QString file = job.folder + u'/' + backupName(stem, job.today);
     if (QFile::exists(file)) return;

@@ -32,6 +32,9 @@ struct BackupJob {
 std::optional<BackupJob> dueBackup(
     const SettingsStore& settings, const QString& connectionText, const QDate& today);
 
+/// Whether another desk is at it, also one that was closed and finishes its backup.
+bool isBeingMade(const BackupJob& job);
+
 /// Makes the copy, checks it, and removes those that need not be kept. Nothing happens when another desk made
 /// the day's backup meanwhile or is making it. Throws `Error`; older backups stand as they were then.
 void makeBackup(const BackupJob& job);

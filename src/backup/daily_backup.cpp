@@ -40,6 +40,7 @@ DailyBackup::DailyBackup(SettingsStore& settings, const Clock& clock)
 DailyBackup::~DailyBackup()
 {
     if (!m_thread) return;
+    if (m_thread->isRunning()) m_thread->setPriority(QThread::NormalPriority); // nobody works here any more
     m_thread->wait();
     end();
 }
@@ -48,6 +49,7 @@ void DailyBackup::start(const QString& connectionText)
 {
     const auto job = dueBackup(m_settings, connectionText, m_clock.now().date);
     if (!job) return note({});
+    if (isBeingMade(*job)) return m_failureBefore.clear(); // whoever makes it notes how it ended
     // Stands until the backup is made: a machine that is switched off meanwhile leaves it for the next login.
     note(failureText(job->today, u"备份没有做完，程序就结束了。"_s));
     m_thread.reset(QThread::create([this, job = *job] { m_failure = outcomeOf(job); }));

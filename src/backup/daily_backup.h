@@ -22,11 +22,11 @@ public:
     /// Waits for a backup that is being made.
     ~DailyBackup() override;
 
-    /// What is to be told at this login: why the backup before failed and what to do; empty when it did not.
-    const QString& failureBefore() const { return m_failureBefore; }
-
     /// Starts the backup when one is due; returns at once.
     void start(const QString& connectionText);
+
+    /// What is to be told after `start`: why the backup before failed and what to do; empty when it did not.
+    const QString& failureBefore() const { return m_failureBefore; }
 
 Q_SIGNALS:
     /// Why the backup failed and what to do; empty when it was made.

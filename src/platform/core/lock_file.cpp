@@ -27,9 +27,9 @@ bool staysEmpty(const QLockFile& lock)
 
 } // namespace
 
-bool takeLock(QLockFile& lock)
+bool takeLock(QLockFile& lock, std::chrono::milliseconds longest)
 {
-    lock.setStaleLockTime(0);
+    lock.setStaleLockTime(longest);
     if (lock.tryLock(0)) return true;
     if (lock.error() != QLockFile::LockFailedError || !staysEmpty(lock)) return false;
     QFile::remove(lock.fileName());

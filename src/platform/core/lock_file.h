@@ -1,11 +1,15 @@
 #pragma once
 
+#include <chrono>
+
 class QLockFile;
 
 namespace quilla {
 
 /// Takes the lock unless a program that runs holds it; one that a killed program left is taken over, however
-/// old or young it is. False when it could not be had; the lock tells the reason.
-bool takeLock(QLockFile& lock);
+/// old or young it is. A machine that was named anew since cannot tell whether its maker runs; only there the
+/// lock counts as left when it is older than `longest`, and never for zero. False when it could not be had;
+/// the lock tells the reason.
+bool takeLock(QLockFile& lock, std::chrono::milliseconds longest = {});
 
 } // namespace quilla

@@ -53,19 +53,25 @@ bool UserGroup::shareFile(int descriptor) const
     return ::fchown(descriptor, uid_t(-1), m_id) == 0 && ::fchmod(descriptor, OfOwner | OfGroup) == 0;
 }
 
-void UserGroup::shareFolder(const QString& path) const
+bool UserGroup::sharesFolder(const QByteArray& folder) const
+{
+    struct stat state { };
+    return ::stat(folder.constData(), &state) == 0 && S_ISDIR(state.st_mode) && state.st_gid == m_id
+        && (state.st_mode & SharedFolder) == SharedFolder;
+}
+
+void UserGroup::shareFolder(const QString& path, Standing standing) const
 {
     const QByteArray folder = QFile::encodeName(path);
     const bool isNew = !QFileInfo::exists(path) && makePrivateFolder(path);
-    if (isNew && ::chown(folder.constData(), uid_t(-1), m_id) == 0) ::chmod(folder.constData(), SharedFolder);
-    struct stat state { };
-    const bool shared = ::stat(folder.constData(), &state) == 0 && S_ISDIR(state.st_mode)
-        && state.st_gid == m_id && (state.st_mode & SharedFolder) == SharedFolder;
-    if (shared) return;
+    if (sharesFolder(folder)) return;
+    if ((isNew || standing == Standing::IsShared) && ::chown(folder.constData(), uid_t(-1), m_id) == 0)
+        ::chmod(folder.constData(), SharedFolder);
+    if (sharesFolder(folder)) return;
     throw Error(75, u"UserGroup"_s,
         u"用户组“%1”的成员不能在文件夹 %2 "
-        u"中共用数据库。\n请把数据库放在还没有的文件夹里，由程序建立，或先执行：\n"
-        "    chgrp %1 %2\n    chmod 2770 %2"_s.arg(m_name, QDir::toNativeSeparators(path)));
+        u"中共用文件。\n请换一个还没有的文件夹，由程序建立，或者请它的主人或管理员先执行：\n"
+        "    chgrp %1 '%2'\n    chmod 2770 '%2'"_s.arg(m_name, QDir::toNativeSeparators(path)));
 }
 
 } // namespace quilla

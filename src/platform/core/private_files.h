@@ -25,11 +25,15 @@ public:
 
     /// Lets the members read and write the open file `descriptor`. False when the owner may not do that.
     bool shareFile(int descriptor) const;
-    /// Makes the folder when it is missing. Throws `Error` that says what to do when the members can't make
-    /// files there that belong to the group: each of them who opens a shared database does.
-    void shareFolder(const QString& path) const;
+    enum class Standing { Stays, IsShared };
+    /// Makes the folder when it is missing; one that stands there is shared too when `standing` says so and
+    /// it belongs to this user. Throws `Error` that says what to do when the members can't make files there
+    /// that belong to the group: each of them who opens a shared database does.
+    void shareFolder(const QString& path, Standing standing = Standing::Stays) const;
 
 private:
+    bool sharesFolder(const QByteArray& folder) const;
+
     QString m_name;
     unsigned m_id = 0;
 };
