@@ -37,15 +37,14 @@ private:
     int m_value;
 };
 
-/// Waits until the disk has the file, or what a folder holds. Some network file systems can't be told to save
-/// a folder; they say so.
+} // namespace
+
 bool isSaved(const QString& path)
 {
     const Descriptor written(path, O_RDONLY);
+    // some network file systems can't be told to save a folder; they say so
     return written >= 0 && (::fsync(written) == 0 || errno == EINVAL);
 }
-
-} // namespace
 
 NewFile::NewFile(const QString& path, const QStringList& companions, const QString& group)
     : m_path(path)

@@ -9,6 +9,9 @@
 
 namespace quilla {
 
+/// Waits until the disk has the file, or the names in a folder. False when it has not.
+bool isSaved(const QString& path);
+
 /// A file of private data that comes to stand under its name when all of it is there, on the disk, or not at
 /// all. Its maker writes to `part()`, in the same folder; what is not finished is taken away again.
 class NewFile {

@@ -1,5 +1,6 @@
 #include "platform/db/replace_embedded.h"
 
+#include "platform/core/new_file.h"
 #include "platform/core/private_files.h"
 #include "platform/core/text.h"
 #include "platform/db/embedded.h"
@@ -31,6 +32,13 @@ void refuseUnfitNames(const QString& library, const QString& backup, const QStri
         throw Error(58, u"restore"_s, u"文件已经存在："_s + QDir::toNativeSeparators(kept));
 }
 
+bool hasAccessOf(const struct stat& wanted, const QByteArray& file)
+{
+    struct stat state { };
+    return ::stat(file.constData(), &state) == 0 && state.st_uid == wanted.st_uid
+        && state.st_gid == wanted.st_gid && state.st_mode == wanted.st_mode;
+}
+
 /// The owner, for whom an administrator may be working, and the group can use the new file as they could the
 /// old one.
 void giveAccessOf(const QString& library, const QString& incoming)
@@ -38,6 +46,8 @@ void giveAccessOf(const QString& library, const QString& incoming)
     const QByteArray to = QFile::encodeName(incoming);
     struct stat state { };
     const bool known = ::stat(QFile::encodeName(library).constData(), &state) == 0;
+    if (known && hasAccessOf(state, to))
+        return; // on some disks all files have the same, which nobody can change
     const bool given = known
         && (::chown(to.constData(), state.st_uid, state.st_gid) == 0
             || ::chown(to.constData(), uid_t(-1), state.st_gid) == 0 || !(state.st_mode & S_IWGRP))
@@ -89,6 +99,16 @@ void keepUnder(const QString& library, const QString& kept)
         move(library, kept);
 }
 
+/// Without that a power failure brings the old library back after all, and what desks have written since is
+/// lost.
+void saveNames(const QString& library)
+{
+    if (isSaved(QFileInfo(library).absolutePath())) return;
+    throw Error(75, u"restore"_s,
+        u"已经换成备份，但是磁盘没有确认保存。请检查磁盘，再恢复一次："_s
+            + QDir::toNativeSeparators(library));
+}
+
 } // namespace
 
 void replaceEmbedded(
@@ -108,6 +128,7 @@ void replaceEmbedded(
         if (!QFile::exists(library)) move(kept, library); // on a disk without second names
         throw;
     }
+    saveNames(library);
 }
 
 } // namespace quilla
