@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/core/error.h"
+
 #include <QApplication>
 
 namespace quilla {
@@ -16,6 +18,8 @@ public:
     bool notify(QObject* receiver, QEvent* event) override;
 
 private:
+    void endAfter(const Error& error);
+
     bool m_failed = false;
 };
 

@@ -1,5 +1,8 @@
 #include "setup/background_work.h"
 
+#include "platform/core/error.h"
+#include "platform/core/text.h"
+
 #include <QThread>
 
 namespace quilla {
@@ -66,6 +69,9 @@ void BackgroundWork::run()
         m_work(told);
     } catch (const Error& error) {
         m_failure = error.text;
+    } catch (const std::exception& error) {
+        m_failure = u"工作没有做完：%1\n可能是内存或者磁盘不够，请退出其他程序再试一次。"_s.arg(
+            QString::fromLocal8Bit(error.what()));
     }
 }
 

@@ -18,7 +18,7 @@ class BackgroundWork final : public QObject {
 public:
     using Work = std::function<void(StagedProgress&)>;
 
-    /// `work` may throw `Error`. It must not touch what this thread touches before `ended`.
+    /// What `work` throws is told by `ended`. It must not touch what this thread touches before `ended`.
     BackgroundWork(Work work, QObject* parent);
     /// Asks for the end and waits for it.
     ~BackgroundWork() override;

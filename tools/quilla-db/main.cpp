@@ -14,6 +14,8 @@ int main(int argc, char** argv)
         return int(quilla::runCommand(quilla::readArguments(QCoreApplication::arguments()), out));
     } catch (const quilla::Error& error) {
         err << error.text << u'\n';
-        return int(quilla::Outcome::Failed);
+    } catch (const std::exception& error) {
+        err << QString::fromUtf8("没有做完，可能是内存或者磁盘不够：") << error.what() << u'\n';
     }
+    return int(quilla::Outcome::Failed);
 }
