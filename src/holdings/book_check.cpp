@@ -73,7 +73,7 @@ void BookCheck::checkText(const QString& caption, const sql::Column& column, con
 /// "12" is a running number, "12-2" one with a mark; anything else is an author's number.
 void BookCheck::checkNumber(TitleValues& title)
 {
-    static const QRegularExpression form(u"^(\\d{1,9})(.*)$"_s);
+    static const QRegularExpression form(u"^(\\d+)(.*)$"_s);
     QString& number = title[TitleField::Number];
     if (number.isEmpty()) return;
     const QRegularExpressionMatch match = form.match(number);
@@ -82,6 +82,9 @@ void BookCheck::checkNumber(TitleValues& title)
         number.clear();
         return;
     }
+    constexpr int widest = 9;
+    if (match.capturedLength(1) > widest)
+        return refuse(u"种次号太大，最多 %1 位：%2"_s.arg(widest).arg(shortened(number)));
     if (title[TitleField::Mark].isEmpty()) title[TitleField::Mark] = match.captured(2);
     number = match.captured(1);
 }
@@ -92,9 +95,9 @@ void BookCheck::checkDate(TitleValues& title)
     if (text.isNull()) {
         text = isoDate(m_lists.today);
     } else if (!text.isEmpty()) {
-        const auto day = readDay(text);
-        if (!day) return refuse(u"入库日期应该是日期(例如:2003-01-01)：%1"_s.arg(text));
-        text = isoDate(*day);
+        const QString day = storedDay(text);
+        if (day.isEmpty()) return refuse(u"入库日期应该是日期(例如:2003-01-01)：%1"_s.arg(text));
+        text = day;
     }
 }
 
@@ -136,9 +139,11 @@ void BookCheck::checkBarcode(const QString& barcode)
 void BookCheck::checkPrice(QString& price)
 {
     if (price.isEmpty()) return;
-    const QString amount = amountIn(price);
-    const auto number = Decimal::read(amount);
-    if (!number || number->fixed(2).size() > 13) return refuse(u"价格应该是数：%1"_s.arg(shortened(price)));
+    constexpr qsizetype widest = 13;
+    const auto number = Decimal::read(amountIn(price));
+    const bool fits = number && number->fixed(2).size() <= widest;
+    if (!fits || price.startsWith(u'-') || isRoundedCode(price))
+        return refuse(u"价格应该是 0 到 9999999999.99 的数：%1"_s.arg(shortened(price)));
     price = number->fixed(2);
 }
 

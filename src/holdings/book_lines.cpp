@@ -17,6 +17,12 @@ QString bookHeadings(QChar delimiter, bool withReason)
     return delimitedLine(headings, delimiter);
 }
 
+const QRegularExpression& betweenBarcodes()
+{
+    static const QRegularExpression marks(u"[;；、,，|\\n]"_s);
+    return marks;
+}
+
 QString bookLines(const BookRecord& book, QChar delimiter, const QString& reason)
 {
     QStringList title;

@@ -1,3 +1,4 @@
+#include "holdings/book_lines.h"
 #include "holdings/book_source.h"
 #include "platform/core/error.h"
 #include "platform/core/text.h"
@@ -29,12 +30,11 @@ struct Column {
     int copy = -1;
 };
 
-/// "A1;A2" is two barcodes. A field of one copy alone may hold any of the marks.
+/// A field of one copy alone may hold any of the marks.
 QStringList listOf(const QString& text)
 {
-    static const QRegularExpression between(u"[;；、,，|\\n]"_s);
     QStringList items;
-    for (const QString& item : text.split(between))
+    for (const QString& item : text.split(betweenBarcodes()))
         items.append(item.trimmed());
     items.removeAll(QString());
     return items;
@@ -149,12 +149,13 @@ private:
         book.copies.resize(std::size_t(barcodes.size()));
         for (int field = 0; field < CopyField::Count; ++field) {
             const QString& all = line[std::size_t(field)];
-            const QStringList values
-                = field == CopyField::Barcode ? barcodes : valuesOf(all, barcodes.size());
-            if (values.size() < barcodes.size())
+            QStringList values = field == CopyField::Barcode ? barcodes : valuesOf(all, barcodes.size());
+            if (values.size() < barcodes.size()) {
                 book.fault = u"条形码有 %1 个，%2应该一样多，或者只填一项：%3"_s.arg(barcodes.size())
                                  .arg(copyField(field).captions.first(), shortened(all));
-            for (qsizetype at = 0; at < std::min(values.size(), barcodes.size()); ++at)
+                values = QStringList(barcodes.size(), all); // for whoever mends it
+            }
+            for (qsizetype at = 0; at < barcodes.size(); ++at)
                 book.copies[std::size_t(at)][std::size_t(field)] = values[at];
         }
     }

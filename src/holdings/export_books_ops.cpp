@@ -89,10 +89,21 @@ public:
         if (isMarc())
             write(marcOf(book, m_options.format, m_options.codePage, m_fields));
         else
-            write(m_encoder.encode(bookLines(book, m_delimiter)));
+            writeLines(book);
     }
 
 private:
+    /// An import would take such a barcode for several.
+    void writeLines(const BookRecord& book)
+    {
+        for (const CopyValues& copy : book.copies)
+            if (copy[CopyField::Barcode].contains(betweenBarcodes()))
+                throw fault(
+                    u"条形码“%1”里有分号、逗号或换行，再导入时会成为几个条形码。请用 --format cnmarc 导出。"_s
+                        .arg(copy[CopyField::Barcode]));
+        write(m_encoder.encode(bookLines(book, m_delimiter)));
+    }
+
     bool isMarc() const
     {
         return m_options.format == BookFormat::Cnmarc || m_options.format == BookFormat::Marc21;

@@ -95,6 +95,8 @@ public:
         , m_fields(fields)
     {
         openFile(m_file);
+        constexpr char mark[] = "\xef\xbb\xbf"; // some editors put it before UTF-8 of any kind
+        if (m_file.peek(std::size(mark) - 1) == mark) m_file.skip(std::size(mark) - 1);
     }
 
     bool next(BookRecord& book) override

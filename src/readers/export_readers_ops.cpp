@@ -50,7 +50,9 @@ int exportReaders(Connection& connection, QIODevice& file)
     int readers = 0;
     Recordset row = connection.open(readerSelect() + u" order by d.readercode"_s, CursorType::Forward);
     for (; !row.eof(); row.next()) {
-        const ImportValues values = readerValues(row);
+        ImportValues values = readerValues(row);
+        for (const int field : {ImportField::Issued, ImportField::Term})
+            if (values[std::size_t(field)].isEmpty()) values[std::size_t(field)] = NoDate.toString();
         write(file, delimitedLine(QStringList(values.begin(), values.end()), u','));
         ++readers;
     }

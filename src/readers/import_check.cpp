@@ -1,6 +1,5 @@
 #include "readers/import_check.h"
 
-#include "platform/core/date_box.h"
 #include "platform/core/dates.h"
 #include "platform/db/decimal.h"
 #include "readers/rule_numbers.h"
@@ -29,14 +28,6 @@ bool hasUnseen(int field, const QString& text)
     return field == ImportField::Code && std::any_of(characters.begin(), characters.end(), [](uint c) {
         return c != u'\n' && !QChar::isPrint(c);
     });
-}
-
-/// "2026-1-5", "2026/01/05", "2026年1月5日", "20260105": a day that begins with its whole year.
-QString storedDay(const QString& text)
-{
-    if (const auto day = readDay(text)) return isoDate(*day);
-    const auto day = startsWithFullYear(text) ? platformDate(text) : std::nullopt;
-    return day ? isoDate(*day) : QString();
 }
 
 /// As short as it can be written: spreadsheets make "20.00" of 20 at times.
@@ -186,6 +177,7 @@ void LineCheck::checkForm(int field)
         if (!lines && text.contains(u'\n')) refuse(u"%1里有换行"_s.arg(captionOf(field)));
         return;
     }
+    if (column.kind == sql::Kind::Date && text == NoDate) return text.clear();
     const struct {
         sql::Kind kind;
         QString (*stored)(const QString&);
@@ -232,11 +224,12 @@ void LineCheck::checkState()
     state = *term < m_lists.today ? Expired : Valid;
 }
 
+/// A type without rules yet would make cards that lend nothing. A 0 in the file is meant.
 void LineCheck::checkQuota()
 {
     if (m_known || !m_lists.types.contains(comparable(value(ImportField::Type)))) return;
     for (const int field : {ImportField::LoanCopies, ImportField::LoanDays})
-        if (value(field) == u"0")
+        if (value(field) == u"0" && !isGiven(field))
             refuse(u"%1不能是 0；请填写，或先设置该读者类型的流通参数"_s.arg(captionOf(field)));
 }
 

@@ -61,6 +61,9 @@ const ImportFieldInfo& importField(int field);
 /// The column of the library's tables that a field goes to.
 const sql::Column& importColumn(const sql::Schema& schema, int field);
 
+/// Stands for a date that a reader has not; an empty one is left open.
+inline constexpr QStringView NoDate = u"无";
+
 /// Over the reasons in a file of refused lines; a file that is imported again may still have it.
 inline constexpr QStringView ReasonCaption = u"原因";
 

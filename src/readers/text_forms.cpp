@@ -1,5 +1,7 @@
 #include "readers/text_forms.h"
 
+#include "platform/core/date_box.h"
+#include "platform/core/dates.h"
 #include "platform/core/text.h"
 
 #include <QRegularExpression>
@@ -22,6 +24,13 @@ bool isRoundedCode(const QString& text)
 bool hasWideForms(const QString& text)
 {
     return std::any_of(text.begin(), text.end(), [](QChar c) { return c >= u'\uff01' && c <= u'\uff5e'; });
+}
+
+QString storedDay(const QString& text)
+{
+    if (const auto day = readDay(text)) return isoDate(*day);
+    const auto day = startsWithFullYear(text) ? platformDate(text) : std::nullopt;
+    return day ? isoDate(*day) : QString();
 }
 
 } // namespace quilla

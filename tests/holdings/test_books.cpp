@@ -122,8 +122,8 @@ private Q_SLOTS:
         const QByteArray letters = QByteArray(good).replace("X1", "\xff\xfe");
         const QByteArray huge = good.chopped(1) + QByteArray(10'000'000, 'x') + RecordEnd;
         const QByteArray empty = QByteArray(good).replace(24, 24, "") + good.first(24) + RecordEnd;
-        const BookImportReport report
-            = import(length + entry + cut + letters + huge + "\r\n" + empty + good.first(30), true);
+        const BookImportReport report = import(
+            "\xef\xbb\xbf" + length + entry + cut + letters + huge + "\r\n" + empty + good.first(30), true);
         QCOMPARE(report.repaired, 2);
         QCOMPARE(report.refused, report.records - 2);
         QCOMPARE(m->rows(u"select barcode from sck order by sckid"_s), QStringList({u"X1"_s, u"X2"_s}));
@@ -148,10 +148,10 @@ private Q_SLOTS:
         m->copy(u"OLD"_s);
         const QString before = m->everything();
         const QString text = u"题名,条形码,价格,图书状态\n甲,A1,x,\n,A2,,\n乙,old,,\n丙,A3;A3,,\n丁,Ａ４,,\n"
-                             u"戊,1.2E+15,,\n己,A5,,不明\n庚,A6,,借出\n"_s;
-        QCOMPARE(importText(text).refused, 7);
+                             u"戊,1.2E+15,,\n己,A5,,不明\n辛,A7,-1,\n壬,A8,1E+3,\n庚,A6,,借出\n"_s;
+        QCOMPARE(importText(text).refused, 9);
         QCOMPARE(m->everything(), before);
-        QCOMPARE(refused.size(), 7);
+        QCOMPARE(refused.size(), 9);
         QCOMPARE(importText(text, true).copies, 1);
     }
 

@@ -175,7 +175,7 @@ private Q_SLOTS:
         importText(
             u"读者证号,姓名,读者类型,读者单位,备注,超期罚款,可以无证借书,Email,家庭住址,出生日期,可借天数\n"
             "007,\"甲,\"\"乙\"\"\",学生,一班,\"a\n;b\",0.125,否,a@b,𠮷路 1 号,1990-02-03,7\nR1,丙,学生\n"_s);
-        m->send(u"update dzk set paperdate='2020-02-29' where readercode='OLD1'"_s);
+        m->send(u"update dzk set paperdate=null,term=null,bookcount=0 where readercode='OLD1'"_s);
         const QByteArray exported = exportAll();
         m->send(u"delete from dzk"_s);
         m->send(u"delete from dzkx"_s);
