@@ -150,6 +150,8 @@ private Q_SLOTS:
         const DateLimits january {u"2026-01-01"_s, u"2026-01-31"_s};
         QCOMPARE(m->rows(countStatement(CountBy::Copy, u"sck.barcode='B3'"_s, january)),
             QStringList {u"B3|1|null"_s});
+        QCOMPARE(m->rows(countStatement(CountBy::Unit, u"dzk.name='读者R1'"_s, january)).join(u' '),
+            u"一班|1|null 三班|null|null"_s);
     }
 
     void countsGoToTheReport()
@@ -168,8 +170,11 @@ private Q_SLOTS:
         form.loadData({}, {});
         QVERIFY(form.isVisible() && m_work->reports.shown.isEmpty());
         m->failAt({});
+        form.Dates.Check1.click();
         inDialog<QueryFrm>([](QueryFrm& query) { query.Command1[1].click(); });
         form.CmdSave.click();
+        QVERIFY(
+            m->sent.last().contains(u" where (orderdate between '2026-03-10' And '2026-03-10') Group by"));
         QCOMPARE(m_work->reports.shown.join(u' ') + m_work->reports.last.title, u"LtTjReport书名"_s);
         QVERIFY(!form.isVisible());
     }
