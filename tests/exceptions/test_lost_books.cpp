@@ -112,6 +112,7 @@ private Q_SLOTS:
             typeInto(editor.Text1[0], u"R1"_s);
             int chosen = 1;
             whenShown<gListfrm>([&](gListfrm& chooser) {
+                QCOMPARE(chooser.size(), chooser.Grid1.size());
                 QTest::keyClick(&chooser.Grid1, Qt::Key_Down);
                 QTest::keyClick(&chooser.Grid1, Qt::Key_Space);
                 --chosen;

@@ -59,7 +59,7 @@ void gListfrm::fitToLines()
         width += pixelsOf(Grid1.ColWidth(col), Grid1);
     Grid1.setFixedSize(
         std::max(width, m_target.width()), frame + std::min(lines, LinesShown) * Grid1.rowHeight(0));
-    adjustSize();
+    resize(Grid1.size()); // adjustSize() makes no window lower than a hundred pixels
 }
 
 void gListfrm::popUp()
