@@ -188,7 +188,9 @@ private Q_SLOTS:
             {"in time", {{}, false, {}, {}, u"还书成功"_s, true}},
             {"no loan", {u"delete from jhsk"_s, false, {}, u"查找不到此书的借书记录"_s, {}, false}},
             {"rolled back", {{}, false, u"insert into JHSLSK"_s, {}, u"还书失败"_s, false}},
-            {"renewed", {{}, true, {}, {}, u"续借成功"_s, true}},
+            {"renewed at full quota", {u"update dzk set bookcount=1"_s, true, {}, {}, u"续借成功"_s, true}},
+            {"late, settled and not lent anew",
+                {u"update jhsk set yhdate='2026-03-10'"_s, true, {}, {}, u"还书成功"_s, true}},
             {"renewal rolled back", {{}, true, u"insert into JHSK("_s, {}, u"续借失败"_s, true}},
             {"returned, but not lent anew", {overdue, true, {}, u"该读者存在1册过期书刊。"_s, {}, false}},
         });
@@ -200,8 +202,12 @@ private Q_SLOTS:
             = given<QString, bool, QString, QString, QString, bool>();
         m->send(u"update dzk set recount=2,reday=30"_s);
         m->loan(u"B1"_s, u"R1"_s, u"2026-03-20"_s);
-        m->insert(u"jhslsk"_s,
-            {{u"readercode"_s, u"R1"_s}, {u"barcode"_s, u"B1"_s}, {u"backdate"_s, u"2026-03-09"_s}});
+        const auto returned = [this](const QString& day) {
+            m->insert(
+                u"jhslsk"_s, {{u"readercode"_s, u"R1"_s}, {u"barcode"_s, u"B1"_s}, {u"backdate"_s, day}});
+        };
+        returned(u"2026-03-09"_s);
+        m_fines.closes = [returned](const QString&) { return returned(u"2026-03-10"_s), true; };
         m_desk->SSTab1.setCurrentIndex(1);
         if (!before.isEmpty()) m->send(before);
         if (!box.isEmpty()) m->prompt.expectStart(box);
