@@ -52,8 +52,10 @@ void makeFolder(const BackupJob& job)
 void requireFolder(const BackupJob& job)
 {
     if (job.mayMakeFolder) makeFolder(job);
-    if (!QFileInfo(job.folder).isDir())
-        throw fault(u"没有备份文件夹，请检查磁盘是否已连接："_s + QDir::toNativeSeparators(job.folder));
+    if (QFileInfo(job.folder).isDir()) return;
+    const QString why = job.mayMakeFolder ? u"不能建立备份文件夹，请检查它上一级文件夹的权限和磁盘空间："_s
+                                          : u"没有备份文件夹，请检查磁盘是否已连接："_s;
+    throw fault(why + QDir::toNativeSeparators(job.folder));
 }
 
 void removeUnfinished(const QString& stem, const BackupJob& job)

@@ -67,10 +67,19 @@ constexpr StepWords Steps[] {
         u"结构版本更新的，请升级本程序；不是本程序建立的，请换一个空的数据库。"},
 };
 
+QStringView adviceFor(const ServerProbe& probe)
+{
+    if (probe.needsEncryption)
+        return u"服务器只接受加密的连接。请选中“加密连接（TLS）”再测试一次；用数据源时，在 /etc/odbc.ini 里加一行 SSLmode=require。";
+    if (probe.lacksEncryption)
+        return u"服务器没有打开加密。请取消“加密连接（TLS）”再测试一次，或者请管理员在服务器上打开。";
+    return Steps[int(probe.step)].advice;
+}
+
 QString faultText(const ServerProbe& probe)
 {
-    const StepWords& step = Steps[int(probe.step)];
-    return step.head.toString().replace(u"%1"_s, probe.place) + probe.words + u'\n' + step.advice.toString();
+    const QString head = Steps[int(probe.step)].head.toString().replace(u"%1"_s, probe.place);
+    return head + probe.words + u'\n' + adviceFor(probe).toString();
 }
 
 QString foundText(const ServerTest& test)

@@ -111,6 +111,8 @@ void ServerPage::take(const ServerTest& tested)
 void ServerPage::focusAfter(const ServerProbe& probe)
 {
     if (probe.state != ServerProbe::State::Failed) return cmdTest.setFocus();
+    const bool isAboutEncryption = probe.needsEncryption || probe.lacksEncryption;
+    if (isAboutEncryption && chkEncrypt.isVisible()) return chkEncrypt.setFocus();
     QWidget* const boxes[] {&cboKind, &txtHost, &txtPort, &txtPassword, &txtDatabase, &txtUser, &txtDatabase};
     QWidget* box = boxes[int(probe.step)];
     (box->isVisible() ? box : &cboSource)->setFocus();

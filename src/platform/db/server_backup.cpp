@@ -6,6 +6,7 @@
 #include "platform/db/open_driver.h"
 
 #include <QProcess>
+#include <QRegularExpression>
 
 namespace quilla {
 
@@ -18,6 +19,7 @@ struct Server {
     QString password;
     QString database;
     QString encryption; ///< what the driver is told about it
+    QString authority; ///< the file of the certificate by which the server is known; empty for the usual one
 };
 
 /// An item of the text under one of its names, else that of the data source.
@@ -35,11 +37,18 @@ QString itemOf(const ConnectionItems& items, std::initializer_list<QString> name
     return {};
 }
 
+/// "sslrootcert=/etc/ssl/library.pem" among what the driver hands on to the server's own library.
+QString authorityOf(const ConnectionItems& items)
+{
+    static const QRegularExpression file(u"\\bsslrootcert\\s*=\\s*([^\\s{}]+)"_s);
+    return file.match(itemOf(items, {u"pqopt"_s})).captured(1);
+}
+
 Server serverOf(const ConnectionItems& items)
 {
     return {itemOf(items, {u"Servername"_s, u"Server"_s}), itemOf(items, {u"Port"_s}),
         itemOf(items, {u"UID"_s, u"Username"_s}), itemOf(items, {u"PWD"_s, u"Password"_s}),
-        itemOf(items, {u"Database"_s}), itemOf(items, {u"SSLmode"_s})};
+        itemOf(items, {u"Database"_s}), itemOf(items, {u"SSLmode"_s}), authorityOf(items)};
 }
 
 /// The tool takes from its environment what other users can't see there.
@@ -48,7 +57,7 @@ QProcessEnvironment environmentFor(const Server& server)
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     const std::pair<QString, QString> values[] {{u"PGHOST"_s, server.host}, {u"PGPORT"_s, server.port},
         {u"PGUSER"_s, server.user}, {u"PGPASSWORD"_s, server.password}, {u"PGDATABASE"_s, server.database},
-        {u"PGSSLMODE"_s, server.encryption}};
+        {u"PGSSLMODE"_s, server.encryption}, {u"PGSSLROOTCERT"_s, server.authority}};
     for (const auto& [name, value] : values)
         if (!value.isEmpty()) environment.insert(name, value);
     return environment;

@@ -274,6 +274,10 @@ ServerProbe probeServer(
     } catch (const Error& error) {
         probe.state = ServerProbe::State::Failed;
         probe.words = error.text;
+        // in these words whatever language the server speaks otherwise, the second in those before PostgreSQL
+        // 14
+        probe.needsEncryption = probe.words.contains(u"no encryption") || probe.words.contains(u"SSL off");
+        probe.lacksEncryption = probe.words.contains(u"does not support SSL");
     }
     return probe;
 }

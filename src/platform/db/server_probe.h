@@ -40,6 +40,8 @@ struct ServerProbe {
     State state = State::Failed;
     ServerStep step = ServerStep::Driver; ///< the last one that was tried
     QString place {}; ///< what the failure is about: a host, "host:port", a user, a database
+    bool needsEncryption = false; ///< the server refuses a way that is not encrypted
+    bool lacksEncryption = false; ///< the server cannot encrypt the way, as the text asks for
     QString words {}; ///< what is wrong, at times in the server's own words; never the password
 };
 
