@@ -24,8 +24,10 @@ LttjFrm::LttjFrm(const Workplace& place)
     , cmdQuit(u"&Q 关闭"_s)
 {
     QUILLA_NAMES(Option1, Dates, cmdQuery, CmdPrint, cmdToExcel, cmdQuit, iRec);
-    for (int option = 0; option < 4; ++option)
+    for (int option = 0; option < 4; ++option) {
         Option1[option].setText(circulationModes()[std::size_t(option)].caption);
+        if (option != OpenLoans) Option1[option].setFocusPolicy(Qt::ClickFocus); // Tab goes to the chosen one
+    }
     Option1[OpenLoans].setChecked(true);
     layOut();
     wire();

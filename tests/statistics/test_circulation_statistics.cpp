@@ -102,6 +102,9 @@ private Q_SLOTS:
     void datesComeFirst()
     {
         auto& form = opened<LttjFrm>(m_work->place);
+        form.Dates.Check1.setFocus();
+        QTest::keyClick(&form.Dates.Check1, Qt::Key_Backtab);
+        QCOMPARE(focusName(), u"Option1(1)"_s);
         form.Dates.Check1.click();
         form.Dates.Text1[1].setText(u"3/5/26"_s);
         m->prompt.expect(u"请输入完整的日期格式!(例如:2003-01-01)"_s);
