@@ -13,6 +13,7 @@
 #include "support/scripted_prompt.h"
 #include "support/window_steps.h"
 
+#include <QLabel>
 #include <QMessageBox>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -54,6 +55,8 @@ private Q_SLOTS:
             type(desk->TxtReaderCode, u"R1"_s);
             type(desk->TxtBarCode, u"B1"_s);
             outcome = desk->tMsg.text();
+            for (const QString& label : {u"Panel2"_s, u"lMain"_s})
+                outcome += u'|' + window.findChild<QLabel*>(label)->text();
             focus = focusName();
             window.close();
             QVERIFY(window.isVisible());
@@ -70,7 +73,7 @@ private Q_SLOTS:
         QCOMPARE(program.run(), 0);
 
         QCOMPARE(prompt.takeComplaints(), QString());
-        QCOMPARE(outcome, u"借书成功"_s);
+        QCOMPARE(outcome, u"借书成功|操作员：  LY|Quilla青简总馆V4.1-----------------------青简台"_s);
         QCOMPARE(focus, u"TxtBarCode"_s);
         QCOMPARE(
             value(u"select readercode,operater,datediff(dy,orderdate,yhdate) from jhsk where barcode='B1'"_s),

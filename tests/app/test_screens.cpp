@@ -348,7 +348,8 @@ private Q_SLOTS:
         dialog.cboDSNList.setFocus();
         dialog.cboDSNList.addItem(u"lib"_s);
         dialog.cboDSNList.setCurrentText(u"lib"_s);
-        QVERIFY(!dialog.txtServer.isEnabled());
+        QVERIFY(!dialog.txtServer.isEnabled() && !dialog.cboDrivers.isEnabled()
+            && !dialog.txtDatabase.isEnabled());
         QVERIFY(dialog.txtUID.hasFocus());
         dialog.cmdOK.setFocus();
         m->prompt.expect(u"用户名不能为空!请重新输入!"_s);

@@ -94,6 +94,9 @@ private Q_SLOTS:
         open();
         QCOMPARE(m_form->Text1.selectedText(), m_form->Text1.text()); // typing replaces the first name
         search(u"neil"_s);
+        m_form->Text1.setFocus();
+        QTest::keyClick(&m_form->Text1, Qt::Key_Return);
+        QVERIFY(m_form->Command1.hasFocus());
         m_form->Text1.selectAll();
         m_form->Text1.insert(u"王一"_s);
         m_form->Command2[0].click();
