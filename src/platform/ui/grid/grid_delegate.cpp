@@ -40,7 +40,9 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
     if (mark < 0) return;
     option->palette.setColor(QPalette::Text, Theme::current().error);
     option->palette.setColor(QPalette::Inactive, QPalette::HighlightedText, Theme::current().error);
-    if (index.column() == mark) option->text.prepend(u'！');
+    if (index.column() != mark) return;
+    option->text.prepend(u'！');
+    option->font.setBold(true); // the line that has the focus shows no colour but its own
 }
 
 void GridDelegate::paint(
