@@ -200,7 +200,8 @@ void DzaddFrm::LoadReader(const QString& readercode)
     const bool isNew = readercode.isEmpty();
     m_edit.storedCode.clear();
     m_edit.takesNewCode = false;
-    m_whyNotSaved.hide();
+    m_whyNotSaved.setText(u"这里只供查看。要修改，请打开“读者管理”。"_s);
+    m_whyNotSaved.setVisible(!m_edit.mode.maySave());
     cmdUpdateZheng.setVisible(m_edit.mode.isEdit());
     cmdUpdateZheng.setEnabled(true);
     Text1[CardBox::ReaderCode].setEnabled(isNew);
