@@ -2,6 +2,7 @@
 
 #include <QScreen>
 #include <QWidget>
+#include <QWindow>
 
 namespace quilla {
 
@@ -18,9 +19,10 @@ void keepOnScreen(QWidget& window)
 {
     if (window.isMaximized() || window.isFullScreen()) return;
     const QRect room = window.screen()->availableGeometry();
-    const QSize around = window.frameGeometry().size() - window.size();
-    window.resize(window.size().boundedTo(room.size() - around));
-    const QRect place = window.frameGeometry();
+    // asked of the system: what the widget knows may be from before it had a frame
+    const QMargins frame = window.windowHandle() ? window.windowHandle()->frameMargins() : QMargins();
+    window.resize(window.size().boundedTo(room.marginsRemoved(frame).size()));
+    const QRect place = window.geometry().marginsAdded(frame);
     if (!room.contains(place)) window.move(placedWithin(place, room).topLeft());
 }
 

@@ -95,6 +95,10 @@ bool WindowPlaces::putBack(QWidget& window) const
 bool WindowPlaces::eventFilter(QObject* watched, QEvent* event)
 {
     auto* window = qobject_cast<QWidget*>(watched);
+    if (window && event->type() == QEvent::WindowActivate && window == m_appeared) {
+        m_appeared = nullptr;
+        keepOnScreen(*window);
+    }
     const bool appears = event->type() == QEvent::Show;
     if (!window || event->spontaneous() || !(appears || event->type() == QEvent::Hide)) return false;
     if (auto* dialog = qobject_cast<QFileDialog*>(window); dialog && appears) followFolder(*dialog);
@@ -106,10 +110,11 @@ bool WindowPlaces::eventFilter(QObject* watched, QEvent* event)
     return false;
 }
 
-/// Its frame comes around it after it has appeared.
-void WindowPlaces::open(QWidget& window) const
+/// Its frame comes around it after it has appeared, and is there for certain when it has become active.
+void WindowPlaces::open(QWidget& window)
 {
     putBack(window);
+    m_appeared = &window;
     QMetaObject::invokeMethod(
         &window, [&window] { keepOnScreen(window); }, Qt::QueuedConnection);
 }

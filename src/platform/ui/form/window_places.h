@@ -29,13 +29,14 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void open(QWidget& window) const;
+    void open(QWidget& window);
     void keep(const QWidget& window);
     void followFolder(QFileDialog& dialog);
     void store(const QString& key, const QString& text);
     QString stored(const QString& key) const;
 
     SettingsStore& m_settings;
+    const QWidget* m_appeared = nullptr; ///< the latest window, until it is active; only compared
 };
 
 } // namespace quilla
