@@ -160,9 +160,12 @@ private Q_SLOTS:
         const ReportTexts unknown {{}, {{u"labNo"_s, u"x"_s}}};
         QCOMPARE(errorText([&] { layOut(design, rows(empty), unknown); }),
             u"报表“借阅历史统计表”没有标签 labNo。"_s);
+        for (const QString& price : {u"12.5"_s, u"30"_s})
+            m->send(u"insert into BookOut(bookname,price) values('甲',%1)"_s.arg(price));
         const QString ledger
             = print(designOf(u"PrintBookOut"_s), rows(u"select * from BookOut"_s), {u"2026年度"_s, {}})[0];
-        QVERIFY2(ledger.startsWith(u"2026年度藏书注销帐 书 名 "), qPrintable(ledger));
+        QVERIFY2(ledger.startsWith(u"2026年度藏书注销帐 书 名 ") && ledger.contains(u"合计： 42.50"),
+            qPrintable(ledger));
     }
 
     void designsOfTheCatalogue()
