@@ -169,7 +169,7 @@ void fill(PooledFactory& factory, const Load& load)
     fillScaleData(connection, load.scale);
     connection.execute(u"update dzk set bookcount=30000,recount=10,ifcanre=1");
     connection.commit();
-    connection.settleRows();
+    connection.gatherStatistics();
 }
 
 std::vector<std::unique_ptr<QProcess>> startDesks(const Load& load, const QStringList& options)

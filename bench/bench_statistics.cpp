@@ -57,7 +57,7 @@ void fill(TestLibrary& library, int loans)
     conn.begin();
     fillScaleData(conn, options);
     conn.commit();
-    conn.settleRows();
+    conn.gatherStatistics();
 }
 
 qsizetype send(Connection& conn, const QString& statement)

@@ -80,7 +80,7 @@ set_up() {
     librarian quilla-db check
 }
 
-# The set-up opens the desk; who has its lock is told in the first line.
+# The set-up opens the desk; the first line of the lock file names the process that holds it.
 charge() {
     keys Return
     window "登录流通子系统"

@@ -56,7 +56,8 @@ void DeskApplication::keepBackup(DailyBackup& backup, LtMainFrm& window)
 int DeskApplication::run()
 {
     if (!prepareSettings(m_settings, m_session.prompt)) return 1;
-    DailyBackup backup(m_settings, m_clock); // goes last: a backup is finished after the windows are closed
+    // Destroyed last, so that a backup still finishes after the windows have closed.
+    DailyBackup backup(m_settings, m_clock);
     LockFileGuard guard(QFileInfo(embeddedDatabaseFile()).path());
     if (!prepareStart(m_session, guard)) return 0;
     m_session.scans

@@ -36,7 +36,7 @@ void keepLastOfEach(QDate (*period)(const QDate&), int count, const QList<QDate>
     }
 }
 
-/// The same when the library was deleted: its backups are looked for most of all then.
+/// The same whether or not the file exists: the backups matter most when the library was deleted.
 QString folderOf(const QFileInfo& library)
 {
     return library.exists() ? library.canonicalPath() : QFileInfo(library.absolutePath()).canonicalFilePath();

@@ -5,8 +5,8 @@
 
 namespace quilla {
 
-/// What the names of a library's backups begin with: the library's own name and what tells its folder and
-/// machine from others, so that several libraries may share a folder of backups.
+/// What the names of a library's backups begin with: the library's own name, and a short code for its folder
+/// and machine, so that several libraries may share a folder of backups.
 QString backupStem(const QString& library);
 
 /// The name of the day's backup: "quilla-3f09ac-2026-11-25.db".
@@ -15,7 +15,7 @@ QString backupName(const QString& stem, const QDate& day);
 /// Whether a backup of this stem left the file behind when its process was killed.
 bool isUnfinishedBackup(const QString& stem, const QString& name);
 
-/// The day that a name of this stem tells; invalid for a name that is none of its backups.
+/// The day in the name of a backup of this stem; invalid for any other name.
 QDate backupDay(const QString& stem, const QString& name);
 
 /// The names, among the backups of `stem`, that need not be kept: what is kept is the last backup of each of

@@ -19,7 +19,7 @@ void setBackupFolder(SettingsStore& settings, const QString& folder);
 QString backupFailure(const SettingsStore& settings);
 void noteBackupFailure(SettingsStore& settings, const QString& why);
 
-/// What one backup needs to know; worked on in a thread of its own.
+/// What one backup needs to know. It is made in a thread of its own.
 struct BackupJob {
     QString library;
     QString folder;
@@ -44,7 +44,7 @@ struct Backup {
     QDate day;
 };
 
-/// Those of a library, the newest first.
+/// The backups of a library, the newest first.
 std::vector<Backup> backupsOf(const SettingsStore& settings, const QString& library);
 
 /// Puts the backup in the place of the library; no desk may have it open. What stood there is kept under a

@@ -12,7 +12,7 @@ class QThread;
 namespace quilla {
 
 /// Makes the day's backup beside the desk's own work, in a thread that reads the file by a connection of its
-/// own. Its end is noted in the settings, so that a failure is told at the next login too.
+/// own. The outcome is stored in the settings, so that a failure is also reported at the next login.
 class DailyBackup final : public QObject {
     Q_OBJECT
 

@@ -12,7 +12,7 @@ namespace quilla {
 QString classificationFile(const QString& folder);
 
 /// The lines of the main classes, each the class letter and its text, as they stand in the file. nullopt when
-/// the file can't be read, which is told.
+/// the file can't be read, which is reported.
 std::optional<QStringList> readMainClasses(Prompt& prompt, const QString& file);
 
 /// The lines of the second level that belong to the class: they begin with its letter, or with "[" and its

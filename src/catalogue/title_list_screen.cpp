@@ -57,7 +57,7 @@ void TitleListScreen::show(const ListSearch& search)
 
 qsizetype TitleListScreen::fill(Recordset& titles)
 {
-    const QSignalBlocker quiet(Grid1); // the first line is told of once, when all stand there
+    const QSignalBlocker quiet(Grid1); // `titlesShown` announces the first line once all are there
     if (!titles.eof()) return fillGrid(Grid1, titles, {.format = FilledFormat, .widths = Widths});
     clearTitles();
     return 0;

@@ -16,8 +16,8 @@ ListSearch titlesLike(const QString& text);
 /// All titles that meet a condition of the query dialog, in its order.
 ListSearch titlesBy(const QString& condition, const QString& order);
 
-/// The titles found. nullopt after a failure, which is told, and where the operator had to see to the
-/// connection instead.
+/// The titles found. nullopt after a failure, which is reported, and when the operator was sent to the
+/// connection settings instead.
 std::optional<Recordset> findTitles(Session& session, const ListSearch& search);
 
 /// The copies of a title that are neither lost nor withdrawn; with an empty id those of every title. nullopt
@@ -25,10 +25,10 @@ std::optional<Recordset> findTitles(Session& session, const ListSearch& search);
 std::optional<Recordset> usableCopies(Session& session, Opened opened, const QString& zskid);
 
 /// All that is known of a title, a line a field that is not null; the first field always has its line.
-/// nullopt after a failure, which is told, and for a title that is gone.
+/// nullopt after a failure, which is reported, and for a title that is gone.
 std::optional<QString> ShowTitleDetail(Session& session, const QString& zskid);
 
-/// A select in handler mode, of which an error is told in its own words. nullopt as with `findTitles`.
+/// A select in handler mode; an error is reported in the words of the database. nullopt as with `findTitles`.
 std::optional<Recordset> selectOrTell(Session& session, Opened opened, const QString& statement);
 
 } // namespace quilla

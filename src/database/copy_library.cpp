@@ -38,7 +38,7 @@ void copyRows(Connection& from, Connection& to, const sql::Table& table)
     }
 }
 
-void copyTable(Connection& from, Connection& to, const sql::Table& table, const TableCopied& told)
+void copyTable(Connection& from, Connection& to, const sql::Table& table, const TableCopied& copied)
 {
     try {
         withoutIndexes(to, table.name,
@@ -49,17 +49,17 @@ void copyTable(Connection& from, Connection& to, const sql::Table& table, const 
     const qint64 there = rowCount(from, table.name);
     const qint64 here = rowCount(to, table.name);
     if (there != here) throw fault(table.name, u"应有 %1 行，只有 %2 行。"_s.arg(there).arg(here));
-    told(table.name, here);
+    copied(table.name, here);
 }
 
 } // namespace
 
-void copyLibrary(Connection& from, Connection& to, const TableCopied& told)
+void copyLibrary(Connection& from, Connection& to, const TableCopied& copied)
 {
     const sql::Schema schema = librarySchema();
     createLibrary(to);
     for (const sql::Table& table : schema.tables())
-        if (!table.view) copyTable(from, to, table, told);
+        if (!table.view) copyTable(from, to, table, copied);
 }
 
 } // namespace quilla

@@ -16,7 +16,7 @@ void fillOpened(const Target& target, const sql::Schema& schema, const LibraryFi
     connection.begin(OnFailure::EndTransaction);
     fill(connection);
     connection.commit();
-    connection.settleRows();
+    connection.gatherStatistics();
 }
 
 } // namespace

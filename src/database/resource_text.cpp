@@ -2,6 +2,7 @@
 
 #include "platform/core/built_in_file.h"
 #include "platform/core/text.h"
+#include "platform/sql/schema.h"
 
 // A static library's resources are not linked unless something asks for them by name.
 static void linkResources()
@@ -20,17 +21,8 @@ QString resourceText(const QString& name)
 QStringList splitStatements(const QString& tsql)
 {
     QStringList statements;
-    QString statement;
-    for (const QStringView line : QStringView(tsql).split(u'\n')) {
-        if (line.trimmed().compare(u"go", Qt::CaseInsensitive) != 0) {
-            statement += line;
-            statement += u'\n';
-            continue;
-        }
-        if (!statement.trimmed().isEmpty()) statements += statement;
-        statement.clear();
-    }
-    if (!statement.trimmed().isEmpty()) statements += statement;
+    for (const sql::ScriptPart& part : sql::splitScript(tsql))
+        statements += part.text;
     return statements;
 }
 

@@ -12,7 +12,7 @@ struct Target {
     std::optional<QString> file; ///< of an embedded database
     QString group; ///< whose members may use the file when it is new; empty for the owner alone
 
-    /// What an operator may be told: the file, or that it is a server's.
+    /// For messages: the path of the file, or a word for a server; never the connection text.
     QString name() const;
     bool exists() const;
 };

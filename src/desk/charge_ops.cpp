@@ -1,5 +1,6 @@
 #include "desk/charge_ops.h"
 
+#include "desk/desk_pages.h"
 #include "desk/due_date_ops.h"
 #include "frame/refusal.h"
 #include "frame/sublib.h"
@@ -62,7 +63,7 @@ struct Loan {
 };
 
 /// Where the operator goes on after a refusal.
-enum Place { ReaderBox, BarcodeBox, DischargePage };
+enum Place { ReaderBox, BarcodeBox, PageOfReturns };
 
 /// Why this copy is not charged to this reader.
 struct Objection {
@@ -125,7 +126,7 @@ Verdict checkQuota(const Reader& reader)
 {
     if (!reader.quota || *reader.quota > 0) return {};
     return Objection {
-        QuotaUsedUp, {u"此读者借书额已满，不能再借新书！"_s, OwnTitle, Icon::Warning, DischargePage}};
+        QuotaUsedUp, {u"此读者借书额已满，不能再借新书！"_s, OwnTitle, Icon::Warning, PageOfReturns}};
 }
 
 /// The time of day is compared on purpose: a loan that is due today is overdue.
@@ -172,7 +173,8 @@ Verdict checkCopy(const std::optional<Copy>& copy)
     if (copy->lendable)
         return reference ? refuseCopy(ReferenceCopy, u"此书是典藏书，不能外借"_s) : std::nullopt;
     if (sameText(copy->status, u"借出")) return refuseCopy(NotAvailable, u"此书当前已借出"_s, OwnTitle);
-    // The select brings no lost or withdrawn copy; the list of states is whole with the two answers.
+    // The select leaves lost and withdrawn copies out, so these two are not reached; they complete the
+    // states.
     if (sameText(copy->status, u"丢失")) return refuseCopy(NotAvailable, u"此书已标记为丢失"_s, OwnTitle);
     if (sameText(copy->status, u"注销")) return refuseCopy(NotAvailable, u"此书已标记为注销"_s, OwnTitle);
     return refuseCopy(NotAvailable, u"此书当前不可借"_s);
@@ -214,8 +216,8 @@ QString loanInsert(const Session& session, const Loan& loan, const QString& toda
             loan.readercode, loan.barcode, today, due, session.OperatorName, QString::number(*loan.renewals));
 }
 
-/// Loan, copy and reader, and the reservation where it ends. Whether they may stand: the copy changed, and
-/// the due date is sure.
+/// Writes loan, copy and reader, and ends the reservation where there is one. Returns whether the writes may
+/// stand: the copy has changed and the due date is certain.
 bool sendLoan(ResumingWork& writes, const Loan& loan)
 {
     Session& session = writes.session();
@@ -223,7 +225,7 @@ bool sendLoan(ResumingWork& writes, const Loan& loan)
         writes.send(u"update yyk set barcode='',orderstatus=0 where barcode='%1'"_s.arg(loan.barcode));
     const QString today = isoDate(GetServerDate(session));
     const DueDate due = dueDateFor(session, loan.days);
-    writes.endTransactionOnFailure(); // the two dates forgot what failed before them
+    writes.endTransactionOnFailure(); // not earlier: asking for the two dates clears any error before them
     writes.send(loanInsert(session, loan, today, isoDate(due.date)));
     const auto changed = writes.send(
         u"update SCK set borrowstatus=0,bookstatus='借出' where bookstatus<>'丢失' and  bookstatus<>'注销' and barcode='%1'"_s
@@ -254,7 +256,6 @@ Verdict examine(ResumingWork& reads, const Manner& manner, Loan& loan)
 
 ChargeResult refuse(Session& session, DeskView& desk, const Objection& objection)
 {
-    constexpr int dischargePage = 1;
     desk.refusing(objection.refusal.text);
     tell(session.prompt, objection.refusal, [&](int place) {
         if (place == ReaderBox)
@@ -262,7 +263,7 @@ ChargeResult refuse(Session& session, DeskView& desk, const Objection& objection
         else if (place == BarcodeBox)
             desk.selectBarCode();
         else
-            desk.showPage(dischargePage);
+            desk.showPage(DischargePage);
     });
     return objection.result;
 }

@@ -5,10 +5,10 @@
 
 namespace quilla {
 
-/// The outcomes of a charge. Above 0 a refusal that the operator has been told, below 0 a failure that
-/// the caller tells.
+/// The outcomes of a charge. Above 0 it was refused, and the operator has seen why; below 0 it failed, and
+/// the caller reports that.
 enum ChargeResult : qint32 {
-    Charged = 0, ///< the loan was written; also when no connection could be had, of which the operator knows
+    Charged = 0, ///< the loan was written; also when there is no connection, which has been reported
     Incomplete = 1, ///< reader code or barcode empty
     NoSuchReader = 2,
     QuotaUsedUp = 3,

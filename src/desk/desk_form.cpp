@@ -75,7 +75,7 @@ void TsjhFrm::layOut()
             .control);
     Split.addWidget(Piece(Scans).control);
     Split.setChildrenCollapsible(false);
-    // captions and a line: all else of the room on a small screen goes where the operator drags it
+    // The captions and one line stay visible; the operator shares out the rest of a small screen.
     for (QTableView* list : std::initializer_list<QTableView*> {&Grid1, &Grid2, &Query.Grid3, &Scans.List})
         list->setMinimumHeight(2 * (fontMetrics().height() + 8));
     build(*this,
@@ -110,8 +110,8 @@ void TsjhFrm::wire()
         [this] { showDetails(Query.Grid3, LoanQueryPage::BarcodeColumn); });
 }
 
-/// F2, F3 and F4 turn to a page, Ctrl+Tab goes through them; F6 goes to the session list, F8 tells why a scan
-/// failed, F9 prints the reader's slip.
+/// F2, F3 and F4 turn to a page, Ctrl+Tab goes through the pages, F6 goes to the session list, F8 shows why a
+/// scan failed, F9 prints the reader's slip.
 void TsjhFrm::makeKeys()
 {
     const auto on = [this](const QKeySequence& keys, auto step) {
@@ -223,8 +223,8 @@ void TsjhFrm::keyPressEvent(QKeyEvent* event)
     QWidget::keyPressEvent(event);
 }
 
-/// Below the query page there would be no room for what it finds. A page is never lower than what is on it;
-/// the tabs alone would ask for the highest one.
+/// Hides the session list below the query page, which needs the room for what it finds. Each page is at least
+/// as high as what is on it; by default all would be as high as the highest one.
 void TsjhFrm::placeScans()
 {
     Scans.setVisible(Split.orientation() == Qt::Horizontal || SSTab1.currentIndex() != QueryPage);
@@ -232,7 +232,7 @@ void TsjhFrm::placeScans()
         SSTab1.tabBar()->sizeHint().height() + SSTab1.currentWidget()->minimumSizeHint().height());
 }
 
-/// Whoever turned the page, the operator or an operation.
+/// Runs whether the operator or an operation turned the page.
 void TsjhFrm::enterPage(int page)
 {
     tMsg.clear();

@@ -5,7 +5,7 @@
 #include "desk/fine_dialog.h"
 #include "desk/loan_query_page.h"
 #include "desk/scan_list_pane.h"
-#include "desk/slip_menu.h"
+#include "desk/slip_button.h"
 #include "frame/workplace.h"
 #include "platform/ui/form/focus_scroller.h"
 #include "platform/ui/form/result_label.h"

@@ -2,7 +2,9 @@
 
 namespace quilla {
 
+/// The pages of the desk, by their index.
 enum DeskPage { ChargePage, DischargePage, QueryPage };
-constexpr int BarcodeColumn = 1; ///< of the loans and of the returns
+/// Of the grids of the loans and of the returns.
+constexpr int BarcodeColumn = 1;
 
 } // namespace quilla

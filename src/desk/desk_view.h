@@ -19,7 +19,7 @@ class DeskView {
 public:
     virtual ~DeskView() = default;
 
-    virtual void refusing(const QString&) { } ///< a scan is refused for this reason, which is told next
+    virtual void refusing(const QString&) { } ///< a scan is refused; the box with this reason comes next
     virtual void asking() { } ///< the operator is going to be asked
 
     virtual void focusReaderCode() = 0;

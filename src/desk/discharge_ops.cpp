@@ -29,7 +29,8 @@ std::optional<Loan> findLoan(ResumingWork& reads, const QString& barcode)
     return Loan {row.field(u"jhskid").text(), row.field(u"readercode").text(), row.field(u"yhdate").moment()};
 }
 
-/// The loan goes into the history, reader and copy get their counts and state back. Whether the copy changed.
+/// Moves the loan into the history and sets the counts of the reader and the state of the copy. Returns
+/// whether the copy changed.
 bool closeLoan(ResumingWork& writes, const Loan& loan, const QString& barcode)
 {
     const QString today = isoDate(GetServerDate(writes.session()));

@@ -8,9 +8,8 @@ namespace quilla {
 
 /// The outcomes of a discharge.
 enum DischargeResult : qint32 {
-    Discharged
-    = 0, ///< the loan was closed; also when no connection could be had, of which the operator knows
-    NoLoan = 1, ///< no loan for this barcode, which the operator has been told
+    Discharged = 0, ///< the loan was closed; also when there is no connection, which has been reported
+    NoLoan = 1, ///< no loan for this barcode, which has been reported
     FineDeclined = 10, ///< overdue, and the fine dialog ended without closing the loan
     NotDischarged = -2, ///< rolled back
 };

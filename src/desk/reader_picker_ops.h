@@ -6,7 +6,7 @@
 
 namespace quilla {
 
-/// What tells the reader pickers apart.
+/// What differs between the two reader pickers.
 struct ReaderPicker {
     QString name; ///< of the screen
     QString title;
@@ -49,12 +49,11 @@ struct ReaderDetails {
     QString photo; ///< path of the picture; empty when there is none
 };
 
-/// The picker's readers whose name holds `part`, all when it is empty: name and code. nullopt when no
-/// connection can be had, which the operator knows; a select that fails counts as one without rows.
+/// The picker's readers whose name contains `part`, all when it is empty: name and code. nullopt when there
+/// is no connection, which has been reported; a select that fails counts as one without rows.
 std::optional<Recordset> findReaders(Session& session, const ReaderPicker& picker, const QString& part);
 
-/// What there is to know of a reader. nullopt for a code that is gone and after
-/// a failure, which are told.
+/// The details of a reader. nullopt for a code that is gone and after a failure; both are reported.
 std::optional<ReaderDetails> readReaderDetails(Session& session, const QString& readercode);
 
 } // namespace quilla

@@ -17,8 +17,8 @@ SlipChoice slipChoice(const SettingsStore& settings);
 /// Throws `Error` when it could not be stored.
 void keepSlipChoice(SettingsStore& settings, const SlipChoice& choice);
 
-/// What the reader has on loan, with due dates, from what is stored. nullopt without such a reader, which is
-/// told.
+/// What the reader has on loan, with due dates, as the database has it. nullopt for an unknown reader, which
+/// is reported.
 std::optional<Slip> loanSlip(Session& session, const QString& readercode, SlipPaper paper);
 
 /// Where the slip goes as a file: in the documents folder, by reader and time.

@@ -23,7 +23,7 @@ public:
     bool ReloadReaderHistory(const QString& readercode, const QString& barcode);
 
 private:
-    // False when the last thing seen was a failing statement: the look-up is then made again.
+    // False when the last statement failed: the look-up is then made again at the next occasion.
     bool lookUp(ResumingWork& work, int index, const QString& text);
     bool checkReader(ResumingWork& work);
     bool checkBook();

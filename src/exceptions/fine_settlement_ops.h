@@ -6,12 +6,12 @@
 
 namespace quilla {
 
-/// What the boxes lack for a settlement; its box is one of `FineBox`. Without a text when no connection could
-/// be had, of which the operator knows.
+/// What the boxes lack for a settlement; its box is one of `FineBox`. Without a text when there is no
+/// connection, which has been reported.
 std::optional<Refusal> ValidateFine(Session& session, const FineView& view);
 
-/// Fines, end of the loan, state of the copy and its ledger row in one transaction. False when nothing of it
-/// was stored, which is told.
+/// Stores the fines, the end of the loan, the state of the copy and its ledger row in one transaction. False
+/// when nothing of it was stored, which is reported.
 bool SaveFine(Session& session, const FineView& view);
 
 } // namespace quilla

@@ -13,7 +13,7 @@ namespace quilla {
 namespace {
 
 const QString Columns = u"BookOutID,outdate,bookname,author,barcode,price,cause,operater,memo"_s;
-/// Of the report and of the sheet.
+/// What the report and the spreadsheet show.
 const QString OutputSelect = u"select bookname,author,barcode,price,cause,outdate from BookOut"_s;
 
 QString priceText(const Value& price)

@@ -40,7 +40,7 @@ QString ledgerFindCondition(int field, const QString& text);
 inline constexpr QStringView LedgerFindOrder = u"outdate,cause,barcode";
 
 /// Puts the copy of that entry back into stock, whatever its state, and takes the entry out of the ledger.
-/// All or nothing, and nothing is told either way. True when it was done.
+/// All or nothing. True when it was done; no box is shown either way.
 bool restoreWithdrawnCopy(Session& session, qint64 id);
 
 /// The ledger's report under the current year; the list's order does not apply. `anyShown`: whether the list
@@ -62,9 +62,9 @@ struct CatalogueData {
 
 /// What came of a look at the copy that is to be withdrawn.
 struct CopyCheck {
-    bool refused = false; ///< it is withdrawn already, which has been told, or there is no connection
-    std::optional<CatalogueData>
-        data {}; ///< nullopt for a barcode unknown to the catalogue, which may be entered too
+    bool refused = false; ///< it is withdrawn already, which has been reported, or there is no connection
+    /// nullopt for a barcode unknown to the catalogue, which may be entered too.
+    std::optional<CatalogueData> data {};
 };
 CopyCheck CheckCopyForWithdrawal(Session& session, const QString& barcode);
 
@@ -72,7 +72,8 @@ CopyCheck CheckCopyForWithdrawal(Session& session, const QString& barcode);
 std::optional<Refusal> withdrawalDateRefusal(const QString& date);
 
 /// Stores a new entry, and takes its copy out of circulation where there is one; or changes an entry, whose
-/// date, operator and copy stay as they are. All or nothing. True when it failed, which is not told.
+/// date, operator and copy stay as they are. All or nothing. True when it failed, which is left to the caller
+/// to report.
 bool SaveWithdrawal(Session& session, const EditorMode& mode, const Withdrawal& entry);
 
 } // namespace quilla

@@ -22,7 +22,7 @@ public:
 /// How a box that was left is looked up. Of several rows the first counts.
 struct LookUp {
     QString statement; ///< "%1" is the text, its quotes doubled
-    QString notFound; ///< what is told
+    QString notFound; ///< the message when there is no such row
     std::vector<std::pair<QString, int>> found; ///< fields and the boxes that take them
 };
 
@@ -32,8 +32,8 @@ LookUp lookUpByName();
 inline constexpr QStringView NoSuchBarcode = u"此条形码不存在 或 不存在借阅信息。";
 inline constexpr QStringView NoSuchTitle = u"此图书名不存在 或 不存在借阅信息。";
 
-/// The row found, its fields in their boxes as the database gave them: " P3" with its blank is another reader
-/// than "P3". nullopt when there is no row, which the caller tells.
+/// Finds the row and puts its fields into their boxes as the database has them: " P3" with its blank is
+/// another reader than "P3". nullopt when there is no row, which the caller reports.
 std::optional<Recordset> lookUpBox(
     ResumingWork& work, BoxView& view, const LookUp& rule, const QString& text);
 

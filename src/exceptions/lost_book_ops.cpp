@@ -72,7 +72,7 @@ LostEntry::LostEntry(Session& session, BoxView& view)
 {
 }
 
-/// Always false.
+/// Reports the refusal. Returns false, so that a check can end with it.
 bool LostEntry::refuse(const QString& text, int box)
 {
     tell(m_session.prompt, Refusal {.text = text, .box = box}, [this](int index) { m_view.focusBox(index); });
@@ -97,7 +97,7 @@ bool LostEntry::Text1_LostFocus(int index)
         ResumingWork work(m_session);
         if (!work) return true;
         refusal = lookUp(work, index, text);
-        LookupDone = !work.failed(); // what the look-up filled in has cleared it
+        LookupDone = !work.failed(); // set last, since filling the other boxes has cleared it
     }
     return !refusal || refuse(refusal->text, refusal->box);
 }
@@ -138,7 +138,7 @@ bool LostEntry::ValidateLostEntry()
     return EntryMode != u"A" || !isRegistered();
 }
 
-/// True without a connection too: nothing can be saved then.
+/// Also true without a connection, since nothing can be saved then.
 bool LostEntry::isRegistered()
 {
     {
@@ -195,7 +195,7 @@ bool LostEntry::SaveLostEntryDate()
     return false;
 }
 
-/// The word for adding stands where an entry is changed, too.
+/// The message speaks of adding also when an entry was changed; operators know it in this form.
 void LostEntry::tellFailure()
 {
     m_session.prompt.warn(u"数据添加出错，取消该操作。"_s, OperationTitle);

@@ -43,14 +43,14 @@ public:
     bool LookupDone = false; ///< the boxes have been looked up since they last changed
 
     /// The focus has left a box: a date is tested, a code, name or title looked up. False when a fault was
-    /// told.
+    /// reported.
     bool Text1_LostFocus(int index);
-    /// Whether the boxes make an entry; tells what is missing.
+    /// Whether the boxes make an entry. Reports what is missing.
     bool ValidateLostEntry();
-    /// The new line of the list, in its columns; nullopt after a failure, which is told. The unit is looked
-    /// up here, and stays empty when that fails.
+    /// Stores the entry and returns its line for the list; nullopt after a failure, which is reported. The
+    /// unit is looked up here, and stays empty when that fails.
     std::optional<QStringList> SaveNewLostEntry();
-    /// False after a failure, which is told. That no row was changed is none.
+    /// False after a failure, which is reported. An update that changes no row does not count as one.
     bool SaveLostEntryDate();
 
     /// A box other than the date holds another text now.

@@ -8,6 +8,12 @@ namespace quilla {
 
 namespace {
 
+/// The title takes what is left.
+const WidthRule Widths {.spareSmall = 80,
+    .spareLarge = 360,
+    .parts = 0,
+    .columns = {{0, 0, 0, 1200, false}, {1, 1, 0, -7200, true}, {2, 6, 0, 1200, false}}};
+
 const SortedListPlan& plan()
 {
     static const SortedListPlan plan {
@@ -16,7 +22,7 @@ const SortedListPlan& plan()
         .everything = lostBookList(),
         .format = u"^条形码|<书     名|^读者单位|^读者证号|^读者姓名|^应罚金额|^登记日期"_s,
         .money = {LostColumn::Amount},
-        .widths = lostBookWidths(),
+        .widths = Widths,
         .triple = {u"barcode,bookname,readunit,readercode,name,yfjine,createdate"_s,
             u"条形码,书名,读者单位,读者证号,读者姓名,应罚金额,登记日期"_s,
             u"字符,字符,字符,字符,字符,数字,日期"_s, u"统计条件"_s},

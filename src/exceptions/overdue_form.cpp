@@ -8,6 +8,12 @@ namespace quilla {
 
 namespace {
 
+/// The title takes what is left.
+const WidthRule Widths {.spareSmall = 80,
+    .spareLarge = 360,
+    .parts = 0,
+    .columns = {{0, 0, 0, 1200, false}, {1, 1, 0, -8400, true}, {2, 7, 0, 1200, false}}};
+
 const SortedListPlan& plan()
 {
     static const SortedListPlan plan {
@@ -16,7 +22,7 @@ const SortedListPlan& plan()
         .everything = overdueList(),
         .format = u"^条形码|<书     名|^读者单位|^读者证号|^读者姓名|^借书日期|^应还日期|>超期天数"_s,
         .money = {},
-        .widths = overdueWidths(),
+        .widths = Widths,
         .triple = {u"barcode,bookname,readunit,readercode,name,orderdate,yhdate,cqday"_s,
             u"条形码,书名,读者单位,读者证号,读者姓名,借书日期,应还日期,超期天数"_s,
             u"字符,字符,字符,字符,字符,日期,日期,数字"_s, u"统计条件"_s},

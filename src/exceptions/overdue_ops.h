@@ -12,8 +12,8 @@ ListSearch overdueList();
 /// The same for the overdue statistics, which also show the author.
 ListSearch overdueStatistics();
 
-/// Shows the report of overdue loans on a list's statement. An empty one is told to hold nothing to print;
-/// one without rows opens a report without lines.
+/// Shows the report of overdue loans that a list's statement finds. For an empty statement the operator is
+/// told that there is nothing to print; a statement without rows opens a report without lines.
 void printOverdue(Session& session, ReportViewer& reports, const QString& statement);
 
 /// What the overdue statistics are narrowed to; a part that is not asked for is nullopt.

@@ -10,7 +10,7 @@ struct SortChoice {
     QString field; ///< by which later printouts are ordered
 };
 
-/// What tells the overdue list and the register of losses apart, but for their own commands.
+/// What differs between the overdue list and the register of losses, apart from their own commands.
 struct SortedListPlan {
     QString name;
     QString title;

@@ -71,7 +71,7 @@ bool saveConnection(Session& session, const ConnectionInput& input)
 
 namespace {
 
-/// The headline and title of a failed test, told apart by what the driver says.
+/// The headline and title for a failed test, chosen by what the driver says.
 Message failureOf(const QString& description)
 {
     if (description.contains(u"Login failed"))

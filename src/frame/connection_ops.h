@@ -33,10 +33,10 @@ QString buildConnectionText(const ConnectionInput& input);
 /// What the dialog holds for a stored text; all empty when there is none.
 ConnectionInput connectionInputOf(const QString& connectionText);
 
-/// Stores the input and makes it the session's. False when it could not be stored, which is told.
+/// Stores the input and makes it the session's. False when it could not be stored, which is reported.
 bool saveConnection(Session& session, const ConnectionInput& input);
 
-/// Opens a connection with the input: how it went, as the operator is to be told.
+/// Opens a connection with the input. Returns the message that reports how it went.
 Message connectionTest(Session& session, const ConnectionInput& input);
 
 } // namespace quilla

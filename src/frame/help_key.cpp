@@ -22,7 +22,7 @@ QWidget* screenInFront(QWidget* widget)
     return window ? window->widget() : nullptr;
 }
 
-/// The nearest thing around the focus that the manual tells of.
+/// The nearest widget around the focus that has a section in the manual.
 QString sectionOf(QWidget* focus)
 {
     for (QWidget* widget = focus; widget; widget = widget->parentWidget()) {

@@ -7,7 +7,7 @@
 
 namespace quilla {
 
-/// A section of the manual: what is told about one screen, or a chapter's beginning.
+/// A section of the manual: the text about one screen, or the beginning of a chapter.
 struct ManualSection {
     QString title;
     QStringList names; ///< links lead to them; the first one is its own, most are object names of screens

@@ -7,8 +7,8 @@
 
 namespace quilla {
 
-/// A list screen of records that are told apart by the text of their first column, with an editor behind
-/// 增加 and 修改. What its records are, the screens say.
+/// A list screen of records. The text of the first column identifies a record; 增加 and 修改 open an editor.
+/// The derived screens say what the records are.
 class RecordList : public ListScreen {
     Q_OBJECT
 
@@ -56,7 +56,7 @@ public:
 protected:
     RecordEditor(const QString& name, const QStringList& captions, QWidget* parent);
 
-    /// False when the record was refused, which has been told.
+    /// False when the record was refused, which has been reported.
     virtual bool save() = 0;
     virtual void startNext() = 0;
 };

@@ -6,12 +6,13 @@
 
 namespace quilla {
 
-/// Why an operation does not go on: what the operator is told, and which box gets the focus then. Checks
-/// show nothing and return one, nullopt where there is no objection; one place tells it.
+/// Why an operation does not go on: the message for the operator, and the box that gets the focus then. A
+/// check shows nothing itself: it returns a refusal, or nullopt when it has no objection, and `tell` shows
+/// it.
 struct Refusal {
     static constexpr int NoBox = -1; ///< the focus stays
 
-    QString text {}; ///< empty: nothing is told
+    QString text {}; ///< empty: no message is shown
     QString title = OperationTitle.toString(); ///< null for the application title
     Icon icon = Icon::Information;
     int box = NoBox; ///< an index that the screen knows

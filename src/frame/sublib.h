@@ -39,8 +39,8 @@ int OpenDbConnection(Session& session, Connection& conn);
 /// itself unchanged. The error number, 0 when `conn` is open; nothing is shown, and the error is reset.
 int OpenShapeConnection(Session& session, Connection& conn);
 
-/// The server's date and time of day, asked anew at each call. After a failure, which is told, the
-/// client's own clock. Clears the session's error.
+/// The server's date and time of day, asked anew at each call. After a failure, which is reported, those of
+/// the client's own clock. Clears the session's error.
 Moment GetServerDate(Session& session);
 
 /// Drops the connection. The error number seen, which is reset; normally 0.

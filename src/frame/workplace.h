@@ -68,7 +68,8 @@ struct Screen {
     bool fillsRoom = false; ///< takes the whole client area until the operator gives it another size
 };
 
-/// The mode of a screen that is to be waited for, where the menu opens it beside the others.
+/// The mode in which a screen is opened by another one that waits for it, although the menu opens it beside
+/// the others.
 inline constexpr QStringView Modally = u"modal";
 
 /// What the menu entries do that open no screen, by their names. An entry whose action is not among them

@@ -21,8 +21,8 @@ public:
     virtual bool hasLines() const { return false; }
 };
 
-/// Opens a file; a format or code page that is unknown is told from its bytes. `fields` must outlive the
-/// source. Throws `Error` when it can't be read or holds no books.
+/// Opens a file. A format or code page that is not named is recognised from the bytes. `fields` must outlive
+/// the source. Throws `Error` when the file can't be read or holds no books.
 std::unique_ptr<BookSource> openBooks(
     const QString& file, BookFormat format, CodePage codePage, const BookFields& fields);
 

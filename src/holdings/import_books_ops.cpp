@@ -115,7 +115,7 @@ BookImportReport importBooks(Connection& connection, const sql::Schema& schema, 
         connection.rollback();
         throw;
     }
-    if (report.written) connection.settleRows();
+    if (report.written) connection.gatherStatistics();
     return report;
 }
 

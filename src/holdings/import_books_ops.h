@@ -9,7 +9,7 @@ namespace quilla {
 struct BookImportOptions {
     bool dryRun = false; ///< everything is done and taken back
     bool skipRefused = false; ///< what is refused does not keep the other records out
-    BookFormat format = BookFormat::Unknown; ///< unknown ones are told from the file
+    BookFormat format = BookFormat::Unknown; ///< unknown: recognised from the file, as is the code page
     CodePage codePage = CodePage::Unknown;
     BookFields fields;
 };

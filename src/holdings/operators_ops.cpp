@@ -1,6 +1,6 @@
 #include "holdings/operators_ops.h"
 
-#include "holdings/whole.h"
+#include "holdings/in_transaction.h"
 #include "platform/core/text.h"
 
 namespace quilla {

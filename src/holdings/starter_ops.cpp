@@ -3,7 +3,7 @@
 #include "database/circulation_rules.h"
 #include "database/row_text.h"
 #include "holdings/built_in.h"
-#include "holdings/whole.h"
+#include "holdings/in_transaction.h"
 #include "platform/core/dates.h"
 #include "platform/core/text.h"
 #include "platform/db/decimal.h"

@@ -102,7 +102,7 @@ bool writeSheets(const Exporter& exporter, SheetWriter& sheet, const ExportLayou
     return true;
 }
 
-/// What the operator is told after an export; nothing where both are empty.
+/// What is reported after an export; nothing when both texts are empty.
 struct Outcome {
     QString message {};
     QString unshownFile {}; ///< it was written, and no program is there to show it
@@ -132,7 +132,7 @@ void offerFolder(const Exporter& exporter, const QString& file)
         exporter.program.showFolder(file);
 }
 
-/// Runs the steps under the progress window, and tells what they have to say when it is gone.
+/// Runs the steps under the progress window, and reports their outcome after it has closed.
 void runExport(const Exporter& exporter, const std::function<Outcome()>& steps)
 {
     exporter.progress.begin();

@@ -27,8 +27,8 @@ constexpr qsizetype RowsPerSheet = 50000;
 /// How `total` rows are spread over the three sheets: full ones first, the third takes all that is left.
 std::vector<qsizetype> rowsOfSheets(qsizetype total);
 
-/// Runs a screen's last select again and puts its rows on a spreadsheet, which is shown at the end. A select
-/// that is empty is told by `nothing`. Every failure is told; none leaves a file.
+/// Runs a screen's last select again and puts its rows on a spreadsheet, which is shown at the end. `nothing`
+/// is the message when the select is empty. Every failure is reported, and none leaves a file behind.
 void exportList(
     const Exporter& exporter, const ExportLayout& layout, const QString& select, QStringView nothing);
 

@@ -19,8 +19,8 @@ enum class PrintErrors { Resumed, Strict };
 struct ListPrint {
     QString design;
     QString select; ///< empty when the list has nothing to print
-    QString nothing; ///< what is told then; empty tells nothing
-    QString hint {}; ///< about the printer, told before the select runs
+    QString nothing; ///< the message when there is nothing to print; empty for none
+    QString hint {}; ///< a message about the printer, shown before the select runs
     NoRows noRows = NoRows::Told;
     PrintErrors errors = PrintErrors::Resumed;
     std::function<ReportTexts()> texts {}; ///< asked once there are rows

@@ -9,11 +9,16 @@ namespace {
 
 const QString Format = u"假期名称|假期期限"_s;
 enum Column { Name, Period };
+/// The period takes what is left.
+const WidthRule Widths {.spareSmall = 0,
+    .spareLarge = 0,
+    .parts = 0,
+    .columns = {{Name, Name, 0, 3000, false}, {Period, Period, 0, -3000, true}}};
 
 } // namespace
 
 holidayfrm::holidayfrm(Session& session)
-    : RecordList(session, u"holidayfrm"_s, u"假期管理"_s, holidayWidths(), holidayRemoval())
+    : RecordList(session, u"holidayfrm"_s, u"假期管理"_s, Widths, holidayRemoval())
 {
     QUILLA_NAMES(Command1);
     setCaptions(Command1, {u"&A 增加"_s, u"&D 删除"_s, u"&X 关闭"_s, u"&E 修改"_s});

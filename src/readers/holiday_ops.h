@@ -31,7 +31,7 @@ std::vector<ClosingPeriod> readHolidays(Session& session);
 /// What keeps the holiday from being saved. The days are compared as texts: 2003-9-1 sorts after 2003-10-1.
 std::optional<Refusal> CheckHolidayForm(const ClosingPeriod& holiday);
 
-/// What is told when another holiday has that name. `unchanged` is the name of the holiday that is being
+/// The refusal when another holiday has that name. `unchanged` is the name of the holiday that is being
 /// edited, empty while adding. Saving does not ask for it again, so a name that was taken by another desk
 /// meanwhile stands twice. Throws `Error`.
 std::optional<Refusal> takenHolidayName(Session& session, const QString& name, const QString& unchanged);

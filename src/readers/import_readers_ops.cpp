@@ -183,7 +183,7 @@ ImportReport importReaders(
     if (report.refused.empty() || options.skipRefused)
         writeReaders(connection, schema, lists, readers, report);
     options.dryRun ? connection.rollback() : connection.commit();
-    if (!options.dryRun) connection.settleRows();
+    if (!options.dryRun) connection.gatherStatistics();
     return report;
 }
 

@@ -11,12 +11,16 @@ const QString Format
     = u"读者类型|可借天数|可借册数|超期罚款|污损罚款|丢失罚款|续借次数|续借天数|过期可借|无证借书|预借天数|预借册数|文艺类可借册数|理科类可借册数"_s;
 enum Column { Type, HoldsOverdue = 8, NeedsNoCard = 9 };
 const QString Yes = u"是"_s;
+/// Equal columns, wider under the longer captions; the last two are hidden.
+const WidthRule Widths {.spareSmall = 80,
+    .spareLarge = 300,
+    .parts = 13,
+    .columns = {{0, 0, 1, 150, false}, {1, 9, 1, 0, false}, {10, 11, 1, 150, false}, {12, 13, 0, 0, false}}};
 
 } // namespace
 
 JycsFrm::JycsFrm(const Workplace& place)
-    : RecordList(place.session, u"JycsFrm"_s, u"Quilla流通参数设定"_s, circulationParameterWidths(),
-        parameterRemoval())
+    : RecordList(place.session, u"JycsFrm"_s, u"Quilla流通参数设定"_s, Widths, parameterRemoval())
     , m_reports(place.reports)
 {
     QUILLA_NAMES(Command1);

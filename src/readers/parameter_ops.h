@@ -29,7 +29,7 @@ QStringList readerTypes(Session& session);
 /// The numbers of a type as its rules have them; empty texts when there are none. Throws `Error`.
 RuleTexts readParameters(Session& session, const QString& readerclass);
 
-/// What is told of a box that was left with a text that is no number, or none that its column holds.
+/// The refusal of a box that was left with a text that is no number, or none that its column can hold.
 std::optional<Refusal> leftBoxRefusal(int box, const QString& text);
 
 /// What keeps the rules from being saved. While adding it enters the type at once, known or not, and a later

@@ -123,7 +123,7 @@ std::optional<Refusal> CardSaving::takenCode()
     return Refusal {.text = u"该读者证号已经存在，请重新输入！"_s, .box = CardField::Code};
 }
 
-/// Nullopt when that is not known, which is told: no second card is written on a guess.
+/// Nullopt when that could not be found out, which is reported: no second card is written on a guess.
 std::optional<bool> CardSaving::isTaken(const QString& code)
 {
     ResumingWork work(m_session);

@@ -26,8 +26,8 @@ public:
     virtual void tellFailure(const QString& headline, const QString& detail) = 0;
 };
 
-/// Checks the card on the screen and writes it. False when it was refused or not wholly written, which is
-/// told.
+/// Checks the card on the screen and writes it. False when it was refused or not wholly written; both are
+/// reported.
 ///
 /// A new card, and a change under the same code, is written without a transaction: what worked beside a
 /// failing statement stays. A new code is carried into all tables of the reader in one transaction; an open

@@ -22,7 +22,7 @@ MadddzlxFrm::MadddzlxFrm(Session& session, int index)
     QUILLA_NAMES(Option1, Grid1, CmdDzcs);
     setCaptions(Option1, {u"定义读者类型"_s, u"定义读者单位"_s});
     onClick(Option1, [this](int kind) { SelectListKind(kind); });
-    // The tool tip is the key by which the buttons are told apart.
+    // Each button's tool tip is the key under which it is known.
     const struct {
         QString caption;
         QString key;

@@ -6,7 +6,7 @@ namespace quilla {
 
 namespace {
 
-/// The text stays for correction. Without a text of its own for an opening that has told already.
+/// Leaves the typed text for correction. Without a message when the opening of the connection has shown one.
 Refusal stay(const QString& text = {})
 {
     return {.text = text, .box = NameBox::Kept};

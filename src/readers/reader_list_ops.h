@@ -22,8 +22,8 @@ enum {
 /// Which of the editor's two buttons was pressed.
 enum class NameButton { SaveAndAdd, SaveAndLeave };
 
-/// The list of reader types or that of units: where they differ. Every step goes on after a failing statement
-/// and tells nothing of it.
+/// Where the list of reader types and that of units differ. Every step goes on after a failing statement and
+/// does not report it.
 struct ReaderList {
     QString caption; ///< of the column
     QString select; ///< the number, which stays hidden, and the name

@@ -33,18 +33,18 @@ struct ListedReaders {
 /// Fills the grid with the readers who meet the condition, if there are any, and gives their number. Every
 /// line reads "有效" then: a card stored as "超期" is put back to it, other states stay in the database.
 /// Nullopt when no connection can be had; the grid is not touched then. Here as in every walk over readers
-/// another desk's writing is waited for once; what was not done is told.
+/// another desk's writing is waited for once; what was not done is reported.
 std::optional<ListedReaders> listReaders(Session& session, const ListSearch& search, GridModel& grid);
 
-/// Deletes the reader, unless books are out or can't be counted, which is told; asks before. False when the
-/// list stays as it is.
+/// Asks, then deletes the reader. A reader who has books out, or whose books can't be counted, stays, which
+/// is reported. False when the list stays as it is.
 bool deleteReader(Session& session, const QString& code);
 
 /// Asks, then bars the card. False when its line stays as it is.
 bool reportCardLost(Session& session, const QString& code);
 
-/// Asks, then deletes these readers, but for those who have books out; `refresh` comes when that is done,
-/// and before it is told that some were kept or not reached.
+/// Asks, then deletes these readers, except those who have books out. `refresh` is called after that, and
+/// before a message says that some were kept or not reached.
 void deleteReaders(
     Session& session, Progress& progress, const QStringList& codes, const std::function<void()>& refresh);
 

@@ -5,7 +5,7 @@
 namespace quilla {
 
 /// The name of the reader with that code, empty when there is no such reader. nullopt after a failure, which
-/// has been told.
+/// is reported.
 std::optional<QString> findReaderName(Session& session, const QString& readercode);
 
 } // namespace quilla

@@ -11,7 +11,8 @@ inline const QString ReservationListFormat
 
 /// Fills `grid` with the reservations of the reader, with those of all readers when the code is empty; blanks
 /// around the code don't count. A reservation whose title is gone is left out, one whose reader is gone is
-/// not. No reservation leaves an empty list and is told. A failure is told and leaves the grid as it was.
+/// not. A message says when there are none; the list is empty then. A failure is reported and leaves the grid
+/// as it was.
 void ListReservations(Session& session, const QString& readercode, GridModel& grid);
 
 } // namespace quilla

@@ -69,7 +69,7 @@ void writeReservation(StrictWork& work, const QString& readercode, const QString
     work.connection().commit();
 }
 
-/// What stands against it, or nothing when the reservation is placed. nullopt after a failure, which is told.
+/// Places the reservation, or returns what speaks against it. nullopt after a failure, which is reported.
 std::optional<Objection> checkAndWrite(Session& session, const ReservationRequest& request)
 {
     const QString readercode = SqlText(request.readercode);

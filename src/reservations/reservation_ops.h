@@ -9,7 +9,7 @@
 namespace quilla {
 
 /// The titles whose name holds `text`, or whose call number, with its distinguishing mark, begins with it:
-/// id, call number, name, ISBN. nullopt after a failure, which is told.
+/// id, call number, name, ISBN. nullopt after a failure, which is reported.
 std::optional<Recordset> SearchTitles(Session& session, const QString& text);
 
 /// What the operator chose and what the screen shows of it.
@@ -29,7 +29,7 @@ enum class ReservationOutcome {
     Untouched, ///< the focus stays where it is
 };
 
-/// Reserves the title for the reader, after a question. Whatever stands against it is told.
+/// Asks, then reserves the title for the reader. Whatever speaks against it is reported.
 ReservationOutcome PlaceReservation(Session& session, const ReservationRequest& request);
 
 /// Asks, then deletes the reservations whose last day is over. The readers' counters stay as they are: an

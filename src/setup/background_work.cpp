@@ -8,9 +8,9 @@
 namespace quilla {
 
 /// Passes on to the window how far the work is.
-class BackgroundWork::Told final : public StagedProgress {
+class BackgroundWork::Report final : public StagedProgress {
 public:
-    explicit Told(BackgroundWork& work)
+    explicit Report(BackgroundWork& work)
         : m_work(work)
     {
     }
@@ -65,8 +65,8 @@ void BackgroundWork::abandon()
 void BackgroundWork::run()
 {
     try {
-        Told told(*this);
-        m_work(told);
+        Report report(*this);
+        m_work(report);
     } catch (const Error& error) {
         m_failure = error.text;
     } catch (const std::exception& error) {

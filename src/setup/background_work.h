@@ -36,7 +36,7 @@ Q_SIGNALS:
     void ended(const QString& failure);
 
 private:
-    class Told;
+    class Report;
     void run();
 
     Work m_work;

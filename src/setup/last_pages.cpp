@@ -66,7 +66,7 @@ void RunPage::follow()
     showBar.setRange(0, 0);
     connect(work(), &BackgroundWork::stageBegun, this, [this](const QString& what) {
         labStage.setText(what);
-        showBar.setRange(0, 0); // nothing tells yet how far it is
+        showBar.setRange(0, 0); // not known yet how far the work is
     });
     connect(work(), &BackgroundWork::progressed, this, [this](int percent) {
         showBar.setRange(0, 100);

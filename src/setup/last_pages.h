@@ -24,7 +24,7 @@ public:
     QLabel labSteps;
 };
 
-/// Does it, and tells what came of it.
+/// Does it, and shows what came of it.
 class RunPage final : public SetupPage {
     Q_OBJECT
 
@@ -32,7 +32,7 @@ public:
     RunPage(SetupPlace& place, SetupPlan& plan);
     QString nextCaption() const override { return QStringLiteral("完成(&F)"); }
     void open() override;
-    /// The work ends as soon as it can; what came of it is told.
+    /// The work ends as soon as it can; the page then shows what came of it.
     void stop() override;
     bool isDone() const { return m_done; }
 

@@ -22,7 +22,7 @@ qint64 countOf(Connection& connection, QStringView table)
     return connection.open(u"select count(*) from %1"_s.arg(table)).field(0).integer().value_or(0);
 }
 
-/// The engine would tell the same later, in words about its own files.
+/// The engine would report the same later, in words about its own files.
 void refuseUnusable(const QString& file)
 {
     const QFileInfo info(file);

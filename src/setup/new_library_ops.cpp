@@ -3,7 +3,7 @@
 #include "database/check.h"
 #include "database/library_name.h"
 #include "database/new_library.h"
-#include "database/work_place.h"
+#include "database/opened_library.h"
 #include "holdings/import_books_ops.h"
 #include "holdings/operators_ops.h"
 #include "holdings/refused_books.h"
@@ -91,7 +91,7 @@ ImportOutcome importBooksOnce(const NewLibrary& library, Progress& progress)
     options.skipRefused = library.skipRefused;
     options.fields = BookFields::builtIn();
     RefusedBooks refused(refusedFileFor(library.booksFile));
-    WorkPlace place(library.place);
+    OpenedLibrary place(library.place);
     const BookImportReport report = importBooks(
         place.connection, place.schema, library.booksFile, options,
         [&](const BookRecord& book, const QString& reason) { refused.add(book, reason); }, progress);
@@ -112,7 +112,7 @@ ImportOutcome importReadersOnce(const NewLibrary& library)
     const QByteArray content = contentOf(library.readersFile);
     const QString file = refusedFileFor(library.readersFile);
     RefusedReaders refused(file);
-    WorkPlace place(library.place);
+    OpenedLibrary place(library.place);
     const ImportReport report = importReaders(
         place.connection, place.schema, content, {.skipRefused = library.skipRefused, .addUnits = true});
     refused.write(report);

@@ -1,6 +1,6 @@
 #include "setup/server_ops.h"
 
-#include "database/work_place.h"
+#include "database/opened_library.h"
 #include "frame/connection_ops.h"
 #include "platform/db/server_schema.h"
 
@@ -19,7 +19,7 @@ const ServerKind* kindOf(int kind)
     return std::size_t(kind) < kinds.size() ? &kinds[std::size_t(kind)] : nullptr;
 }
 
-/// The items of a text are told apart by ";" and lose the blanks around them.
+/// The items of a connection text stand between ";" and lose the blanks around them.
 std::optional<Refusal> checkItems(const ServerInput& input)
 {
     const struct {
@@ -46,7 +46,7 @@ std::optional<Refusal> checkHost(const ServerInput& input)
     return {};
 }
 
-/// What is told of a step that fails: about whom or what, and what to do.
+/// The message about a step that failed: what it was about, and what to do.
 struct StepWords {
     QStringView name;
     QStringView head; ///< stands before the words of the failure; "%1" is what it is about
@@ -97,11 +97,11 @@ QString foundText(const ServerTest& test)
     return {};
 }
 
-/// The client opens it the same way; what it would be told is a failure of the last step.
+/// Opens the library as the client will; an error here is a failure of the last step.
 void lookInside(const QString& text, ServerTest& test)
 {
     try {
-        WorkPlace place(connectionTarget(text));
+        OpenedLibrary place(connectionTarget(text));
         test.library = lookAtLibrary(place.connection);
     } catch (const Error& error) {
         test.probe.state = ServerProbe::State::Failed;

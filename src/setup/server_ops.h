@@ -39,14 +39,14 @@ std::optional<Refusal> checkServerInput(const ServerInput& input);
 /// The text to be stored for the input. Holds the password: never to be shown.
 QString serverText(const ServerInput& input);
 
-/// How the test of a server ended, as the operator is to be told.
+/// How the test of a server ended, with the message for the operator.
 struct ServerTest {
     ServerProbe probe;
     FoundLibrary library {}; ///< when one is there
     QString text {}; ///< what was found, or what is wrong and what to do about it
 };
 
-/// Tries the way to the library step by step, `begun` being told of each. May run on a thread of its own;
+/// Tries the way to the library step by step; calls `begun` before each step. May run on a thread of its own;
 /// takes half a minute at the longest.
 ServerTest testServer(const QString& text, const std::function<void(ServerStep)>& begun);
 

@@ -97,7 +97,8 @@ QString openedLine(const SetupPlan& plan)
         plan.library.name, plan.library.operatorName);
 }
 
-/// The tool works on the usual file when it is not told another one; each desk has a login of its own.
+/// `quilla-db` works on the user's own file unless another one is named, and each desk has a login of its
+/// own.
 void addHints(const SetupPlan& plan, QStringList& lines)
 {
     const auto file = plan.opened().file;

@@ -40,7 +40,7 @@ struct SetupOutcome {
 };
 
 /// Makes, upgrades or restores the library, stores the connection to it, imports. Throws `Error` when no
-/// library could be made or stored; an import that fails is told in the outcome.
+/// library could be made or stored; an import that fails is reported in the outcome.
 SetupOutcome carryOut(const SetupPlan& plan, SettingsStore& settings, StagedProgress& progress);
 
 } // namespace quilla

@@ -20,7 +20,7 @@ void SetupPage::workOn(BackgroundWork::Work work, std::function<void(const QStri
     });
     setEnabled(false);
     Q_EMIT busyChanged();
-    // not before the page listens to what the work tells
+    // not before the page is connected to the signals of the work
     QMetaObject::invokeMethod(m_work, &BackgroundWork::start, Qt::QueuedConnection);
 }
 

@@ -26,7 +26,7 @@ struct CirculationMode {
     QueryTriple triple;
     QStringList cells; ///< the fields in the order of the columns; `OverdueDays` for the days
     QString report;
-    QString paperHint {}; ///< told before the report, empty for none
+    QString paperHint {}; ///< a message before the report, empty for none
     ListExport sheet;
 };
 

@@ -12,7 +12,7 @@ namespace {
 constexpr QStringView CatalogueFields[] {u"索书号", u"bookname", u"docclass", u"Author", u"publisher",
     u"lagclass", u"pubdate", u"pubplace", u"measure", u"edition", u"bookcount", u"pages", u"ztc", u"endnote"};
 
-/// Tells the error of a step that follows the search proper.
+/// Reports the error of a step that follows the search itself.
 void tellLater(Session& session)
 {
     if (!session.error.isSet()) return;

@@ -28,11 +28,13 @@ struct HistoryReader {
 /// The cataloguing data of a title, in the order of the screen.
 using Catalogue = std::array<QString, 14>;
 
-/// The loans of a copy or a reader, without rows when there are none; nullopt after a failure, which is told.
+/// The loans of a copy or a reader, without rows when there are none; nullopt after a failure, which is
+/// reported.
 std::optional<Recordset> loanHistory(Session& session, const HistoryQuery& query);
-/// A failure is told.
+/// The reader of a loan. A failure is reported.
 HistoryReader historyReader(Session& session, const QString& readercode);
-/// Empty texts for a copy that is unknown, lost or withdrawn. A failure is told.
+/// The cataloguing data of a copy; empty texts for one that is unknown, lost or withdrawn. A failure is
+/// reported.
 Catalogue catalogueOf(Session& session, const QString& barcode);
 
 /// Opens the report on the rows of the last search.

@@ -9,7 +9,7 @@
 
 namespace quilla {
 
-/// A statistic over a month or a year. Which one, its description says.
+/// The screen of one of the statistics over a month or a year.
 class PeriodStatisticFrm final : public ListScreen {
     Q_OBJECT
 

@@ -16,14 +16,14 @@ struct PeriodRun {
 };
 
 /// Puts the result of the statistic into `cells`, under `format`. `beforeEach` runs before each statement.
-/// nullopt after a failure, which has been told.
+/// nullopt after a failure, which is reported.
 std::optional<PeriodRun> runStatistic(Session& session, const PeriodStatistic& statistic,
     const Period& period, GridModel& cells, const std::function<void()>& beforeEach);
 
-/// Runs the procedure again, for a printed form. False after a failure, which has been told.
+/// Runs the procedure again, for a printed form. False after a failure, which is reported.
 bool fillPaper(Session& session, const PeriodStatistic& statistic, const Period& period, GridModel& cells);
 
-/// Runs the procedure again and opens the report of the reader types. A failure is told.
+/// Runs the procedure again and opens the report of the reader types. A failure is reported.
 void showReaderTypes(
     Session& session, ReportViewer& reports, const PeriodStatistic& statistic, const Period& period);
 

@@ -25,96 +25,113 @@ const QString UprightHint = u"请将打印机设置为【A4--纵向打印】"_s;
 const QString WideHint = u"请将打印机设置为【A4--横向打印】"_s;
 const QString WideReportHint = u"请将打印机设置为【A4--横向(宽行)打印】"_s;
 
+/// The fields that the statistics of the workload share, over a month or a year.
+PeriodStatistic workload(PeriodKind kind)
+{
+    const QString format = (kind == Month ? Day : MonthName) + Workload;
+    return {
+        .kind = kind,
+        .frameTitle = u"流量统计结果"_s,
+        .format = format,
+        .emptyFormat = format,
+        .paperFormat = format,
+        .widths = WorkloadWidths,
+        .moneyColumn = FineColumn,
+        .countsReaders = true,
+        .paperHint = UprightHint,
+        .chart = workloadChart,
+    };
+}
+
+PeriodStatistic monthlyWorkload()
+{
+    PeriodStatistic statistic = workload(Month);
+    statistic.name = u"frmYueLiuTongtj"_s;
+    statistic.title = u"流通工作量月统计报表"_s;
+    statistic.printCaption = u"打印到报表( &P )"_s;
+    statistic.procedure = u"dbo.YueLiuTongTJ"_s;
+    statistic.paperName = u"frmYueLiuTongPrint"_s;
+    statistic.sheet = [](const Period& period) { return monthlyWorkloadLayout(period.year, period.month); };
+    return statistic;
+}
+
+PeriodStatistic yearlyWorkload()
+{
+    PeriodStatistic statistic = workload(Year);
+    statistic.name = u"frmNianLiuTongTj"_s;
+    statistic.title = u"流通工作量年统计报表"_s;
+    statistic.printCaption = u"打印报表( &P )"_s;
+    statistic.procedure = u"dbo.nianLiuTongTJ"_s;
+    statistic.paperName = u"frmNianLiuTongPrint"_s;
+    statistic.sheet = [](const Period& period) { return yearlyWorkloadLayout(period.year); };
+    return statistic;
+}
+
+/// The fields that the statistics of the classes share, over a month or a year.
+PeriodStatistic classes(PeriodKind kind)
+{
+    const QString format = (kind == Month ? Day : MonthName) + Classes;
+    return {
+        .kind = kind,
+        .frameTitle = u"分类统计结果"_s,
+        .printCaption = u"打印到报表( &P )"_s,
+        .format = format,
+        .emptyFormat = format,
+        .paperFormat = format,
+        .widths = ClassWidths,
+        .paper = Paper::Wide,
+        .paperHint = WideHint,
+        .chart = classesChart,
+    };
+}
+
+PeriodStatistic monthlyClasses()
+{
+    PeriodStatistic statistic = classes(Month);
+    statistic.name = u"frmJieYueFltj"_s;
+    statistic.title = u"月图书借阅分类统计报表"_s;
+    statistic.procedure = u"dbo.YueJieChuFenLeiTJ"_s;
+    statistic.format = DayOfClasses + Classes;
+    statistic.paperName = u"frmJieYueFLPrint"_s;
+    statistic.sheet = [](const Period& period) { return monthlyClassesLayout(period.year, period.month); };
+    return statistic;
+}
+
+PeriodStatistic yearlyClasses()
+{
+    PeriodStatistic statistic = classes(Year);
+    statistic.name = u"frmNianJieYueTj"_s;
+    statistic.title = u"年图书借阅分类统计报表"_s;
+    statistic.procedure = u"dbo.NianJieChuFenLeiTJ"_s;
+    statistic.paperName = u"frmNianJieYuePrint"_s;
+    statistic.sheet = [](const Period& period) { return yearlyClassesLayout(period.year); };
+    return statistic;
+}
+
+PeriodStatistic monthlyReaders()
+{
+    return {
+        .name = u"frmYueDuzheJieYuetj"_s,
+        .title = u"读者借阅月统计报表"_s,
+        .kind = Month,
+        .frameTitle = u"分类统计结果"_s,
+        .printCaption = u"打印报表( &P )"_s,
+        .procedure = u"procydztj"_s,
+        .format = ReaderTypes,
+        .emptyFormat = ReaderTypes,
+        .emptyNote = NoRowsNote,
+        .paperHint = WideReportHint,
+        .chart = readerTypesChart,
+        .sheet = [](const Period& period) { return monthlyReadersLayout(period.year, period.month); },
+    };
+}
+
 } // namespace
 
 const std::vector<PeriodStatistic>& periodStatistics()
 {
     static const std::vector<PeriodStatistic> statistics {
-        {
-            .name = u"frmYueLiuTongtj"_s,
-            .title = u"流通工作量月统计报表"_s,
-            .kind = Month,
-            .frameTitle = u"流量统计结果"_s,
-            .printCaption = u"打印到报表( &P )"_s,
-            .procedure = u"dbo.YueLiuTongTJ"_s,
-            .format = Day + Workload,
-            .emptyFormat = Day + Workload,
-            .paperFormat = Day + Workload,
-            .widths = WorkloadWidths,
-            .moneyColumn = FineColumn,
-            .countsReaders = true,
-            .paperName = u"frmYueLiuTongPrint"_s,
-            .paperHint = UprightHint,
-            .chart = workloadChart,
-            .sheet = [](const Period& period) { return monthlyWorkloadLayout(period.year, period.month); },
-        },
-        {
-            .name = u"frmJieYueFltj"_s,
-            .title = u"月图书借阅分类统计报表"_s,
-            .kind = Month,
-            .frameTitle = u"分类统计结果"_s,
-            .printCaption = u"打印到报表( &P )"_s,
-            .procedure = u"dbo.YueJieChuFenLeiTJ"_s,
-            .format = DayOfClasses + Classes,
-            .emptyFormat = Day + Classes,
-            .paperFormat = Day + Classes,
-            .widths = ClassWidths,
-            .paperName = u"frmJieYueFLPrint"_s,
-            .paper = Paper::Wide,
-            .paperHint = WideHint,
-            .chart = classesChart,
-            .sheet = [](const Period& period) { return monthlyClassesLayout(period.year, period.month); },
-        },
-        {
-            .name = u"frmYueDuzheJieYuetj"_s,
-            .title = u"读者借阅月统计报表"_s,
-            .kind = Month,
-            .frameTitle = u"分类统计结果"_s,
-            .printCaption = u"打印报表( &P )"_s,
-            .procedure = u"procydztj"_s,
-            .format = ReaderTypes,
-            .emptyFormat = ReaderTypes,
-            .emptyNote = NoRowsNote,
-            .paperHint = WideReportHint,
-            .chart = readerTypesChart,
-            .sheet = [](const Period& period) { return monthlyReadersLayout(period.year, period.month); },
-        },
-        {
-            .name = u"frmNianLiuTongTj"_s,
-            .title = u"流通工作量年统计报表"_s,
-            .kind = Year,
-            .frameTitle = u"流量统计结果"_s,
-            .printCaption = u"打印报表( &P )"_s,
-            .procedure = u"dbo.nianLiuTongTJ"_s,
-            .format = MonthName + Workload,
-            .emptyFormat = MonthName + Workload,
-            .paperFormat = MonthName + Workload,
-            .widths = WorkloadWidths,
-            .moneyColumn = FineColumn,
-            .countsReaders = true,
-            .paperName = u"frmNianLiuTongPrint"_s,
-            .paperHint = UprightHint,
-            .chart = workloadChart,
-            .sheet = [](const Period& period) { return yearlyWorkloadLayout(period.year); },
-        },
-        {
-            .name = u"frmNianJieYueTj"_s,
-            .title = u"年图书借阅分类统计报表"_s,
-            .kind = Year,
-            .frameTitle = u"分类统计结果"_s,
-            .printCaption = u"打印到报表( &P )"_s,
-            .procedure = u"dbo.NianJieChuFenLeiTJ"_s,
-            .format = MonthName + Classes,
-            .emptyFormat = MonthName + Classes,
-            .paperFormat = MonthName + Classes,
-            .widths = ClassWidths,
-            .paperName = u"frmNianJieYuePrint"_s,
-            .paper = Paper::Wide,
-            .paperHint = WideHint,
-            .chart = classesChart,
-            .sheet = [](const Period& period) { return yearlyClassesLayout(period.year); },
-        },
-    };
+        monthlyWorkload(), monthlyClasses(), monthlyReaders(), yearlyWorkload(), yearlyClasses()};
     return statistics;
 }
 

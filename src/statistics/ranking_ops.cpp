@@ -41,14 +41,14 @@ QString blanks(int count)
     return QString(count, u' ');
 }
 
-/// What a select brings, a line a row. In resume mode.
+/// The rows of a select, each as one line of text. In resume mode.
 QStringList lines(
     Session& session, Connection& conn, const QString& select, QString (*line)(const Recordset&))
 {
+    const ResumeScope resume(session.error);
     QStringList found;
     for (Recordset row = openOrEmpty(session, conn, select); !row.eof(); row.next())
         found.append(line(row));
-    session.error.clear();
     return found;
 }
 

@@ -36,7 +36,8 @@ const Ranking& readerRanking();
 /// box may be silent.
 std::optional<Refusal> dateRefusal(const Ranking& ranking, const QString& date);
 
-/// Sends the statements of a ranking's screen, on connections from the text in memory. Failures are told.
+/// Sends the statements of a ranking's screen, on connections from the text in memory. A failing `run` is
+/// reported; the other selects count as ones without rows then.
 class RankingWork {
 public:
     RankingWork(Session& session, const Ranking& ranking);

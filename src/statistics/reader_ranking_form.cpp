@@ -17,6 +17,8 @@ enum Column { NameColumn = 2, TypeColumn, UnitColumn };
 
 const QString AllTypes = u"全部"_s;
 const QString UsualCount = u"10"_s;
+const DigitFilter CountFilter {
+    .takesEscape = true, .message = u"请输入1-9之间的数字"_s, .title = OperationTitle.toString()};
 
 } // namespace
 
@@ -35,7 +37,7 @@ dzjyphbFrm::dzjyphbFrm(const Workplace& place)
     Text1[From].setText(today);
     Text1[To].setText(today);
     layOut();
-    filterDigits(Text1[Count], readerRankingFilter(), m_session.prompt);
+    filterDigits(Text1[Count], CountFilter, m_session.prompt);
     enterAsTab(allOf(Text1));
     MSHFlexGrid1.serve(Text1[Type]);
     connect(&MSHFlexGrid1, &PickList::wanted, this,

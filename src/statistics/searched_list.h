@@ -11,8 +11,8 @@ namespace quilla {
 
 struct ExportLayout;
 
-/// A list that the query dialog narrows, with the steps that such lists have in common. How a list is loaded,
-/// what its buttons are and when it has nothing to print, its screen says.
+/// A list that the query dialog narrows, with the steps that such lists have in common. The derived screen
+/// says how it is loaded, what its buttons are and when it has nothing to print.
 class SearchedList : public ListScreen, public QueryReceiver {
     Q_OBJECT
 
@@ -25,8 +25,8 @@ protected:
     /// Opens the query dialog, and gives the grid the focus after a search.
     void find(const QueryTriple& triple);
     bool print(const ListPrint& print) { return printList(m_session, m_reports, print); }
-    /// Puts the rows of `select` on a spreadsheet; `nothing` is told when it is empty. The screen may be gone
-    /// when this returns.
+    /// Puts the rows of `select` on a spreadsheet; `nothing` is the message when it is empty. The screen may
+    /// be gone when this returns.
     void toExcel(const ExportLayout& layout, const QString& select, QStringView nothing);
     /// Whether the first cell of the list is filled, which is what a list with records looks like.
     bool anyShown() const { return !Grid1.TextMatrix(1, 0).isEmpty(); }

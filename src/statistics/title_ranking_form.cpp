@@ -10,6 +10,7 @@ namespace {
 
 enum Combo { Unit, Count = 2, From, To };
 constexpr int TitleColumn = 4;
+const DigitFilter CountFilter {.takesEscape = false, .message = u"请输入0-9之间的数字"_s, .title = u""_s};
 
 } // namespace
 
@@ -29,7 +30,7 @@ frmtsjh::frmtsjh(const Workplace& place)
     }
     preset();
     layOut();
-    filterDigits(Combo1[Count], titleRankingFilter(), m_session.prompt);
+    filterDigits(Combo1[Count], CountFilter, m_session.prompt);
     enterAsTab({Combo1[Unit], Text1, Combo1[Count], Combo1[From], Combo1[To]});
     onOpen(Grid1, [this](int row) { openTitle(row); });
     MSHFlexGrid2.serve(Text1);

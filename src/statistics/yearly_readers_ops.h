@@ -17,7 +17,7 @@ struct YearlyReadersQuery {
 /// A year that is no whole number; nullopt when it is one, of however many digits.
 std::optional<Refusal> yearRefusal(const QString& year);
 
-/// The loans of each reader by month; nullopt after a failure, which is told.
+/// The loans of each reader by month; nullopt after a failure, which is reported.
 std::optional<Recordset> yearlyReaders(Session& session, const YearlyReadersQuery& query);
 /// Asks again and opens the report.
 void printYearlyReaders(Session& session, ReportViewer& reports, const YearlyReadersQuery& query);

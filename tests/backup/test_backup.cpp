@@ -17,7 +17,7 @@ namespace {
 struct Desk {
     Desk() { base.connection.execute(u"insert into dzlx(readerclass) values('教师')"); }
 
-    /// What the desk is told at its start, and after the backup that it then makes.
+    /// What the desk reports at its start, and after the backup that it then makes.
     QString told()
     {
         DailyBackup backup(settings, clock);

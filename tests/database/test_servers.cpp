@@ -260,7 +260,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// Each row as one text, nulls told from empty texts.
+    /// Each row as one text, in which a null differs from an empty text.
     QStringList sortedRows(Connection& connection, const sql::Table& table)
     {
         QStringList lines;

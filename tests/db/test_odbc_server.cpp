@@ -14,7 +14,7 @@ private Q_SLOTS:
     void init() { m = std::make_unique<ServerBase>(); }
     void cleanup() { m.reset(); }
 
-    /// Nothing is told when nothing can have been lost: the operation comes after it, or only read so far.
+    /// No error when nothing can have been lost: the operation comes afterwards, or has only read so far.
     void serverGoneBetween()
     {
         m->open().execute(u"insert into book(code) values('a')");
@@ -48,7 +48,7 @@ private Q_SLOTS:
         QCOMPARE(m->one(u"select code from book"), u"d"_s);
     }
 
-    /// It may have been done: it is told, and never sent again.
+    /// The write may have been done, so it is an error, and it is never sent again.
     void serverGoneAtSingleWrite()
     {
         auto connection = m->open();

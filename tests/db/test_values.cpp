@@ -21,7 +21,7 @@ namespace {
 const std::vector<OdbcInstallation::DataSource> Sources {{u"tushu"_s, u"PostgreSQL Unicode"_s},
     {u"jiu"_s, u"/usr/lib/odbc/libtdsodbc.so"_s}, {u"other"_s, u"Some Driver"_s}};
 
-/// What is appended for PostgreSQL when the stored text tells none of it.
+/// What is appended for PostgreSQL when the stored text has none of it.
 const QString Postgres
     = u"UseServerSidePrepare=1;Protocol=7.4-0;UseDeclareFetch=0;UpdatableCursors=0;BoolsAsChar=0;"
       u"LFConversion=0;"

@@ -48,7 +48,7 @@ private Q_SLOTS:
         QCOMPARE(m_desk.takeDone(), QString());
     }
 
-    /// The text that is told and what the desk does then; the box has a title of its own or the hint's.
+    /// The message and what the desk does then; the box has a title of its own or the hint's.
     void refusals_data()
     {
         const QString selects = u"select barcode"_s;
@@ -191,7 +191,7 @@ private Q_SLOTS:
         QCOMPARE(m->rows(u"select barcode from jhsk where barcode=readercode order by jhskid"_s), codes);
     }
 
-    /// Without a connection no reader is known; without settings nothing is written and nothing told.
+    /// Without a connection no reader is known; without settings nothing is written and no box is shown.
     void noConnection()
     {
         storeConnectionText(m->session, u"DSN=青简内置数据库;UID=a;PWD=;Database=/nowhere/at/all.db;"_s);
@@ -283,7 +283,7 @@ private Q_SLOTS:
         });
     }
 
-    /// A failure of each statement, injected at the connection: the told result, and a library in which
+    /// A failure of each statement, injected at the connection: the result, and a library in which
     /// loans, copies and readers still agree.
     void eachStatement()
     {

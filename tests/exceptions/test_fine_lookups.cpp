@@ -183,7 +183,7 @@ private Q_SLOTS:
         }
     }
 
-    /// What the screen's four boxes, its kinds and the library lack for a settlement, each told once.
+    /// What the screen's four boxes, its kinds and the library lack for a settlement, each reported once.
     void validation()
     {
         m_screen.enter(FineBox::Barcode, u"B1"_s);

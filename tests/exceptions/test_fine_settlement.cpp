@@ -151,7 +151,7 @@ private Q_SLOTS:
         QVERIFY(m_screen.closed && asked != lost);
     }
 
-    /// A server date that cannot be had is told each time, and the client's clock serves.
+    /// A server date that can't be read is reported each time, and the client's clock serves.
     void failingServerDate()
     {
         m->failAt(u"getdate()"_s);

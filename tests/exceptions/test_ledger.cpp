@@ -22,7 +22,7 @@ class TestLedger : public ScreenTest {
     }
 
 private Q_SLOTS:
-    /// The barcode typed, what is told, and the ledger's last entry and the copy after it was saved.
+    /// The barcode typed, the message, and the ledger's last entry and the copy after it was saved.
     void withdraws_data()
     {
         cases<QString, QString, QString, QString>({
@@ -133,7 +133,7 @@ private Q_SLOTS:
         m_list->RestoreWithdrawnCopy(); // nothing on an empty list
     }
 
-    /// A fault at any statement of a transaction leaves every table as it was, and nothing is told.
+    /// A fault at any statement of a transaction leaves every table as it was, and no box is shown.
     void transactionsAreAllOrNothing()
     {
         const QString before = m->everything();

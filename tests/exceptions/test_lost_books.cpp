@@ -195,7 +195,7 @@ private Q_SLOTS:
         choose(5); // but its entry can be looked at
     }
 
-    /// A failing look-up of the unit leaves it empty; a write that fails is told and changes nothing.
+    /// A failing look-up of the unit leaves it empty; a write that fails is reported and changes nothing.
     void failures_data()
     {
         cases<QString, QString>({

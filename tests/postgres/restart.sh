@@ -1,5 +1,5 @@
 #!/bin/bash
-# Takes the server that start.sh told of in this file down, or up again, with its data as they stand.
+# Takes the server that start.sh named in this file down, or up again, with its data as they stand.
 #   tests/postgres/restart.sh down build/debug/postgres-socket
 #   tests/postgres/restart.sh up build/debug/postgres-socket
 set -eu

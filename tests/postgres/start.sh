@@ -3,8 +3,8 @@
 # unix socket alone, its superuser "quilla" without a password. One server serves all tests of a run; each
 # test makes databases of its own in it (tests/support/postgres_database.h).
 #   tests/postgres/start.sh build/debug/postgres-socket
-# writes the socket's folder into that file; ctest does so before the tests that need it, which are told
-# by `quilla_needs_postgres(target)`. By hand: start it, run the test's binary, stop it:
+# writes the socket's folder into that file; ctest does so before the tests that
+# `quilla_needs_postgres(target)` names. By hand: start it, run the test's binary, stop it:
 #   psql -h "$(cat build/debug/postgres-socket)" -U quilla postgres
 #   tests/postgres/stop.sh build/debug/postgres-socket
 # Through ODBC: Driver={PostgreSQL Unicode};Servername=<the folder>;Database=<a database>;Uid=quilla

@@ -1,5 +1,5 @@
 #!/bin/bash
-# Stops the server that start.sh told of in this file and removes its folder. Nothing to stop is no error.
+# Stops the server that start.sh named in this file and removes its folder. Nothing to stop is no error.
 #   tests/postgres/stop.sh build/debug/postgres-socket
 set -eu
 state=$(readlink -m "$1")

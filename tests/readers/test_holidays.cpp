@@ -26,7 +26,7 @@ private Q_SLOTS:
         const QString shortYear = u"请输入完整的日期格式!(例如:2003-01-01)"_s;
         const QString reversed = u"假期开始时间不能大于结束时间。"_s;
         const QString day = u"2003-10-01"_s;
-        // name, first and last day, what is told, which box is at fault
+        // name, first and last day, the message, which box is at fault
         cases<QString, QString, QString, QString, int>({
             {"nothing", {{}, {}, {}, noName, 0}},
             {"a name of blanks", {u"  "_s, day, day, noName, 0}},

@@ -283,7 +283,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// What the screen was told, "saved" behind a success.
+    /// What the screen was asked to do, and "saved" after a success.
     QString save(const CardEdit& edit, const ReaderCard& card)
     {
         CardScreen screen;

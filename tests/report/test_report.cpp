@@ -88,7 +88,7 @@ private Q_SLOTS:
         }
     }
 
-    /// Of a row they are told; a total without its field stays blank, and its line away.
+    /// A field that the rows lack is an error; a total over such a field stays blank, and its line is left out.
     void fieldsThatAreMissing()
     {
         const std::pair<QString, QString> missing[] {

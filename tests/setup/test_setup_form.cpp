@@ -1,4 +1,4 @@
-#include "database/work_place.h"
+#include "database/opened_library.h"
 #include "platform/db/connection_text.h"
 #include "setup/setup_form.h"
 #include "source_dir.h"
@@ -69,7 +69,7 @@ private Q_SLOTS:
 
         QVERIFY(m_form->Run.isDone());
         QCOMPARE(modeOf(own()), 0600u);
-        WorkPlace place(fileTarget(own()));
+        OpenedLibrary place(fileTarget(own()));
         const auto value = [&](QStringView select) { return place.connection.open(select).field(0).text(); };
         QCOMPARE(value(u"select memo from Global where type='library'"), u"城东图书馆"_s);
         QCOMPARE(value(u"select username+password from LibUse where borrow=1"), u"wanggeheim"_s);
@@ -153,7 +153,7 @@ private Q_SLOTS:
         const QString demo = *stored().value(u"Database");
         makeBackup(*dueBackup(
             m_settings, m_settings.values.value(u"青简文库/Setting/QuillaPass"_s), QDate(2026, 11, 24)));
-        WorkPlace(fileTarget(demo)).connection.execute(u"delete from jhsk");
+        OpenedLibrary(fileTarget(demo)).connection.execute(u"delete from jhsk");
         openAt(SetupWay::Backups);
         press(Qt::Key_Down);
         const QString disk = m_home->filePath(u"disk"_s);
@@ -163,7 +163,7 @@ private Q_SLOTS:
         run();
         QVERIFY2(m_form->Run.isDone(), qPrintable(m_form->Run.txtOutcome.toPlainText()));
         QCOMPARE(backupFolder(m_settings, demo), disk);
-        QVERIFY(WorkPlace(fileTarget(demo)).connection.open(u"select * from jhsk").recordCount() > 0);
+        QVERIFY(OpenedLibrary(fileTarget(demo)).connection.open(u"select * from jhsk").recordCount() > 0);
         QVERIFY(m_form->Run.txtOutcome.toPlainText().contains(u"demo-replaced-"_s));
     }
 
@@ -186,7 +186,7 @@ private Q_SLOTS:
         run();
         QVERIFY(m_form->Run.txtOutcome.toPlainText().contains(u"old-v1.db"_s));
         QCOMPARE(stored().value(u"Database"), old);
-        WorkPlace place(fileTarget(old));
+        OpenedLibrary place(fileTarget(old));
     }
 
 private:

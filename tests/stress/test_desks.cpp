@@ -12,7 +12,7 @@
 
 using namespace quilla;
 
-/// What desks told as done, or what stands in the base of it.
+/// What desks reported as done, or what of it is in the database.
 struct Work {
     qint64 charges = 0;
     qint64 returns = 0; ///< settlements too
@@ -42,7 +42,7 @@ int setting(const char* name, int usual)
     return value > 0 ? value : usual;
 }
 
-/// The last one may have been committed and not told any more, never the other way round.
+/// The last one may have been committed and not reported any more, never the other way round.
 bool isAtMostOneMore(const Work& written, const Work& told)
 {
     const qint64 more = written.charges - told.charges + written.returns - told.returns;
@@ -166,7 +166,7 @@ private:
         return desk;
     }
 
-    /// What two desks told that did this work at once in a new library.
+    /// What two desks reported that did this work at once in a new library.
     std::pair<Work, Work> runTwoDesks(const QString& work)
     {
         const int seconds = setting("QUILLA_STRESS_SECONDS", 4);
@@ -185,7 +185,7 @@ private:
         return told;
     }
 
-    /// A desk that was killed at some moment of its work, and what it had told until then.
+    /// A desk that was killed at some moment of its work, and what it had reported until then.
     QByteArray killedDesk(int seed, const QString& work)
     {
         const auto desk = startDesk(seed, 60'000, work);

@@ -16,7 +16,7 @@ protected:
     /// Drops what still holds the library, and looks at what must be true after every function.
     virtual void finish() { }
     virtual void openLibrary();
-    /// Told as an editor does it; the box that it names, -1 without a refusal.
+    /// Shows the refusal as an editor does. Returns the box that it names, -1 without a refusal.
     int toldBox(const std::optional<Refusal>& refusal);
 
     std::unique_ptr<TestLibrary> m;

@@ -134,7 +134,7 @@ QString TestLibrary::everything()
     QStringList all;
     for (const sql::Table& table : schema.tables()) {
         if (table.view) continue;
-        // A server tells rows that were changed after the others.
+        // A server brings the rows that were changed after the others.
         QStringList lines = rows(u"select * from "_s + table.name);
         lines.sort();
         all += table.name;

@@ -34,12 +34,14 @@ void drag(FlexGrid& grid, int col, int pixels)
     QTest::mouseRelease(header.viewport(), Qt::LeftButton, {}, edge + QPoint(pixels, 0));
 }
 
+const WidthRule SecondTakesRest {0, 0, 0, {{0, 0, 0, 3000, false}, {1, 1, 0, -3000, true}}};
+
 class TwoColumnList : public ListScreen {
 public:
     TwoColumnList()
         : ListScreen(u"TwoColumnList"_s, u"假期"_s)
     {
-        shareWidth(holidayWidths());
+        shareWidth(SecondTakesRest);
         Grid1.setFormatString(u"假期名称|假期期限"_s);
         arrange(Grid1);
     }

@@ -274,7 +274,7 @@ private Q_SLOTS:
         QComboBox number;
         number.setEditable(true);
         build(form, column(number));
-        filterDigits(number, titleRankingFilter(), prompt);
+        filterDigits(number, {false, u"请输入0-9之间的数字"_s, u""_s}, prompt);
         enter(form, number);
         QTest::keyClicks(number.lineEdit(), u"1/0:"_s);
         QCOMPARE(number.currentText(), u"1/0:");

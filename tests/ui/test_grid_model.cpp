@@ -176,11 +176,13 @@ private Q_SLOTS:
     void sharesTheWidth()
     {
         const std::tuple<WidthRule, int, std::vector<int>> grids[] {
-            {circulationParameterWidths(), 10,
-                {990, 840, 840, 840, 840, 840, 840, 840, 840, 840, 990, 990, 0, 0}},
-            {holidayWidths(), 11, {3000, 8000}},
-            {overdueWidths(), 11, {1200, 2240, 1200, 1200, 1200, 1200, 1200, 1200}}, // exactly full
-            {lostBookWidths(), 500, {1200, 3440, 1200, 1200, 1200, 1200, 1200}}};
+            {{80, 300, 13,
+                 {{0, 0, 1, 150, false}, {1, 9, 1, 0, false}, {10, 11, 1, 150, false},
+                     {12, 13, 0, 0, false}}},
+                10, {990, 840, 840, 840, 840, 840, 840, 840, 840, 840, 990, 990, 0, 0}},
+            {{0, 0, 0, {{0, 0, 0, 3000, false}, {1, 1, 0, -3000, true}}}, 11, {3000, 8000}},
+            {{80, 360, 0, {{0, 0, 0, 1200, false}, {1, 1, 0, -8400, true}, {2, 7, 0, 1200, false}}}, 11,
+                {1200, 2240, 1200, 1200, 1200, 1200, 1200, 1200}}}; // exactly full
         for (const auto& [rule, rows, widths] : grids) {
             QCOMPARE(gridFix(rule, {11000, 350 + 10 * 300, 300, rows}), widths);
             for (int width : gridFix(rule, {200, 3350, 300, rows}))

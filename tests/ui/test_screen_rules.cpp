@@ -36,7 +36,7 @@ private Q_SLOTS:
         }
     }
 
-    /// Where the order of day, month and year is not told.
+    /// Dates that do not say which is the day, the month and the year.
     void readsPlatformDates()
     {
         const std::pair<QString, QDate> dates[] {{u"01-02-2003"_s, {2003, 1, 2}},
@@ -53,13 +53,14 @@ private Q_SLOTS:
         const std::tuple<int, bool, bool> keys[] {{'/', true, true}, {'.', false, false}, {':', true, true},
             {';', false, false}, {8, true, true}, {13, true, true}, {27, false, true},
             {0xff11, false, false}};
-        for (const auto& [code, titles, readers] : keys) {
+        const DigitFilter untitled {false, u"0-9"_s, u""_s}; // an empty title is not the application's
+        const DigitFilter withEscape {true, u"1-9"_s, u"操作提示"_s};
+        for (const auto& [code, first, second] : keys) {
             ScriptedPrompt prompt;
-            // the first title is empty, which is not the application's
-            if (!titles) prompt.expect(u"请输入0-9之间的数字"_s).titled(u"");
-            if (!readers) prompt.expect(u"请输入1-9之间的数字"_s).titled(u"操作提示");
-            QCOMPARE(passesFilter(titleRankingFilter(), QChar(code), prompt), titles);
-            QCOMPARE(passesFilter(readerRankingFilter(), QChar(code), prompt), readers);
+            if (!first) prompt.expect(u"0-9"_s).titled(u"");
+            if (!second) prompt.expect(u"1-9"_s).titled(u"操作提示");
+            QCOMPARE(passesFilter(untitled, QChar(code), prompt), first);
+            QCOMPARE(passesFilter(withEscape, QChar(code), prompt), second);
             QCOMPARE(prompt.takeComplaints(), QString());
         }
     }

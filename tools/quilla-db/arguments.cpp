@@ -220,7 +220,7 @@ Choice chosen(const QCommandLineParser& parser, const QString& option, const QHa
     return choices[name];
 }
 
-/// A format or a code page that is not named is told from the file.
+/// A format or a code page that is not named is recognised from the file.
 void readBookOptions(const QCommandLineParser& parser, Arguments& arguments)
 {
     static const QHash<QString, BookFormat> formats {{QString(), BookFormat::Unknown},

@@ -1,6 +1,6 @@
 #include "quilla-db/book_commands.h"
 
-#include "database/work_place.h"
+#include "database/opened_library.h"
 #include "holdings/built_in.h"
 #include "holdings/refused_books.h"
 #include "platform/core/text.h"
@@ -38,7 +38,7 @@ void writeNew(const QString& name, const std::function<void(QFile&)>& fill)
     whole.finish();
 }
 
-/// Tells the first refused records, and keeps all of them in the file when there is one.
+/// Lists the first refused records, and keeps all of them in the file when there is one.
 class Refusals {
 public:
     Refusals(const QString& file, QTextStream& out)
@@ -99,7 +99,7 @@ Outcome importBooksOf(const Arguments& arguments, QTextStream& out)
     BookImportOptions options = arguments.books;
     options.fields = fieldsOf(arguments);
     Refusals refusals(arguments.refusedFile, out);
-    WorkPlace place(arguments.target);
+    OpenedLibrary place(arguments.target);
     ConsoleProgress progress;
     const BookImportReport report = importBooks(
         place.connection, place.schema, arguments.file, options,
@@ -112,7 +112,7 @@ Outcome importBooksOf(const Arguments& arguments, QTextStream& out)
 
 Outcome exportBooksOf(const Arguments& arguments, QTextStream& out)
 {
-    WorkPlace place(arguments.target);
+    OpenedLibrary place(arguments.target);
     ConsoleProgress progress;
     BookExportReport report;
     writeNew(arguments.file,

@@ -4,7 +4,7 @@
 
 namespace quilla {
 
-/// Imports the books of a file, and tells which records were refused. Findings when there were any.
+/// Imports the books of a file, and lists which records were refused. `Findings` when there were any.
 Outcome importBooksOf(const Arguments& arguments, QTextStream& out);
 Outcome exportBooksOf(const Arguments& arguments, QTextStream& out);
 /// Writes the built-in mapping of MARC fields out, to be changed.

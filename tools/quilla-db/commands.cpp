@@ -3,7 +3,7 @@
 #include "database/check.h"
 #include "database/copy_library.h"
 #include "database/new_library.h"
-#include "database/work_place.h"
+#include "database/opened_library.h"
 #include "frame/start_ops.h"
 #include "platform/core/text.h"
 #include "platform/db/embedded.h"
@@ -72,7 +72,7 @@ void tell(QTextStream& out, const std::vector<Finding>& findings)
         tell(out, finding.what, finding.texts());
 }
 
-/// Tells the damage of an embedded file. False when there is any.
+/// Lists the damage of an embedded file. False when there is any.
 bool isWhole(const Arguments& arguments, QTextStream& out)
 {
     if (!arguments.target.file) return true;
@@ -85,7 +85,7 @@ bool isWhole(const Arguments& arguments, QTextStream& out)
 std::vector<Finding> findingsIn(const Target& target)
 {
     if (!target.file) {
-        WorkPlace place(target);
+        OpenedLibrary place(target);
         return checkLibrary(place.connection);
     }
     std::vector<Finding> findings;
@@ -124,7 +124,7 @@ qsizetype tellRepairs(QTextStream& out, const std::vector<Finding>& findings)
 Outcome repair(const Arguments& arguments, QTextStream& out)
 {
     if (!isWhole(arguments, out)) return Outcome::Findings;
-    WorkPlace place(arguments.target);
+    OpenedLibrary place(arguments.target);
     const std::vector<Finding> findings = checkLibrary(place.connection);
     const qsizetype mends = tellRepairs(out, findings);
     if (findings.empty()) out << u"没有发现问题，不需要修复。\n"_s;
@@ -141,7 +141,7 @@ Outcome repair(const Arguments& arguments, QTextStream& out)
 
 Outcome guard(const Arguments& arguments, QTextStream& out)
 {
-    WorkPlace place(arguments.target);
+    OpenedLibrary place(arguments.target);
     if (arguments.removes) {
         unguardLibrary(place.connection);
         out << u"已取消保护索引。\n"_s;
@@ -161,14 +161,14 @@ Outcome guard(const Arguments& arguments, QTextStream& out)
 /// All of it or nothing; the source stands still meanwhile.
 Outcome copy(const Arguments& arguments, QTextStream& out)
 {
-    WorkPlace place(arguments.target);
+    OpenedLibrary place(arguments.target);
     Connection& from = place.connection;
     from.begin();
-    const auto told = [&](const QString& table, qint64 rows) {
+    const auto copied = [&](const QString& table, qint64 rows) {
         out << table << u": "_s << rows << u"\n"_s;
         out.flush();
     };
-    makeNew(arguments.copyTarget, place.schema, [&](Connection& to) { copyLibrary(from, to, told); });
+    makeNew(arguments.copyTarget, place.schema, [&](Connection& to) { copyLibrary(from, to, copied); });
     out << u"已全部复制到："_s << arguments.copyTarget.name() << u"\n"_s;
     return Outcome::Done;
 }

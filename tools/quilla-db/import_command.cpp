@@ -1,6 +1,6 @@
 #include "quilla-db/import_command.h"
 
-#include "database/work_place.h"
+#include "database/opened_library.h"
 #include "platform/core/new_file.h"
 #include "platform/core/text.h"
 #include "readers/export_readers_ops.h"
@@ -58,7 +58,7 @@ Outcome importReadersOf(const Arguments& arguments, QTextStream& out)
 {
     const QByteArray content = contentOf(arguments.file);
     RefusedReaders refused(arguments.refusedFile);
-    WorkPlace place(arguments.target);
+    OpenedLibrary place(arguments.target);
     const ImportReport report = importReaders(place.connection, place.schema, content, arguments.readers);
     tellRefused(arguments, report, out);
     tellOutcome(arguments, report, out);
@@ -68,7 +68,7 @@ Outcome importReadersOf(const Arguments& arguments, QTextStream& out)
 
 Outcome exportReadersOf(const Arguments& arguments, QTextStream& out)
 {
-    WorkPlace place(arguments.target);
+    OpenedLibrary place(arguments.target);
     NewFile whole(arguments.file);
     QFile file(whole.part());
     if (!file.open(QIODevice::WriteOnly))

@@ -4,7 +4,7 @@
 
 namespace quilla {
 
-/// Imports the readers of a file, and tells which lines were refused. Findings when there were any.
+/// Imports the readers of a file, and lists which lines were refused. `Findings` when there were any.
 Outcome importReadersOf(const Arguments& arguments, QTextStream& out);
 /// Exports all readers into a new file.
 Outcome exportReadersOf(const Arguments& arguments, QTextStream& out);

@@ -1,6 +1,6 @@
 #include "quilla-db/starter_commands.h"
 
-#include "database/work_place.h"
+#include "database/opened_library.h"
 #include "holdings/starter_ops.h"
 #include "platform/core/text.h"
 
@@ -8,7 +8,7 @@ namespace quilla {
 
 Outcome loadStarterOf(const Arguments& arguments, QTextStream& out)
 {
-    WorkPlace place(arguments.target);
+    OpenedLibrary place(arguments.target);
     const StarterReport report = loadStarter(place.connection, arguments.file);
     out << u"已装入读者类型 "_s << report.types << u" 个、读者单位 "_s << report.units << u" 个、节假日 "_s
         << report.holidays << u" 个。\n"_s;

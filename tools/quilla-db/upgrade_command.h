@@ -4,7 +4,8 @@
 
 namespace quilla {
 
-/// Brings a library to the version of this program, and tells how far it is and where the old one was saved.
+/// Brings a library to the version of this program. Shows how far the work is and where the old library was
+/// saved.
 Outcome upgrade(const Arguments& arguments, QTextStream& out);
 
 } // namespace quilla

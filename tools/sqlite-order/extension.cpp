@@ -16,7 +16,7 @@ namespace {
 const SystemClock theClock;
 StatementTime theTime(theClock);
 
-/// The functions' own would stand still: nobody tells it when a statement begins.
+/// The clock that the desk uses would stand still here, since nothing resets it when a statement begins.
 void now(sqlite3_context* context, int, sqlite3_value**)
 {
     const CanonicalMoment moment(theClock.now());

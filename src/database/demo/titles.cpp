@@ -137,7 +137,7 @@ void TitleMaker::addFrom(std::size_t at)
     m_titles.push_back(std::move(title));
 }
 
-/// A later edition of a textbook keeps the number within the class and is told apart by its mark.
+/// A later edition of a textbook keeps the number within the class and differs by its mark.
 void TitleMaker::addSecondEditions(int count)
 {
     std::vector<Title> editions;

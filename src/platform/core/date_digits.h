@@ -5,9 +5,9 @@
 
 namespace quilla {
 
-// Dates written digit by digit into room that the caller has: several stand in each operation of a desk,
-// and the way through calendar and locale costs more than a statement of it. Each returns the place after the
-// last digit.
+// These functions write a date digit by digit into the caller's buffer and return the place after the last
+// digit. Each operation of a desk writes several dates, and Qt's own formatting, which goes through calendar
+// and locale, costs more than one of its statements.
 
 template <typename Char> Char* putDigits(Char* at, int value, int count)
 {

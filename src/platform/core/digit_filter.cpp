@@ -20,16 +20,6 @@ bool DigitFilter::accepts(QChar character) const
     return code >= Lowest && code <= Highest;
 }
 
-DigitFilter titleRankingFilter()
-{
-    return {false, u"请输入0-9之间的数字"_s, u""_s};
-}
-
-DigitFilter readerRankingFilter()
-{
-    return {true, u"请输入1-9之间的数字"_s, OperationTitle.toString()};
-}
-
 bool passesFilter(const DigitFilter& filter, QChar character, Prompt& prompt)
 {
     if (filter.accepts(character)) return true;

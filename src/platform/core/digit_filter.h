@@ -9,17 +9,12 @@ namespace quilla {
 /// The bounds 47 to 58 are wider than the digits by one on either side, so "/" and ":" pass here and
 /// only fail later, as a number.
 struct DigitFilter {
-    bool takesEscape;
-    QString message;
+    bool takesEscape; ///< whether Esc passes
+    QString message; ///< shown for any other character
     QString title;
 
     bool accepts(QChar character) const;
 };
-
-/// The number of rows in the ranking of titles (`frmtsjh`).
-DigitFilter titleRankingFilter();
-/// The number of rows in the ranking of readers (`dzjyphbFrm`).
-DigitFilter readerRankingFilter();
 
 /// True when the character may enter the box. Otherwise the message has been shown; the character is to
 /// be dropped, the box to be emptied and to take the focus.

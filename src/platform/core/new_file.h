@@ -12,8 +12,8 @@ namespace quilla {
 /// Waits until the disk has the file, or the names in a folder. False when it has not.
 bool isSaved(const QString& path);
 
-/// A file of private data that comes to stand under its name when all of it is there, on the disk, or not at
-/// all. Its maker writes to `part()`, in the same folder; what is not finished is taken away again.
+/// A new file of private data. It appears under its name only when it is complete and on the disk. Until then
+/// it is written as `part()` in the same folder, which is removed when the work does not finish.
 class NewFile {
 public:
     /// `companions`: endings of the files that a program keeps beside the file. One that stands beside `path`

@@ -12,9 +12,9 @@ inline constexpr QFileDevice::Permissions OwnerOnly = QFileDevice::ReadOwner | Q
 /// when that is not possible.
 bool makePrivateFolder(const QString& path);
 
-/// Takes away the access that a file of private data was not meant to give: others lose theirs, and so does
-/// the group, unless it may write: no such file is made with that right, so somebody gave it on purpose.
-/// Nothing happens to a missing file or one that belongs to another user.
+/// Takes away access to a file of private data that nobody gave on purpose. Other users lose theirs. The
+/// group keeps its own only if it may write: no such file is made with that right, so somebody has granted
+/// it. Nothing happens to a missing file or one that belongs to another user.
 void tightenAccess(const QString& file);
 
 /// A group of users who share files.

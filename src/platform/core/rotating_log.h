@@ -11,8 +11,8 @@ class RotatingLog {
 public:
     explicit RotatingLog(QString file, int most);
 
-    /// Line breaks in `line` become blanks. False when it could not be written, which nobody is told: the log
-    /// must not stand in the way of what it is about.
+    /// Line breaks in `line` become blanks. False when the line could not be written. Nobody else learns of
+    /// that, since a log must not get in the way of the work that it records.
     bool append(const QString& line);
 
 private:

@@ -2,7 +2,7 @@
 
 namespace quilla {
 
-/// What a sound tells an operator who looks at the book and not at the screen.
+/// What a sound says to an operator who looks at the book and not at the screen.
 enum class Sound { Done, Refused, Attention };
 
 /// Plays sounds. Never waits: a desk without a sound device is as fast as one with it.

@@ -12,14 +12,6 @@ namespace quilla {
 
 namespace {
 
-/// The first of the keys that the text holds.
-QString firstOf(const ConnectionItems& items, std::initializer_list<QStringView> keys)
-{
-    for (const QStringView key : keys)
-        if (const QString value = items.value(key).value_or(QString()); !value.isEmpty()) return value;
-    return {};
-}
-
 QString sqliteVersion()
 {
     return u"SQLite "_s + QString::fromLatin1(sqlite3_libversion());
@@ -38,11 +30,11 @@ DatabaseFacts databaseFacts(const ConnectionItems& items)
 {
     if (const auto file = embeddedFileOf(items))
         return {sqliteVersion(), u"文件 "_s + QDir::toNativeSeparators(*file)};
-    const QString server = firstOf(items, {u"Servername", u"Server"});
-    const QString database = firstOf(items, {u"Database"});
+    const QString server = items.firstOf({u"Servername", u"Server"});
+    const QString database = items.firstOf({u"Database"});
     QString place = server.isEmpty() ? u"由数据源指定的服务器"_s : u"服务器 "_s + server;
     if (!database.isEmpty()) place += u"，数据库 "_s + database;
-    return {firstOf(items, {u"Driver", u"DSN"}), place};
+    return {items.firstOf({u"Driver", u"DSN"}), place};
 }
 
 QStringList databaseLibraries()

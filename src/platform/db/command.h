@@ -7,7 +7,7 @@
 namespace quilla {
 
 /// The call of a stored procedure. Its parameters get their values in the order in which they are appended,
-/// as command objects give them; a name only tells the reader which one is meant.
+/// as command objects give them; the name is for the reader of the code alone.
 class Command {
 public:
     /// `procedure` with its owner. The connection must outlive the command.

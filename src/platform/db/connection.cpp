@@ -86,9 +86,9 @@ void Connection::rollback()
     opened(m_lease).rollback();
 }
 
-void Connection::settleRows()
+void Connection::gatherStatistics()
 {
-    opened(m_lease).settleRows();
+    opened(m_lease).gatherStatistics();
 }
 
 } // namespace quilla

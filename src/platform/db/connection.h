@@ -61,9 +61,9 @@ public:
     void commit();
     void rollback();
 
-    /// Call it after very many rows were written and committed: a server that has not looked at them yet
-    /// plans as if the tables were empty. Takes seconds on a large base.
-    void settleRows();
+    /// Lets a server look at its tables. Call it after very many rows were written and committed: until then
+    /// the server plans as if the tables were empty. Takes seconds on a large base.
+    void gatherStatistics();
 
 private:
     std::unique_ptr<Lease> m_lease;

@@ -27,6 +27,13 @@ std::optional<QString> ConnectionItems::value(QStringView key) const
     return {};
 }
 
+QString ConnectionItems::firstOf(std::initializer_list<QStringView> keys) const
+{
+    for (const QStringView key : keys)
+        if (const QString found = value(key).value_or(QString()); !found.isEmpty()) return found;
+    return {};
+}
+
 QString embeddedDatabaseFile()
 {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/青简文库/quilla.db"_s;

@@ -12,6 +12,8 @@ struct ConnectionItems {
     explicit ConnectionItems(const QString& text);
     /// Key without case; nullopt when it is not there.
     std::optional<QString> value(QStringView key) const;
+    /// The value of the first of these keys that has one; empty when none has.
+    QString firstOf(std::initializer_list<QStringView> keys) const;
 
     std::vector<std::pair<QString, QString>> items;
 };

@@ -18,7 +18,7 @@ Cell digitsCell(const DecimalDigits& digits, Kind kind)
 
 } // namespace
 
-void describeAsTold(Field& field, const sql::Translation& statement, std::size_t column)
+void describeByStatement(Field& field, const sql::Translation& statement, std::size_t column)
 {
     if (statement.columns[column] != Kind::Unknown) field.kind = statement.columns[column];
     if (column < statement.names.size()) field.name = statement.names[column];

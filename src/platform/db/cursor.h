@@ -20,9 +20,9 @@ struct Field {
     sql::Kind kind = sql::Kind::Unknown;
 };
 
-/// Gives a field of a result, which the engine has described, the kind and the name that the statement means,
-/// as far as they are known. Each engine names in its own way.
-void describeAsTold(Field& field, const sql::Translation& statement, std::size_t column);
+/// Gives a field of a result the kind and the name that the statement means, as far as they are known, in
+/// place of what the engine says of it. Each engine names columns in its own way.
+void describeByStatement(Field& field, const sql::Translation& statement, std::size_t column);
 
 /// The columns of a result; shared by all results of one prepared statement.
 using Fields = std::shared_ptr<const std::vector<Field>>;

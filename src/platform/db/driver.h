@@ -13,8 +13,8 @@ namespace quilla {
 /// `Error` with the engine's number and, after a sentence for the operator, the engine's own words.
 ///
 /// A statement that fails inside a transaction leaves the transaction open and as it was before the
-/// statement, unless `begin` was told otherwise. When an engine gives up the whole transaction by itself,
-/// each further statement must fail until `rollback`, lest it stand alone.
+/// statement, unless it began with `OnFailure::EndTransaction`. When an engine gives up the whole transaction
+/// by itself, each further statement must fail until `rollback`, lest it stand alone.
 class Driver {
 public:
     virtual ~Driver() = default;
@@ -46,7 +46,7 @@ public:
     virtual void rollback() = 0;
 
     /// Lets the engine look at its tables, so that its plans fit them. Outside of a transaction.
-    virtual void settleRows() { }
+    virtual void gatherStatistics() { }
 };
 
 } // namespace quilla

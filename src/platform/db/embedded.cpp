@@ -58,7 +58,7 @@ void fillLibrary(const QString& path, const sql::Schema& schema, const Clock& cl
 /// the log back.
 void copyDatabase(const SqliteHandle& from, const SqliteHandle& to)
 {
-    from.number("pragma schema_version"); // what can't be read is told with its own name
+    from.number("pragma schema_version"); // fails here, so that the error names the right file
     sqlite3_backup* backup = sqlite3_backup_init(to.get(), "main", from.get(), "main");
     if (!backup) to.fail(sqlite3_extended_errcode(to.get()));
     sqlite3_backup_step(backup, -1);

@@ -23,7 +23,7 @@ double numberOf(const sql::Literal& literal, int scale = -1);
 /// The same, digit for digit.
 QString decimalOf(const sql::Literal& literal, int scale = -1);
 /// Throws `CannotConvert` when the number, which is `whole` or else `number`, does not fit the column that it
-/// goes into. PostgreSQL would tell only once a row is written.
+/// goes into. PostgreSQL itself would not object before a row is written.
 void refuseOutside(
     const sql::NumberRange& range, const sql::Literal& literal, std::optional<qint64> whole, double number);
 /// Throws `CannotConvert`, also for an empty text.

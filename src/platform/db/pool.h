@@ -91,7 +91,7 @@ public:
     void begin(OnFailure onFailure);
     void endTransactionOnFailure();
     void commit();
-    void settleRows() { m_physical->driver->settleRows(); }
+    void gatherStatistics() { m_physical->driver->gatherStatistics(); }
     void rollback();
 
 private:

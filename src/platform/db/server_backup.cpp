@@ -18,37 +18,22 @@ struct Server {
     QString user;
     QString password;
     QString database;
-    QString encryption; ///< what the driver is told about it
+    QString encryption; ///< the driver's setting for it
     QString authority; ///< the file of the certificate by which the server is known; empty for the usual one
 };
-
-/// An item of the text under one of its names, else that of the data source.
-QString itemOf(const ConnectionItems& items, std::initializer_list<QString> names)
-{
-    for (const QString& name : names) {
-        const QString value = items.value(name).value_or(QString());
-        if (!value.isEmpty()) return QString(value).replace(u"''"_s, u"'"_s);
-    }
-    const auto source = items.value(u"DSN");
-    for (const QString& name : names) {
-        const QString value = source ? dataSourceItem(*source, name) : QString();
-        if (!value.isEmpty()) return value;
-    }
-    return {};
-}
 
 /// "sslrootcert=/etc/ssl/library.pem" among what the driver hands on to the server's own library.
 QString authorityOf(const ConnectionItems& items)
 {
     static const QRegularExpression file(u"\\bsslrootcert\\s*=\\s*([^\\s{}]+)"_s);
-    return file.match(itemOf(items, {u"pqopt"_s})).captured(1);
+    return file.match(settingOf(items, {u"pqopt"})).captured(1);
 }
 
 Server serverOf(const ConnectionItems& items)
 {
-    return {itemOf(items, {u"Servername"_s, u"Server"_s}), itemOf(items, {u"Port"_s}),
-        itemOf(items, {u"UID"_s, u"Username"_s}), itemOf(items, {u"PWD"_s, u"Password"_s}),
-        itemOf(items, {u"Database"_s}), itemOf(items, {u"SSLmode"_s}), authorityOf(items)};
+    return {settingOf(items, {u"Servername", u"Server"}), settingOf(items, {u"Port"}),
+        settingOf(items, {u"UID", u"Username"}), settingOf(items, {u"PWD", u"Password"}),
+        settingOf(items, {u"Database"}), settingOf(items, {u"SSLmode"}), authorityOf(items)};
 }
 
 /// The tool takes from its environment what other users can't see there.

@@ -35,7 +35,7 @@ constexpr Questions Postgres {
     .run = u"SELECT 1",
 };
 
-/// There a table without a right for the login can't be told from one that is not there.
+/// There a table for which the login has no right looks like one that does not exist.
 constexpr Questions SqlServer {
     .reach = u"select 1",
     .make = u"select has_perms_by_name(db_name(),'DATABASE','CREATE TABLE')",
@@ -65,30 +65,18 @@ const ServerKind* kindOf(const QString& driver)
     return sqlServer ? &serverKinds()[1] : nullptr;
 }
 
-/// The first of the keys that the text or its data source tells.
-QString told(const ConnectionItems& items, std::initializer_list<QStringView> keys)
-{
-    const QString source = items.value(u"DSN").value_or(QString());
-    for (const QStringView key : keys) {
-        QString value = items.value(key).value_or(QString());
-        if (value.isEmpty() && !source.isEmpty()) value = dataSourceItem(source, key.toString());
-        if (!value.isEmpty()) return value.replace(u"''"_s, u"'"_s);
-    }
-    return {};
-}
-
 struct Endpoint {
     QString host; ///< empty where the driver alone knows it
     int port = 0;
 };
 
-/// A named instance has a port that only the server can tell.
+/// A named instance has a port that only the server knows.
 Endpoint endpointOf(const ConnectionItems& items, const ServerKind* kind)
 {
-    QString server = told(items, {u"Servername", u"Server", u"Address"});
+    QString server = settingOf(items, {u"Servername", u"Server", u"Address"});
     if (server.startsWith(u"tcp:"_s)) server.remove(0, 4);
     if (!kind || server.contains(u'\\')) return {};
-    const QString port = server.contains(u',') ? server.section(u',', 1) : told(items, {u"Port"});
+    const QString port = server.contains(u',') ? server.section(u',', 1) : settingOf(items, {u"Port"});
     const int number = port.toInt();
     return {server.section(u',', 0, 0).trimmed(), number > 0 ? number : kind->port};
 }
@@ -136,11 +124,11 @@ public:
         if (!m_addresses.empty()) knock(m_addresses);
     }
 
-    /// Only a second attempt tells a wrong password from a wrong database.
+    /// Only a second attempt shows whether the password is wrong or the database.
     void logIn()
     {
         const QString port = m_probe.place;
-        m_probe.place = told(m_items, {u"UID", u"Username"});
+        m_probe.place = settingOf(m_items, {u"UID", u"Username"});
         QElapsedTimer waited;
         waited.start();
         try {
@@ -156,14 +144,14 @@ public:
 
     void openDatabase()
     {
-        m_probe.place = told(m_items, {u"Database"});
+        m_probe.place = settingOf(m_items, {u"Database"});
         if (!m_driver) throw Error(ErrorNumber::CannotOpen, u"ODBC"_s, m_refusal);
     }
 
     void testRights()
     {
         const Questions& questions = questionsFor(m_driver->engine());
-        m_probe.place = told(m_items, {u"UID", u"Username"});
+        m_probe.place = settingOf(m_items, {u"UID", u"Username"});
         need(questions.reach, u"不能进入数据库里的模式（schema）。"_s);
         for (const sql::Table& table : m_schema.tables())
             testRight(table, table.view ? questions.view : questions.table);
@@ -175,7 +163,7 @@ public:
 
     void testSchema()
     {
-        m_probe.place = told(m_items, {u"Database"});
+        m_probe.place = settingOf(m_items, {u"Database"});
         const qint64 version = serverSchemaVersion(*m_driver);
         if (version > sql::PostgresSchemaVersion)
             refuse(u"结构版本是 %1，本程序只认识 %2。"_s.arg(version).arg(sql::PostgresSchemaVersion));

@@ -45,8 +45,8 @@ struct ServerProbe {
     QString words {}; ///< what is wrong, at times in the server's own words; never the password
 };
 
-/// Tries one step after the other, `begun` being told of each, and changes nothing. Ends at the first one
-/// that fails, after half a minute at the latest. May run on a thread of its own.
+/// Tries one step after the other and changes nothing; calls `begun` before each. Ends at the first step that
+/// fails, after half a minute at the latest. May run on a thread of its own.
 ServerProbe probeServer(
     const ConnectionItems& items, const sql::Schema& schema, const std::function<void(ServerStep)>& begun);
 

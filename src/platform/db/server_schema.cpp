@@ -20,7 +20,7 @@ constexpr QStringView StaleOrder
       u"collcollate) <> 'zh-u-ks-level2' THEN 1 WHEN collversion IS DISTINCT FROM pg_collation_actual_version(oid) THEN 2 END "
       u"FROM pg_collation c WHERE collname = 'quilla' AND pg_collation_is_visible(oid)), 0)";
 
-/// The server tells by itself which indexes hang on the collation. The new version is noted in the same
+/// The server knows which indexes depend on the collation. The new version is noted in the same
 /// transaction, so that no crash can leave an old index under it.
 constexpr QStringView MakeIndexesAnew = uR"(DO $$
 DECLARE

@@ -9,7 +9,6 @@ namespace quilla {
 
 namespace {
 
-constexpr int CaptionHeight = 350;
 constexpr int LeastRest = 1200;
 
 int widthOf(const ColumnShare& share, int unit, int rest)
@@ -36,33 +35,6 @@ void share(std::vector<int>& widths, std::vector<int> weights, int amount)
 }
 
 } // namespace
-
-const WidthRule& circulationParameterWidths()
-{
-    static const WidthRule rule {80, 300, 13,
-        {{0, 0, 1, 150, false}, {1, 9, 1, 0, false}, {10, 11, 1, 150, false}, {12, 13, 0, 0, false}}};
-    return rule;
-}
-
-const WidthRule& holidayWidths()
-{
-    static const WidthRule rule {0, 0, 0, {{0, 0, 0, 3000, false}, {1, 1, 0, -3000, true}}};
-    return rule;
-}
-
-const WidthRule& overdueWidths()
-{
-    static const WidthRule rule {
-        80, 360, 0, {{0, 0, 0, 1200, false}, {1, 1, 0, -8400, true}, {2, 7, 0, 1200, false}}};
-    return rule;
-}
-
-const WidthRule& lostBookWidths()
-{
-    static const WidthRule rule {
-        80, 360, 0, {{0, 0, 0, 1200, false}, {1, 1, 0, -7200, true}, {2, 6, 0, 1200, false}}};
-    return rule;
-}
 
 bool needsScrollBar(const GridExtent& extent)
 {

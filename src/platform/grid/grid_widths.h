@@ -4,6 +4,9 @@
 
 namespace quilla {
 
+/// The height of the row of captions, in twips.
+inline constexpr int CaptionHeight = 350;
+
 /// A run of columns that share one width rule: `units` times the unit, plus `twips`, plus what the grid
 /// has left where the column takes the rest.
 struct ColumnShare {
@@ -29,12 +32,6 @@ struct GridExtent {
     int rowHeight;
     int rows;
 };
-
-/// The rules of the four list screens that share the width of their grid.
-const WidthRule& circulationParameterWidths();
-const WidthRule& holidayWidths();
-const WidthRule& overdueWidths();
-const WidthRule& lostBookWidths();
 
 /// Whether the grid will show a vertical scroll bar: a grid that holds exactly as many lines as fit
 /// counts as full already.

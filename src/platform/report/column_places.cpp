@@ -8,7 +8,7 @@ namespace quilla {
 
 namespace {
 
-constexpr double DesignPoints = 10; ///< the size of text that the widths are told for
+constexpr double DesignPoints = 10; ///< the size of text that the widths below are for
 constexpr double LeastText = 7.0; ///< of a text column, in characters
 
 /// In points.

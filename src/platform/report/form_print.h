@@ -33,7 +33,7 @@ private:
 /// Prints on the chosen printer, else on the system's default one, without a question.
 class DefaultPrinter final : public FormPrinter {
 public:
-    /// `printerName` tells the chosen printer, empty for none; `isUpright` how its paper was set.
+    /// `printerName` returns the chosen printer, empty for none; `isUpright` how its paper was set.
     DefaultPrinter(std::function<QString()> printerName, std::function<bool()> isUpright);
     void printForm(QWidget& form, Paper paper) override;
     void printSlip(const Slip& slip, const QString& pdfFile) override;

@@ -12,7 +12,7 @@ namespace quilla {
 class FormPrinter {
 public:
     virtual ~FormPrinter() = default;
-    /// Throws `Error` when the printer does not take it.
+    /// Prints the form as it stands. Throws `Error` when the printer does not accept it.
     virtual void printForm(QWidget& form, Paper paper) = 0;
     /// Prints the slip, or saves it as a PDF file where one is named. Throws `Error` when the printer or the
     /// folder does not take it.

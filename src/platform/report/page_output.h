@@ -26,7 +26,7 @@ void printText(const QTextDocument& text, QPrinter& printer);
 
 /// Sets the paper of a printer to that of the pages.
 void setUpPrinter(QPrinter& printer, const PrintedPages& pages);
-/// Prints the pages that the printer was told to print, all of them by default. Throws `Error`.
+/// Prints the range of pages that is set in the printer, all of them by default. Throws `Error`.
 void printPages(const PrintedPages& pages, const FontBook& fonts, QPrinter& printer);
 
 } // namespace quilla

@@ -50,7 +50,7 @@ public:
     int page() const { return m_sheet.page(); }
     void goTo(int page);
     /// Writes the pages to a PDF file, or the rows of a report to a spreadsheet, by the ending of the name. A
-    /// failure is told.
+    /// failure is reported.
     bool save(const QString& file);
 
     QPushButton cmdFirst;

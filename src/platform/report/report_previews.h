@@ -12,7 +12,7 @@ namespace quilla {
 /// Shows each report in a preview window of its own, which outlives the screen that asked for it.
 class ReportPreviews final : public ReportViewer {
 public:
-    /// `printerName` tells the printer that the operator chose, empty for none.
+    /// `printerName` returns the printer that the operator chose, empty for none.
     ReportPreviews(
         ReportCatalog designs, Prompt& prompt, const Clock& clock, std::function<QString()> printerName);
     ~ReportPreviews() override;

@@ -18,8 +18,8 @@ class ReportViewer {
 public:
     virtual ~ReportViewer() = default;
     /// `design` is the name of a report design. `rows` is what it lists, for a design with groups a shaped
-    /// result; it is read from its first row to its end before this returns. A field of the design that the
-    /// rows lack is told to the operator, and no report opens.
+    /// result; it is read from its first row to its end before this returns. When the rows lack a field of
+    /// the design, that is reported and no report opens.
     virtual void showReport(const QString& design, Recordset& rows, const ReportTexts& texts = {}) = 0;
     /// Shows bars in the same way.
     virtual void showChart(const Chart& chart) = 0;

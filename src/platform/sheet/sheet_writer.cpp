@@ -31,8 +31,8 @@ void check(lxw_error result)
     if (result != LXW_NO_ERROR) fail(u"无法写入电子表格："_s + QString::fromUtf8(lxw_strerror(result)));
 }
 
-/// As a cell holds it. Two codes stand for no character and would make the whole file unreadable; "_x0041_"
-/// is how a file writes the character 41, so the same letters in a text are told apart.
+/// A text in the form that a cell stores. Two codes stand for no character and would make the whole file
+/// unreadable. "_x0041_" is how a file writes the character 41, so the same letters in a text are escaped.
 QByteArray cellText(QStringView text)
 {
     static const QRegularExpression noCharacter(u"[\\x{FFFE}\\x{FFFF}]"_s);

@@ -8,8 +8,8 @@ namespace quilla::sql {
 /// Finds out the kind of every expression of a statement over the schema, gives literals the kind that
 /// their place asks for, and writes the server's silent conversions into the tree.
 ///
-/// A name that the schema does not know stays of unknown kind: the engine itself tells that it is not
-/// there. Throws `Refusal` where kinds do not go together.
+/// A name that the schema does not know stays of unknown kind: the engine itself reports that it does not
+/// exist. Throws `Refusal` where kinds do not go together.
 class Analyser {
 public:
     explicit Analyser(const Schema& schema, Engine engine = Engine::SqlServer);

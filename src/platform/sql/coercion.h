@@ -18,7 +18,7 @@ void pass(ExprPtr& expr, Kind kind);
 /// What stands on the left of "like". A date is searched in the form in which the screens show it.
 void searchAsText(ExprPtr& expr);
 
-/// Makes two sides of a comparison or all values of a list one kind, and tells it. The server's order of
+/// Makes two sides of a comparison or all values of a list one kind, and returns it. The server's order of
 /// precedence: date, decimal, integer, bit, text; literals follow the columns.
 Type unify(const std::vector<ExprPtr*>& exprs);
 

@@ -174,7 +174,7 @@ bool EarlyCount::canCountInOrder(const QString& table, const QString& key) const
     return m_isPostgres && m_before.empty() && counted && counted->isIndexedBy(key);
 }
 
-/// The rows of each key in one table; `names` tells by which names it knows the columns.
+/// The rows of each key in one table; `names` maps the columns to that table's own names.
 Select EarlyCount::countOf(
     const QString& table, const QString& key, const QHash<QString, QString>& names) const
 {

@@ -9,10 +9,10 @@ namespace quilla::sql {
 /// knows of it: "*" does not name it.
 inline constexpr QStringView EntryColumn = u"qj_entry";
 
-/// Gives the rows of a select the order in which they were entered, as far as the select tells no order, so
-/// that a list stands alike on every engine and after every change: by the number that each of its tables
-/// gives to a row, the leftmost table first. A view on the left stands for its own tables and is written out
-/// as a select that brings their numbers along.
+/// Gives the rows of a select the order in which they were entered, unless the select has an order of its
+/// own, so that a list looks the same on every engine and after every change: by the number that each of its
+/// tables gives to a row, the leftmost table first. A view on the left stands for its own tables and is
+/// written out as a select that brings their numbers along.
 ///
 /// SQLite numbers the rows of every table. PostgreSQL has the identity column or `EntryColumn`.
 ///

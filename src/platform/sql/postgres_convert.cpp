@@ -29,7 +29,7 @@ void PostgresPrinter::dateToText(const Expr& expr)
     fill(u"substr("_s + converted + u", 1, "_s + QString::number(expr.type.width) + u")"_s, expr);
 }
 
-/// A column holds as many digits as its type tells; what was worked out has any number.
+/// A column has as many digits as its type says; a computed value may have any number.
 void PostgresPrinter::numberToText(const Expr& expr)
 {
     constexpr int WidestInteger = 20;

@@ -14,8 +14,8 @@ namespace quilla::sql {
 ///   3  every table numbers its rows; LIKE passes over width; the base notes its version
 constexpr int PostgresSchemaVersion = 3;
 
-/// What brings the order of texts, the types and the functions into an empty database; `schema` tells the
-/// widths of texts that are needed.
+/// What brings the order of texts, the types and the functions into an empty database. `schema` says which
+/// widths of texts are needed.
 std::vector<QString> postgresPreparation(const Schema& schema);
 
 /// What brings a library of version 2 to this version, and one of version 3 whose collation was made anew.

@@ -14,8 +14,8 @@ namespace quilla::sql {
 /// widths would be read anew at each statement and add half to an update.
 ///
 /// Every other text that is compared, sorted, grouped or made distinct is turned into that type. Every
-/// parameter tells its type. Bits are small integers, whole numbers are never small: so the type alone tells
-/// a bit in a result. Rows and indexes put nulls first, as the server does. Names are not quoted, so they
+/// parameter names its type. Bits are small integers, whole numbers never are, so that a bit in a result is
+/// known by its type. Rows and indexes put nulls first, as the server does. Names are not quoted, so they
 /// come back in small letters.
 class PostgresPrinter final : public EnginePrinter {
 public:
@@ -52,7 +52,7 @@ private:
     QStringView m_textType; ///< of a text parameter that is written now
 };
 
-/// The type of a column of whole numbers of one or two bytes: the server's own small type tells a bit.
+/// The type of a column of whole numbers of one or two bytes. The server's own small type is kept for bits.
 QString postgresNarrowType(int bytes);
 
 /// The type of a text column; 0 for no width.

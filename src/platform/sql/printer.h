@@ -13,7 +13,6 @@ public:
 
     QString print(const Statement& statement);
     QString printExpression(const Expr& expr);
-    QString printColumns(const Query& query);
 
 protected:
     /// How tightly an operator binds; a part that binds less gets brackets.

@@ -22,7 +22,7 @@ bool hasFraction(QStringView number);
 qsizetype endOfNumber(QStringView text, qsizetype from, bool& whole);
 
 /// The end of what begins at `from` with a quote, "[" or a double quote, after its closing sign.
-/// Refuses when that is missing. `doubled` tells whether the closing sign stands inside, doubled.
+/// Refuses when that is missing. `doubled` receives whether the closing sign stands inside, doubled.
 qsizetype endOfQuoted(QStringView text, qsizetype from, bool& doubled);
 
 /// The end of the comment that begins at `from`, or `from` when none begins there.
@@ -34,8 +34,8 @@ public:
     /// Reads `tsql` in one pass. Throws `Refusal` for a quote without end and for control characters.
     void read(QStringView tsql, std::vector<Literal>& literals);
 
-    /// The text with one sign for each literal, which also tells a quoted one, a whole number, one that may
-    /// be beyond 64 bits, and a number with a fraction apart.
+    /// The text with one sign in place of each literal. There are four signs: for a quoted literal, a whole
+    /// number, a whole number that may be beyond 64 bits, and a number with a fraction.
     QStringView key() const { return QStringView(m_key.data(), m_length); }
 
 private:

@@ -16,7 +16,7 @@ struct Column {
     Kind kind = Kind::Unknown;
     int width = 0; ///< characters of a text, digits of a decimal; 0 where it does not matter
     int scale = 0; ///< digits after the point of a decimal
-    int bytes = 0; ///< of a whole number, which tell its range; 0 where it is not known
+    int bytes = 0; ///< of a whole number, which limit its range; 0 where it is not known
     bool identity = false; ///< numbered by the database, never twice the same
     bool nullable = true;
     QString fallback; ///< the default, as T-SQL text; empty for none

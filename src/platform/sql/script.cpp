@@ -12,11 +12,11 @@ bool isEmpty(const QString& part)
     try {
         return lex(part).size() == 1;
     } catch (const Refusal&) {
-        return false; // its error is told when the statement itself is read
+        return false; // the error is reported when the statement itself is read
     }
 }
 
-/// The lines in front of the first word, so that a place in the statement can be told in the script.
+/// How many lines precede the first word, so that an error can name the line of the script.
 ScriptPart withoutLeadingBlanks(const QString& text, int line)
 {
     qsizetype from = 0;

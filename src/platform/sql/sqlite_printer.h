@@ -9,7 +9,7 @@ namespace quilla::sql {
 /// Texts keep their collation only as columns; every other text that is compared, sorted, grouped or made
 /// distinct gets it written out, and so does a text that a view or a select in brackets makes a column of.
 /// Dates are canonical texts in columns of text affinity. A decimal column holds 3.00 as the integer 3, so
-/// a division is told to be one of numbers with a fraction.
+/// a division is written in a form that never drops the fraction.
 class SqlitePrinter final : public EnginePrinter {
 public:
     SqlitePrinter();

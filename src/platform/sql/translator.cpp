@@ -90,7 +90,6 @@ struct Translator::Private {
     Cache young; ///< asked for since the last turn
     Cache old; ///< dropped at the next turn unless asked for until then
     std::size_t youngCount = 0; ///< translations in `young`
-    int generation = 0;
     int nextId = 0;
 
     Entry& entryOf(QStringView key);
@@ -106,16 +105,6 @@ Translator::Translator(Engine engine, const Schema& schema, int capacity)
 }
 
 Translator::~Translator() = default;
-
-Engine Translator::engine() const
-{
-    return d->engine;
-}
-
-int Translator::generation() const
-{
-    return d->generation;
-}
 
 std::vector<Translation> Translator::preparation()
 {
@@ -260,7 +249,6 @@ void Translator::Private::turn()
     old = std::move(young);
     young.clear();
     youngCount = 0;
-    ++generation;
 }
 
 } // namespace quilla::sql

@@ -18,7 +18,7 @@ struct Literal {
 /// How a literal becomes a parameter of the engine's statement.
 ///
 /// A Decimal must reach SQLite as a number, never as a text: an expression has no affinity that would turn
-/// the text into one. PostgreSQL's text tells the type of each parameter ("?::bigint"), so that all may be
+/// the text into one. PostgreSQL's text names the type of each parameter ("?::bigint"), so that all may be
 /// given as texts.
 struct Parameter {
     int literal = 0; ///< index into the literals of the statement
@@ -73,12 +73,6 @@ public:
     /// A select of the highest number that the identity column of a table ever gave, also to a row that is
     /// gone. Nullopt for a table without such a column.
     std::optional<Translation> lastNumber(const Table& table);
-
-    Engine engine() const;
-
-    /// Rises when translations were dropped. Their ids never come again, so a driver may then drop all its
-    /// prepared statements, or just those that it has not used since.
-    int generation() const;
 
 private:
     struct Private;

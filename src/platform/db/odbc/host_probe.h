@@ -14,7 +14,7 @@ struct HostAddress {
     socklen_t length = 0;
 };
 
-/// How long is waited for the name of a machine and for an answer of each of its addresses.
+/// How long to wait for the look-up of a machine's name, and for an answer from each of its addresses.
 constexpr int NameSeconds = 8;
 constexpr int PortSeconds = 5;
 

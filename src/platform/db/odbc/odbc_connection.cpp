@@ -80,7 +80,7 @@ void OdbcConnection::connect(const QString& text)
     if (!SQL_SUCCEEDED(result)) throw cannotConnect(diagnose(SQL_HANDLE_DBC, get()));
 }
 
-/// Who is it, what can its driver do.
+/// Finds out which server it is and what its driver can do.
 void OdbcConnection::meet()
 {
     m_dialect = &serverDialect(productName(get()));
@@ -118,7 +118,7 @@ void OdbcConnection::fail(SQLHANDLE statement) const
 {
     OdbcDiagnosis diagnosis = diagnose(SQL_HANDLE_STMT, statement);
     m_lost = m_lost || tellsLoss(diagnosis) || isDead() || (diagnosis.isState(u"HY000") && !answers());
-    // A server that ends a connection tells it as a failure of the statement.
+    // A server that ends the connection reports that as a failure of the statement.
     if (m_lost) {
         diagnosis.state = u"08S01"_s;
         diagnosis.words = diagnosis.words.section(u'\n', 0, 0);
@@ -133,15 +133,16 @@ bool OdbcConnection::isDead() const
     return dead == SQL_CD_TRUE;
 }
 
-/// After a failure without a state of the server's: the driver for PostgreSQL does not see a crashed server
-/// as gone. Where a result that is being read may stand in the way of the question, yes.
+/// Whether the server still answers. Asked after a failure without a code of the server's, since the driver
+/// for PostgreSQL does not notice a crashed server. Says yes, unasked, where a result that is being read
+/// could bar the question.
 bool OdbcConnection::answers() const
 {
     if (m_holdsOneResult || !m_direct) return true;
     SQLHANDLE statement = m_direct->get();
     SQLFreeStmt(statement, SQL_CLOSE);
     const SQLRETURN result = SQLExecDirectW(statement, const_cast<SQLWCHAR*>(wide(u"select 1"_s)), SQL_NTS);
-    // A transaction that failed answers with a refusal.
+    // Inside a failed transaction a living server refuses the question with a state of class 25.
     const bool answered = SQL_SUCCEEDED(result) || diagnose(SQL_HANDLE_STMT, statement).isState(u"25");
     SQLFreeStmt(statement, SQL_CLOSE);
     return answered;

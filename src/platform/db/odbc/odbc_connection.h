@@ -10,7 +10,7 @@
 
 namespace quilla {
 
-/// A connection to a server, with the way back from a call that failed.
+/// A connection to a server. Turns a failed call into an `Error`, and notices when the server has gone.
 class OdbcConnection {
 public:
     /// How long a server that does not answer is waited for.

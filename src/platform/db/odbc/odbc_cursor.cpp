@@ -115,7 +115,7 @@ const Fields& OdbcStatement::fields(const sql::Translation& statement)
     std::vector<Field> fields;
     for (std::size_t i = 0; i < count; ++i) {
         fields.push_back(describe(int(i)));
-        if (statement.columns.size() == count) describeAsTold(fields.back(), statement, i);
+        if (statement.columns.size() == count) describeByStatement(fields.back(), statement, i);
     }
     m_fields = std::make_shared<const std::vector<Field>>(std::move(fields));
     return m_fields;

@@ -12,7 +12,7 @@ OdbcDriver::OdbcDriver(const ConnectionItems& items)
 
 bool OdbcDriver::isAlive()
 {
-    // Longer than the statements of an operation are apart, shorter than an operator's hand is.
+    // Longer than the time between two statements of an operation, shorter than that between two scans.
     constexpr qint64 Silence = 100;
     if (isLost() || m_transaction != Transaction::None) return false;
     if (m_connection.silence() < Silence) return true;
@@ -41,7 +41,7 @@ OdbcStatementLoan OdbcDriver::prepare(
     return prepared;
 }
 
-/// What `step` sends, inside the transaction if there is one, or nothing of it.
+/// Runs `step`. When it fails inside a transaction, what it has sent is undone.
 template <typename Step> auto OdbcDriver::guarded(bool writes, Step step)
 {
     try {
@@ -80,7 +80,8 @@ void OdbcDriver::undo() noexcept
     }
 }
 
-/// Without parameters it is a definition or stands alone: sent as it stands, and nothing of it is kept.
+/// A statement without parameters defines something or occurs once, so it is sent as it stands and not
+/// prepared.
 int OdbcDriver::execute(const sql::Translation& statement, const std::vector<sql::Literal>& literals)
 {
     if (statement.parameters.empty()) {
@@ -103,7 +104,7 @@ std::unique_ptr<Cursor> OdbcDriver::query(
         return prepared->fields(statement);
     });
     auto cursor = std::make_unique<OdbcCursor>(std::move(prepared), std::move(fields));
-    // Inside a transaction other statements come before its end.
+    // Inside a transaction other statements follow before the rows have all been read.
     const bool first = m_connection.holdsOneResult() && m_transaction != Transaction::None;
     if (first) return std::make_unique<BufferedCursor>(*cursor);
     return cursor;
@@ -131,9 +132,9 @@ void OdbcDriver::commit()
 }
 
 /// A server that has gone has rolled back by itself.
-void OdbcDriver::settleRows()
+void OdbcDriver::gatherStatistics()
 {
-    if (m_connection.dialect().settle) m_connection.run(m_connection.dialect().settle);
+    if (m_connection.dialect().gatherStatistics) m_connection.run(m_connection.dialect().gatherStatistics);
 }
 
 void OdbcDriver::rollback()

@@ -32,7 +32,7 @@ public:
     void endTransactionOnFailure() override { m_onFailure = OnFailure::EndTransaction; }
     void commit() override;
     void rollback() override;
-    void settleRows() override;
+    void gatherStatistics() override;
 
 private:
     enum class Transaction { None, Open, GivenUp };

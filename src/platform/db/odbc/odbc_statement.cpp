@@ -46,7 +46,7 @@ void OdbcStatement::bind(const sql::Translation& statement, const std::vector<sq
         bindOne(++place, literals[std::size_t(parameter.literal)], parameter);
 }
 
-/// PostgreSQL's text tells the type of each parameter, so that all but whole numbers may come as texts.
+/// PostgreSQL's text names the type of each parameter, so that all but whole numbers may be sent as texts.
 void OdbcStatement::bindOne(SQLUSMALLINT place, const sql::Literal& literal, const sql::Parameter& parameter)
 {
     switch (parameter.kind) {
@@ -103,7 +103,8 @@ void OdbcStatement::bindText(SQLUSMALLINT place, QStringView text)
     if (!fits) bindSlot(place, SQL_C_WCHAR, wanted, slot.text.size(), 0);
 }
 
-/// A decimal, digit for digit; SQL Server is told how many there are, lest it takes those of a column.
+/// Binds a decimal digit for digit, with its own number of digits: SQL Server would else assume those of a
+/// column.
 void OdbcStatement::bindDigits(SQLUSMALLINT place, const QString& digits)
 {
     if (m_connection.dialect().engine != sql::Engine::SqlServer) return bindText(place, digits);

@@ -13,15 +13,14 @@ class OdbcStatement : public CachedStatement {
 public:
     OdbcStatement(const OdbcConnection& connection, const QByteArray& text, StatementLife life);
 
-    /// Throws `CannotConvert` for one that is
-    /// not of its kind or that no server could keep.
+    /// Throws `CannotConvert` for a literal that is not of its parameter's kind or that no server could keep.
     void bind(const sql::Translation& statement, const std::vector<sql::Literal>& literals);
     void run();
     int rowCount() const;
     void reset() noexcept { SQLFreeStmt(m_handle.get(), SQL_CLOSE); }
 
-    /// Of the result; kinds from the translation, else from what the driver says of the column. Makes
-    /// ready for `step`, so it must be asked for once an execution.
+    /// The columns of the result; their kinds come from the translation, else from the driver. Must be called
+    /// once for each execution, before `step`, since it also prepares for reading.
     const Fields& fields(const sql::Translation& statement);
     bool step();
     /// Of the current row; its text holds until the next call.

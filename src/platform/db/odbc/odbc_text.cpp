@@ -77,7 +77,7 @@ QString withoutBraces(const QString& value)
 struct Option {
     QStringView key;
     QStringView value;
-    bool mayDiffer = false; ///< when the stored text tells it
+    bool mayDiffer = false; ///< the stored text may set another value
 };
 
 /// Statements are prepared on the server; transactions and savepoints are ours, since the driver's own give
@@ -129,7 +129,7 @@ bool tells(const ConnectionItems& stored, const QString& key)
 struct Opening {
     QString text;
     QString driver;
-    bool isSpelled = false; ///< with all that the data source tells
+    bool isSpelled = false; ///< all items of the data source are written out
 };
 
 Opening openingOf(const OdbcInstallation::DataSource& source, const ConnectionItems& stored)
@@ -202,6 +202,19 @@ OdbcInstallation OdbcInstallation::read()
 QString dataSourceItem(const QString& source, const QString& key)
 {
     return QString::fromUtf8(profileText(source.toUtf8(), key.toUtf8().constData()));
+}
+
+QString settingOf(const ConnectionItems& items, std::initializer_list<QStringView> keys)
+{
+    QString setting = items.firstOf(keys);
+    if (!setting.isEmpty()) return setting.replace(u"''"_s, u"'"_s);
+    const QString source = items.value(u"DSN").value_or(QString());
+    for (const QStringView key : keys) {
+        if (source.isEmpty()) break;
+        setting = dataSourceItem(source, key.toString());
+        if (!setting.isEmpty()) return setting;
+    }
+    return {};
 }
 
 QString odbcText(const ConnectionItems& items, const OdbcInstallation& installed)

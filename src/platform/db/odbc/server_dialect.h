@@ -4,10 +4,10 @@
 
 namespace quilla {
 
-/// What the servers behind ODBC want to be told in their own words; null where a server needs none.
+/// The statements that each server behind ODBC gets in its own dialect; null where a server needs none.
 ///
-/// Transactions are statements of ours: the PostgreSQL driver begins one late and, at a statement that the
-/// server can't parse, gives it up without a word and begins another.
+/// We begin and end transactions by statements of our own. The PostgreSQL driver would begin one late and,
+/// after a statement that the server can't parse, would silently give it up and begin another.
 struct ServerDialect {
     QStringView product; ///< what the name that the server gives itself holds
     sql::Engine engine;
@@ -21,9 +21,10 @@ struct ServerDialect {
     const char16_t* saveAgain;
     const char16_t* undo;
     const char16_t* beginAgain;
-    const char16_t* settle; ///< for tables that were filled, where the server looks at them only later
-    const char16_t*
-        openTransactions; ///< a select of how many are open, for a server that ends them by itself
+    /// Sent after many rows were written, to a server that would else plan as if the tables were empty.
+    const char16_t* gatherStatistics;
+    /// A select of how many transactions are open, for a server that ends them by itself.
+    const char16_t* openTransactions;
     bool smallIntegerIsBit; ///< bits are kept as small integers, which nothing else is
 };
 

@@ -24,11 +24,11 @@ Error explained(const Error& error, const QString& index)
         "升级以后运行 quilla-db check 找出它们。"_s.arg(index, error.text));
 }
 
-void makeIndexesAnew(const SqliteHandle& handle, const IndexesDone& told)
+void makeIndexesAnew(const SqliteHandle& handle, const IndexesDone& progress)
 {
     const QStringList all = indexes(handle);
     for (qsizetype done = 0; done < all.size(); ++done) {
-        told(done, all.size());
+        progress(done, all.size());
         QString name = all[done];
         try {
             handle.run(u"reindex \"%1\""_s.arg(name.replace(u'"', u"\"\""_s)).toUtf8().constData());
@@ -36,7 +36,7 @@ void makeIndexesAnew(const SqliteHandle& handle, const IndexesDone& told)
             throw explained(error, all[done]);
         }
     }
-    told(all.size(), all.size());
+    progress(all.size(), all.size());
 }
 
 void refuseFault(const SqliteHandle& handle)
@@ -64,13 +64,13 @@ void noteOrder(const SqliteHandle& handle)
                    .constData());
 }
 
-void sortAnew(SqliteDriver& sole, const IndexesDone& told)
+void sortAnew(SqliteDriver& sole, const IndexesDone& progress)
 {
     const SqliteHandle& handle = sole.handle();
     handle.check(registerOrder(handle.get(), TextOrder::Pinyin));
     sole.begin(OnFailure::EndTransaction);
     try {
-        makeIndexesAnew(handle, told);
+        makeIndexesAnew(handle, progress);
         noteOrder(handle);
         refuseFault(handle);
         sole.commit();

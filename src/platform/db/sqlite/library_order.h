@@ -12,13 +12,13 @@ bool isInOrder(const SqliteHandle& handle);
 /// them.
 void noteOrder(const SqliteHandle& handle);
 
-/// Told before each index and after the last one: how many are done, and of how many.
+/// Called before each index and after the last one, with how many are done and of how many.
 using IndexesDone = std::function<void(qsizetype done, qsizetype all)>;
 
 /// Makes the indexes of a library anew in the order of this program, and notes order and version in the file:
 /// all in one transaction, which a crash undoes. The driver must have the file for sole use. Throws `Error`
 /// and leaves the file as it was when that fails or when the engine finds a fault in what was made.
-void sortAnew(SqliteDriver& sole, const IndexesDone& told);
+void sortAnew(SqliteDriver& sole, const IndexesDone& progress);
 
 /// Opens a library of this version; its indexes are made anew first when another ICU made them. Nobody else
 /// may have the file open then, since what sorts differently must not write into the same index; an `Error`

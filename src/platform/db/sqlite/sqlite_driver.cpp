@@ -31,8 +31,8 @@ SqliteDriver::SqliteDriver(const QString& path, const Clock& clock, As as, int b
     setUp(as);
 }
 
-/// Another desk writes. Asks again after a blink: the engine's own waiting grows to a tenth of a second, in
-/// which a desk that does not sleep takes the turn again and again.
+/// Called while another desk writes. Tries again after a moment: the engine's own pauses grow to a tenth of a
+/// second, in which a desk that does not pause would win the lock again and again.
 int SqliteDriver::waitForTurn(void* driver, int timesAsked)
 {
     using namespace std::chrono;

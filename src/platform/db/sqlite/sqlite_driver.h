@@ -62,7 +62,7 @@ private:
     StatementTime m_time;
     std::chrono::milliseconds m_patience;
     std::chrono::steady_clock::time_point m_waitingSince;
-    std::chrono::steady_clock::time_point m_lookedAt; ///< whether the file was moved
+    std::chrono::steady_clock::time_point m_lookedAt; ///< when the file was last seen in its place
     SqliteHandle m_handle;
     std::optional<WriteQueue> m_queue; ///< of a library that several desks share
     SqliteStatementCache m_statements {m_handle};

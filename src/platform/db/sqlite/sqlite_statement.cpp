@@ -112,7 +112,7 @@ const Fields& SqliteStatement::fields(const sql::Translation& statement)
     for (std::size_t i = 0; i < count; ++i) {
         Field& field = fields[i];
         field.name = QString::fromUtf8(sqlite3_column_name(m_statement, int(i)));
-        if (statement.columns.size() == count) describeAsTold(field, statement, i);
+        if (statement.columns.size() == count) describeByStatement(field, statement, i);
         if (field.kind == sql::Kind::Unknown)
             field.kind = declaredKind(sqlite3_column_decltype(m_statement, int(i)));
     }

@@ -27,7 +27,7 @@ public:
     }
 
 private:
-    /// The area tells also of windows that get back what a message box took; only a change counts.
+    /// The area also signals a window that becomes active again after a message box; only a change counts.
     void watchArea(QWidget* screen)
     {
         auto* window = qobject_cast<QMdiSubWindow*>(screen->parentWidget());

@@ -83,8 +83,8 @@ void ControlKeys::moveOn()
     QCoreApplication::sendEvent(&m_control, &tab);
 }
 
-/// A box that tells its fault at once would do so in the middle of the click that took the focus away;
-/// the step runs as soon as that click has been served to its control, or before a command of the form.
+/// A step that ran at once could show a message in the middle of the click that took the focus away. It runs
+/// as soon as that click has reached its control, or before a command of the form.
 void ControlKeys::waitToLeave()
 {
     QMetaObject::invokeMethod(

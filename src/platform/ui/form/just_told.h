@@ -5,8 +5,8 @@
 
 namespace quilla {
 
-/// Whether the operator was told a fault by the very click or key that is under way. Leaving a box can tell
-/// one; the command whose button took the focus then stays undone, and does not tell the same again.
+/// Whether the click or key that is being handled has already shown a fault. Leaving a box can show one; the
+/// command whose button took the focus is then not carried out, and does not show the same fault again.
 class JustTold final : public QObject {
 public:
     void now()

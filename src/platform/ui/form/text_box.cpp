@@ -128,10 +128,4 @@ QString MaskDateEdit::Text() const
     return m_mask.isEmpty() ? text() : displayText();
 }
 
-QString MaskDateEdit::emptyText() const
-{
-    QString empty = m_mask;
-    return empty.replace(u'#', m_blank);
-}
-
 } // namespace quilla

@@ -5,11 +5,11 @@
 namespace quilla {
 
 /// What is typed or pasted becomes one plain line: a line break from a spreadsheet's cell would stand in the
-/// box unseen, and no statement takes a control character. What is longer than the box may hold is cut, which
-/// a hint beside the box tells.
+/// box unseen, and no statement takes a control character. What is longer than the box may hold is cut, and
+/// a hint beside the box says so.
 void keepPlain(QLineEdit& box);
 
-/// Tells beside the box that something was cut, since it holds no more than `limit` characters.
+/// Shows a hint beside the box: something was cut, since the box holds no more than `limit` characters.
 void tellFull(QWidget& box, int limit);
 
 /// A text box whose whole text is selected when it gets the focus, by key or by mouse, so that typing
@@ -50,8 +50,6 @@ public:
     const QString& Mask() const { return m_mask; }
     /// As it stands in the box, with the blanks of what is missing: empty is "____-__-__".
     QString Text() const;
-    /// The text of the empty box.
-    QString emptyText() const;
 
 private:
     QString m_mask;

@@ -1,5 +1,6 @@
 #include "platform/ui/grid/flex_grid.h"
 
+#include "platform/grid/grid_widths.h"
 #include "platform/ui/form/wait_cursor.h"
 #include "platform/ui/grid/grid_delegate.h"
 #include "platform/ui/look/theme.h"
@@ -123,18 +124,11 @@ int FlexGrid::contentTwips(int col) const
     return twipsOf(sizeHintForColumn(col) + 1, *this);
 }
 
-void FlexGrid::setCaptionHeight(int twips)
-{
-    m_captionHeight = twips;
-    measureLines();
-}
-
 void FlexGrid::measureLines()
 {
     verticalHeader()->setMinimumSectionSize(0);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
-    horizontalHeader()->setFixedHeight(
-        std::max(pixelsOf(m_captionHeight, *this), fontMetrics().height() + 6));
+    horizontalHeader()->setFixedHeight(std::max(pixelsOf(CaptionHeight, *this), fontMetrics().height() + 6));
 }
 
 void FlexGrid::sortRows(int firstCol, int lastCol)

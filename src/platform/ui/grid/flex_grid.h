@@ -61,12 +61,10 @@ public:
     int ColWidth(int col) const { return m_columns.width(col); }
     void setColWidth(int col, int twips) { m_columns.setWidth(col, twips); }
     void setColWidths(const std::vector<int>& twips) { m_columns.setWidths(twips); }
-    /// The width in twips that the texts of a column ask for, as far as a look at a thousand lines tells.
+    /// The width in twips that the texts of a column need, judged by a thousand lines at most.
     int contentTwips(int col) const;
-    /// Height of the caption row in twips, 350 until set.
-    void setCaptionHeight(int twips);
-    /// Takes the operator's widths from the settings and keeps them there from now on; `name` tells the
-    /// grids of all screens apart ("DzglFrm.Grid1").
+    /// Takes the operator's widths from the settings and keeps them there from now on. `name` (such as
+    /// "DzglFrm.Grid1") must differ from that of every other grid.
     void rememberWidths(SettingsStore& settings, const QString& name) { m_columns.remember(settings, name); }
 
     /// Sets the grid up anew: empty, with `rows` rows (captions included), its captions and widths, the
@@ -83,7 +81,7 @@ public:
     void sortBy(const GridOrder& order);
     /// The line under the mouse becomes current without a click, as in a pick list.
     void setFollowsPointer(bool follows);
-    /// Whether the right button makes the line under it current, which it does until told otherwise.
+    /// Whether the right button makes the line under it current; it does by default.
     void setRightButtonChooses(bool chooses) { m_rightButtonChooses = chooses; }
 
     /// Marks a line by the colour of its text and by a sign before the text in `col`, until the grid is
@@ -140,7 +138,6 @@ private:
     QString m_hint;
     GridOrder m_order;
     std::map<int, int> m_marks; ///< columns of the signs, by line
-    int m_captionHeight = 350;
     int m_rowOverReset = 1;
     bool m_rightButtonChooses = true;
 };

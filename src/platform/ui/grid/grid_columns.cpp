@@ -166,7 +166,7 @@ void GridColumns::forget()
     layOut();
 }
 
-/// The header tells of each pixel of a drag; the widths are stored once, when the mouse lets go.
+/// The header signals every pixel of a drag; the widths are stored once, when the mouse button is released.
 bool GridColumns::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::MouseButtonPress) m_dragging = false;

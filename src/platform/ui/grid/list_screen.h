@@ -24,7 +24,7 @@ struct GridFill {
 /// Copies the result into the grid, shows its count, sets format and widths, rewrites yes/no cells and
 /// selects the remembered line. A result without rows leaves one empty line. The number of rows.
 qsizetype fillGrid(FlexGrid& grid, Recordset& records, const GridFill& fill);
-/// Shows a count as `GridFill` tells.
+/// Shows a count in the label of `fill`, in the form that it asks for.
 void showCount(const GridFill& fill, qsizetype count);
 
 /// The frame of a screen around one list: its size, its grid, which has the focus at first, and the way out.

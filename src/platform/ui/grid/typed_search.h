@@ -9,8 +9,8 @@ namespace quilla {
 
 class GridModel;
 
-/// The search by typing in a list: what is typed without a pause looks for lines that begin with it, and one
-/// key pressed again walks through the lines that begin with that letter.
+/// The search by typing in a list: letters typed without a pause find the lines that begin with them, and the
+/// same key pressed again walks through the lines that begin with that letter.
 class TypedSearch {
 public:
     /// The line to go to after `text` was typed, sought from `current` on in these columns, one after the

@@ -9,9 +9,9 @@ class QWidget;
 
 namespace quilla {
 
-/// The colours of the program by what they mean. A state is never told by its colour alone: the text
-/// beside it says the same. As it stands it is the light one. Words have a contrast of at least 4.5 to what
-/// they stand on, frames and signs of 3.
+/// The colours of the program by what they mean. A state is never shown by its colour alone: the text
+/// beside it says the same. A `Theme` as it is constructed is the light one. Words have a contrast of at
+/// least 4.5 to what they stand on, frames and signs of 3.
 struct Theme {
     QColor window {0xf2, 0xf5, 0xf6}; ///< behind the controls; also the face of a disabled box
     QColor surface {0xff, 0xff, 0xff}; ///< boxes and grids

@@ -28,10 +28,10 @@ void pressKey(QWidget& control, const ScanKey& key);
 /// What the operator reads about scans that went to no control.
 QString unservedNotice(const QStringList& scans);
 
-/// What was scanned while a window was not to be reached, given to it once no box is in the way: one scan a
-/// turn of the event loop, each to the control it was scanned into, as long as that shows. What is typed into
-/// the window meanwhile goes behind, to where the focus is then, so that no two scans mix. Belongs to the
-/// window.
+/// Keeps what was scanned while a box barred the window, and hands it over once no box is in the way: one
+/// scan in each turn of the event loop, each to the control it was scanned into if that is still visible.
+/// What is typed into the window meanwhile waits behind these scans and goes to the control that has the
+/// focus then, so that no two scans mix. The window owns its backlog.
 class ScanBacklog final : public QObject {
     Q_OBJECT
 
@@ -39,7 +39,7 @@ public:
     /// The window's backlog.
     static ScanBacklog& of(QWidget& window);
 
-    /// Tells the scans whose control does not show any more.
+    /// Shows the operator the scans whose control is no longer visible.
     using Tell = std::function<void(const QStringList& scans)>;
 
     /// A scan for `target`, or the beginning of one that the keys to come go on with.
@@ -48,7 +48,7 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 Q_SIGNALS:
-    /// These scans went to no control; they are told next.
+    /// These scans went to no control; a message about them comes next.
     void unserved(const QStringList& scans);
 
 private:

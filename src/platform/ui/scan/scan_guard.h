@@ -14,9 +14,9 @@ namespace quilla {
 /// A scanner is a keyboard that never looks at the screen: while a box waits, the letters of the next
 /// barcode could press its buttons and the Enter after them its default one. A run of characters too
 /// fast for a hand is therefore held back, with its Enter, and given to the control that had the focus below,
-/// once the box is gone, one scan after the other. If that control does not show any more, the scans are told
-/// instead: on another page they would mean something else. A single key, and an Enter by itself, reach the
-/// box. What was scanned before the box had the focus, also while the operation below was at work, never
+/// once the box is gone, one scan after the other. If that control is no longer visible, a message lists the
+/// scans instead: on another page they would mean something else. A single key, and an Enter by itself, reach
+/// the box. What was scanned before the box had the focus, also while the operation below was at work, never
 /// answers it. Where the operator writes a text in the box, only a run that is as long as a code and ends
 /// with an Enter is a scan.
 class ScanGuard final : public QObject {

@@ -6,9 +6,9 @@
 
 namespace quilla {
 
-/// The library that a command works on, opened.
-struct WorkPlace {
-    explicit WorkPlace(const Target& target)
+/// The library that a command works on, with an open connection.
+struct OpenedLibrary {
+    explicit OpenedLibrary(const Target& target)
         : factory(schema, clock)
         , connection(factory.open(target.connectionText))
     {

@@ -1,4 +1,4 @@
-#include "desk/slip_menu.h"
+#include "desk/slip_button.h"
 
 #include "desk/slip_ops.h"
 #include "platform/ui/form/wait_cursor.h"
