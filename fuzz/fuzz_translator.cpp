@@ -2,8 +2,8 @@
 #include "platform/core/text.h"
 #include "platform/sql/parser.h"
 #include "platform/sql/printer.h"
-#include "platform/sql/refusal.h"
 #include "platform/sql/shape_statement.h"
+#include "platform/sql/statement_refusal.h"
 #include "platform/sql/translator.h"
 
 #include <sqlite3.h>

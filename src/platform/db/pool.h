@@ -2,7 +2,7 @@
 
 #include "platform/db/connection.h"
 #include "platform/db/driver.h"
-#include "platform/db/procedures.h"
+#include "platform/db/procedure_runner.h"
 
 #include <array>
 #include <functional>

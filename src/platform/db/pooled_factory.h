@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/core/dates.h"
-#include "platform/db/procedures.h"
+#include "platform/db/procedure_runner.h"
 #include "platform/sql/schema.h"
 
 namespace quilla {

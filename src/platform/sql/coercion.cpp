@@ -1,8 +1,8 @@
 #include "platform/sql/coercion.h"
 
 #include "platform/sql/parser.h"
-#include "platform/sql/refusal.h"
 #include "platform/sql/scan.h"
+#include "platform/sql/statement_refusal.h"
 
 #include <algorithm>
 

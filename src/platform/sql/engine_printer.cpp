@@ -2,9 +2,9 @@
 
 #include "platform/core/dates.h"
 #include "platform/sql/postgres_printer.h"
-#include "platform/sql/refusal.h"
 #include "platform/sql/scan.h"
 #include "platform/sql/sqlite_printer.h"
+#include "platform/sql/statement_refusal.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "platform/sql/lexer.h"
 
-#include "platform/sql/refusal.h"
 #include "platform/sql/scan.h"
+#include "platform/sql/statement_refusal.h"
 
 #include <algorithm>
 

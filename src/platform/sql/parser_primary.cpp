@@ -1,7 +1,7 @@
 #include "platform/sql/parser.h"
 
 #include "platform/sql/date_parts.h"
-#include "platform/sql/refusal.h"
+#include "platform/sql/statement_refusal.h"
 
 namespace quilla::sql {
 

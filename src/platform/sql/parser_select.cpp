@@ -1,5 +1,5 @@
 #include "platform/sql/parser.h"
-#include "platform/sql/refusal.h"
+#include "platform/sql/statement_refusal.h"
 
 namespace quilla::sql {
 

@@ -1,6 +1,6 @@
 #include "platform/sql/scan.h"
 
-#include "platform/sql/refusal.h"
+#include "platform/sql/statement_refusal.h"
 
 #include <array>
 

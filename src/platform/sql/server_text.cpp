@@ -2,8 +2,8 @@
 
 #include "platform/sql/analyser.h"
 #include "platform/sql/parser.h"
-#include "platform/sql/refusal.h"
 #include "platform/sql/scan.h"
+#include "platform/sql/statement_refusal.h"
 
 #include <algorithm>
 #include <numeric>

@@ -1,8 +1,8 @@
 #include "platform/sql/shape_statement.h"
 
 #include "platform/core/text.h"
-#include "platform/sql/refusal.h"
 #include "platform/sql/scan.h"
+#include "platform/sql/statement_refusal.h"
 
 namespace quilla::sql {
 

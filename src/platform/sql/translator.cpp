@@ -7,9 +7,9 @@
 #include "platform/sql/parser.h"
 #include "platform/sql/postgres_preparation.h"
 #include "platform/sql/postgres_printer.h"
-#include "platform/sql/refusal.h"
 #include "platform/sql/scan.h"
 #include "platform/sql/server_text.h"
+#include "platform/sql/statement_refusal.h"
 
 #include <algorithm>
 #include <unordered_map>

@@ -139,7 +139,7 @@ QByteArray serverDefault(const Moment& moment)
         + (moment.time.hour() < 12 ? "AM" : "PM");
 }
 
-QByteArray dayWith(QByteArray separator, std::string_view canonical)
+QByteArray dayWith(const QByteArray& separator, std::string_view canonical)
 {
     const auto part = [&](int at, int length) { return QByteArray(canonical.data() + at, length); };
     return part(0, 4) + separator + part(5, 2) + separator + part(8, 2);

@@ -1,4 +1,4 @@
-#include "platform/sql/refusal.h"
+#include "platform/sql/statement_refusal.h"
 
 #include "platform/sql/scan.h"
 
