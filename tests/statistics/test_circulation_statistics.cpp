@@ -109,8 +109,8 @@ private Q_SLOTS:
         form.Dates.Text1[1].setText(u"3/5/26"_s);
         m->prompt.expect(u"请输入完整的日期格式!(例如:2003-01-01)"_s);
         form.cmdQuery.click();
-        form.Dates.Text1[0].setText(u"2026-02-01"_s);
-        form.Dates.Text1[1].setText(u"2026-02-28"_s);
+        form.Dates.Text1[0].setText(u"2026-2"_s);
+        form.Dates.Text1[1].setText(u"2026年2月28日"_s);
         inDialog<QueryFrm>([](QueryFrm& query) {
             QCOMPARE(query.LFields.count(), 9);
             query.Command1[1].click();

@@ -89,6 +89,12 @@ std::optional<QDate> platformDate(QStringView text, const QDate& today)
     return {};
 }
 
+QString databaseDate(const QString& text)
+{
+    const auto day = readDate(text) ? std::nullopt : platformDate(text);
+    return day ? isoDate(*day) : text;
+}
+
 bool startsWithFullYear(QStringView text)
 {
     const QStringView year = text.left(4);

@@ -14,6 +14,9 @@ namespace quilla {
 /// are a number and no date. Two-digit years up to 29 are of this century. Blanks around are ignored.
 std::optional<QDate> platformDate(QStringView text, const QDate& today = QDate::currentDate());
 
+/// A date text as every database reads it: "2003年1月5日" or "2003-1" as its day, all else as it was typed.
+QString databaseDate(const QString& text);
+
 /// Whether a date text begins with its full, four-digit year.
 bool startsWithFullYear(QStringView text);
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/core/date_box.h"
 #include "platform/core/dates.h"
 #include "platform/core/prompt.h"
 #include "platform/ui/form/text_box.h"
@@ -23,8 +24,9 @@ public:
     DateRange(const QString& caption, Filling filling, std::function<Moment()> serverDate);
 
     bool isOn() const { return Check1.isChecked(); }
-    QString from() const { return Text1[0].text(); }
-    QString to() const { return Text1[1].text(); }
+    /// The dates as every database reads them.
+    QString from() const { return databaseDate(Text1[0].text()); }
+    QString to() const { return databaseDate(Text1[1].text()); }
     /// "pass" or empty; a box that was refused is enabled and has the focus.
     QString CheckDateBox(int index, Prompt& prompt);
     /// Whether both boxes pass, the first one tested first.
