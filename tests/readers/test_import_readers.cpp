@@ -199,7 +199,8 @@ private Q_SLOTS:
                      .join(u' '),
             u"OLD1|丁|学生|5|20||c@d R1|甲|学生|5|30|note|a@b R2|戊|学生|5|30||null"_s);
         const ImportReport refused = importText(u"读者证号,姓名\nR1,己\nR1,庚\nR9,辛\n"_s, {.update = true});
-        QCOMPARE(refused.refused.size(), std::size_t(2)); // a code that comes twice, and a new one without a type
+        QCOMPARE(
+            refused.refused.size(), std::size_t(2)); // a code that comes twice, and a new one without a type
         QCOMPARE(m->value(u"select name from dzk where readercode='R1'"_s), u"甲"_s);
     }
 

@@ -88,7 +88,8 @@ private Q_SLOTS:
         }
     }
 
-    /// A field that the rows lack is an error; a total over such a field stays blank, and its line is left out.
+    /// A field that the rows lack is an error; a total over such a field stays blank, and its line is left
+    /// out.
     void fieldsThatAreMissing()
     {
         const std::pair<QString, QString> missing[] {

@@ -65,11 +65,12 @@ bool ScanGuard::eventFilter(QObject* watched, QEvent* event)
 }
 
 /// Whether the Enter that opened the box is still down, which is no answer to it. The system reports the
-/// first repetition to a new window as a key let go and pressed again in the same moment.
+/// first repetition to a new window as a key let go and pressed again in the same moment. The keys that come
+/// by way of a screen reader have no time.
 bool ScanGuard::isHeldDown(const QKeyEvent& event) const
 {
     if (!isEnter(event.key())) return false;
-    return event.isAutoRepeat() || (m_enterUp && event.timestamp() - *m_enterUp < Instant);
+    return event.isAutoRepeat() || (m_enterUp > 0 && event.timestamp() - m_enterUp < Instant);
 }
 
 bool ScanGuard::hold(const QKeyEvent& event)

@@ -5,8 +5,6 @@
 
 #include <QPointer>
 
-#include <optional>
-
 namespace quilla {
 
 /// Keeps a scanner from answering a message box, or the window of the fine that a scan opens.
@@ -47,7 +45,7 @@ private:
     QTimer m_pause;
     Scan m_held; ///< of the run that is coming in
     std::vector<Scan> m_scans;
-    std::optional<quint64> m_enterUp; ///< when an Enter was last let go, as the system counts milliseconds
+    quint64 m_enterUp = 0; ///< when an Enter was last let go, as the system counts milliseconds; 0: unknown
     bool m_letting = false; ///< what was typed by hand is on its way to the box
     bool m_heldEarly = false; ///< the run that is coming in began before the box had the focus
     BlockedKeys m_blocked; ///< what comes in until then
