@@ -133,6 +133,12 @@ void dropIfThere(Connection& connection, const Guard& guard)
     dropIndex(connection, guard);
 }
 
+void dropGuards(Connection& connection)
+{
+    for (const Guard& guard : Guards)
+        dropIfThere(connection, guard);
+}
+
 } // namespace
 
 QStringList Finding::texts() const
@@ -167,8 +173,7 @@ void repairLibrary(Connection& connection, const std::vector<Finding>& findings)
 void guardLibrary(Connection& connection)
 {
     connection.begin();
-    for (const Guard& guard : Guards)
-        dropIfThere(connection, guard);
+    dropGuards(connection);
     guardNewLibrary(connection);
     connection.commit();
 }
@@ -182,8 +187,7 @@ void guardNewLibrary(Connection& connection)
 void unguardLibrary(Connection& connection)
 {
     connection.begin();
-    for (const Guard& guard : Guards)
-        dropIfThere(connection, guard);
+    dropGuards(connection);
     connection.commit();
 }
 

@@ -42,7 +42,7 @@ const QString CopyIsBack = u"（书已还）"_s; ///< ends the note of a renewal
 QString missingAfter(const ScanEntry& scan)
 {
     if (scan.kind == ScanKind::Card) return u"没有读到读者证"_s;
-    return scan.note.endsWith(CopyIsBack) ? u"没有重新借出"_s + CopyIsBack : u"没有写入数据库"_s;
+    return scan.copyIsBack ? u"没有重新借出"_s + CopyIsBack : u"没有写入数据库"_s;
 }
 
 /// Results above 0 are refusals, those below are failures.
@@ -74,14 +74,17 @@ void TsjhFrm::endScan(ScanOutcome outcome)
     ScanEntry scan = *std::exchange(m_scan, {});
     if (scan.barcode.isEmpty()) return;
     const Failure failure = m_session.error.first();
-    const bool refused = !QString(scan.note).remove(CopyIsBack).isEmpty() && outcome != ScanOutcome::Done;
+    const bool refused = !scan.note.isEmpty() && outcome != ScanOutcome::Done;
     if (!refused)
         scan.outcome = outcome;
     else
         scan.outcome = failure.number == 0 ? ScanOutcome::Refused : ScanOutcome::Failed;
     scan.time = m_session.clock.now();
     completeScan(m_session, scan);
-    if (scan.outcome == ScanOutcome::Failed) explain(scan, failure);
+    if (scan.outcome == ScanOutcome::Failed)
+        explain(scan, failure);
+    else if (scan.outcome == ScanOutcome::Refused && scan.copyIsBack)
+        scan.note += CopyIsBack;
     enlist(scan);
 }
 
@@ -240,13 +243,12 @@ ScanOutcome TsjhFrm::takeBack(const QString& barcode)
 /// When a check refuses the new charge, the copy stays returned.
 ScanOutcome TsjhFrm::renew(qint16 count, const QString& barcode)
 {
-    m_scan->note = CopyIsBack; // all that there is to say until the new charge says more
+    m_scan->copyIsBack = true;
     const ChargeResult result = RechargeBook(m_session, *this, count, barcode, TxtReaderCode.text());
     if (result > Charged)
         tMsg.clear();
     else
         tell(result == Charged ? u"续借成功"_s : u"续借失败"_s, result == Charged);
-    if (!m_scan->note.endsWith(CopyIsBack)) m_scan->note += CopyIsBack;
     return outcomeOf(result);
 }
 

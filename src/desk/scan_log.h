@@ -29,6 +29,7 @@ struct ScanEntry {
     ScanOutcome outcome = ScanOutcome::Done;
     QString note {}; ///< due date, sum of the fines, or why it was refused
     QString cause {}; ///< why it failed, and what to do
+    bool copyIsBack = false; ///< of a renewal: the return before its new charge was made
 };
 
 /// 借, 还, 续, 罚, 证.
