@@ -27,6 +27,7 @@ CreateTable Parser::createTable()
         else
             result.columns.push_back(columnDefinition());
     } while (acceptSign(u","));
+    if (result.columns.empty()) refuseHere(u"表里至少要有一列"_s);
     expectSign(u")");
     return result;
 }
