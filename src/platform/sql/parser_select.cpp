@@ -1,6 +1,8 @@
 #include "platform/sql/parser.h"
 #include "platform/sql/statement_refusal.h"
 
+#include <algorithm>
+
 namespace quilla::sql {
 
 namespace {
@@ -10,6 +12,24 @@ void collectLiterals(const Expr& expr, std::vector<int>& literals)
     if (expr.op == Op::Literal) literals.push_back(expr.literal);
     for (const ExprPtr& part : expr.parts)
         collectLiterals(*part, literals);
+}
+
+/// Whether "*", or "name.*", stands for columns of this source.
+bool covers(const Expr& star, const Source& source)
+{
+    if (source.form == Source::Form::Join) return covers(star, *source.left) || covers(star, *source.right);
+    return star.qualifier.isEmpty()
+        || sameText(star.qualifier, source.alias.isEmpty() ? source.name : source.alias);
+}
+
+void refuseEmptyStars(const Select& select)
+{
+    for (const SelectItem& item : select.items) {
+        const Expr& star = *item.value;
+        const auto covered = [&](const SourcePtr& source) { return covers(star, *source); };
+        if (star.op == Op::Star && std::ranges::none_of(select.from, covered))
+            refuse(star.place, u"from 里没有 * 所指的表"_s);
+    }
 }
 
 } // namespace
@@ -68,6 +88,7 @@ Select Parser::select()
             result.from.push_back(source());
         } while (acceptSign(u","));
     }
+    refuseEmptyStars(result);
     if (acceptWord(u"where")) result.where = condition();
     if (acceptWord(u"group")) {
         expectWord(u"by");
